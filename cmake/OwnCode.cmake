@@ -1,0 +1,11 @@
+# vstk2x_own_code(target): how every target of this project's own code is compiled.
+function(vstk2x_own_code target)
+  target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}")
+  target_link_libraries(${target} PRIVATE vstk2x_sdk_headers)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wshadow -Werror -ffunction-sections -fdata-sections)
+  set_target_properties(${target} PROPERTIES
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+endfunction()

@@ -1,0 +1,67 @@
+// PortManager: the controller's host ports. Lists them for the editor library, connects the chosen
+// ones, hides what it takes from the host's own lists and shows it again when it lets go.
+#pragma once
+
+#include "editorlib/VSTiPorts.h"
+#include "pluginterfaces/base/ftypes.h"
+
+#include <string>
+#include <vector>
+
+namespace Steinberg {
+
+class IPortRegistry;
+
+namespace Vst {
+
+class ControllerContext;
+
+/** Each operation is VstK2xController's operation of the same name; the library-facing ones are
+    described at VstIControllerInterface, the host-facing ones at IExternalEffectUsingSKI.
+    No locks: callers keep to one thread at a time. */
+class PortManager {
+public:
+    /** @param context outlives this object */
+    explicit PortManager(ControllerContext& context)
+    : context(context)
+    {
+    }
+    PortManager(const PortManager&) = delete;
+    PortManager& operator=(const PortManager&) = delete;
+
+    std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList();
+    void setAudioPortList(const char** ids);
+    std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList();
+    void setMidiOutPort(const char* id);
+    bool isConnectAudioPort() const { return !audioPortIdList.empty(); }
+    bool isConnectAudioPortHost() const;
+    bool isHostReadyForSetPort() const { return hostReadyForSetPort; }
+    void setInitialStartFileLoad(bool state) { initialStartFileLoad = state; }
+
+    int32 hostReadyForSetPortConnections();
+
+    /** Takes our MIDI ports whose system name contains text out of the host's all-MIDI-inputs set.
+        @return 1 when nothing was removed, else the host's answer to the last removal */
+    int32 allMidiInputRemove(const std::string& text);
+
+    /** At the editor's first start, shows the audio inputs that the library picks. */
+    void firstStartAudioportDisplayCompulsorily();
+
+    /** Shows every held port again and forgets them. Called by terminate.
+        @param registry the host's, or null: the ports are then only forgotten */
+    void releasePorts(IPortRegistry* registry);
+
+    /** False as soon as list holds id, true when it does not: inverted to its name, kept so. */
+    static bool isExistAudioPortIdList(std::string id, const std::vector<std::string>& list);
+
+private:
+    ControllerContext& context;
+    std::vector<VSTiAudioPort::AudioPortInfo> audioPortInfoList;
+    std::vector<VSTiMidiPort::MidiOutPortInfo> midiOutPortInfoList;
+    std::vector<std::string> audioPortIdList; ///< IDs of the audio ports that we hold hidden
+    bool initialStartFileLoad = false;
+    bool hostReadyForSetPort = false;
+};
+
+} // namespace Vst
+} // namespace Steinberg

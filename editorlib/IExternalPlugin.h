@@ -1,0 +1,22 @@
+// IExternalPlugin: what the host-side service may ask of the controller.
+#pragma once
+
+#include "hostapi/HostInterfaceIDs.h"
+
+namespace Steinberg {
+
+namespace Vst {
+class VstIEditorConnect;
+}
+
+class IExternalPlugin : public FUnknown {
+public:
+    /** Hands over the editor connection and its library's handle, from inside registerPlugin.
+        Both stay the service's own. Always kResultOk. [host main thread] */
+    virtual tresult PLUGIN_API setPluginInfo(Vst::VstIEditorConnect* connect,
+                                             void* libraryHandle) = 0;
+
+    static const FUID iid;
+};
+
+} // namespace Steinberg

@@ -1,0 +1,71 @@
+// VstIControllerInterface: what the editor library may ask of the controller.
+#pragma once
+
+#include "editorlib/VoiceBank.h"
+#include "editorlib/VSTiPorts.h"
+
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+
+/** Implemented by VstK2xController, handed over with VstIEditorConnect::setControllerInterface and
+    taken back by passing null in terminate. Not reference counted. No operation throws.
+
+    The library calls the port and routing operations from one thread at a time, and the parameter
+    operations from any thread. */
+class VstIControllerInterface {
+public:
+    /** The host's audio input ports in host order.
+        @return the controller's own list, never null, rebuilt by each call */
+    virtual std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() = 0;
+
+    /** Connects the two stereo input buses.
+        @param ids four port IDs: bus 0 left, bus 0 right, bus 1 left, bus 1 right; a null or empty
+        one leaves its channel unconnected; a null array does nothing */
+    virtual void setAudioPortList(const char** ids) = 0;
+
+    /** The host's MIDI output ports in host order; ownership as in getAudioPortList. */
+    virtual std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList() = 0;
+
+    /** Connects the MIDI output to the port with this ID, or to none when no port has it. */
+    virtual void setMidiOutPort(const char* id) = 0;
+
+    /** Makes the host select the first track that plays this MIDI channel (0 to 15) through us. */
+    virtual void editorPartSyncMidiCh(unsigned int channel) = 0;
+
+    /** Writes a user bank into the user's preset folder. */
+    virtual void storeUserBank(VoiceBank::Bank bank, int index) = 0;
+
+    /** Takes over an editor value without telling the host. [any library thread] */
+    virtual void setVSTManageParameter(unsigned int id, int value) = 0;
+
+    /** Remembers whether the start file is still to be loaded, for hostReadyForSetPortConnections.
+     */
+    virtual void setInitialStartFileLoad(bool state) = 0;
+
+    /** Whether this plug-in holds any host audio port. */
+    virtual bool isConnectAudioPort() = 0;
+
+    /** Turns a host-side value into an editor value. [any library thread]
+        @param id VST parameter ID
+        @param value normalized value of the host
+        @param[out] out the editor value when the answer is true, else 0
+        @return true when the editor value changed */
+    virtual bool isSetVSTValue(unsigned int id, double value, int& out) = 0;
+
+    /** Tells the host that the latency changed. */
+    virtual void changeLatencyTrigger() = 0;
+
+    /** Whether the host connects the audio ports itself. */
+    virtual bool isConnectAudioPortHost() = 0;
+
+    /** Whether the host has said that its ports can be connected. */
+    virtual bool isHostReadyForSetPort() = 0;
+
+protected:
+    ~VstIControllerInterface() = default;
+};
+
+} // namespace Vst
+} // namespace Steinberg

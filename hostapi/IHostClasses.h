@@ -1,0 +1,21 @@
+// IHostClasses: the host context's door to the host's extension objects.
+// Asked for by queryInterface on the host context; a host without extensions does not have it.
+#pragma once
+
+#include "hostapi/HostInterfaceIDs.h"
+
+namespace Steinberg {
+
+class IHostClasses : public FUnknown {
+public:
+    /** Hands out one of the host's objects by its interface ID.
+        @param iid an ID of HostInterfaceIDs.h, or the SDK's IUpdateHandler
+        @param[out] obj a new reference, which the caller releases; left alone on failure
+        @return kResultOk when obj was set
+        IPortRegistry, IDeviceList and IUpdateHandler are the host's own single objects; each call
+        for an IBusDescriptor makes a new one. [host main thread] */
+    virtual tresult PLUGIN_API getHostInterface(const TUID iid, void** obj) = 0;
+    static const FUID iid;
+};
+
+} // namespace Steinberg

@@ -1,0 +1,1 @@
+#include "tests/doubles/Trace.h"

@@ -1,0 +1,76 @@
+// Trace: one record of every call that crossed a boundary of the plug-in, in order.
+#pragma once
+
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace doubles {
+
+/** Shared by the scripted host and the scripted library, so that their calls stand in one order.
+    [any thread] */
+class Trace {
+public:
+    struct Call {
+        std::string text; ///< "object.operation(arguments)", as the double wrote it
+        std::thread::id thread;
+    };
+
+    void add(std::string text)
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        calls.push_back({std::move(text), std::this_thread::get_id()});
+    }
+
+    /** All texts so far, oldest first. */
+    std::vector<std::string> texts() const
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        std::vector<std::string> result;
+        result.reserve(calls.size());
+        for (const auto& call : calls)
+            result.push_back(call.text);
+        return result;
+    }
+
+    /** The texts that begin with one of the prefixes, oldest first. */
+    std::vector<std::string> textsOf(const std::vector<std::string>& prefixes) const
+    {
+        std::vector<std::string> result;
+        for (auto& text : texts())
+            for (const auto& prefix : prefixes)
+                if (text.compare(0, prefix.size(), prefix) == 0) {
+                    result.push_back(text);
+                    break;
+                }
+        return result;
+    }
+
+    /** How many calls have exactly this text. */
+    size_t count(const std::string& text) const
+    {
+        size_t result = 0;
+        for (const auto& other : texts())
+            result += other == text ? 1 : 0;
+        return result;
+    }
+
+    std::vector<Call> all() const
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        return calls;
+    }
+
+    void clear()
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        calls.clear();
+    }
+
+private:
+    mutable std::mutex mutex;
+    std::vector<Call> calls;
+};
+
+} // namespace doubles
