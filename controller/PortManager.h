@@ -21,7 +21,7 @@ class ControllerContext;
     No locks: callers keep to one thread at a time. */
 class PortManager {
 public:
-    /** @param context outlives this object */
+    /** @param owner outlives this object */
     explicit PortManager(ControllerContext& context)
     : context(context)
     {

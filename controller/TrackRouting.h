@@ -22,8 +22,8 @@ class ControllerContext;
     editorPartSyncMidiCh are expected not to run at the same time. */
 class TrackRouting {
 public:
-    /** @param context outlives this object */
-    explicit TrackRouting(ControllerContext& context);
+    /** @param owner outlives this object */
+    explicit TrackRouting(ControllerContext& owner);
     ~TrackRouting();
     TrackRouting(const TrackRouting&) = delete;
     TrackRouting& operator=(const TrackRouting&) = delete;

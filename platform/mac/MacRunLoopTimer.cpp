@@ -1,0 +1,32 @@
+// VSTGUI timers on the Core Foundation run loop of the thread that starts them.
+#include "platform/TimerPlatformFactory.h"
+
+#include "vstgui/lib/platform/mac/mactimer.h"
+
+#include <memory>
+
+namespace Steinberg {
+namespace Vst {
+namespace platform {
+
+namespace {
+
+class MacTimerFactory : public TimerPlatformFactory {
+public:
+    VSTGUI::PlatformTimerPtr
+    createTimer(VSTGUI::IPlatformTimerCallback* callback) const noexcept override
+    {
+        return VSTGUI::makeOwned<VSTGUI::MacTimer>(callback);
+    }
+};
+
+} // namespace
+
+VSTGUI::PlatformFactoryPtr makeTimerPlatformFactory()
+{
+    return std::make_unique<MacTimerFactory>();
+}
+
+} // namespace platform
+} // namespace Vst
+} // namespace Steinberg
