@@ -1,0 +1,71 @@
+// The class factory: GetPluginFactory and the two classes behind it.
+#include "controller/VstK2xController.h"
+#include "editorlib/CallGuard.h"
+#include "module/PlugInInfo.h"
+#include "processor/VstK2x.h"
+
+#include "pluginterfaces/base/fplatform.h"
+#include "pluginterfaces/vst/ivstaudioprocessor.h"
+#include "pluginterfaces/vst/ivstcomponent.h"
+#include "pluginterfaces/vst/ivsteditcontroller.h"
+#include "public.sdk/source/main/pluginfactory.h"
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+const PFactoryInfo& factoryInfo()
+{
+    // No flags of ours: the constructor adds the Unicode flag.
+    static const PFactoryInfo info(kPlugInVendor, "", "", 0);
+    return info;
+}
+
+const PClassInfo2& processorInfo()
+{
+    TUID id;
+    kProcessorUID.toTUID(id);
+    // No vendor: hosts then take the factory's.
+    static const PClassInfo2 info(id, PClassInfo::kManyInstances, kVstAudioEffectClass, kPlugInName,
+                                  kSimpleModeSupported, kPlugInSubCategories, nullptr,
+                                  kPlugInVersion, kPlugInSdkVersion);
+    return info;
+}
+
+const PClassInfo2& controllerInfo()
+{
+    TUID id;
+    kControllerUID.toTUID(id);
+    static const PClassInfo2 info(id, PClassInfo::kManyInstances, kVstComponentControllerClass,
+                                  kControllerName, 0, "", nullptr, kPlugInVersion,
+                                  kPlugInSdkVersion);
+    return info;
+}
+
+IPluginFactory* makeFactory()
+{
+    // The creation that comes with one reference, which is the caller's.
+    IPtr<CPluginFactory> factory = owned(new CPluginFactory(factoryInfo()));
+    if (!factory->registerClass(&processorInfo(), &VstK2x::createInstance, nullptr) ||
+        !factory->registerClass(&controllerInfo(), &VstK2xController::createInstance, nullptr))
+        return nullptr;
+    gPluginFactory = factory.take();
+    return gPluginFactory;
+}
+
+} // namespace
+} // namespace Vst
+} // namespace Steinberg
+
+/** The factory, created on the first call. Each call hands out one reference, which the host
+   releases; null only when memory ran out. [host main thread] */
+SMTG_EXPORT_SYMBOL Steinberg::IPluginFactory* PLUGIN_API GetPluginFactory()
+{
+    using namespace Steinberg;
+    if (gPluginFactory) {
+        gPluginFactory->addRef();
+        return gPluginFactory;
+    }
+    return Vst::guarded<IPluginFactory*>(nullptr, [] { return Vst::makeFactory(); });
+}

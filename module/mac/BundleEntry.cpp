@@ -1,0 +1,67 @@
+// The entry points that a macOS host calls after loading and before unloading the bundle.
+#include "module/mac/BundleEntry.h"
+
+#include "module/ModuleInit.h"
+#include "pluginterfaces/base/fplatform.h"
+
+CFBundleRef ghInst = nullptr;
+
+extern "C" {
+
+/** @param ref the bundle; may be null. Hosts may call this several times, each with its own
+    bundleExit. [host main thread] */
+SMTG_EXPORT_SYMBOL bool bundleEntry(CFBundleRef ref);
+SMTG_EXPORT_SYMBOL bool bundleExit();
+}
+
+namespace {
+
+/** How many references to ghInst are held. */
+unsigned retained = 0;
+
+void releaseAll()
+{
+    for (; retained > 0; --retained)
+        CFRelease(ghInst);
+}
+
+void readBundlePath()
+{
+    CFURLRef url = CFBundleCopyBundleURL(ghInst);
+    if (!url)
+        return;
+    if (!CFURLGetFileSystemRepresentation(url, true, reinterpret_cast<UInt8*>(gPath),
+                                          kMaxModulePath))
+        gPath[0] = 0;
+    CFRelease(url);
+}
+
+} // namespace
+
+bool bundleEntry(CFBundleRef ref)
+{
+    if (ref) {
+        // One module is one bundle; should a host hand over another all the same, the references to
+        // the first must not be taken for references to the second.
+        if (ref != ghInst)
+            releaseAll();
+        ghInst = ref;
+        moduleHandle = ref;
+        CFRetain(ref);
+        ++retained;
+        readBundlePath();
+    }
+    return InitModule();
+}
+
+bool bundleExit()
+{
+    if (ghInst && retained > 0) {
+        CFRelease(ghInst);
+        if (--retained == 0) {
+            ghInst = nullptr;
+            moduleHandle = nullptr;
+        }
+    }
+    return DeinitModule();
+}

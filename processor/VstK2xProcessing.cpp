@@ -1,0 +1,144 @@
+// VstK2x on the audio thread: host events in, library MIDI out.
+#include "processor/VstK2x.h"
+
+#include "editorlib/CallGuard.h"
+#include "editorlib/VstIEditorConnect.h"
+
+#include "pluginterfaces/vst/ivstevents.h"
+#include "pluginterfaces/vst/ivstparameterchanges.h"
+
+#include <cmath>
+
+namespace Steinberg {
+namespace Vst {
+
+using Base::Thread::FGuard;
+
+namespace {
+
+/** A host that stops processing must not make the queue grow without limit. */
+constexpr size_t kMaxQueuedEvents = 100;
+
+constexpr uint8 kNoteOff = 0x80;
+constexpr uint8 kNoteOn = 0x90;
+
+struct MidiMessage {
+    uint8 bytes[3] = {0, 0, 0};
+};
+
+/** The instrument's parts know played and not played: any velocity above 0 becomes 127. */
+uint8 switchVelocity(float velocity)
+{
+    return std::ceil(velocity) != 0 ? 127 : 0;
+}
+
+/** Events that are no notes give three zero bytes, which the library expects all the same. */
+MidiMessage toMidi(const Event& event)
+{
+    MidiMessage midi;
+    if (event.type == Event::kNoteOffEvent) {
+        midi.bytes[0] = static_cast<uint8>(kNoteOff | static_cast<uint8>(event.noteOff.channel));
+        midi.bytes[1] = static_cast<uint8>(event.noteOff.pitch);
+    } else if (event.type == Event::kNoteOnEvent) {
+        midi.bytes[0] = static_cast<uint8>(kNoteOn | static_cast<uint8>(event.noteOn.channel));
+        midi.bytes[1] = static_cast<uint8>(event.noteOn.pitch);
+        midi.bytes[2] = switchVelocity(event.noteOn.velocity);
+    }
+    return midi;
+}
+
+/** Everything leaves as a note-on: what is no note-on in MIDI gets velocity 0, a note-off that way.
+ */
+Event toNoteOn(const uint8* midi)
+{
+    Event event = {};
+    event.type = Event::kNoteOnEvent;
+    event.noteOn.channel = midi[0] & 0x0F;
+    event.noteOn.pitch = midi[1];
+    event.noteOn.velocity = (midi[0] & 0xF0) == kNoteOn ? static_cast<float>(midi[2] / 127.0) : 0;
+    event.noteOn.noteId = -1;
+    return event;
+}
+
+} // namespace
+
+tresult PLUGIN_API VstK2x::process(ProcessData& data)
+{
+    guarded([this, &data] {
+        if (VstIEditorConnect* editor = editorConnection) {
+            forwardParameterChanges(*editor, data.inputParameterChanges);
+            forwardEvents(*editor, data.inputEvents);
+        }
+        sendQueuedEvents(data.outputEvents);
+    });
+    return kResultOk;
+}
+
+void VstK2x::forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges* changes)
+{
+    if (!changes)
+        return;
+    const int32 count = changes->getParameterCount();
+    for (int32 index = 0; index < count; ++index) {
+        IParamValueQueue* queue = changes->getParameterData(index);
+        const int32 points = queue ? queue->getPointCount() : 0;
+        int32 sampleOffset = 0;
+        ParamValue value = 0;
+        if (points < 1 || queue->getPoint(points - 1, sampleOffset, value) != kResultOk)
+            continue;
+        const ParamID id = queue->getParameterId();
+        guarded([&] { editor.hostParameterChanged(id, value); });
+    }
+}
+
+void VstK2x::forwardEvents(VstIEditorConnect& editor, IEventList* events)
+{
+    if (!events)
+        return;
+    const int32 count = events->getEventCount();
+    for (int32 index = 0; index < count; ++index) {
+        Event event = {};
+        if (events->getEvent(index, event) != kResultOk)
+            continue;
+        const MidiMessage midi = toMidi(event);
+        guarded([&] { editor.receiveHostMidi(midi.bytes, sizeof(midi.bytes)); });
+    }
+}
+
+void VstK2x::sendQueuedEvents(IEventList* events)
+{
+    if (!events)
+        return;
+    // Events that the library adds meanwhile leave with the next block: a library that never stops
+    // must not hold the audio thread.
+    size_t remaining = kMaxQueuedEvents;
+    for (bool first = true; remaining > 0; first = false, --remaining) {
+        Event event;
+        {
+            const FGuard guard(*midiOutLock);
+            if (midiOutQueue.empty())
+                return;
+            if (first)
+                remaining = midiOutQueue.size();
+            event = midiOutQueue.front();
+            midiOutQueue.pop_front();
+        }
+        events->addEvent(event);
+    }
+}
+
+void VstK2x::writeMidi(const void* data, int length)
+{
+    if (!active || !data || length != 3)
+        return;
+    const Event event = toNoteOn(static_cast<const uint8*>(data));
+    guarded([this, &event] {
+        const FGuard guard(*midiOutLock);
+        if (midiOutQueue.size() >= kMaxQueuedEvents)
+            midiOutQueue.clear();
+        midiOutQueue.push_back(event);
+    });
+}
+
+} // namespace Vst
+} // namespace Steinberg

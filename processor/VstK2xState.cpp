@@ -1,0 +1,128 @@
+// VstK2x's part of the host's project: the editor library's state.
+//
+//   offset  size  content, integers little-endian
+//   0       4     format version, always 0
+//   4       4     N, the number of bytes that follow
+//   8       N     the library's own bytes
+//
+// A library may ask for its state as text instead when it is restored; it is written as above all
+// the same.
+#include "processor/VstK2x.h"
+
+#include "editorlib/CallGuard.h"
+#include "editorlib/VstIEditorConnect.h"
+
+#include "pluginterfaces/base/ibstream.h"
+
+#include <cstdlib>
+#include <limits>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+constexpr int32 kStateVersion = 0;
+constexpr int32 kTextState = 1;
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+/** Zero bytes that cost no memory before they are written: a size field may claim two gigabytes
+    behind which four bytes follow. */
+using ZeroedBuffer = std::unique_ptr<void, Free>;
+
+ZeroedBuffer makeZeroed(size_t count, size_t size)
+{
+    return ZeroedBuffer(std::calloc(count, size));
+}
+
+bool writeInt32(IBStream& stream, int32 value)
+{
+    return stream.write(&value, sizeof(value), nullptr) == kResultOk;
+}
+
+/** A short read that the stream calls a success leaves the missing bytes of value as they were. */
+bool readInt32(IBStream& stream, int32& value)
+{
+    return stream.read(&value, sizeof(value), nullptr) == kResultOk;
+}
+
+/** The stream's size in bytes with its position at the start, or -1. */
+int64 sizeOf(IBStream& stream)
+{
+    int64 size = -1;
+    if (stream.seek(0, IBStream::kIBSeekEnd, &size) != kResultOk ||
+        stream.seek(0, IBStream::kIBSeekSet, nullptr) != kResultOk)
+        return -1;
+    return size;
+}
+
+} // namespace
+
+tresult PLUGIN_API VstK2x::getState(IBStream* state)
+{
+    VstIEditorConnect* editor = editorConnection;
+    if (!editor || !state)
+        return kResultFalse;
+    return guarded<tresult>(kResultFalse, [editor, state]() -> tresult {
+        if (!writeInt32(*state, kStateVersion))
+            return kResultFalse;
+        std::vector<char> bytes = editor->getStateChunk();
+        if (bytes.size() > static_cast<size_t>(std::numeric_limits<int32>::max()))
+            return kResultFalse;
+        const auto size = static_cast<int32>(bytes.size());
+        if (!writeInt32(*state, size))
+            return kResultFalse;
+        char none = 0; // streams may refuse a null buffer even for no bytes
+        return state->write(bytes.empty() ? &none : bytes.data(), size, nullptr);
+    });
+}
+
+tresult PLUGIN_API VstK2x::setState(IBStream* state)
+{
+    VstIEditorConnect* editor = editorConnection;
+    if (!editor)
+        return kResultOk;
+    return guarded<tresult>(kResultFalse, [this, editor, state] {
+        return editor->getStateFormat() == kTextState ? setTextState(*editor, state)
+                                                      : setBinaryState(*editor, state);
+    });
+}
+
+tresult VstK2x::setTextState(VstIEditorConnect& editor, IBStream* state)
+{
+    if (!state)
+        return kResultOk;
+    const int64 size = sizeOf(*state);
+    if (size < 0 || size > std::numeric_limits<int32>::max())
+        return kResultFalse;
+    // One unit a byte, and one more for the terminator of a text of one byte.
+    const ZeroedBuffer text = makeZeroed(static_cast<size_t>(size) + 1, sizeof(char16));
+    if (!text || state->read(text.get(), static_cast<int32>(size), nullptr) != kResultOk)
+        return kResultFalse;
+    return editor.setStateText(static_cast<const char16*>(text.get())) == 0 ? kResultOk
+                                                                            : kResultFalse;
+}
+
+tresult VstK2x::setBinaryState(VstIEditorConnect& editor, IBStream* state)
+{
+    int32 version = -1;
+    if (!state || !readInt32(*state, version))
+        return kResultFalse;
+    // A state of a later version belongs to a later plug-in: accepted, so that the project opens.
+    if (version != kStateVersion)
+        return kResultOk;
+    int32 size = 0;
+    if (!readInt32(*state, size) || size <= 0)
+        return kResultFalse;
+    const ZeroedBuffer bytes = makeZeroed(static_cast<size_t>(size), 1);
+    if (!bytes || state->read(bytes.get(), size, nullptr) != kResultOk)
+        return kResultFalse;
+    editor.setStateChunk(bytes.get(), size);
+    return kResultOk;
+}
+
+} // namespace Vst
+} // namespace Steinberg
