@@ -1,0 +1,157 @@
+#include "support/Utf.h"
+
+#include <algorithm>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+constexpr char32_t kReplacement = U'?';
+constexpr size_t kString128Units = 128;
+
+bool isHighSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+bool isLowSurrogate(char32_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+/** Takes the next character off text, which is not empty. */
+char32_t takeCharacter(std::u16string_view& text)
+{
+    const char32_t first = text[0];
+    if (isHighSurrogate(first) && text.size() > 1 && isLowSurrogate(text[1])) {
+        const char32_t second = text[1];
+        text.remove_prefix(2);
+        return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
+    }
+    text.remove_prefix(1);
+    return isHighSurrogate(first) || isLowSurrogate(first) ? kReplacement : first;
+}
+
+void append(std::string& result, char32_t character)
+{
+    const auto trail = [&](int shift) {
+        result.push_back(static_cast<char>(0x80 | ((character >> shift) & 0x3F)));
+    };
+    if (character < 0x80) {
+        result.push_back(static_cast<char>(character));
+    } else if (character < 0x800) {
+        result.push_back(static_cast<char>(0xC0 | (character >> 6)));
+        trail(0);
+    } else if (character < 0x10000) {
+        result.push_back(static_cast<char>(0xE0 | (character >> 12)));
+        trail(6);
+        trail(0);
+    } else {
+        result.push_back(static_cast<char>(0xF0 | (character >> 18)));
+        trail(12);
+        trail(6);
+        trail(0);
+    }
+}
+
+/** What a leading byte promises: the bytes of its character and the least value that needs as many.
+ */
+struct Form {
+    size_t bytes;
+    char32_t bits;
+    char32_t least;
+};
+
+Form formOf(unsigned char lead)
+{
+    if (lead < 0x80)
+        return {1, lead, 0};
+    if (lead >= 0xC0 && lead < 0xE0)
+        return {2, lead & 0x1Fu, 0x80};
+    if (lead >= 0xE0 && lead < 0xF0)
+        return {3, lead & 0x0Fu, 0x800};
+    if (lead >= 0xF0 && lead < 0xF8)
+        return {4, lead & 0x07u, 0x10000};
+    return {0, 0, 0};
+}
+
+/** Takes the next character off text, which is not empty; a malformed byte goes alone. */
+char32_t takeCharacter(std::string_view& text)
+{
+    const Form form = formOf(static_cast<unsigned char>(text[0]));
+    char32_t character = form.bits;
+    bool wellFormed = form.bytes > 0 && form.bytes <= text.size();
+    for (size_t i = 1; wellFormed && i < form.bytes; ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        wellFormed = (byte & 0xC0) == 0x80;
+        character = (character << 6) | (byte & 0x3Fu);
+    }
+    wellFormed = wellFormed && character >= form.least && character <= 0x10FFFF &&
+                 !isHighSurrogate(character) && !isLowSurrogate(character);
+    text.remove_prefix(wellFormed ? form.bytes : 1);
+    return wellFormed ? character : kReplacement;
+}
+
+struct Units {
+    char16 unit[2];
+    size_t count;
+};
+
+Units toUnits(char32_t character)
+{
+    if (character < 0x10000)
+        return {{static_cast<char16>(character), 0}, 1};
+    const char32_t offset = character - 0x10000;
+    return {{static_cast<char16>(0xD800 + (offset >> 10)),
+             static_cast<char16>(0xDC00 + (offset & 0x3FF))},
+            2};
+}
+
+} // namespace
+
+std::string utf16ToUtf8(std::u16string_view text)
+{
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty())
+        append(result, takeCharacter(text));
+    return result;
+}
+
+std::u16string utf8ToUtf16(std::string_view text)
+{
+    std::u16string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const Units units = toUnits(takeCharacter(text));
+        result.append(units.unit, units.count);
+    }
+    return result;
+}
+
+void utf8ToString128(std::string_view text, char16* buffer) noexcept
+{
+    size_t used = 0;
+    while (!text.empty() && text.front() != 0) {
+        const Units units = toUnits(takeCharacter(text));
+        if (used + units.count >= kString128Units)
+            break;
+        std::copy_n(units.unit, units.count, buffer + used);
+        used += units.count;
+    }
+    buffer[used] = 0;
+}
+
+size_t boundedLength(const char16* text, size_t size) noexcept
+{
+    return static_cast<size_t>(std::find(text, text + size, char16{0}) - text);
+}
+
+size_t boundedLength(const char8* text, size_t size) noexcept
+{
+    return static_cast<size_t>(std::find(text, text + size, char8{0}) - text);
+}
+
+} // namespace Vst
+} // namespace Steinberg
