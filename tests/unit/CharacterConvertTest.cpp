@@ -1,0 +1,298 @@
+#include "support/CharacterConvert.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+namespace {
+
+/** Packs bytes into 16-bit units, as a host without Unicode does. The heap block ends right behind
+    the last unit, so that a sanitizer sees any read past it. */
+std::unique_ptr<char16[]> pack(std::string_view bytes)
+{
+    auto units = std::make_unique<char16[]>((bytes.size() + 1) / 2);
+    std::memcpy(units.get(), bytes.data(), bytes.size());
+    return units;
+}
+
+std::unique_ptr<char16[]> unterminated(std::u16string_view text)
+{
+    auto units = std::make_unique<char16[]>(text.size());
+    std::copy(text.begin(), text.end(), units.get());
+    return units;
+}
+
+std::string packedText(std::string_view bytes, int32 length = -1)
+{
+    return CharacterConvert(pack(bytes).get(), false, length).getStdString();
+}
+
+int32 number(const char16* text, int base = 10)
+{
+    return CharacterConvert(text, true).getStrToL(base);
+}
+
+} // namespace
+
+TEST(CharacterConvert, Utf16OfAUnicodeHostBecomesUtf8)
+{
+    const CharacterConvert text(u"Gr\u00F6\u00DFe \U0001F3B9 \u3042", true);
+    EXPECT_EQ(text.getStdString(), "Gr\xC3\xB6\xC3\x9F"
+                                   "e \xF0\x9F\x8E\xB9 \xE3\x81\x82");
+}
+
+TEST(CharacterConvert, LoneSurrogatesOfTheHostBecomeQuestionMarks)
+{
+    const char16 text[] = {u'a', 0xD800, u'b', 0xDC00, 0};
+    EXPECT_EQ(CharacterConvert(text, true).getStdString(), "a?b?");
+}
+
+TEST(CharacterConvert, PackedBytesOfAHostWithoutUnicodeComeBackUnchanged)
+{
+    EXPECT_EQ(packedText({"Nuendo\0\0", 8}), "Nuendo");
+    EXPECT_EQ(packedText({"Cubase5\0\0\0", 10}), "Cubase5");
+    EXPECT_EQ(packedText({"\xC4\xD6\xFF\0", 4}), "\xC4\xD6\xFF");
+}
+
+TEST(CharacterConvert, PackedTextNeedsNoMoreThanItsZeroByte)
+{
+    EXPECT_EQ(packedText({"Cubase5\0", 8}), "Cubase5"); // no zero unit anywhere
+    EXPECT_EQ(packedText({"Nuendo\0z", 8}), "Nuendo");  // something else behind the terminator
+    EXPECT_EQ(packedText({"\0z", 2}), "");
+}
+
+TEST(CharacterConvert, PackedTextInAFullFieldIsReadToTheFieldsEnd)
+{
+    EXPECT_EQ(packedText("Nuen", 2), "Nuen");
+    EXPECT_EQ(packedText("Nuendo", 2), "Nuen");
+}
+
+TEST(CharacterConvert, Utf16ReadWithAClearFlagGivesItsFirstCharacterOnly)
+{
+    EXPECT_EQ(CharacterConvert(u"Nuendo", false).getStdString(), "N");
+}
+
+TEST(CharacterConvert, TheCopyOfA16BitTextIsWideWhicheverTheFlag)
+{
+    const CharacterConvert wide(u"Nuendo", true);
+    EXPECT_TRUE(static_cast<const String&>(wide).isWideString());
+    EXPECT_EQ(static_cast<const String&>(wide).length(), 6);
+    const auto units = pack({"Nuendo\0\0", 8});
+    const CharacterConvert packed(units.get(), false);
+    EXPECT_TRUE(static_cast<const String&>(packed).isWideString());
+    EXPECT_EQ(static_cast<const String&>(packed).length(), 3);
+}
+
+TEST(CharacterConvert, AnUnterminatedFieldIsReadToItsEnd)
+{
+    const auto field = unterminated(u"selected");
+    EXPECT_EQ(CharacterConvert(field.get(), true, 8).getStdString(), "selected");
+    EXPECT_EQ(CharacterConvert(field.get(), true, 3).getStdString(), "sel");
+    EXPECT_EQ(CharacterConvert(field.get(), true, 0).getStdString(), "");
+    EXPECT_EQ(CharacterConvert(field.get(), true, 8, false).getStdString(), "selected");
+}
+
+TEST(CharacterConvert, ATerminatorBeforeTheFieldsEndEndsTheText)
+{
+    const char16 field[8] = {u'o', u'u', u't', 0, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
+    EXPECT_EQ(CharacterConvert(field, true, 8).getStdString(), "out");
+    EXPECT_EQ(CharacterConvert(field, true, 8, false).getStdString(), "out");
+}
+
+TEST(CharacterConvert, NullTextsAreEmptyTexts)
+{
+    for (const bool isUnicode : {false, true}) {
+        const CharacterConvert wide(static_cast<const char16*>(nullptr), isUnicode);
+        EXPECT_EQ(wide.getStdString(), "");
+        EXPECT_EQ(wide.getStrToL(10), 0);
+        const CharacterConvert narrow(static_cast<const char8*>(nullptr), isUnicode, 12);
+        EXPECT_EQ(narrow.getStdString(), "");
+        ASSERT_NE(narrow.text8(), nullptr);
+        ASSERT_NE(narrow.text16(), nullptr);
+    }
+}
+
+TEST(CharacterConvert, TheTextOfTheOtherKindIsEmptyNeverNull)
+{
+    const CharacterConvert unicode(u"Nuendo", true);
+    ASSERT_NE(unicode.text8(), nullptr);
+    EXPECT_STREQ(unicode.text8(), "");
+    EXPECT_EQ(std::u16string(unicode.text16()), u"Nuendo");
+
+    const CharacterConvert narrow("Nuendo", false);
+    ASSERT_NE(narrow.text16(), nullptr);
+    EXPECT_EQ(narrow.text16()[0], 0);
+    EXPECT_STREQ(narrow.text8(), "Nuendo");
+}
+
+TEST(CharacterConvert, TheBaseClassSeesTheSameTexts)
+{
+    CharacterConvert unicode(u"Nuendo", true);
+    EXPECT_STREQ(unicode.getText8(), "");
+    EXPECT_EQ(std::u16string(unicode.getText16()), u"Nuendo");
+}
+
+TEST(CharacterConvert, EightBitTextStaysAsItIsWithoutUnicode)
+{
+    EXPECT_EQ(CharacterConvert("\xC4ther", false).getStdString(), "\xC4ther");
+    EXPECT_EQ(CharacterConvert("Nuendo", false, 3).getStdString(), "Nue");
+    EXPECT_EQ(CharacterConvert("Nuendo", false, 3, false).getStdString(), "Nue");
+    EXPECT_EQ(CharacterConvert("Nu", false, 30).getStdString(), "Nu");
+}
+
+TEST(CharacterConvert, UnterminatedEightBitTextIsReadToTheGivenLength)
+{
+    const std::vector<char> field{'p', 'o', 'r', 't'};
+    EXPECT_EQ(CharacterConvert(field.data(), false, 4).getStdString(), "port");
+}
+
+TEST(CharacterConvert, EightBitTextOfAUnicodeHostIsMadeWide)
+{
+    const CharacterConvert text("\xC3\xB6 \xFFz", true);
+    EXPECT_EQ(std::u16string(text.text16()), u"\u00F6 ?z");
+    EXPECT_STREQ(text.text8(), "");
+    EXPECT_EQ(text.getStdString(), "\xC3\xB6 ?z");
+}
+
+TEST(CharacterConvert, TextsThatAHostSetIntoAStringObjectAreRead)
+{
+    StringObject wide;
+    wide.setText16(u"port \u00F6");
+    EXPECT_EQ(CharacterConvert(wide, true).getStdString(), "port \xC3\xB6");
+    EXPECT_EQ(CharacterConvert(wide, true, 4).getStdString(), "port");
+
+    StringObject narrow;
+    narrow.setText8("port 7");
+    EXPECT_EQ(CharacterConvert(narrow, true).getStdString(), "port 7");
+    EXPECT_EQ(CharacterConvert(narrow, false).getStdString(), "port 7");
+    EXPECT_EQ(CharacterConvert(narrow, false, 4).getStdString(), "port");
+    EXPECT_STREQ(narrow.text8(), "port 7");
+}
+
+TEST(CharacterConvert, AStringObjectThatNobodySetIsEmpty)
+{
+    const StringObject untouched;
+    EXPECT_EQ(CharacterConvert(untouched, true).getStdString(), "");
+    EXPECT_EQ(CharacterConvert(untouched, false).getStdString(), "");
+    StringObject cleared;
+    cleared.setText16(nullptr);
+    EXPECT_EQ(CharacterConvert(cleared, true).getStdString(), "");
+}
+
+TEST(CharacterConvert, WideTextOfAHostWithoutUnicodeIsReadAsItsBytes)
+{
+    StringObject object;
+    object.setText16(pack({"midi 1\0\0", 8}).get());
+    EXPECT_EQ(CharacterConvert(object, false).getStdString(), "midi 1");
+}
+
+TEST(CharacterConvert, ATextSetAfterwardsIsReadByTheFlagOfTheConstruction)
+{
+    CharacterConvert text(u"first", true);
+    text.setText8("second");
+    EXPECT_EQ(text.getStdString(), "second");
+    EXPECT_STREQ(text.text8(), "");
+}
+
+TEST(CharacterConvert, ConversionOfNullIsEmpty)
+{
+    EXPECT_EQ(CharacterConvert::ConvertTo8BitString(nullptr, true), "");
+    EXPECT_EQ(CharacterConvert::ConvertTo8BitString(nullptr, false), "");
+    EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"", true), "");
+    EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"", false), "");
+}
+
+TEST(CharacterConvert, ConversionTriesUtf8OnlyWhenAsked)
+{
+    EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"a\u3042b", true), "a\xE3\x81\x82"
+                                                                        "b");
+    EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"a\u3042b", false), "a?b");
+    EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"a\U0001F3B9b", false), "a?b");
+}
+
+TEST(CharacterConvert, ConversionHasNoLimitOfItsOwn)
+{
+    const std::u16string text(100000, u'\u3042');
+    EXPECT_EQ(CharacterConvert::ConvertTo8BitString(text.c_str(), true).size(), 300000u);
+    EXPECT_EQ(CharacterConvert::ConvertTo8BitString(text.c_str(), false), std::string(100000, '?'));
+}
+
+TEST(CharacterConvert, NumbersAreReadUpToTheFirstForeignCharacter)
+{
+    EXPECT_EQ(number(u"10.5.2"), 10);
+    EXPECT_EQ(number(u""), 0);
+    EXPECT_EQ(number(u"Build"), 0);
+    EXPECT_EQ(number(u" \t\n42x"), 42);
+    EXPECT_EQ(number(u"-7"), -7);
+    EXPECT_EQ(number(u"+7"), 7);
+    EXPECT_EQ(number(u"\u0663"), 0); // a digit of another script
+}
+
+TEST(CharacterConvert, NumbersAreReadInTheGivenBase)
+{
+    EXPECT_EQ(number(u"ff", 16), 255);
+    EXPECT_EQ(number(u"0x1F", 0), 31);
+    EXPECT_EQ(number(u"189", 8), 1);
+    EXPECT_EQ(number(u"12", 1), 0); // no such base
+}
+
+TEST(CharacterConvert, NumbersAreNarrowedTo32Bits)
+{
+    EXPECT_EQ(number(u"2147483647"), 2147483647);
+    EXPECT_EQ(number(u"4294967297"), 1);
+    EXPECT_EQ(number(u"99999999999999999999999"), -1); // the greatest long has all low bits set
+    EXPECT_EQ(number(u"-99999999999999999999999"), 0); // the least long has none
+}
+
+TEST(CharacterConvert, TheCaseOfLettersCountsOnlyWhenAsked)
+{
+    const CharacterConvert text(u"Cubase LE", true);
+    EXPECT_TRUE(text.IsContainedInString("cubase", true));
+    EXPECT_FALSE(text.IsContainedInString("cubase", false));
+    EXPECT_TRUE(text.IsContainedInString("Cubase LE", false));
+    EXPECT_TRUE(text.IsContainedInString("base", false));
+    EXPECT_FALSE(text.IsContainedInString("Cubase LE 5", true));
+}
+
+TEST(CharacterConvert, AnEmptyNeedleIsEverywhereAndANullOneNowhere)
+{
+    for (const bool ignoreCase : {false, true}) {
+        EXPECT_TRUE(CharacterConvert(u"", true).IsContainedInString("", ignoreCase));
+        EXPECT_TRUE(CharacterConvert("Nuendo", false).IsContainedInString("", ignoreCase));
+        EXPECT_FALSE(CharacterConvert(u"Nuendo", true).IsContainedInString(nullptr, ignoreCase));
+    }
+}
+
+TEST(CharacterConvert, CaseIsNotFoldedBeyondTheLettersAToZ)
+{
+    const CharacterConvert text(u"\u00D6", true);
+    EXPECT_FALSE(text.IsContainedInString("\xC3\xB6", true));
+    EXPECT_TRUE(text.IsContainedInString("\xC3\x96", true));
+}
+
+TEST(CharacterConvert, LoweringChangesTheLettersAToZAndNothingElse)
+{
+    std::string all;
+    std::string lowered;
+    for (int byte = 1; byte < 256; ++byte) {
+        all.push_back(static_cast<char>(byte));
+        lowered.push_back(static_cast<char>(byte >= 'A' && byte <= 'Z' ? byte + 32 : byte));
+    }
+    EXPECT_EQ(CharacterConvert::GetLowerCaseString(all.c_str()), lowered);
+    EXPECT_EQ(CharacterConvert::GetLowerCaseString(""), "");
+    EXPECT_EQ(CharacterConvert::GetLowerCaseString(nullptr), "");
+}
+
+TEST(CharacterConvert, AnObjectStartsWithOneReference)
+{
+    CharacterConvert text(u"Nuendo", true);
+    EXPECT_EQ(text.getRefCount(), 1);
+    static_assert(std::is_base_of_v<StringObject, CharacterConvert>);
+}
