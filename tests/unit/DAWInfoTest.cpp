@@ -1,0 +1,322 @@
+#include "support/DAWInfo.h"
+#include "hostapi/IHostApplicationW.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+namespace {
+
+/** Answers with the given texts, as UTF-16 or, without Unicode, packed into the units. */
+class Application : public IHostApplicationW {
+public:
+    Application(const char* itsName, const char* itsVersion, bool hasUnicode = true)
+    : isUnicode(hasUnicode)
+    , hasName(itsName != nullptr)
+    , hasVersion(itsVersion != nullptr)
+    , name(units(itsName))
+    , version(units(itsVersion))
+    {
+    }
+
+    Application(std::u16string wideName, std::u16string wideVersion)
+    : isUnicode(true)
+    , hasName(true)
+    , hasVersion(true)
+    , name(std::move(wideName))
+    , version(std::move(wideVersion))
+    {
+    }
+
+    virtual ~Application() { EXPECT_EQ(references, 0) << "DAWInfo takes no reference"; }
+
+    tresult PLUGIN_API queryInterface(const TUID, void** obj) override
+    {
+        *obj = nullptr;
+        return kNoInterface;
+    }
+    uint32 PLUGIN_API addRef() override { return static_cast<uint32>(++references); }
+    uint32 PLUGIN_API release() override { return static_cast<uint32>(--references); }
+
+    const char16* PLUGIN_API getApplicationName() override
+    {
+        return hasName ? name.c_str() : nullptr;
+    }
+    const char16* PLUGIN_API getVersionString() override
+    {
+        return hasVersion ? version.c_str() : nullptr;
+    }
+    tresult PLUGIN_API getCharacterSet() override { return isUnicode ? kResultOk : kResultFalse; }
+
+private:
+    std::u16string units(const char* text) const
+    {
+        const std::string bytes = text ? text : "";
+        if (isUnicode)
+            return {bytes.begin(), bytes.end()};
+        std::u16string packed((bytes.size() + 1) / 2, 0);
+        std::memcpy(packed.data(), bytes.data(), bytes.size());
+        return packed;
+    }
+
+    bool isUnicode;
+    bool hasName;
+    bool hasVersion;
+    std::u16string name;
+    std::u16string version;
+    int references = 0;
+};
+
+using Version = std::vector<int32>;
+
+Version versionOf(const DAWInfo& info)
+{
+    return {info.getMajorVersion(), info.getMinorVersion(), info.getSubVersion()};
+}
+
+Version parse(const char* text)
+{
+    Application application("Cubase", text);
+    return versionOf(DAWInfo(&application));
+}
+
+int32 typeOf(const char* name, bool isUnicode = true)
+{
+    Application application(name, nullptr, isUnicode);
+    return DAWInfo(&application).getHostType();
+}
+
+std::vector<uint16> unitsOf(std::u16string_view text)
+{
+    std::vector<uint16> units(text.begin(), text.end());
+    units.push_back(0);
+    return units;
+}
+
+int indexOf(std::u16string_view text)
+{
+    return DAWInfo(nullptr).GetNumberStringIndex(unitsOf(text).data());
+}
+
+} // namespace
+
+TEST(DAWInfo, EveryProductNameHasItsType)
+{
+    EXPECT_EQ(typeOf("Cubase Studio 5"), 3);
+    EXPECT_EQ(typeOf("Cubase Artist 6.5"), 3);
+    EXPECT_EQ(typeOf("Cubase Essential 5"), 2);
+    EXPECT_EQ(typeOf("Cubase Elements 7"), 2);
+    EXPECT_EQ(typeOf("Cubase AI 7"), 1);
+    EXPECT_EQ(typeOf("Cubase LE 5"), 0);
+    EXPECT_EQ(typeOf("Cubase 6"), 4);
+    EXPECT_EQ(typeOf("Nuendo 5"), 5);
+    EXPECT_EQ(typeOf("Some Studio"), 6);
+    EXPECT_EQ(typeOf(""), 6);
+}
+
+TEST(DAWInfo, ProductNamesAreFoundAnywhereAndInAnyCase)
+{
+    EXPECT_EQ(typeOf("NUENDO 5"), 5);
+    EXPECT_EQ(typeOf("the cubase le edition"), 0);
+    EXPECT_EQ(typeOf("Cub ase"), 6);
+}
+
+TEST(DAWInfo, TheFirstProductOfTheTableDecides)
+{
+    EXPECT_EQ(typeOf("Nuendo with Cubase"), 4);
+    EXPECT_EQ(typeOf("Cubase LE AI Elements"), 0);
+    EXPECT_EQ(typeOf("Cubase AI or Cubase LE"), 1);
+    EXPECT_EQ(typeOf("Cubase LE or Cubase Essential"), 2);
+    EXPECT_EQ(typeOf("Cubase Elements or Cubase Artist"), 3);
+}
+
+TEST(DAWInfo, AHostWithoutUnicodeIsRecognisedByItsPackedName)
+{
+    EXPECT_EQ(typeOf("Nuendo 4", false), 5);
+    EXPECT_EQ(typeOf("Cubase LE 4", false), 0);
+    EXPECT_EQ(typeOf("Cubase5", false), 4);
+}
+
+TEST(DAWInfo, WithoutAHostEverythingIsUnknown)
+{
+    DAWInfo info(nullptr);
+    EXPECT_EQ(info.getHostType(), 6);
+    EXPECT_EQ(versionOf(info), (Version{-1, -1, -1}));
+    EXPECT_FALSE(info.AnalyzeDAWInfo(nullptr));
+}
+
+TEST(DAWInfo, NameAndVersionAreReadWithoutEachOther)
+{
+    Application nameOnly("Cubase 6", nullptr);
+    const DAWInfo named(&nameOnly);
+    EXPECT_EQ(named.getHostType(), 4);
+    EXPECT_EQ(versionOf(named), (Version{-1, -1, -1}));
+
+    Application versionOnly(nullptr, "Version 6.0.7");
+    const DAWInfo versioned(&versionOnly);
+    EXPECT_EQ(versioned.getHostType(), 6);
+    EXPECT_EQ(versionOf(versioned), (Version{6, 0, 7}));
+}
+
+TEST(DAWInfo, AnotherHostGivesTheTypeButNoVersionToAnObjectWithoutHost)
+{
+    Application application("Nuendo 6", "Version 6.5.0");
+    DAWInfo info(nullptr);
+    EXPECT_TRUE(info.AnalyzeDAWInfo(&application));
+    EXPECT_EQ(info.getHostType(), 5);
+    EXPECT_EQ(versionOf(info), (Version{-1, -1, -1}));
+}
+
+TEST(DAWInfo, TheHostOfTheConstructorDecidesHowVersionsAreRead)
+{
+    Application own("Cubase", nullptr, false);
+    Application other("Nuendo", "Version 12.34.56");
+    DAWInfo info(&own);
+    EXPECT_TRUE(info.AnalyzeDAWInfo(&other));
+    EXPECT_EQ(info.getHostType(), 5);
+    EXPECT_EQ(versionOf(info), (Version{1, 3, 5})); // wide units read as bytes end after the first
+}
+
+TEST(DAWInfo, VersionsOfThreePartsAreRead)
+{
+    EXPECT_EQ(parse("Version 6.0.7 build 123"), (Version{6, 0, 7}));
+    EXPECT_EQ(parse("7.5.20"), (Version{7, 5, 20}));
+    EXPECT_EQ(parse("v10.0.30.277"), (Version{10, 0, 30}));
+}
+
+TEST(DAWInfo, AVersionOfTwoPartsSetsTheMajorNumberOnly)
+{
+    EXPECT_EQ(parse("6.5"), (Version{6, -1, -1}));
+    EXPECT_EQ(parse("Version 7."), (Version{7, -1, -1}));
+}
+
+TEST(DAWInfo, AVersionWithoutDigitsOrDotsChangesNothing)
+{
+    EXPECT_EQ(parse(""), (Version{-1, -1, -1}));
+    EXPECT_EQ(parse("Version"), (Version{-1, -1, -1}));
+    EXPECT_EQ(parse("a.b.c"), (Version{-1, -1, -1}));
+    EXPECT_EQ(parse("Version 7"), (Version{-1, -1, -1}));
+    EXPECT_EQ(parse("v.7"), (Version{-1, -1, -1}));
+}
+
+TEST(DAWInfo, AnEmptyFieldKeepsItsValueAndAFieldWithoutDigitsIsZero)
+{
+    EXPECT_EQ(parse("7..3"), (Version{7, -1, 3}));
+    EXPECT_EQ(parse("7.x."), (Version{7, 0, -1}));
+    EXPECT_EQ(parse("7.x.y"), (Version{7, 0, 0}));
+    EXPECT_EQ(parse("7x.5 beta.-2"), (Version{7, 5, -2}));
+}
+
+TEST(DAWInfo, VersionNumbersBeyond32BitsAreNarrowed)
+{
+    EXPECT_EQ(parse("4294967303.5.0"), (Version{7, 5, 0}));
+    EXPECT_EQ(parse("99999999999999999999.5.0"), (Version{-1, 5, 0}));
+}
+
+TEST(DAWInfo, AVersionOfAHostWithoutUnicodeIsNotFound)
+{
+    Application application("Nuendo 4", "Version 4.3.0 Build 371", false);
+    const DAWInfo info(&application);
+    EXPECT_EQ(info.getHostType(), 5);
+    EXPECT_EQ(versionOf(info), (Version{-1, -1, -1}));
+}
+
+TEST(DAWInfo, HostileTextsAreReadAsFarAsTheyGo)
+{
+    Application surrogates(std::u16string{0xD800, u'N', u'u', u'e', u'n', u'd', u'o', 0xDC00},
+                           std::u16string{0xDBFF, u'7', 0xD800, u'.', u'5', u'.', 0xDFFF});
+    const DAWInfo odd(&surrogates);
+    EXPECT_EQ(odd.getHostType(), 5);
+    EXPECT_EQ(versionOf(odd), (Version{7, 5, 0}));
+
+    Application cut(std::u16string(u"Some\0Cubase", 11), std::u16string(u"7.\0005.3", 6));
+    const DAWInfo ended(&cut);
+    EXPECT_EQ(ended.getHostType(), 6);
+    EXPECT_EQ(versionOf(ended), (Version{7, -1, -1}));
+
+    Application endless(std::u16string(100000, u'x') + u"Cubase", std::u16string(100000, u'1'));
+    const DAWInfo late(&endless);
+    EXPECT_EQ(late.getHostType(), 4);
+    EXPECT_EQ(versionOf(late), (Version{-1, -1, -1}));
+}
+
+TEST(DAWInfo, NullVersionTextsChangeNothing)
+{
+    Application application("Cubase", "7.5.2");
+    DAWInfo info(&application);
+    info.SetVersionInfoFromString(nullptr);
+    EXPECT_EQ(versionOf(info), (Version{7, 5, 2}));
+    info.SetVersionInfoFromString(unitsOf(u"none").data());
+    EXPECT_EQ(versionOf(info), (Version{7, 5, 2}));
+    info.SetVersionInfoFromString(unitsOf(u"8.0").data());
+    EXPECT_EQ(versionOf(info), (Version{8, 5, 2}));
+}
+
+TEST(DAWInfo, TheFirstDigitIsFound)
+{
+    EXPECT_EQ(indexOf(u"7.5"), 0);
+    EXPECT_EQ(indexOf(u"Version 7.5"), 8);
+    EXPECT_EQ(indexOf(u"none"), -1);
+    EXPECT_EQ(indexOf(u""), -1);
+    EXPECT_EQ(DAWInfo(nullptr).GetNumberStringIndex(nullptr), -1);
+}
+
+TEST(DAWInfo, OnlyTheTenDigitsOfAllUnitsAreDigits)
+{
+    for (unsigned unit = 1; unit < 0x10000; ++unit) {
+        const bool isDigit = unit >= 0x30 && unit <= 0x39;
+        ASSERT_EQ(indexOf({std::u16string{u'x', static_cast<char16>(unit)}}), isDigit ? 1 : -1)
+            << unit;
+    }
+}
+
+TEST(DAWInfo, VersionsAreComparedFieldByField)
+{
+    Application application("Cubase", "Version 7.5.2");
+    const DAWInfo info(&application);
+    EXPECT_EQ(info.CompareVersion(7, 5, 2), 0);
+    EXPECT_EQ(info.CompareVersion(7, 5, 1), 1);
+    EXPECT_EQ(info.CompareVersion(7, 5, 3), -1);
+    EXPECT_EQ(info.CompareVersion(7, 4, 9), 1);
+    EXPECT_EQ(info.CompareVersion(7, 6, 0), -1);
+    EXPECT_EQ(info.CompareVersion(6, 9, 9), 1);
+    EXPECT_EQ(info.CompareVersion(8, 0, 0), -1);
+    EXPECT_EQ(info.CompareVersion(0, 0, 0), 1);
+}
+
+TEST(DAWInfo, NegativeArgumentsAreNotCompared)
+{
+    Application application("Cubase", "Version 7.5.2");
+    const DAWInfo info(&application);
+    EXPECT_EQ(info.CompareVersion(7, 5, -1), 0);
+    EXPECT_EQ(info.CompareVersion(7, -1, -1), 0);
+    EXPECT_EQ(info.CompareVersion(-1, -1, -1), 0);
+    EXPECT_EQ(info.CompareVersion(-1, 6, -1), -1);
+    EXPECT_EQ(info.CompareVersion(-1, 5, 1), 1);
+    EXPECT_EQ(info.CompareVersion(-1, -1, 3), -1);
+    EXPECT_EQ(info.CompareVersion(7, -5, 1), 1);
+    Application newer("Cubase", "8.0.0");
+    EXPECT_EQ(DAWInfo(&newer).CompareVersion(7, 5, -1), 1);
+}
+
+TEST(DAWInfo, UnknownFieldsAreOlderThanAnyGivenOnes)
+{
+    Application application("Cubase", "7.5");
+    const DAWInfo info(&application);
+    EXPECT_EQ(info.CompareVersion(7, 5, -1), -1);
+    EXPECT_EQ(info.CompareVersion(7, 0, 0), -1);
+    EXPECT_EQ(info.CompareVersion(7, -1, 0), -1);
+    EXPECT_EQ(info.CompareVersion(7, -1, -1), 0);
+    EXPECT_EQ(DAWInfo(nullptr).CompareVersion(0, -1, -1), -1);
+    EXPECT_EQ(DAWInfo(nullptr).CompareVersion(-1, -1, -1), 0);
+}
+
+TEST(DAWInfo, CanBeDeletedThroughABasePointer)
+{
+    static_assert(std::has_virtual_destructor_v<DAWInfo>);
+}
