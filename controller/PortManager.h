@@ -10,6 +10,7 @@
 
 namespace Steinberg {
 
+class IHostPort;
 class IPortRegistry;
 
 namespace Vst {
@@ -18,20 +19,27 @@ class ControllerContext;
 
 /** Each operation is VstK2xController's operation of the same name; the library-facing ones are
     described at VstIControllerInterface, the host-facing ones at IExternalEffectUsingSKI.
-    No locks: callers keep to one thread at a time. */
+
+    Host objects are asked for in each operation and let go at its end; one that is missing ends the
+    operation, and nobody is told. No locks: callers keep to one thread at a time. Where nothing
+    else is said an operation may throw std::bad_alloc, and who calls it for the host or the library
+    stops that. */
 class PortManager {
 public:
-    /** @param owner outlives this object */
-    explicit PortManager(ControllerContext& context)
-    : context(context)
+    /** @param controller outlives this object */
+    explicit PortManager(ControllerContext& controller)
+    : context(controller)
     {
     }
     PortManager(const PortManager&) = delete;
     PortManager& operator=(const PortManager&) = delete;
 
-    std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList();
+    /** The lists are this object's own, never null, and rebuilt by each call; one that ran out of
+        memory is as long as it got. Neither throws. */
+    std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() noexcept;
+    std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList() noexcept;
+
     void setAudioPortList(const char** ids);
-    std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList();
     void setMidiOutPort(const char* id);
     bool isConnectAudioPort() const { return !audioPortIdList.empty(); }
     bool isConnectAudioPortHost() const;
@@ -55,6 +63,13 @@ public:
     static bool isExistAudioPortIdList(std::string id, const std::vector<std::string>& list);
 
 private:
+    void listAudioPorts();
+    void listMidiOutPorts();
+    bool isHeld(const std::string& id) const;
+    IHostPort* takeAudioPort(IPortRegistry& registry, const char* id, bool isUnicode,
+                             std::vector<std::string>& taken);
+    bool isOurMidiPort(IHostPort& port, const std::string& text, bool isUnicode) const;
+
     ControllerContext& context;
     std::vector<VSTiAudioPort::AudioPortInfo> audioPortInfoList;
     std::vector<VSTiMidiPort::MidiOutPortInfo> midiOutPortInfoList;

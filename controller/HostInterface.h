@@ -1,0 +1,22 @@
+// hostInterface: asks the host for one of its extension objects.
+#pragma once
+
+#include "hostapi/IHostClasses.h"
+#include "pluginterfaces/base/smartpointer.h"
+
+namespace Steinberg {
+namespace Vst {
+
+/** The host's object with the ID of Interface, or null when hostClasses is null or does not have
+   it. The reference is new and ends with the pointer. [host main thread] */
+template <class Interface>
+IPtr<Interface> hostInterface(IHostClasses* hostClasses)
+{
+    void* object = nullptr;
+    if (!hostClasses || hostClasses->getHostInterface(Interface::iid, &object) != kResultOk)
+        return {};
+    return owned(static_cast<Interface*>(object));
+}
+
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,328 @@
+#include "controller/PortManager.h"
+
+#include "controller/ControllerContext.h"
+#include "controller/HostInterface.h"
+#include "editorlib/CallGuard.h"
+#include "editorlib/VstIEditorConnect.h"
+#include "hostapi/IBusDescriptor.h"
+#include "hostapi/IComponentPortHandler.h"
+#include "hostapi/IHostApplicationW.h"
+#include "hostapi/IHostPort.h"
+#include "hostapi/IPortRegistry.h"
+#include "support/CharacterConvert.h"
+#include "support/DAWInfo.h"
+
+#include <algorithm>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+/** The system names of the instrument's MIDI ports: the device's name, with a number when several
+    are attached, once or twice. */
+constexpr const char* kBasicPortNameRE[] = {
+    "^Tavrin RDL3/RDL5( [0-9]+)? Port[1-5]$",
+    "^Tavrin RDL3/RDL5( [0-9]+)? Tavrin RDL3/RDL5( [0-9]+)? Port[1-5]$",
+};
+
+/** The instrument's port whose traffic no track is to get unasked. */
+constexpr auto kPortToRemove = "Port4";
+
+constexpr int32 kBuses = 2;
+constexpr int32 kChannelsOfABus = 2;
+constexpr size_t kChannels = 4;
+constexpr int64 kLeftAndRight = 3;
+constexpr int32 kNothingRemoved = 1;
+constexpr int32 kFirstStart = 1;
+constexpr int32 kStandaloneHost = 1;
+
+IPtr<IPortRegistry> portRegistry(const ControllerContext& context)
+{
+    const FUnknownPtr<IHostClasses> hostClasses(context.getHostContext());
+    return hostInterface<IPortRegistry>(hostClasses);
+}
+
+/** Shows each port to visit until it answers false. The host's ports may change meanwhile, so their
+    number is asked for each. */
+template <typename Visit>
+void visitPorts(IPortRegistry& registry, Visit&& visit)
+{
+    for (int32 index = 0; index < registry.getPortCount(); ++index) {
+        IHostPort* port = registry.getPortByIndex(index);
+        if (port && !visit(*port))
+            return;
+    }
+}
+
+bool isAudioInput(IHostPort& port)
+{
+    return port.isPortType("audio") && port.isInputPort();
+}
+
+bool isMidiOutput(IHostPort& port)
+{
+    return !port.isInputPort() && port.isPortType("midi");
+}
+
+std::string toText(const char16* text, bool isUnicode)
+{
+    return CharacterConvert(text, isUnicode).getStdString();
+}
+
+bool readPortId(IHostPort& port, bool isUnicode, std::string& id)
+{
+    StringObject text;
+    if (!port.getPortId(text))
+        return false;
+    id = CharacterConvert(text, isUnicode).getStdString();
+    return true;
+}
+
+void showPort(IPortRegistry& registry, const std::string& id)
+{
+    if (IHostPort* port = registry.findPortById(id.c_str()))
+        port->setDisplayed(true);
+}
+
+} // namespace
+
+std::vector<VSTiAudioPort::AudioPortInfo>* PortManager::getAudioPortList() noexcept
+{
+    guarded([this] { listAudioPorts(); });
+    return &audioPortInfoList;
+}
+
+void PortManager::listAudioPorts()
+{
+    audioPortInfoList.clear();
+    const auto registry = portRegistry(context);
+    if (!registry)
+        return;
+    const bool isUnicode = context.isUnicodeAppHost();
+    visitPorts(*registry, [&](IHostPort& port) {
+        if (!isAudioInput(port))
+            return true;
+        VSTiAudioPort::AudioPortInfo info;
+        info.portName = toText(port.getDisplayName(), isUnicode);
+        // A hidden port is shown to the library only when we are the ones who hid it.
+        if (readPortId(port, isUnicode, info.portId) && (port.isDisplayed() || isHeld(info.portId)))
+            audioPortInfoList.push_back(std::move(info));
+        return true;
+    });
+}
+
+std::vector<VSTiMidiPort::MidiOutPortInfo>* PortManager::getMidiOutPortList() noexcept
+{
+    guarded([this] { listMidiOutPorts(); });
+    return &midiOutPortInfoList;
+}
+
+void PortManager::listMidiOutPorts()
+{
+    midiOutPortInfoList.clear();
+    const FUnknownPtr<IComponentPortHandler> portHandler(context.getComponentHandler());
+    if (!portHandler)
+        return;
+    const auto registry = portRegistry(context);
+    if (!registry)
+        return;
+    const bool isUnicode = context.isUnicodeAppHost();
+    // One record for all ports: one whose ID cannot be read is listed with the ID before it.
+    VSTiMidiPort::MidiOutPortInfo info;
+    visitPorts(*registry, [&](IHostPort& port) {
+        if (!isMidiOutput(port) || port.hasPortAttribute("virtual") ||
+            port.hasPortAttribute("proxy"))
+            return true;
+        info.portName = toText(port.getDisplayName(), isUnicode);
+        if (!port.isDisplayed())
+            return true;
+        readPortId(port, isUnicode, info.portId);
+        midiOutPortInfoList.push_back(info);
+        return true;
+    });
+}
+
+void PortManager::setMidiOutPort(const char* id)
+{
+    const auto registry = portRegistry(context);
+    const FUnknownPtr<IComponentPortHandler> portHandler(context.getComponentHandler());
+    if (!portHandler || !registry)
+        return;
+    const bool isUnicode = context.isUnicodeAppHost();
+    IHostPort* found = nullptr;
+    visitPorts(*registry, [&](IHostPort& port) {
+        std::string portId;
+        // Unlike the list, a proxy can be chosen.
+        if (isMidiOutput(port) && !port.hasPortAttribute("virtual") &&
+            readPortId(port, isUnicode, portId) && id && portId == id)
+            found = &port;
+        return !found;
+    });
+    if (found)
+        portHandler->setMidiOutputPorts(&found, 1, &found, 1);
+    else
+        portHandler->setMidiOutputPorts(nullptr, 0, nullptr, 0);
+}
+
+void PortManager::setAudioPortList(const char** ids)
+{
+    if (!ids)
+        return;
+    const FUnknownPtr<IHostClasses> hostClasses(context.getHostContext());
+    const auto registry = hostInterface<IPortRegistry>(hostClasses);
+    const FUnknownPtr<IComponentPortHandler> portHandler(context.getComponentHandler());
+    if (!portHandler || !registry)
+        return;
+
+    const bool isUnicode = context.isUnicodeAppHost();
+    std::vector<std::string> taken;
+    taken.reserve(kChannels); // so that no port is hidden that cannot be remembered
+    IPtr<IBusDescriptor> buses[kBuses];
+    for (auto& bus : buses) {
+        bus = hostInterface<IBusDescriptor>(hostClasses);
+        if (bus)
+            bus->setArrangement(kLeftAndRight);
+        for (int32 channel = 0; channel < kChannelsOfABus; ++channel, ++ids) {
+            IHostPort* port = takeAudioPort(*registry, *ids, isUnicode, taken);
+            if (bus)
+                bus->setChannelPort(channel, port);
+        }
+    }
+    // The descriptors are the host's from here on, and so are our references to them.
+    IBusDescriptor* handedOver[kBuses] = {buses[0].take(), buses[1].take()};
+    portHandler->setAudioInputBuses(0, 0, handedOver, kBuses);
+
+    for (const std::string& id : audioPortIdList)
+        if (isExistAudioPortIdList(id, taken))
+            showPort(*registry, id);
+    audioPortIdList = std::move(taken);
+}
+
+IHostPort* PortManager::takeAudioPort(IPortRegistry& registry, const char* id, bool isUnicode,
+                                      std::vector<std::string>& taken)
+{
+    if (!id || *id == 0)
+        return nullptr;
+    IHostPort* result = nullptr;
+    visitPorts(registry, [&](IHostPort& port) {
+        std::string portId;
+        if (!isAudioInput(port) || !readPortId(port, isUnicode, portId) || portId != id)
+            return true;
+        // A port that somebody else hid is not ours to take.
+        if (port.isDisplayed() || isHeld(portId)) {
+            port.setDisplayed(false);
+            taken.push_back(std::move(portId));
+            result = &port;
+        }
+        return false;
+    });
+    return result;
+}
+
+bool PortManager::isConnectAudioPortHost() const
+{
+    const FUnknownPtr<IHostApplicationW> application(context.getHostContext());
+    if (!application)
+        return true;
+    const DAWInfo host(application);
+    switch (host.getHostType()) {
+    case DAWInfo::kUnknownHost:
+        return context.getVSTHostType() != kStandaloneHost;
+    case DAWInfo::kNuendo:
+        return host.CompareVersion(5, 0, 0) < 0;
+    default:
+        return host.CompareVersion(5, 1, 0) < 0;
+    }
+}
+
+int32 PortManager::hostReadyForSetPortConnections()
+{
+    VstIEditorConnect* connection = context.getEditorConnection();
+    if (!connection)
+        return kResultOk;
+    allMidiInputRemove(kPortToRemove);
+    firstStartAudioportDisplayCompulsorily();
+    guarded([&] { connection->onHostPortsReady(!initialStartFileLoad); });
+    hostReadyForSetPort = true;
+    guarded([&] { connection->onInitialStartFileLoad(initialStartFileLoad); });
+    context.changeLatencyTrigger();
+    return kResultOk;
+}
+
+int32 PortManager::allMidiInputRemove(const std::string& text)
+{
+    if (text.empty() || !FUnknownPtr<IComponentPortHandler>(context.getComponentHandler()))
+        return kNothingRemoved;
+    const auto registry = portRegistry(context);
+    if (!registry)
+        return kNothingRemoved;
+    const bool isUnicode = context.isUnicodeAppHost();
+    int32 result = kNothingRemoved;
+    visitPorts(*registry, [&](IHostPort& port) {
+        if (isOurMidiPort(port, text, isUnicode))
+            result = registry->removeFromAllMidiInputs(&port);
+        return true;
+    });
+    return result;
+}
+
+bool PortManager::isOurMidiPort(IHostPort& port, const std::string& text, bool isUnicode) const
+{
+    if (!port.isPortType("midi") || port.hasPortAttribute("virtual") ||
+        port.hasPortAttribute("proxy"))
+        return false;
+    const std::string name = toText(port.getSystemName(), isUnicode);
+    VstIEditorConnect* connection = context.getEditorConnection();
+    const auto matches = [&](const char* pattern) {
+        return connection && guarded(false, [&] {
+                   return connection->matchRegularExpression(pattern, name.c_str());
+               });
+    };
+    return std::any_of(std::begin(kBasicPortNameRE), std::end(kBasicPortNameRE),
+                       [&](const char* pattern) {
+                           return matches(pattern) && name.find(text) != std::string::npos;
+                       });
+}
+
+void PortManager::firstStartAudioportDisplayCompulsorily()
+{
+    VstIEditorConnect* connection = context.getEditorConnection();
+    if (!connection ||
+        guarded(int32{0}, [&] { return connection->getFirstStartState(); }) != kFirstStart)
+        return;
+    const auto registry = portRegistry(context);
+    if (!registry)
+        return;
+    const bool isUnicode = context.isUnicodeAppHost();
+    visitPorts(*registry, [&](IHostPort& port) {
+        if (!isAudioInput(port))
+            return true;
+        const std::string name = toText(port.getDisplayName(), isUnicode);
+        if (guarded(false, [&] { return connection->isDisplayAudioPort(name.c_str()); }))
+            port.setDisplayed(true);
+        return true;
+    });
+}
+
+void PortManager::releasePorts(IPortRegistry* registry)
+{
+    if (registry)
+        for (const std::string& id : audioPortIdList)
+            showPort(*registry, id);
+    audioPortIdList.clear();
+}
+
+bool PortManager::isHeld(const std::string& id) const
+{
+    return !isExistAudioPortIdList(id, audioPortIdList);
+}
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that callers know
+bool PortManager::isExistAudioPortIdList(std::string id, const std::vector<std::string>& list)
+{
+    return std::find(list.begin(), list.end(), id) == list.end();
+}
+
+} // namespace Vst
+} // namespace Steinberg
