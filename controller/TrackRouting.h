@@ -17,18 +17,23 @@ class IValue;
 namespace Vst {
 
 class ControllerContext;
+class RoutingCheck;
 
-/** Each operation is VstK2xController's operation of the same name. No locks: update and
-    editorPartSyncMidiCh are expected not to run at the same time. */
+/** Each operation is VstK2xController's operation of the same name.
+
+    A missing host object ends the step, and nobody is told. No locks: update and
+    editorPartSyncMidiCh are expected not to run at the same time. An operation may throw
+    std::bad_alloc, and who calls it for the host or the library stops that. */
 class TrackRouting {
 public:
-    /** @param owner outlives this object */
-    explicit TrackRouting(ControllerContext& owner);
+    /** @param controller outlives this object */
+    explicit TrackRouting(ControllerContext& controller);
     ~TrackRouting();
     TrackRouting(const TrackRouting&) = delete;
     TrackRouting& operator=(const TrackRouting&) = delete;
 
-    /** Reads the host's version, on which it depends how instrument tracks are followed. */
+    /** Reads the host's version, on which it depends how instrument tracks are followed. Called by
+        initialize, first. */
     void readHostVersion();
 
     /** Finds the host's mixer and its "selected" value and observes both. Called by initialize. */
@@ -38,28 +43,56 @@ public:
         @param updateHandler the host's, or null: the values are then only let go */
     void stopObserving(IUpdateHandler* updateHandler);
 
+    /** A host object that we observe changed.
+        @param changedUnknown borrowed; null does nothing
+        @param message an IDependent::ChangeMessage; only kDestroyed differs from the others */
     void update(FUnknown* changedUnknown, int32 message);
+
+    /** Makes the host select the first track that plays on channel (0 to 15, else nothing happens)
+        through this plug-in, unless the selected one does. The host may call update from inside. */
     void editorPartSyncMidiCh(unsigned int channel);
+
+    /** Shows the editor's part of the selected track's channel, when that is observed. */
     void midiChSyncEditorPart() const;
 
+    /** Whether a track's MIDI goes to this plug-in: an older host says so in the text of output, a
+        newer one by the instrument that feeds track. Either may be null. */
     bool CheckMIDIOutputRouting(IValue* output, IDevice* track);
+
+    /** The host's selected track, borrowed, or null. */
     IDevice* getSelectedTrackDevice() const;
+
+    /** Observes the "output" or the "channel" value of a track that we follow, unless one is
+        observed already. @param track null for the selected track */
     void AddDependent_MIDIOutput(IHostClasses* hostClasses, IDevice* track);
     void AddDependent_MIDIChannel(IHostClasses* hostClasses, IDevice* track);
+
+    /** Ends it; without the host's update handler the value stays. */
     void RemoveDependent_MIDIOutput(IHostClasses* hostClasses);
     void RemoveDependent_MIDIChannel(IHostClasses* hostClasses);
+
+    /** Whether text occurs in the value's text: containment in spite of its name, kept so. */
     bool isSameIValueString(IValue* value, const std::string& text);
 
     bool isNewHostVersion() const { return newHostVersion; }
 
 private:
+    bool qualifies(IDevice& track) const;
+    void observe(IPtr<IValue>& value, const char* name, IHostClasses* hostClasses, IDevice* track);
+    void endObservation(IPtr<IValue>& value, IHostClasses* hostClasses);
+    void selectedTrackChanged(IHostClasses* hostClasses, RoutingCheck& routing);
+    void mixerChanged(IHostClasses* hostClasses);
+    void midiOutputChanged(IHostClasses* hostClasses, RoutingCheck& routing);
+    void followChannel(IHostClasses* hostClasses, RoutingCheck& routing);
+    int32 findTrack(int32 channel) const;
+
     ControllerContext& context;
     bool newHostVersion = false; ///< Nuendo 6.5, Cubase 7.5 or later: instrument tracks count too
     IDevice* mixerDevice = nullptr; ///< borrowed from findDevice, hence never released
     IPtr<IValue> selectedTrackValue;
     IPtr<IValue> midiOutputValue;
     IPtr<IValue> midiChannelValue;
-    int32 trackCount = 0;
+    int32 trackCount = 0; ///< the mixer's children when last seen
 };
 
 } // namespace Vst

@@ -1,0 +1,107 @@
+#include "controller/RoutingCheck.h"
+
+#include "controller/ControllerContext.h"
+#include "controller/HostInterface.h"
+#include "hostapi/IConnector.h"
+#include "hostapi/IDevice.h"
+#include "hostapi/IValue.h"
+#include "support/CharacterConvert.h"
+
+#include <cstring>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+constexpr auto kPlugInName = "RDL3/RDL5 VST";
+constexpr auto kOutputText = " - RDL3/RDL5 VST"; ///< an output names its device, then the plug-in
+constexpr auto kMixerOfInstruments = "VST Mixer";
+constexpr auto kInstrumentFolder = "VST Project Instruments";
+constexpr int32 kTextUnits = 256;
+
+bool isOfType(IDevice& device, const char* type)
+{
+    const char* deviceType = device.getDeviceType();
+    return deviceType && std::strcmp(deviceType, type) == 0;
+}
+
+/** The connector of an instrument's first output, when it has any. */
+IPtr<IConnector> outputConnector(IDevice& instrument)
+{
+    if (instrument.countChildren() <= 0)
+        return {};
+    return FUnknownPtr<IConnector>(instrument.getChild(0));
+}
+
+} // namespace
+
+RoutingCheck::RoutingCheck(const ControllerContext& controller, bool throughInstrumentRack)
+: context(controller)
+, useInstrumentRack(throughInstrumentRack)
+{
+}
+
+bool RoutingCheck::isRoutedHere(IValue* output, IDevice* track)
+{
+    if (!useInstrumentRack)
+        return containsText(output, kOutputText);
+    return track && containsText(effectTypeOf(track), kPlugInName);
+}
+
+bool RoutingCheck::containsText(IValue* value, const std::string& text)
+{
+    if (!value)
+        return false;
+    char16 buffer[kTextUnits] = {};
+    int32 size = kTextUnits;
+    value->getString(buffer, &size);
+    // The host may have filled the buffer to the last unit, without a terminator.
+    return CharacterConvert(buffer, isUnicode(), kTextUnits)
+        .IsContainedInString(text.c_str(), false);
+}
+
+bool RoutingCheck::isUnicode()
+{
+    if (!unicode)
+        unicode = context.isUnicodeAppHost();
+    return *unicode;
+}
+
+/** The effect type of the first instrument that feeds the track and has such a value. */
+IPtr<IValue> RoutingCheck::effectTypeOf(IDevice* track)
+{
+    IDevice* folder = instrumentFolder();
+    for (int32 index = 0; folder && index < folder->countChildren(); ++index) {
+        IDevice* instrument = folder->getChild(index);
+        const auto connector = instrument ? outputConnector(*instrument) : IPtr<IConnector>();
+        if (!connector || !connector->isConnectedTo(track))
+            continue;
+        if (auto effectType = owned(instrument->getValue("effectType")))
+            return effectType;
+    }
+    return {};
+}
+
+IDevice* RoutingCheck::instrumentFolder()
+{
+    if (!foundFolder)
+        foundFolder = findInstrumentFolder();
+    return *foundFolder;
+}
+
+IDevice* RoutingCheck::findInstrumentFolder()
+{
+    const FUnknownPtr<IHostClasses> hostClasses(context.getHostContext());
+    deviceList = hostInterface<IDeviceList>(hostClasses);
+    IDevice* mixer = deviceList ? deviceList->findDevice(kMixerOfInstruments, 0) : nullptr;
+    for (int32 index = 0; mixer && index < mixer->countChildren(); ++index) {
+        IDevice* child = mixer->getChild(index);
+        if (child && isOfType(*child, kInstrumentFolder))
+            return child;
+    }
+    return nullptr;
+}
+
+} // namespace Vst
+} // namespace Steinberg
