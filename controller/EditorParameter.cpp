@@ -1,0 +1,158 @@
+#include "controller/EditorParameter.h"
+
+#include "editorlib/CallGuard.h"
+#include "editorlib/VstIEditorConnect.h"
+#include "support/Utf.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+#include <string_view>
+
+namespace Steinberg {
+namespace Vst {
+
+using Base::Thread::FGuard;
+using Base::Thread::FLock;
+
+namespace {
+
+/** No editor parameter has as many values. A library that claims a range of billions would keep the
+    host waiting and eat its memory; values beyond show no text. */
+constexpr int64 kMaxValueTexts = 1 << 20;
+
+int32 cutToInt32(double value)
+{
+    constexpr double low = std::numeric_limits<int32>::min();
+    constexpr double high = std::numeric_limits<int32>::max();
+    // NaN fails every comparison, and would be undefined behaviour in the conversion.
+    if (!(value > low))
+        return value <= low ? std::numeric_limits<int32>::min() : 0;
+    return value < high ? static_cast<int32>(value) : std::numeric_limits<int32>::max();
+}
+
+} // namespace
+
+EditorParameter::EditorParameter(VstIEditorConnect* editorConnection, int32 flags, ParamID id,
+                                 UnitID unitId, int32 stepCount, const char* title)
+: editor(editorConnection)
+, lock(std::make_unique<FLock>("ParameterFlag"))
+{
+    utf8ToString128(title ? title : "", info.title);
+    info.id = id;
+    info.flags = flags;
+    info.unitId = unitId;
+    info.stepCount = stepCount;
+    if (editor) {
+        maximum = guarded<int32>(0, [&] { return editor->getParameterMax(id); });
+        minimum = guarded<int32>(0, [&] { return editor->getParameterMin(id); });
+    }
+    updateParemeterInfo();
+    fetchValueTexts();
+}
+
+EditorParameter::~EditorParameter() = default;
+
+void EditorParameter::fetchValueTexts()
+{
+    if (!editor || maximum <= minimum)
+        return;
+    const int64 count =
+        std::min(static_cast<int64>(maximum) - static_cast<int64>(minimum) + 1, kMaxValueTexts);
+    valueTexts.resize(static_cast<size_t>(count));
+    for (int64 index = 0; index < count; ++index) {
+        const auto value = static_cast<int32>(minimum + index);
+        std::string& text = valueTexts[static_cast<size_t>(index)];
+        guarded([&] { editor->getParameterValueString(info.id, value, text); });
+    }
+}
+
+void EditorParameter::setTextParser(TextParser textParser, int32 offset)
+{
+    parser = textParser;
+    parseOffset = offset;
+}
+
+int32 EditorParameter::askValue() const
+{
+    if (!editor)
+        return editorValue;
+    return guarded<int32>(editorValue, [this] { return editor->getParameterValue(info.id); });
+}
+
+void EditorParameter::updateParemeterInfo()
+{
+    double normalized = 0;
+    {
+        const FGuard guard(*lock);
+        editorValue = askValue();
+        normalized = convertToVSTParameter(editorValue);
+        info.defaultNormalizedValue = normalized;
+    }
+    setNormalized(normalized);
+}
+
+double EditorParameter::convertToVSTParameter(int value) const
+{
+    if (maximum == minimum)
+        return 0;
+    return (static_cast<double>(value) - minimum) / (static_cast<double>(maximum) - minimum);
+}
+
+int32 EditorParameter::convertToEditorValue(double normalized) const
+{
+    const double span = static_cast<double>(maximum) - minimum;
+    return cutToInt32(minimum + (span * normalized + 0.5));
+}
+
+void EditorParameter::toString(ParamValue normalized, String128 string) const
+{
+    if (hasValueTexts) {
+        const int64 index = static_cast<int64>(convertToEditorValue(normalized)) - minimum;
+        const bool known = index >= 0 && index < static_cast<int64>(valueTexts.size());
+        utf8ToString128(known ? std::string_view(valueTexts[static_cast<size_t>(index)]) : "",
+                        string);
+        return;
+    }
+    char number[128];
+    std::snprintf(number, sizeof(number), "%.4f", normalized);
+    utf8ToString128(number, string);
+}
+
+bool EditorParameter::fromString(const TChar* string, ParamValue& normalized) const
+{
+    int number = 0;
+    if (!parser || !string || parser(string, number) != 0)
+        return false;
+    const int64 value = static_cast<int64>(number) + parseOffset;
+    if (value < minimum || value > maximum)
+        return false;
+    normalized = convertToVSTParameter(static_cast<int>(value));
+    return true;
+}
+
+int32 EditorParameter::getEditorParameter() const
+{
+    if (!lock)
+        return 0;
+    const FGuard guard(*lock);
+    return editorValue;
+}
+
+void EditorParameter::setEditorParameter(int32 value)
+{
+    const FGuard guard(*lock);
+    editorValue = value;
+}
+
+bool EditorParameter::changeEditorParameter(int32 value)
+{
+    const FGuard guard(*lock);
+    if (editorValue == value)
+        return false;
+    editorValue = value;
+    return true;
+}
+
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,221 @@
+#include "controller/ParameterModel.h"
+
+#include "controller/ParameterTable.h"
+#include "controller/VstK2xController.h"
+#include "editorlib/CallGuard.h"
+#include "editorlib/VstIEditorConnect.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace Steinberg {
+namespace Vst {
+
+using Base::Thread::FGuard;
+using Base::Thread::FLock;
+
+ParameterModel::ParameterModel(ParameterModelOwner& modelOwner)
+: owner(modelOwner)
+, guiEventLock(std::make_unique<FLock>("GuiEventLocker"))
+{
+}
+
+ParameterModel::~ParameterModel() = default;
+
+unsigned ParameterModel::createObserverParameter(int block, int number, int part,
+                                                 ValueChangedCallback callback,
+                                                 VstIObserver::ParamModeType mode)
+{
+    const unsigned id = vstParameterID(block, number, part, mode);
+    const GetObserver makeObserver = owner.findObserverEntry();
+    if (!makeObserver)
+        return id;
+    // Its place first: an observer that cannot be kept could not be destroyed either.
+    observers.push_back(nullptr);
+    VstIObserver* observer = nullptr;
+    guarded([&] {
+        makeObserver(&observer, owner.callbackContext(), static_cast<int>(id), block, number, part,
+                     callback, mode, editorBeginEditCallBack, editorEndEditCallBack);
+    });
+    if (VstIEditorConnect* editor = owner.getEditorConnection())
+        guarded([&] { editor->addObserver(observer); });
+    observers.back() = observer;
+    return id;
+}
+
+EditorParameter* ParameterModel::add(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
+                                     const char* title)
+{
+    IPtr<EditorParameter> parameter = owned(
+        new EditorParameter(owner.getEditorConnection(), flags, id, unitId, stepCount, title));
+    EditorParameter* borrowed = parameter;
+    owner.addParameter(parameter.take());
+    const std::lock_guard<std::mutex> guard(mapLock);
+    parametersByID[id] = borrowed;
+    return borrowed;
+}
+
+int32 ParameterModel::askStepCount(unsigned id) const
+{
+    VstIEditorConnect* editor = owner.getEditorConnection();
+    return editor ? guarded<int32>(0, [&] { return editor->getParameterStepCount(id); }) : 0;
+}
+
+void ParameterModel::createVSTPartParameter(UnitID unitId, int part,
+                                            VstIObserver::ParamModeType mode)
+{
+    for (const PartParameter& row : kPartParameters) {
+        const unsigned id =
+            createObserverParameter(row.block, row.number, part, editorValueChange, mode);
+        char title[64];
+        std::snprintf(title, sizeof(title), row.title, part + 1);
+        const int32 stepCount = row.asksForStepCount ? askStepCount(id) : 0;
+        EditorParameter* parameter = add(id, ParameterInfo::kCanAutomate, unitId, stepCount, title);
+        parameter->setHasValueTexts(true);
+        parameter->setTextParser(row.parser, row.parseOffset);
+    }
+}
+
+void ParameterModel::createVSTNotAutomationParameter()
+{
+    const unsigned id = createObserverParameter(
+        kEditFlagBlock, kEditFlagNumber, 0, editorEditFlagChange, VstIObserver::ParamModePartVoice);
+    add(id, ParameterInfo::kNoFlags, kNoParentUnitId, askStepCount(id), "");
+}
+
+IPtr<Parameter> ParameterModel::getParameter(unsigned id) const
+{
+    const std::lock_guard<std::mutex> guard(mapLock);
+    const auto found = parametersByID.find(id);
+    return found == parametersByID.end() ? nullptr : found->second;
+}
+
+IPtr<EditorParameter> ParameterModel::findEditorParameter(unsigned id) const
+{
+    const IPtr<Parameter> parameter = getParameter(id);
+    return FCast<EditorParameter>(parameter.get());
+}
+
+void ParameterModel::setEditorParameter(unsigned id, int value)
+{
+    const auto parameter = findEditorParameter(id);
+    if (parameter && parameter->changeEditorParameter(value))
+        setParameterToVST(parameter, id, value);
+}
+
+void ParameterModel::setEditFlagParameter(unsigned id, int value)
+{
+    const auto parameter = findEditorParameter(id);
+    if (parameter && parameter->changeEditorParameter(value) && value != 0)
+        setParameterToVST(parameter, id, value);
+}
+
+void ParameterModel::setParameterToVST(const EditorParameter* parameter, unsigned id, int value)
+{
+    if (!parameter || !owner.getEditorConnection())
+        return;
+    notificationGuiEvent(GuiEventValueChange, id, parameter->convertToVSTParameter(value));
+}
+
+void ParameterModel::notificationGuiEvent(GuiEvent kind, unsigned id, double value)
+{
+    const QueuedEvent event(kind, {id, value});
+    if (owner.isUnicodeAppHost()) {
+        if (!connecting)
+            dispatch(event);
+        return;
+    }
+    const FGuard guard(*guiEventLock);
+    guiEvents.push_back(event);
+}
+
+void ParameterModel::dispatch(const QueuedEvent& event)
+{
+    const auto [id, value] = event.second;
+    switch (event.first) {
+    case GuiEventBeginEdit:
+        owner.beginEdit(id);
+        break;
+    case GuiEventEndEdit:
+        owner.endEdit(id);
+        break;
+    case GuiEventValueChange:
+        owner.changeValue(id, value);
+        break;
+    }
+}
+
+void ParameterModel::notificationEvent()
+{
+    pollObservers();
+    drainQueue();
+}
+
+void ParameterModel::pollObservers()
+{
+    // By index: what a callback starts may end with the list being emptied.
+    for (size_t index = 0; index < observers.size(); ++index)
+        if (VstIObserver* observer = observers[index])
+            guarded([observer] { observer->checkChange(); });
+}
+
+void ParameterModel::drainQueue()
+{
+    for (;;) {
+        const FGuard guard(*guiEventLock);
+        // A host that runs its event loop inside a call can tick again; the outer drain goes on
+        // where it is.
+        if (draining || guiEvents.empty())
+            return;
+        draining = true;
+        guarded([this] { dispatch(guiEvents.front()); });
+        draining = false;
+        if (!guiEvents.empty())
+            guiEvents.pop_front();
+    }
+}
+
+void ParameterModel::setVSTManageParameter(unsigned id, int value)
+{
+    if (const auto parameter = findEditorParameter(id))
+        parameter->setEditorParameter(value);
+}
+
+bool ParameterModel::isSetVSTValue(unsigned id, double normalized, int& value)
+{
+    value = 0;
+    const auto parameter = findEditorParameter(id);
+    if (!parameter)
+        return false;
+    const int32 editorValue = parameter->convertToEditorValue(normalized);
+    if (!parameter->changeEditorParameter(editorValue))
+        return false;
+    value = editorValue;
+    return true;
+}
+
+void ParameterModel::removeObservers()
+{
+    VstIEditorConnect* editor = owner.getEditorConnection();
+    const std::vector<VstIObserver*> removed = std::exchange(observers, {});
+    for (VstIObserver* observer : removed) {
+        if (!observer)
+            continue;
+        if (editor)
+            guarded([&] { editor->removeObserver(observer); });
+        guarded([observer] { observer->destroy(); });
+    }
+}
+
+void ParameterModel::clear()
+{
+    {
+        const std::lock_guard<std::mutex> guard(mapLock);
+        parametersByID.clear();
+    }
+    const FGuard guard(*guiEventLock);
+    guiEvents.clear();
+}
+
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,123 @@
+// ParameterModel: the controller's mirrored parameters, their observers, and the way of a change in
+// the editor to the host.
+#pragma once
+
+#include "controller/EditorParameter.h"
+#include "editorlib/EntryPoints.h"
+#include "pluginterfaces/base/smartpointer.h"
+
+#include "base/thread/include/flock.h"
+
+#include <atomic>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+
+class VstIEditorConnect;
+
+/** What the parameter model needs of the controller. Borrowed pointers, possibly null. */
+class ParameterModelOwner {
+public:
+    virtual VstIEditorConnect* getEditorConnection() const = 0;
+    virtual GetObserver findObserverEntry() const = 0;
+    /** The controller as the context of the library's callbacks. */
+    virtual void* callbackContext() = 0;
+    virtual bool isUnicodeAppHost() const = 0;
+    /** Takes the parameter into the host-visible container, with its reference. */
+    virtual void addParameter(Parameter* parameter) = 0;
+
+    // The host's side of a gesture. [main thread, or any library thread in a Unicode host]
+    virtual void beginEdit(ParamID id) = 0;
+    virtual void endEdit(ParamID id) = 0;
+    virtual void changeValue(ParamID id, ParamValue value) = 0;
+
+protected:
+    ~ParameterModelOwner() = default;
+};
+
+/** Parameters are created on the host's main thread; changes come on any library thread.
+
+    A change goes to the host at once in a Unicode host, else through a queue that the timer drains
+   on the main thread. Locks, never held the other way round: an EditorParameter's "ParameterFlag"
+   is released before "GuiEventLocker" is taken, and "GuiEventLocker" is held while the host is
+   called. The ID map has a lock of its own that is held for the look-up alone, so that a callback
+   that comes late finds either a living parameter or none. */
+class ParameterModel {
+public:
+    /** What happens to a parameter in the editor. */
+    enum GuiEvent : int32 { GuiEventBeginEdit = 0, GuiEventEndEdit = 1, GuiEventValueChange = 2 };
+
+    /** @param owner outlives this object */
+    explicit ParameterModel(ParameterModelOwner& owner);
+    ~ParameterModel();
+    ParameterModel(const ParameterModel&) = delete;
+    ParameterModel& operator=(const ParameterModel&) = delete;
+
+    /** Creates an observer of an editor parameter, if the library can make one.
+        @return the parameter's VST ID in any case */
+    unsigned createObserverParameter(int block, int number, int part, ValueChangedCallback callback,
+                                     VstIObserver::ParamModeType mode);
+
+    /** Creates a part's fourteen parameters in the order of the table. */
+    void createVSTPartParameter(UnitID unitId, int part, VstIObserver::ParamModeType mode);
+
+    /** Creates the edit flag's parameter. */
+    void createVSTNotAutomationParameter();
+
+    /** The parameter with this ID, or null. [any thread] */
+    IPtr<Parameter> getParameter(unsigned id) const;
+
+    // A change in the editor, on its way to the host. [any library thread]
+    void setEditorParameter(unsigned id, int value);
+    /** As setEditorParameter, but a value of 0 is not told to the host. */
+    void setEditFlagParameter(unsigned id, int value);
+    void setParameterToVST(const EditorParameter* parameter, unsigned id, int value);
+    void notificationGuiEvent(GuiEvent kind, unsigned id, double value);
+
+    /** The timer's tick: polls the observers, then passes every queued event to the host.
+        [host main thread] */
+    void notificationEvent();
+
+    // The host's value, on the library's request. [any library thread]
+    void setVSTManageParameter(unsigned id, int value);
+    bool isSetVSTValue(unsigned id, double normalized, int& value);
+
+    /** While true, changes in a Unicode host are dropped: the host is being told all values anyway.
+     */
+    void setConnecting(bool state) { connecting = state; }
+
+    /** Takes every observer from the library and destroys it. Called by terminate. */
+    void removeObservers();
+
+    /** Forgets the parameters, which their container is about to destroy, and undelivered events.
+     */
+    void clear();
+
+private:
+    using QueuedEvent = std::pair<GuiEvent, std::pair<ParamID, ParamValue>>;
+
+    IPtr<EditorParameter> findEditorParameter(unsigned id) const;
+    EditorParameter* add(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
+                         const char* title);
+    int32 askStepCount(unsigned id) const;
+    void dispatch(const QueuedEvent& event);
+    void pollObservers();
+    void drainQueue();
+
+    ParameterModelOwner& owner;
+    std::vector<VstIObserver*> observers; ///< in creation order; may hold nulls
+    mutable std::mutex mapLock;
+    std::map<ParamID, Parameter*> parametersByID; ///< owned by the controller's container
+    std::deque<QueuedEvent> guiEvents;            ///< guarded by guiEventLock
+    bool draining = false;                        ///< guarded by guiEventLock
+    std::unique_ptr<Base::Thread::FLock> guiEventLock;
+    std::atomic<bool> connecting{false};
+};
+
+} // namespace Vst
+} // namespace Steinberg

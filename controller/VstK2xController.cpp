@@ -1,0 +1,369 @@
+#include "controller/VstK2xController.h"
+
+#include "controller/HostInterface.h"
+#include "controller/ParameterTable.h"
+#include "controller/UnitList.h"
+#include "editorlib/CallGuard.h"
+#include "editorlib/ConnectionMessages.h"
+#include "editorlib/VstIEditorConnect.h"
+#include "hostapi/IHostApplicationA.h"
+#include "hostapi/IHostApplicationW.h"
+#include "hostapi/IHostClasses.h"
+#include "hostapi/IPortRegistry.h"
+#include "module/PlugInInfo.h"
+#include "presets/VstK2xPreset.h"
+#include "presets/VstK2xUserBank.h"
+#include "support/CharacterConvert.h"
+#include "support/DAWInfo.h"
+#include "view/VstK2xEditorView.h"
+
+#include "pluginterfaces/vst/ivstmessage.h"
+
+#include <cstring>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+constexpr int kTimerPeriod = 50; // milliseconds
+
+constexpr const char* kStandaloneHostName = "Standalone";
+
+enum HostKind : int { kCubaseFamilyHost = 0, kStandaloneHost = 1, kOtherHost = 2 };
+
+/** Sets a flag for as long as it lives. */
+class ConnectingScope {
+public:
+    explicit ConnectingScope(ParameterModel& scoped)
+    : model(scoped)
+    {
+        model.setConnecting(true);
+    }
+    ~ConnectingScope() { model.setConnecting(false); }
+    ConnectingScope(const ConnectingScope&) = delete;
+    ConnectingScope& operator=(const ConnectingScope&) = delete;
+
+private:
+    ParameterModel& model;
+};
+
+} // namespace
+
+VstK2xController::VstK2xController() = default;
+VstK2xController::~VstK2xController() = default;
+
+FUnknown* VstK2xController::createInstance(void* /*context*/)
+{
+    return static_cast<IEditController*>(new VstK2xController);
+}
+
+tresult PLUGIN_API VstK2xController::queryInterface(const TUID _iid, void** obj)
+{
+    QUERY_INTERFACE(_iid, obj, IUnitInfo::iid, IUnitInfo)
+    QUERY_INTERFACE(_iid, obj, IExternalEffectUsingSKI::iid, IExternalEffectUsingSKI)
+    QUERY_INTERFACE(_iid, obj, IDependent::iid, IDependent)
+    return EditController::queryInterface(_iid, obj);
+}
+
+tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
+{
+    const tresult result = EditController::initialize(context);
+    // The base lets a host without context initialise twice.
+    if (result != kResultOk || initialized)
+        return result;
+    initialized = true;
+    return guarded<tresult>(kResultFalse, [&] { return initializeBound(context); });
+}
+
+tresult VstK2xController::initializeBound(FUnknown* context)
+{
+    // Lives to the end of initialize; only the service that it gave stays with us.
+    EditorLibrary::ServiceGetter serviceGetter;
+    if (!library.bind(serviceGetter, context, this))
+        return kResultFalse;
+    startLibrary();
+    guiTimer = VSTGUI::makeOwned<VstTimer>(this, kTimerPeriod);
+    guiTimer->timerStart();
+    createParameters();
+    routing.readHostVersion();
+    routing.startObserving();
+    return kResultOk;
+}
+
+void VstK2xController::startLibrary()
+{
+    VstIEditorConnect* editor = getEditorConnection();
+    guarded([&] { editor->setControllerInterface(this); });
+    guarded([&] { editor->setHostType(getVSTHostType()); });
+    guarded([&] { editor->start(); });
+}
+
+void VstK2xController::createParameters()
+{
+    for (int part = 0; part < kPartCount; ++part)
+        createVSTPartParameter(unitOfPart(part), part,
+                               part == 0 ? VstIObserver::ParamModePartVoice
+                                         : VstIObserver::ParamModePart);
+    createVSTNotAutomationParameter();
+}
+
+tresult PLUGIN_API VstK2xController::terminate()
+{
+    if (!initialized)
+        return EditController::terminate();
+    initialized = false;
+
+    // Released last of all, after the base has let go of the host.
+    const FUnknownPtr<IHostClasses> hostClasses(getHostContext());
+    IPtr<IUpdateHandler> updateHandler;
+    IPtr<IPortRegistry> registry;
+    guarded([&] {
+        // A host that leaves the components connected would leave the processor with a library that
+        // is gone.
+        if (getPeer())
+            sendDisconnection();
+    });
+    if (guiTimer)
+        guiTimer->timerStop();
+    if (VstIEditorConnect* editor = getEditorConnection()) {
+        guarded([&] { editor->setControllerInterface(nullptr); });
+        if (library.getBinding() == EditorLibrary::Binding::kService)
+            guarded([&] { editor->detachService(); });
+    }
+    guarded([&] {
+        updateHandler = hostInterface<IUpdateHandler>(hostClasses);
+        routing.stopObserving(updateHandler);
+    });
+    guarded([&] {
+        registry = hostInterface<IPortRegistry>(hostClasses);
+        ports.releasePorts(registry);
+    });
+    parameterModel.removeObservers();
+    guiTimer = nullptr;
+    library.unload();
+    library.leaveService(this);
+    parameterModel.clear();
+    return EditController::terminate();
+}
+
+void PLUGIN_API VstK2xController::update(FUnknown* changedUnknown, int32 message)
+{
+    guarded([&] { routing.update(changedUnknown, message); });
+}
+
+// Connection ------------------------------------------------------------------
+
+tresult PLUGIN_API VstK2xController::connect(IConnectionPoint* other)
+{
+    tresult result = EditController::connect(other);
+    const ConnectingScope connecting(parameterModel);
+    if (result == kResultOk)
+        result = guarded<tresult>(kResultFalse, [this] { return sendEditorConnection(); });
+    guarded([this] { refreshParameters(); });
+    if (VstIEditorConnect* editor = getEditorConnection())
+        guarded([&] { editor->parametersReady(); });
+    return result;
+}
+
+tresult VstK2xController::sendEditorConnection()
+{
+    const IPtr<IMessage> message = owned(allocateMessage());
+    if (!message)
+        return kResultOk;
+    const VstIEditorConnect* editor = getEditorConnection();
+    message->setMessageID(kConnectMessageID);
+    if (IAttributeList* attributes = message->getAttributes())
+        attributes->setBinary(kConnectAttributeID, &editor, sizeof(editor));
+    const tresult result = sendMessage(message);
+    if (result != kResultOk)
+        return result;
+    message->setMessageID(kUnicodeHostMessageID);
+    if (IAttributeList* attributes = message->getAttributes())
+        attributes->setInt(kUnicodeHostAttributeID, isUnicodeAppHost() ? 1 : 0);
+    return sendMessage(message);
+}
+
+void VstK2xController::refreshParameters()
+{
+    const int32 count = parameters.getParameterCount();
+    for (int32 index = 0; index < count; ++index)
+        if (auto* parameter = FCast<EditorParameter>(parameters.getParameterByIndex(index)))
+            parameter->updateParemeterInfo();
+}
+
+tresult PLUGIN_API VstK2xController::disconnect(IConnectionPoint* other)
+{
+    guarded([this] { sendDisconnection(); });
+    return EditController::disconnect(other);
+}
+
+void VstK2xController::sendDisconnection()
+{
+    const IPtr<IMessage> message = owned(allocateMessage());
+    if (!message)
+        return;
+    const VstIEditorConnect* editor = getEditorConnection();
+    message->setMessageID(kDisconnectMessageID);
+    if (IAttributeList* attributes = message->getAttributes())
+        attributes->setBinary(kDisconnectAttributeID, &editor, sizeof(editor));
+    sendMessage(message);
+}
+
+// State -----------------------------------------------------------------------
+
+tresult PLUGIN_API VstK2xController::setComponentState(IBStream* /*state*/)
+{
+    return kResultOk;
+}
+
+tresult PLUGIN_API VstK2xController::getState(IBStream* /*state*/)
+{
+    return kResultOk;
+}
+
+tresult PLUGIN_API VstK2xController::setState(IBStream* state)
+{
+    guarded([&] {
+        if (VstK2xPreset::isK2xPreset(state))
+            applyPreset(state);
+        else if (VstK2xUserBank::isK2xUserBank(state))
+            applyUserBank(state);
+    });
+    return kResultOk;
+}
+
+void VstK2xController::applyPreset(IBStream* state)
+{
+    int bank = -1;
+    int number = -1;
+    const bool loaded = VstK2xPreset::loadPreset(state, kProcessorUID, bank, number);
+    VstIEditorConnect* editor = getEditorConnection();
+    if (loaded && editor)
+        editor->applyPreset(bank, number);
+}
+
+void VstK2xController::applyUserBank(IBStream* state)
+{
+    VstIEditorConnect* editor = getEditorConnection();
+    if (!editor)
+        return;
+    int bank = -1;
+    int number = -1;
+    int size = 0;
+    std::vector<char> data;
+    if (VstK2xUserBank::loadUserBank(state, kProcessorUID, bank, number, size, data))
+        editor->applyUserBank(bank, number, data.data(), size);
+}
+
+IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
+{
+    if (!name || std::strcmp(name, ViewType::kEditor) != 0)
+        return nullptr;
+    return guarded<IPlugView*>(nullptr, [this] {
+        return static_cast<IPlugView*>(new VstK2xEditorView(this, getEditorConnection()));
+    });
+}
+
+tresult PLUGIN_API VstK2xController::setPluginInfo(VstIEditorConnect* connect, void* libraryHandle)
+{
+    library.setPluginInfo(connect, libraryHandle);
+    return kResultOk;
+}
+
+// The host --------------------------------------------------------------------
+
+int VstK2xController::getVSTHostType() const
+{
+    FUnknown* context = getHostContext();
+    if (!context)
+        return kOtherHost;
+    const FUnknownPtr<IHostApplicationW> application(context);
+    if (!application) {
+        const FUnknownPtr<IHostApplicationA> older(context);
+        return older ? kCubaseFamilyHost : kOtherHost;
+    }
+    const DAWInfo info(application);
+    if (info.getHostType() != DAWInfo::kUnknownHost)
+        return kCubaseFamilyHost;
+    const CharacterConvert name(application->getApplicationName(),
+                                application->getCharacterSet() == kResultOk);
+    return name.getStdString() == kStandaloneHostName ? kStandaloneHost : kOtherHost;
+}
+
+bool VstK2xController::isUnicodeAppHost() const
+{
+    const FUnknownPtr<IHostApplicationW> application(getHostContext());
+    return application && application->getCharacterSet() == kResultOk;
+}
+
+// Face ------------------------------------------------------------------------
+
+FUnknown* VstK2xController::Face::getHostContext() const
+{
+    return controller.getHostContext();
+}
+
+IComponentHandler* VstK2xController::Face::getComponentHandler() const
+{
+    return controller.getComponentHandler();
+}
+
+VstIEditorConnect* VstK2xController::Face::getEditorConnection() const
+{
+    return controller.getEditorConnection();
+}
+
+IDependent* VstK2xController::Face::getDependent()
+{
+    return &controller;
+}
+
+bool VstK2xController::Face::isUnicodeAppHost() const
+{
+    return controller.isUnicodeAppHost();
+}
+
+int32 VstK2xController::Face::getVSTHostType() const
+{
+    return controller.getVSTHostType();
+}
+
+void VstK2xController::Face::changeLatencyTrigger()
+{
+    controller.changeLatencyTrigger();
+}
+
+GetObserver VstK2xController::Face::findObserverEntry() const
+{
+    return controller.library.findObserverEntry();
+}
+
+void* VstK2xController::Face::callbackContext()
+{
+    return &controller;
+}
+
+void VstK2xController::Face::addParameter(Parameter* parameter)
+{
+    controller.parameters.addParameter(parameter);
+}
+
+void VstK2xController::Face::beginEdit(ParamID id)
+{
+    controller.beginEdit(id);
+}
+
+void VstK2xController::Face::endEdit(ParamID id)
+{
+    controller.endEdit(id);
+}
+
+void VstK2xController::Face::changeValue(ParamID id, ParamValue value)
+{
+    controller.EditController::setParamNormalized(id, value);
+    controller.performEdit(id, value);
+}
+
+} // namespace Vst
+} // namespace Steinberg

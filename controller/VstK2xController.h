@@ -1,0 +1,214 @@
+// VstK2xController: the edit controller. Binds the editor library and orders the life of everything
+// that stands between it and the host.
+#pragma once
+
+#include "controller/ControllerContext.h"
+#include "controller/ParameterModel.h"
+#include "controller/PortManager.h"
+#include "controller/TrackRouting.h"
+#include "controller/VstTimer.h"
+#include "editorlib/EditorLibrary.h"
+#include "editorlib/IExternalPlugin.h"
+#include "editorlib/VstIControllerInterface.h"
+#include "hostapi/IExternalEffectUsingSKI.h"
+
+#include "pluginterfaces/vst/ivstunits.h"
+#include "public.sdk/source/vst/vsteditcontroller.h"
+
+namespace Steinberg {
+
+class IDevice;
+class IHostClasses;
+class IValue;
+
+namespace Vst {
+
+/** One class towards host and library, and behind it one collaborator for each thing that it does:
+    EditorLibrary binds, ParameterModel mirrors the parameters, PortManager handles the host's
+   ports, TrackRouting follows the host's tracks. This class forwards to them and orders initialize,
+    connect, disconnect and terminate.
+
+    Host-facing operations run on the host's main thread; what the library may call is described at
+    VstIControllerInterface. No operation throws, except createInstance. */
+class VstK2xController : public EditController,
+                         public IUnitInfo,
+                         public IExternalEffectUsingSKI,
+                         public VstIControllerInterface,
+                         public IExternalPlugin {
+public:
+    using GuiEvent = ParameterModel::GuiEvent;
+    static constexpr GuiEvent GuiEventBeginEdit = ParameterModel::GuiEventBeginEdit;
+    static constexpr GuiEvent GuiEventEndEdit = ParameterModel::GuiEventEndEdit;
+    static constexpr GuiEvent GuiEventValueChange = ParameterModel::GuiEventValueChange;
+
+    VstK2xController();
+    ~VstK2xController() override;
+    VstK2xController(const VstK2xController&) = delete;
+    VstK2xController& operator=(const VstK2xController&) = delete;
+
+    /** For the factory: a new object through its IEditController face, with the caller's reference.
+        @param context ignored
+        Throws what construction throws. */
+    static FUnknown* createInstance(void* context);
+
+    // FUnknown. IExternalPlugin and VstIControllerInterface are handed out directly, not here.
+    tresult PLUGIN_API queryInterface(const TUID iid, void** obj) override;
+    REFCOUNT_METHODS(EditController)
+
+    /** IDependent: a change in the host's mixer. [the host's update handler's thread] */
+    void PLUGIN_API update(FUnknown* changedUnknown, int32 message) override;
+
+    // IPluginBase.
+    /** kResultFalse when no editor library is there: the plug-in then stays inert. */
+    tresult PLUGIN_API initialize(FUnknown* context) override;
+    tresult PLUGIN_API terminate() override;
+
+    // IConnectionPoint: the processor hears of the editor library, and that it is gone.
+    tresult PLUGIN_API connect(IConnectionPoint* other) override;
+    tresult PLUGIN_API disconnect(IConnectionPoint* other) override;
+
+    // IEditController. The project's state is the processor's; the controller takes presets only.
+    tresult PLUGIN_API setComponentState(IBStream* state) override;
+    tresult PLUGIN_API setState(IBStream* state) override;
+    tresult PLUGIN_API getState(IBStream* state) override;
+    tresult PLUGIN_API getParamStringByValue(ParamID id, ParamValue normalized,
+                                             String128 string) override;
+    tresult PLUGIN_API getParamValueByString(ParamID id, TChar* string,
+                                             ParamValue& normalized) override;
+    tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override;
+    IPlugView* PLUGIN_API createView(FIDString name) override;
+
+    // IUnitInfo: seventeen units, no program lists.
+    int32 PLUGIN_API getUnitCount() override;
+    tresult PLUGIN_API getUnitInfo(int32 unitIndex, UnitInfo& info) override;
+    int32 PLUGIN_API getProgramListCount() override;
+    tresult PLUGIN_API getProgramListInfo(int32 listIndex, ProgramListInfo& info) override;
+    tresult PLUGIN_API getProgramName(ProgramListID listId, int32 programIndex,
+                                      String128 name) override;
+    tresult PLUGIN_API getProgramInfo(ProgramListID listId, int32 programIndex, CString attributeId,
+                                      String128 attributeValue) override;
+    tresult PLUGIN_API hasProgramPitchNames(ProgramListID listId, int32 programIndex) override;
+    tresult PLUGIN_API getProgramPitchName(ProgramListID listId, int32 programIndex,
+                                           int16 midiPitch, String128 name) override;
+    UnitID PLUGIN_API getSelectedUnit() override;
+    tresult PLUGIN_API selectUnit(UnitID unitId) override;
+    tresult PLUGIN_API getUnitByBus(MediaType type, BusDirection dir, int32 busIndex, int32 channel,
+                                    UnitID& unitId) override;
+    tresult PLUGIN_API setUnitProgramData(int32 listOrUnitId, int32 programIndex,
+                                          IBStream* data) override;
+
+    // IExternalEffectUsingSKI.
+    int32 PLUGIN_API hostReadyForSetPortConnections() override;
+    tresult PLUGIN_API getReturnGain(float& gain) override;
+
+    // VstIControllerInterface.
+    std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() override;
+    void setAudioPortList(const char** ids) override;
+    std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList() override;
+    void setMidiOutPort(const char* id) override;
+    void editorPartSyncMidiCh(unsigned int channel) override;
+    void storeUserBank(VoiceBank::Bank bank, int index) override;
+    void setVSTManageParameter(unsigned int id, int value) override;
+    void setInitialStartFileLoad(bool state) override;
+    bool isConnectAudioPort() override;
+    bool isSetVSTValue(unsigned int id, double value, int& out) override;
+    void changeLatencyTrigger() override;
+    bool isConnectAudioPortHost() override;
+    bool isHostReadyForSetPort() override;
+
+    // IExternalPlugin.
+    tresult PLUGIN_API setPluginInfo(VstIEditorConnect* connect, void* libraryHandle) override;
+
+    // What the host is.
+    /** 0: a host of the Cubase family, 1: the maker's stand-alone host, 2: any other. */
+    int getVSTHostType() const;
+    bool isUnicodeAppHost() const;
+    VstIEditorConnect* getEditorConnection() const { return library.getConnection(); }
+
+    // Parameters: see ParameterModel.
+    unsigned createObserverParameter(int block, int number, int part, ValueChangedCallback callback,
+                                     VstIObserver::ParamModeType mode);
+    static unsigned getVSTParamID(int block, int number, int part,
+                                  VstIObserver::ParamModeType mode);
+    void createVSTPartParameter(int unitId, int part, VstIObserver::ParamModeType mode);
+    void createVSTNotAutomationParameter();
+    /** The instrument has no multi-wide parameters to show: creates nothing. */
+    void createVSTMultiCommonParameter() {}
+    /** Borrowed; null for an ID that is not mirrored. */
+    Parameter* getParameter(unsigned id) const;
+    void setEditorParameter(unsigned id, int value);
+    void setEditFlagParameter(unsigned id, int value);
+    void setParameterToVST(const EditorParameter* parameter, unsigned id, int value);
+    void editorBeginEdit(unsigned id);
+    void editorEndEdit(unsigned id);
+    void notificationGuiEvent(GuiEvent kind, unsigned id, double value);
+    void notificationEvent();
+
+    // Ports and routing: see PortManager and TrackRouting.
+    int32 allMidiInputRemove(const std::string& text);
+    void firstStartAudioportDisplayCompulsorily();
+    static bool isExistAudioPortIdList(std::string id, const std::vector<std::string>& list);
+    void midiChSyncEditorPart() const;
+    bool CheckMIDIOutputRouting(IValue* output, IDevice* track);
+    IDevice* getSelectedTrackDevice() const;
+    void AddDependent_MIDIOutput(IHostClasses* hostClasses, IDevice* track);
+    void AddDependent_MIDIChannel(IHostClasses* hostClasses, IDevice* track);
+    void RemoveDependent_MIDIOutput(IHostClasses* hostClasses);
+    void RemoveDependent_MIDIChannel(IHostClasses* hostClasses);
+    bool isSameIValueString(IValue* value, const std::string& text);
+
+    OBJ_METHODS(VstK2xController, EditController)
+
+private:
+    /** The controller as its collaborators see it. */
+    class Face : public ControllerContext, public ParameterModelOwner {
+    public:
+        explicit Face(VstK2xController& owner)
+        : controller(owner)
+        {
+        }
+        FUnknown* getHostContext() const override;
+        IComponentHandler* getComponentHandler() const override;
+        VstIEditorConnect* getEditorConnection() const override;
+        IDependent* getDependent() override;
+        bool isUnicodeAppHost() const override;
+        int32 getVSTHostType() const override;
+        void changeLatencyTrigger() override;
+        GetObserver findObserverEntry() const override;
+        void* callbackContext() override;
+        void addParameter(Parameter* parameter) override;
+        void beginEdit(ParamID id) override;
+        void endEdit(ParamID id) override;
+        void changeValue(ParamID id, ParamValue value) override;
+
+    private:
+        VstK2xController& controller;
+    };
+
+    tresult initializeBound(FUnknown* context);
+    void startLibrary();
+    void createParameters();
+    tresult sendEditorConnection();
+    void sendDisconnection();
+    void refreshParameters();
+    void applyPreset(IBStream* state);
+    void applyUserBank(IBStream* state);
+
+    Face face{*this};
+    EditorLibrary library;
+    ParameterModel parameterModel{face};
+    PortManager ports{face};
+    TrackRouting routing{face};
+    VSTGUI::SharedPointer<VstTimer> guiTimer;
+    bool initialized = false;
+};
+
+// The callbacks that the editor library gets for every observer; context is a VstK2xController*.
+// With a null context they do nothing. [any library thread]
+void editorValueChange(void* context, unsigned id, int value);
+void editorEditFlagChange(void* context, unsigned id, int value);
+void editorBeginEditCallBack(void* context, unsigned id);
+void editorEndEditCallBack(void* context, unsigned id);
+
+} // namespace Vst
+} // namespace Steinberg

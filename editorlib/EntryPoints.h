@@ -1,0 +1,28 @@
+// The two functions that the editor library exports with C linkage.
+#pragma once
+
+#include "editorlib/VstIObserver.h"
+
+namespace Steinberg {
+namespace Vst {
+
+class VstIEditorConnect;
+
+/** Callbacks into the controller: context is the VstK2xController as void*, id a VST parameter ID.
+    [any library thread] */
+using ValueChangedCallback = void (*)(void* context, unsigned id, int value);
+using EditCallback = void (*)(void* context, unsigned id);
+
+/** getVSTEditorConnectObject: stores the library's main object, or null, into *out. */
+using GetEditorConnect = void (*)(VstIEditorConnect** out);
+
+/** getVSTObserverObject: stores a new observer of one parameter, or null, into *out.
+    @param owner the callbacks' context
+    @param vstParamId the parameter's VST ID
+    @param a, b, c the editor's own address: block, parameter number, part */
+using GetObserver = void (*)(VstIObserver** out, void* owner, int vstParamId, int a, int b, int c,
+                             ValueChangedCallback valueChanged, VstIObserver::ParamModeType mode,
+                             EditCallback beginEdit, EditCallback endEdit);
+
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,150 @@
+#include "view/VstK2xEditorView.h"
+
+#include "controller/VstK2xController.h"
+#include "editorlib/CallGuard.h"
+#include "editorlib/VstIEditorConnect.h"
+#include "platform/CurrentEvent.h"
+#include "view/InputConversion.h"
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+constexpr int32 kSuccess = 0;
+constexpr int32 kFailure = 1;
+
+constexpr int kCubaseFamilyHost = 0;
+
+/** The rectangle's extent, at the origin. In 64 bits, since a library may answer anything. */
+ViewRect atOrigin(const ViewRect& rect)
+{
+    const auto extent = [](int32 from, int32 to) {
+        return static_cast<int32>(static_cast<int64>(to) - from);
+    };
+    return {0, 0, extent(rect.left, rect.right), extent(rect.top, rect.bottom)};
+}
+
+} // namespace
+
+VstK2xEditorView::VstK2xEditorView(EditController* owner, VstIEditorConnect* connection)
+: EditorView(owner)
+, editorConnection(connection)
+, isControllersEditor(connection && controllersEditor() == connection)
+{
+    if (!editorConnection)
+        return;
+    ViewRect editorRect;
+    guarded([&] { editorConnection->getEditorRect(&editorRect); });
+    setRect(atOrigin(editorRect));
+}
+
+VstK2xEditorView::~VstK2xEditorView() = default;
+
+VstIEditorConnect* VstK2xEditorView::controllersEditor() const
+{
+    const auto* owner = FCast<VstK2xController>(getController());
+    return owner ? owner->getEditorConnection() : nullptr;
+}
+
+VstIEditorConnect* VstK2xEditorView::editor() const
+{
+    if (isControllersEditor && controllersEditor() != editorConnection)
+        return nullptr;
+    return editorConnection;
+}
+
+tresult PLUGIN_API VstK2xEditorView::queryInterface(const TUID _iid, void** obj)
+{
+    QUERY_INTERFACE(_iid, obj, IParameterFinder::iid, IParameterFinder)
+    return CPluginView::queryInterface(_iid, obj);
+}
+
+tresult PLUGIN_API VstK2xEditorView::isPlatformTypeSupported(FIDString type)
+{
+    return type && FIDStringsEqual(type, kPlatformTypeNSView) ? kResultTrue : kNotImplemented;
+}
+
+tresult PLUGIN_API VstK2xEditorView::attached(void* parent, FIDString type)
+{
+    VstIEditorConnect* library = editor();
+    if (!library)
+        return kResultOk;
+    if (guarded(kFailure, [&] { return library->prepareEditor(parent, type); }) != kSuccess)
+        return kResultOk;
+    ViewRect place;
+    if (guarded(kFailure, [&] { return library->getEditorRect(&place); }) != kSuccess)
+        return kResultOk;
+    guarded([&] { library->openEditor(parent, &place); });
+    guarded([&] { library->editorOpened(); });
+    return kResultOk;
+}
+
+tresult PLUGIN_API VstK2xEditorView::removed()
+{
+    VstIEditorConnect* library = editor();
+    if (!library)
+        return kResultOk;
+    const int32 closed = guarded(kFailure, [&] { return library->closeEditor(); });
+    return closed == kSuccess ? kResultOk : kResultFalse;
+}
+
+tresult PLUGIN_API VstK2xEditorView::onFocus(TBool state)
+{
+    if (VstIEditorConnect* library = editor())
+        guarded([&] { library->onFocus(state != 0); });
+    return kResultOk;
+}
+
+tresult PLUGIN_API VstK2xEditorView::onKeyDown(char16 key, int16 keyCode, int16 modifiers)
+{
+    VstIEditorConnect* library = editor();
+    if (!library)
+        return kResultFalse;
+    const char character = convertChar16ToChar(key);
+    const bool used =
+        guarded(false, [&] { return library->onKeyDown(character, keyCode, modifiers); });
+    return used ? kResultOk : kResultFalse;
+}
+
+tresult PLUGIN_API VstK2xEditorView::onKeyUp(char16 key, int16 keyCode, int16 modifiers)
+{
+    VstIEditorConnect* library = editor();
+    if (!library)
+        return kResultFalse;
+    const char character = convertChar16ToChar(key);
+    const bool used =
+        guarded(false, [&] { return library->onKeyUp(character, keyCode, modifiers); });
+    return used ? kResultOk : kResultFalse;
+}
+
+bool VstK2xEditorView::isScrollInCubaseFamilyHost() const
+{
+    const auto* owner = FCast<VstK2xController>(getController());
+    return owner && owner->getVSTHostType() == kCubaseFamilyHost &&
+           platform::isCurrentEventScroll();
+}
+
+tresult PLUGIN_API VstK2xEditorView::onWheel(float distance)
+{
+    VstIEditorConnect* library = editor();
+    if (!library)
+        return kResultFalse;
+    const bool halve = guarded(false, [this] { return isScrollInCubaseFamilyHost(); });
+    const float moved = roundWheelDistanceOutward(halve ? halveScrollDistance(distance) : distance);
+    const bool used = guarded(false, [&] { return library->onWheel(moved); });
+    return used ? kResultOk : kResultFalse;
+}
+
+tresult PLUGIN_API VstK2xEditorView::findParameter(int32 xPos, int32 yPos, ParamID& resultTag)
+{
+    VstIEditorConnect* library = editor();
+    if (!library || !getController())
+        return kResultFalse;
+    const int32 answer =
+        guarded(kFailure, [&] { return library->findParameter(xPos, yPos, resultTag); });
+    return answer == kSuccess ? kResultOk : kResultFalse;
+}
+
+} // namespace Vst
+} // namespace Steinberg
