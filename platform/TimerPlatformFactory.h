@@ -2,7 +2,6 @@
 #pragma once
 
 #include "vstgui/lib/platform/iplatformbitmap.h"
-#include "vstgui/lib/platform/iplatformfileselector.h"
 #include "vstgui/lib/platform/iplatformfont.h"
 #include "vstgui/lib/platform/iplatformframe.h"
 #include "vstgui/lib/platform/iplatformgradient.h"
