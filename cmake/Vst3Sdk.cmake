@@ -52,7 +52,8 @@ function(vstk2x_add_sdk)
 
   set(vstgui "${SDK_ROOT}/vstgui4/vstgui/lib")
   add_library(vstk2x_vstgui_timer STATIC EXCLUDE_FROM_ALL
-    "${vstgui}/cvstguitimer.cpp" "${vstgui}/platform/platformfactory.cpp")
+    "${vstgui}/cvstguitimer.cpp" "${vstgui}/vstguidebug.cpp" "${vstgui}/platform/platformfactory.cpp"
+    $<$<PLATFORM_ID:Darwin>:${vstgui}/platform/mac/mactimer.cpp>)
   target_include_directories(vstk2x_vstgui_timer PUBLIC "${SDK_ROOT}/vstgui4")
   target_compile_features(vstk2x_vstgui_timer PUBLIC cxx_std_17)
 
