@@ -1,0 +1,336 @@
+#include "simulator/EditorLibrary.h"
+
+#include "editorlib/CallGuard.h"
+#include "pluginterfaces/base/keycodes.h"
+#include "simulator/Voices.h"
+
+#include <cmath>
+#include <cstring>
+#include <regex>
+#include <utility>
+
+namespace Steinberg {
+namespace Vst {
+namespace simulator {
+
+namespace {
+
+constexpr int32 done = 0;
+constexpr int32 notDone = 1;
+
+// Long enough for any port name, short enough for a matcher that recurses.
+constexpr size_t longestMatch = 256;
+
+int32 result(bool success)
+{
+    return success ? done : notDone;
+}
+
+std::string text(bool state)
+{
+    return state ? "true" : "false";
+}
+
+std::string text(int32 first, int32 second)
+{
+    return std::to_string(first) + ", " + std::to_string(second);
+}
+
+std::string presence(const void* pointer)
+{
+    return pointer ? "set" : "null";
+}
+
+} // namespace
+
+EditorLibrary::EditorLibrary(std::shared_ptr<Instrument> newInstrument,
+                             std::function<void()> newEnd)
+: instrument(std::move(newInstrument))
+, end(std::move(newEnd))
+{
+}
+
+void EditorLibrary::destroy()
+{
+    const auto last = end; // survives this object
+    instrument->letGo();
+    last();
+}
+
+void EditorLibrary::start()
+{
+    instrument->log.add("start()");
+}
+
+void EditorLibrary::attachService()
+{
+    instrument->log.add("attachService()");
+}
+
+void EditorLibrary::detachService()
+{
+    instrument->log.add("detachService()");
+}
+
+int32 EditorLibrary::prepareEditor(void* parent, const char* platformType)
+{
+    instrument->log.add(std::string("prepareEditor(") + (platformType ? platformType : "null") +
+                        ")");
+    return result(parent != nullptr && platformType != nullptr);
+}
+
+int32 EditorLibrary::getEditorRect(ViewRect* rect)
+{
+    if (!rect)
+        return notDone;
+    *rect = ViewRect(0, 0, width, height);
+    return done;
+}
+
+int32 EditorLibrary::openEditor(void* parent, const ViewRect* rect)
+{
+    instrument->log.add("openEditor()");
+    open = parent && rect;
+    return result(open);
+}
+
+int32 EditorLibrary::closeEditor()
+{
+    instrument->log.add("closeEditor()");
+    return result(open.exchange(false));
+}
+
+int32 EditorLibrary::editorOpened()
+{
+    instrument->log.add("editorOpened()");
+    return result(open);
+}
+
+int32 EditorLibrary::addObserver(VstIObserver* observer)
+{
+    return result(instrument->addObserver(observer));
+}
+
+int32 EditorLibrary::removeObserver(VstIObserver* observer)
+{
+    return result(instrument->removeObserver(observer));
+}
+
+void EditorLibrary::parametersReady()
+{
+    instrument->log.add("parametersReady()");
+}
+
+int32 EditorLibrary::getParameterStepCount(uint32 id)
+{
+    const auto& parameters = instrument->parameters;
+    const size_t index = parameters.find(id);
+    return index != ParameterModel::none ? parameters.stepCount(index) : 0;
+}
+
+void EditorLibrary::hostParameterChanged(uint32 id, double value)
+{
+    instrument->automate(id, value);
+}
+
+int32 EditorLibrary::getParameterValue(uint32 id)
+{
+    const auto& parameters = instrument->parameters;
+    const size_t index = parameters.find(id);
+    return index != ParameterModel::none ? parameters.value(index) : 0;
+}
+
+int32 EditorLibrary::getParameterMin(uint32 id)
+{
+    const auto& parameters = instrument->parameters;
+    const size_t index = parameters.find(id);
+    return index != ParameterModel::none ? parameters.minimum(index) : 0;
+}
+
+int32 EditorLibrary::getParameterMax(uint32 id)
+{
+    const auto& parameters = instrument->parameters;
+    const size_t index = parameters.find(id);
+    return index != ParameterModel::none ? parameters.maximum(index) : 0;
+}
+
+int32 EditorLibrary::getParameterValueString(uint32 id, int32 value, std::string& valueText)
+{
+    const auto& parameters = instrument->parameters;
+    const size_t index = parameters.find(id);
+    if (index != ParameterModel::none)
+        return result(parameters.valueText(index, value, valueText));
+    valueText.clear();
+    return notDone;
+}
+
+void EditorLibrary::setStateChunk(const void* data, int32 size)
+{
+    SoundState state;
+    const bool valid = SoundState::fromBytes(data, size, state);
+    instrument->log.add("setStateChunk(" + std::to_string(size) + ")" + (valid ? "" : " refused"));
+    if (valid)
+        instrument->restore(state);
+}
+
+std::vector<char> EditorLibrary::getStateChunk()
+{
+    instrument->log.add("getStateChunk()");
+    instrument->markUnedited();
+    return instrument->sound().toBytes();
+}
+
+void EditorLibrary::receiveHostMidi(const uint8* data, int32 length)
+{
+    instrument->notes.receive(data, length);
+}
+
+int32 EditorLibrary::getCategoryName(int32 mainCategory, char* buffer)
+{
+    return result(writeCategoryName(mainCategory, buffer));
+}
+
+int32 EditorLibrary::getSubCategoryName(int32 mainCategory, int32 subCategory, char* buffer)
+{
+    return result(writeSubCategoryName(mainCategory, subCategory, buffer));
+}
+
+int32 EditorLibrary::applyPreset(int32 bank, int32 number)
+{
+    instrument->log.add("applyPreset(" + text(bank, number) + ")");
+    return result(instrument->applyVoice(bank, number));
+}
+
+int32 EditorLibrary::getVoiceDataString(int32 bank, int32 number, char* buffer)
+{
+    return result(writeVoiceData(bank, number, buffer));
+}
+
+// A row a part, a column a parameter.
+int32 EditorLibrary::findParameter(int32 xPos, int32 yPos, uint32& id)
+{
+    if (xPos < 0 || xPos >= width || yPos < 0 || yPos >= height)
+        return notDone;
+    const auto columns = static_cast<int32>(ParameterModel::partParameters);
+    const int32 part = yPos * ParameterModel::parts / height;
+    const auto& parameters = instrument->parameters;
+    id = parameters.id(parameters.findInPart(part, static_cast<size_t>(xPos * columns / width)));
+    return done;
+}
+
+void EditorLibrary::onHostPortsReady(bool state)
+{
+    instrument->log.add("onHostPortsReady(" + text(state) + ")");
+}
+
+void EditorLibrary::onInitialStartFileLoad(bool state)
+{
+    instrument->log.add("onInitialStartFileLoad(" + text(state) + ")");
+}
+
+void EditorLibrary::syncPartToMidiChannel(int32 channel)
+{
+    instrument->log.add("syncPartToMidiChannel(" + std::to_string(channel) + ")");
+    if (channel >= 0 && channel < ParameterModel::parts)
+        instrument->shownPart = channel;
+}
+
+std::vector<char> EditorLibrary::getUserBankData(int32 bank, int32 number)
+{
+    return instrument->userBanks.get(bank, number);
+}
+
+int32 EditorLibrary::applyUserBank(int32 bank, int32 number, const char* data, int32 size)
+{
+    instrument->log.add("applyUserBank(" + text(bank, number) + ", " + std::to_string(size) + ")");
+    std::vector<char> bytes;
+    if (data && size > 0)
+        bytes.assign(data, data + size);
+    return result(instrument->applyUserBank(bank, number, std::move(bytes)));
+}
+
+void EditorLibrary::setEffectInterface(VstIEffectInterface* effect)
+{
+    instrument->log.add("setEffectInterface(" + presence(effect) + ")");
+    instrument->notes.setEffect(effect);
+}
+
+void EditorLibrary::setControllerInterface(VstIControllerInterface* controller)
+{
+    instrument->log.add("setControllerInterface(" + presence(controller) + ")");
+    instrument->controller.set(controller);
+}
+
+// The ports that carry the instrument's own sound.
+bool EditorLibrary::isDisplayAudioPort(const char* displayName)
+{
+    return displayName && std::strncmp(displayName, "Tavrin RDL3/RDL5", 16) == 0;
+}
+
+void EditorLibrary::setEffectOption(bool option)
+{
+    instrument->log.add("setEffectOption(" + text(option) + ")");
+}
+
+bool EditorLibrary::matchRegularExpression(const char* pattern, const char* candidate)
+{
+    if (!pattern || !candidate || std::strlen(pattern) > longestMatch ||
+        std::strlen(candidate) > longestMatch)
+        return false;
+    return guarded(false, [&] {
+        return std::regex_search(candidate, std::regex(pattern, std::regex::extended));
+    });
+}
+
+int32 EditorLibrary::onFocus(bool state)
+{
+    instrument->log.add("onFocus(" + text(state) + ")");
+    return done;
+}
+
+// The arrow keys step through the parts; every other key stays the host's.
+bool EditorLibrary::onKeyDown(char, int16 keyCode, int16)
+{
+    const int32 part = instrument->shownPart;
+    if (!open || (keyCode != KEY_UP && keyCode != KEY_DOWN))
+        return false;
+    const int32 next = keyCode == KEY_UP ? part - 1 : part + 1;
+    if (next >= 0 && next < ParameterModel::parts)
+        instrument->shownPart = next;
+    return true;
+}
+
+bool EditorLibrary::onKeyUp(char, int16 keyCode, int16)
+{
+    return open && (keyCode == KEY_UP || keyCode == KEY_DOWN);
+}
+
+// Turns the knob that the user touched last.
+bool EditorLibrary::onWheel(float distance)
+{
+    const uint32 knob = instrument->lastKnob;
+    if (!open || knob == 0 || !(std::fabs(distance) <= 127.f)) // which is false for no number too
+        return false;
+    return instrument->turnKnob(
+        knob, {getParameterValue(knob) + static_cast<int32>(std::lround(distance))});
+}
+
+int32 EditorLibrary::setStateText(const char16* stateText)
+{
+    SoundState state;
+    const bool valid = SoundState::fromText(stateText, state);
+    instrument->log.add(std::string("setStateText()") + (valid ? "" : " refused"));
+    if (valid)
+        instrument->restore(state);
+    return result(valid);
+}
+
+void EditorLibrary::setHostType(int32 hostType)
+{
+    instrument->log.add("setHostType(" + std::to_string(hostType) + ")");
+    host = hostType;
+}
+
+} // namespace simulator
+} // namespace Vst
+} // namespace Steinberg

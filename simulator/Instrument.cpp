@@ -1,0 +1,214 @@
+#include "simulator/Instrument.h"
+
+#include "simulator/Voices.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Steinberg {
+namespace Vst {
+namespace simulator {
+
+namespace {
+
+constexpr size_t appliedCapacity = 1000;
+
+// A made-up sound: the same voice always gives the same value, and neighbours differ.
+int32 voiceValue(int32 bank, int32 number, size_t column)
+{
+    return (bank * 37 + number * 11 + static_cast<int32>(column) * 23 + 5) % 128;
+}
+
+} // namespace
+
+bool Instrument::addObserver(VstIObserver* observer)
+{
+    auto* own = EditorObserver::find(observer);
+    if (!own)
+        return false;
+    const std::lock_guard<std::mutex> guard(observersMutex);
+    if (!own->attach(shared_from_this()))
+        return false;
+    observers.push_back(own);
+    return true;
+}
+
+bool Instrument::removeObserver(VstIObserver* observer)
+{
+    auto* own = EditorObserver::find(observer);
+    const std::lock_guard<std::mutex> guard(observersMutex);
+    const auto found = std::find(observers.begin(), observers.end(), own);
+    if (!own || found == observers.end())
+        return false;
+    observers.erase(found);
+    own->detach(*this);
+    return true;
+}
+
+void Instrument::letGo()
+{
+    {
+        const std::lock_guard<std::mutex> guard(observersMutex);
+        for (auto* observer : observers)
+            observer->detach(*this);
+        observers.clear();
+    }
+    notes.setEffect(nullptr);
+    controller.set(nullptr);
+}
+
+bool Instrument::raise(uint32 id, const Gesture& gesture)
+{
+    bool accepted = true;
+    const std::lock_guard<std::mutex> guard(observersMutex);
+    for (auto* observer : observers)
+        if (observer->id() == id && !observer->add(gesture))
+            accepted = false;
+    return accepted;
+}
+
+bool Instrument::turnKnob(uint32 id, const std::vector<int32>& newValues)
+{
+    const size_t index = parameters.find(id);
+    if (index == ParameterModel::none || newValues.empty())
+        return false;
+    Gesture gesture;
+    for (const int32 value : newValues)
+        gesture.values.push_back(parameters.clamped(index, value));
+    if (!raise(id, gesture))
+        return false;
+    parameters.setValue(index, gesture.values.back());
+    lastKnob = id;
+    const size_t flag = parameters.find(ParameterModel::editFlag);
+    if (index != flag && parameters.value(flag) == 0) {
+        parameters.setValue(flag, 1);
+        raise(ParameterModel::editFlag, {{1}, true});
+    }
+    return true;
+}
+
+void Instrument::automate(uint32 id, double normalized)
+{
+    ++automationCount;
+    const size_t index = parameters.find(id);
+    if (index == ParameterModel::none)
+        return;
+    parameters.setValue(index, parameters.fromNormalized(index, normalized));
+    hostValues[index].normalized = normalized;
+    hostValues[index].waiting = true;
+}
+
+void Instrument::passHostValueOn(uint32 id)
+{
+    const size_t index = parameters.find(id);
+    if (index == ParameterModel::none || !hostValues[index].waiting.exchange(false))
+        return;
+    const double normalized = hostValues[index].normalized;
+    int value = 0;
+    const bool changed = controller.ask(false, [&](VstIControllerInterface& present) {
+        return present.isSetVSTValue(id, normalized, value);
+    });
+    // The controller's reading counts, unless the value has moved on meanwhile.
+    if (changed)
+        parameters.replaceValue(index, parameters.fromNormalized(index, normalized), value);
+}
+
+bool Instrument::applyVoice(int32 bank, int32 number)
+{
+    record(appliedVoices, {bank, number, {}});
+    if (!voiceExists(bank, number))
+        return false;
+    {
+        const std::lock_guard<std::mutex> guard(voiceMutex);
+        voiceBank = bank;
+        voiceNumber = number;
+    }
+    const int32 part = shownPart;
+    for (size_t column = 0; column < ParameterModel::partParameters; ++column) {
+        const size_t index = parameters.findInPart(part, column);
+        const int32 value = voiceValue(bank, number, column);
+        parameters.setValue(index, value);
+        raise(parameters.id(index), {{value}, true});
+    }
+    markUnedited();
+    return true;
+}
+
+bool Instrument::applyUserBank(int32 bank, int32 number, std::vector<char> data)
+{
+    record(appliedUserBanks, {bank, number, data});
+    if (!userBanks.put(bank, number, std::move(data)))
+        return false;
+    markUnedited();
+    return true;
+}
+
+void Instrument::record(AppliedList& list, SimulatorControl::Applied applied)
+{
+    const std::lock_guard<std::mutex> guard(voiceMutex);
+    if (list.size() >= appliedCapacity)
+        list.pop_front();
+    list.push_back(std::move(applied));
+}
+
+std::vector<SimulatorControl::Applied> Instrument::voicesApplied() const
+{
+    const std::lock_guard<std::mutex> guard(voiceMutex);
+    return {appliedVoices.begin(), appliedVoices.end()};
+}
+
+std::vector<SimulatorControl::Applied> Instrument::userBanksApplied() const
+{
+    const std::lock_guard<std::mutex> guard(voiceMutex);
+    return {appliedUserBanks.begin(), appliedUserBanks.end()};
+}
+
+SoundState Instrument::sound() const
+{
+    SoundState state;
+    {
+        const std::lock_guard<std::mutex> guard(voiceMutex);
+        state.bank = voiceBank;
+        state.number = voiceNumber;
+    }
+    for (size_t index = 0; index < ParameterModel::size; ++index)
+        if (parameters.id(index) != ParameterModel::editFlag)
+            state.parameters.emplace_back(parameters.id(index), parameters.value(index));
+    state.userBanks = userBanks.loaded();
+    return state;
+}
+
+void Instrument::restore(const SoundState& state)
+{
+    {
+        const std::lock_guard<std::mutex> guard(voiceMutex);
+        voiceBank = state.bank;
+        voiceNumber = state.number;
+    }
+    for (const auto& [id, value] : state.parameters) {
+        const size_t index = parameters.find(id);
+        if (index == ParameterModel::none || id == ParameterModel::editFlag)
+            continue;
+        parameters.setValue(index, value);
+        const int32 taken = parameters.clamped(index, value);
+        controller.tell([known = id, taken](VstIControllerInterface& present) {
+            present.setVSTManageParameter(known, taken);
+        });
+    }
+    for (const auto& [slot, data] : state.userBanks)
+        userBanks.put(slot.first, slot.second, data);
+    markUnedited();
+}
+
+void Instrument::markUnedited()
+{
+    const size_t flag = parameters.find(ParameterModel::editFlag);
+    if (parameters.value(flag) == 0)
+        return;
+    parameters.setValue(flag, 0);
+    raise(ParameterModel::editFlag, {{0}, false});
+}
+
+} // namespace simulator
+} // namespace Vst
+} // namespace Steinberg

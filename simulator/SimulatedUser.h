@@ -1,0 +1,57 @@
+// SimulatedUser: the face that one simulated instrument shows tools and tests.
+#pragma once
+
+#include "simulator/EditorLibrary.h"
+#include "simulator/SimulatorControl.h"
+
+#include <memory>
+
+namespace Steinberg {
+namespace Vst {
+namespace simulator {
+
+class SimulatedUser final : public SimulatorControl {
+public:
+    /** @param editor the other face of the instrument; outlives this object */
+    SimulatedUser(std::shared_ptr<Instrument> instrument, EditorLibrary& editor);
+
+    bool turnKnob(uint32 id, int32 value) override;
+    bool turnKnobThrough(uint32 id, const std::vector<int32>& values) override;
+    bool choosePart(int32 part) override;
+    bool chooseAudioPorts(const std::vector<std::string>& ids) override;
+    bool chooseMidiPort(const std::string& id) override;
+    bool storeBank(VoiceBank::Bank bank, int32 index) override;
+    void chooseLatencyMode(int32 mode) override;
+    void announceStartFile(bool pending) override;
+    void chooseStateFormat(int32 format) override { editor.chooseStateFormat(format); }
+    void chooseFirstStart(int32 state) override { editor.chooseFirstStart(state); }
+
+    std::vector<VSTiAudioPort::AudioPortInfo> audioPorts() override;
+    std::vector<VSTiMidiPort::MidiOutPortInfo> midiPorts() override;
+    bool isConnectAudioPort() override;
+    bool isConnectAudioPortHost() override;
+    bool isHostReadyForSetPort() override;
+    int32 shownPart() override { return instrument->shownPart; }
+    bool edited() override { return parameterValue(ParameterModel::editFlag) != 0; }
+    bool editorOpen() override { return editor.editorOpen(); }
+    int32 parameterValue(uint32 id) override { return editor.getParameterValue(id); }
+    std::vector<uint32> parameterIds() override;
+    std::u16string stateText() override { return instrument->sound().toText(); }
+
+    uint32 noteOnsReceived(int32 channel) override { return instrument->notes.noteOns(channel); }
+    uint32 noteOffsReceived(int32 channel) override { return instrument->notes.noteOffs(channel); }
+    uint32 otherMidiReceived() override { return instrument->notes.others(); }
+    uint32 automationReceived() override { return instrument->automationCount; }
+    std::vector<Applied> presetsApplied() override { return instrument->voicesApplied(); }
+    std::vector<Applied> userBanksApplied() override { return instrument->userBanksApplied(); }
+    int32 hostType() override { return editor.hostType(); }
+    std::vector<std::string> log() override { return instrument->log.texts(); }
+
+private:
+    const std::shared_ptr<Instrument> instrument;
+    EditorLibrary& editor;
+};
+
+} // namespace simulator
+} // namespace Vst
+} // namespace Steinberg
