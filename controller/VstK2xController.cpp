@@ -174,7 +174,7 @@ tresult VstK2xController::sendEditorConnection()
     const VstIEditorConnect* editor = getEditorConnection();
     message->setMessageID(kConnectMessageID);
     if (IAttributeList* attributes = message->getAttributes())
-        attributes->setBinary(kConnectAttributeID, &editor, sizeof(editor));
+        attributes->setBinary(kConnectAttributeID, &editor, sizeof(void*));
     const tresult result = sendMessage(message);
     if (result != kResultOk)
         return result;
@@ -206,7 +206,7 @@ void VstK2xController::sendDisconnection()
     const VstIEditorConnect* editor = getEditorConnection();
     message->setMessageID(kDisconnectMessageID);
     if (IAttributeList* attributes = message->getAttributes())
-        attributes->setBinary(kDisconnectAttributeID, &editor, sizeof(editor));
+        attributes->setBinary(kDisconnectAttributeID, &editor, sizeof(void*));
     sendMessage(message);
 }
 

@@ -52,8 +52,8 @@ VstIEditorConnect* readPointer(IMessage& message, const char* attribute)
     uint32 size = 0;
     VstIEditorConnect* pointer = nullptr;
     if (attributes->getBinary(attribute, bytes, size) == kResultOk && bytes &&
-        size >= sizeof(pointer))
-        std::memcpy(&pointer, bytes, sizeof(pointer));
+        size >= sizeof(void*))
+        std::memcpy(&pointer, bytes, sizeof(void*));
     return pointer;
 }
 

@@ -53,7 +53,7 @@ Event toNoteOn(const uint8* midi)
 {
     Event event = {};
     event.type = Event::kNoteOnEvent;
-    event.noteOn.channel = midi[0] & 0x0F;
+    event.noteOn.channel = static_cast<int16>(midi[0] & 0x0F);
     event.noteOn.pitch = midi[1];
     event.noteOn.velocity = (midi[0] & 0xF0) == kNoteOn ? static_cast<float>(midi[2] / 127.0) : 0;
     event.noteOn.noteId = -1;

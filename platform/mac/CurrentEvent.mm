@@ -1,8 +1,8 @@
 #include "platform/CurrentEvent.h"
 
 // The Carbon event behind an NSEvent is deprecated; it stays because the wheel's distances that are
-// halved are those of the Carbon scroll event, which NSEvent's own type does not tell apart from the
-// older wheel event.
+// halved are those of the Carbon scroll event, which NSEvent's own type does not tell apart from
+// the older wheel event.
 #import <AppKit/AppKit.h>
 #import <Carbon/Carbon.h>
 
@@ -17,8 +17,7 @@ constexpr UInt32 kScrollEventKind = 11;
 
 } // namespace
 
-bool isCurrentEventScroll()
-{
+bool isCurrentEventScroll() {
     NSEvent* current = [[NSApplication sharedApplication] currentEvent];
     const void* reference = [current eventRef];
     if (!reference)
