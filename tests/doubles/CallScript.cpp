@@ -1,0 +1,107 @@
+#include "tests/doubles/CallScript.h"
+
+#include <optional>
+
+namespace doubles {
+namespace {
+
+bool beginsWith(const std::string& text, const std::string& beginning)
+{
+    return text.compare(0, beginning.size(), beginning) == 0;
+}
+
+/** "value(Mixer.selected).getInteger()" gives "getInteger()". */
+std::string operationOf(const std::string& text)
+{
+    const auto dot = text.find('.');
+    if (dot == std::string::npos)
+        return text;
+    if (text.find('(') > dot)
+        return text.substr(dot + 1);
+    const auto end = text.find(").");
+    return end == std::string::npos ? text : text.substr(end + 2);
+}
+
+bool isNamedBy(const std::string& text, const std::string& call)
+{
+    return beginsWith(text, call) || operationOf(text) == call ||
+           beginsWith(operationOf(text), call + "(");
+}
+
+} // namespace
+
+void CallScript::failAt(const std::string& call)
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    namedFaults.push_back({call, Fault::kFail});
+}
+
+void CallScript::throwAt(const std::string& call)
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    namedFaults.push_back({call, Fault::kThrow});
+}
+
+void CallScript::failAtCall(size_t n)
+{
+    setFaultAtCall(n, Fault::kFail);
+}
+
+void CallScript::throwAtCall(size_t n)
+{
+    setFaultAtCall(n, Fault::kThrow);
+}
+
+void CallScript::setFaultAtCall(size_t n, Fault fault)
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    count = 0;
+    faultyCall = n;
+    faultOfCall = fault;
+}
+
+void CallScript::clearFaults()
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    namedFaults.clear();
+    count = 0;
+    faultyCall = 0;
+}
+
+size_t CallScript::callCount() const
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    return count;
+}
+
+bool CallScript::called(const std::string& text)
+{
+    record->add(text);
+    return asked(text);
+}
+
+bool CallScript::asked(const std::string& text)
+{
+    std::optional<Fault> fault;
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        ++count;
+        if (count == faultyCall)
+            fault = faultOfCall;
+        for (const auto& named : namedFaults)
+            if (!fault && isNamedBy(text, named.call))
+                fault = named.fault;
+    }
+    if (onCall)
+        onCall(text);
+    return !fault || apply(*fault, text);
+}
+
+bool CallScript::apply(Fault fault, const std::string& text) const
+{
+    if (fault == Fault::kThrow)
+        throw ScriptedFailure(text);
+    return false;
+}
+
+} // namespace doubles

@@ -1,0 +1,77 @@
+// CallScript: what happens at a call into a double. Records it, and lets a test step in, make it
+// fail or make it throw. ScriptedHost and ScriptedLibrary are one each.
+//
+//   host.onCall = [&](const std::string& text) { if (text == "...") controller.terminate(); };
+//   host.failAt("portRegistry.getPortByIndex(2)");   // answers null, false, kResultFalse or
+//   nothing library.throwAt("start");                        // the operation's name alone will do
+//   for (size_t n = 1; ; ++n) {                      // every call of a procedure fails in turn
+//       host.failAtCall(n); procedure(); if (host.callCount() < n) break; }
+#pragma once
+
+#include "tests/doubles/Trace.h"
+
+#include <functional>
+#include <stdexcept>
+
+namespace doubles {
+
+/** What a call throws that was told to. */
+class ScriptedFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/** Calls come from any thread; tests set the hook and the faults while none is under way. */
+class CallScript {
+public:
+    explicit CallScript(Trace& trace)
+    : record(&trace)
+    {
+    }
+    CallScript(const CallScript&) = delete;
+    CallScript& operator=(const CallScript&) = delete;
+
+    /** Runs before the call takes effect, with the call's text; may call back, and may throw. */
+    std::function<void(const std::string& text)> onCall;
+
+    /** From now on every such call fails or throws. A call is named by the beginning of its text,
+        "port(A).", or by its operation alone, "getPortId". */
+    void failAt(const std::string& call);
+    void throwAt(const std::string& call);
+
+    /** The n-th call from now (1 is the next one) fails or throws. Interface queries count too. */
+    void failAtCall(size_t n);
+    void throwAtCall(size_t n);
+    void clearFaults();
+
+    /** Calls since the last failAtCall, throwAtCall or clearFaults. */
+    size_t callCount() const;
+
+    Trace& getTrace() const { return *record; }
+    void setTrace(Trace& other) { record = &other; }
+
+    /** For doubles: records a call, runs the hook, throws or answers false as the test said. */
+    bool called(const std::string& text);
+
+    /** The same without a record. */
+    bool asked(const std::string& text);
+
+private:
+    enum class Fault { kFail, kThrow };
+    struct NamedFault {
+        std::string call;
+        Fault fault;
+    };
+
+    void setFaultAtCall(size_t n, Fault fault);
+    bool apply(Fault fault, const std::string& text) const;
+
+    Trace* record;
+    mutable std::mutex mutex;
+    std::vector<NamedFault> namedFaults;
+    size_t count = 0;
+    size_t faultyCall = 0; ///< 0: none
+    Fault faultOfCall = Fault::kFail;
+};
+
+} // namespace doubles

@@ -1,0 +1,27 @@
+// InProcessLibrary: a scripted library whose entry points stand in the test program itself, for
+// tests of the controller without a file.
+//
+//   doubles::InProcessLibrary library(trace);
+//   host.service.offer(&library, library.handle());   // the controller looks its entries up there
+//
+// One at a time in a program.
+#pragma once
+
+#include "tests/doubles/ScriptedLibrary.h"
+
+namespace doubles {
+
+class InProcessLibrary final : public ScriptedLibrary {
+public:
+    explicit InProcessLibrary(Trace& trace);
+    ~InProcessLibrary() override;
+
+    /** A dynamic-library handle in which getVSTEditorConnectObject and getVSTObserverObject are
+        found; both speak for this object. Valid as long as this object. */
+    void* handle() const { return program; }
+
+private:
+    void* program;
+};
+
+} // namespace doubles

@@ -1,0 +1,322 @@
+// The operations of VstIEditorConnect: record the call, then give the answer that the test set.
+#include "tests/doubles/ScriptedLibrary.h"
+
+#include <algorithm>
+#include <cstring>
+#include <regex>
+
+namespace doubles {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+namespace {
+
+constexpr size_t kBufferSize = 30;
+
+int32 fill(char* buffer, const BufferAnswer& answer)
+{
+    if (!answer.text)
+        return answer.result;
+    const auto length = std::min(answer.text->size(), kBufferSize);
+    std::memcpy(buffer, answer.text->data(), length);
+    if (length < kBufferSize)
+        buffer[length] = 0;
+    return answer.result;
+}
+
+std::string sizeText(int32 size)
+{
+    return std::to_string(size) + " bytes";
+}
+
+std::vector<char> copied(const void* data, int32 size)
+{
+    const auto* bytes = static_cast<const char*>(data);
+    return data && size > 0 ? std::vector<char>(bytes, bytes + size) : std::vector<char>();
+}
+
+std::string rectText(const ViewRect* rect)
+{
+    if (!rect)
+        return "null";
+    return argumentText(rect->left) + " " + argumentText(rect->top) + " " +
+           argumentText(rect->right) + " " + argumentText(rect->bottom);
+}
+
+} // namespace
+
+void ScriptedLibrary::destroy()
+{
+    call("destroy");
+    destroyed = true;
+}
+
+void ScriptedLibrary::start()
+{
+    call("start");
+}
+
+void ScriptedLibrary::attachService()
+{
+    call("attachService");
+}
+
+void ScriptedLibrary::detachService()
+{
+    call("detachService");
+}
+
+int32 ScriptedLibrary::prepareEditor(void* newParent, const char* platformType)
+{
+    if (!call("prepareEditor", newParent, platformType))
+        return 1;
+    parent = newParent;
+    return prepareResult;
+}
+
+int32 ScriptedLibrary::getEditorRect(ViewRect* out)
+{
+    if (!call("getEditorRect"))
+        return 1;
+    if (rect && out)
+        *out = *rect;
+    return rectResult;
+}
+
+int32 ScriptedLibrary::openEditor(void* newParent, const ViewRect* newRect)
+{
+    if (!call("openEditor", newParent, rectText(newRect)))
+        return 1;
+    parent = newParent;
+    return openResult;
+}
+
+int32 ScriptedLibrary::closeEditor()
+{
+    return call("closeEditor") ? closeResult : 1;
+}
+
+int32 ScriptedLibrary::editorOpened()
+{
+    return call("editorOpened") ? 0 : 1;
+}
+
+void ScriptedLibrary::parametersReady()
+{
+    call("parametersReady");
+}
+
+int32 ScriptedLibrary::getParameterStepCount(uint32 id)
+{
+    return call("getParameterStepCount", id) ? getParameter(id).stepCount : 0;
+}
+
+void ScriptedLibrary::hostParameterChanged(uint32 id, double value)
+{
+    if (!isQuiet())
+        call("hostParameterChanged", id, value);
+}
+
+int32 ScriptedLibrary::getParameterValue(uint32 id)
+{
+    return call("getParameterValue", id) ? getParameter(id).value : 0;
+}
+
+int32 ScriptedLibrary::getParameterMin(uint32 id)
+{
+    return call("getParameterMin", id) ? getParameter(id).minimum : 0;
+}
+
+int32 ScriptedLibrary::getParameterMax(uint32 id)
+{
+    return call("getParameterMax", id) ? getParameter(id).maximum : 0;
+}
+
+int32 ScriptedLibrary::getParameterValueString(uint32 id, int32 value, std::string& text)
+{
+    if (!call("getParameterValueString", id, value))
+        return 1;
+    if (valueText) {
+        text = valueText(id, value);
+        return 0;
+    }
+    const auto parameter = getParameter(id);
+    const auto found = parameter.texts.find(value);
+    text = found == parameter.texts.end() ? std::to_string(value) : found->second;
+    return 0;
+}
+
+void ScriptedLibrary::setStateChunk(const void* data, int32 size)
+{
+    if (call("setStateChunk", sizeText(size)))
+        statesSet.push_back(copied(data, size));
+}
+
+std::vector<char> ScriptedLibrary::getStateChunk()
+{
+    return call("getStateChunk") ? state : std::vector<char>();
+}
+
+void ScriptedLibrary::receiveHostMidi(const uint8* data, int32 length)
+{
+    if (!isQuiet())
+        call("receiveHostMidi", bytesText(data, length > 0 ? static_cast<size_t>(length) : 0));
+}
+
+void ScriptedLibrary::reserved21()
+{
+    complain("library: slot 21 is reserved");
+}
+
+int32 ScriptedLibrary::getCategoryName(int32 mainCategory, char* buffer)
+{
+    if (!call("getCategoryName", mainCategory) || !categoryName)
+        return 1;
+    return fill(buffer, categoryName(mainCategory));
+}
+
+int32 ScriptedLibrary::getSubCategoryName(int32 mainCategory, int32 subCategory, char* buffer)
+{
+    if (!call("getSubCategoryName", mainCategory, subCategory) || !subCategoryName)
+        return 1;
+    return fill(buffer, subCategoryName(mainCategory, subCategory));
+}
+
+int32 ScriptedLibrary::applyPreset(int32 bank, int32 number)
+{
+    return call("applyPreset", bank, number) ? 0 : 1;
+}
+
+int32 ScriptedLibrary::getVoiceDataString(int32 bank, int32 number, char* buffer)
+{
+    if (!call("getVoiceDataString", bank, number) || !voiceData)
+        return 1;
+    return fill(buffer, voiceData(bank, number));
+}
+
+int32 ScriptedLibrary::findParameter(int32 xPos, int32 yPos, uint32& id)
+{
+    if (!call("findParameter", xPos, yPos) || !parameterAt)
+        return 1;
+    const auto found = parameterAt(xPos, yPos);
+    id = found.value_or(id);
+    return found ? 0 : 1;
+}
+
+void ScriptedLibrary::onHostPortsReady(bool ready)
+{
+    call("onHostPortsReady", ready);
+}
+
+void ScriptedLibrary::onInitialStartFileLoad(bool load)
+{
+    call("onInitialStartFileLoad", load);
+}
+
+void ScriptedLibrary::syncPartToMidiChannel(int32 channel)
+{
+    call("syncPartToMidiChannel", channel);
+}
+
+std::vector<char> ScriptedLibrary::getUserBankData(int32 bank, int32 number)
+{
+    return call("getUserBankData", bank, number) && userBank ? userBank(bank, number)
+                                                             : std::vector<char>();
+}
+
+int32 ScriptedLibrary::applyUserBank(int32 bank, int32 number, const char* data, int32 size)
+{
+    if (!call("applyUserBank", bank, number, sizeText(size)))
+        return 1;
+    userBanksApplied.push_back(copied(data, size));
+    return 0;
+}
+
+void ScriptedLibrary::setEffectInterface(VstIEffectInterface* newEffect)
+{
+    effect = newEffect;
+    call("setEffectInterface", newEffect);
+}
+
+void ScriptedLibrary::setControllerInterface(VstIControllerInterface* newController)
+{
+    controller = newController;
+    call("setControllerInterface", newController);
+}
+
+void ScriptedLibrary::reserved34()
+{
+    complain("library: slot 34 is reserved");
+}
+
+int32 ScriptedLibrary::getLatencyMode()
+{
+    return call("getLatencyMode") ? latencyMode : 0;
+}
+
+int32 ScriptedLibrary::getFirstStartState()
+{
+    return call("getFirstStartState") ? firstStartState : 0;
+}
+
+bool ScriptedLibrary::isDisplayAudioPort(const char* displayName)
+{
+    return call("isDisplayAudioPort", displayName) && displaysPort && displayName &&
+           displaysPort(displayName);
+}
+
+void ScriptedLibrary::setEffectOption(bool option)
+{
+    call("setEffectOption", option);
+}
+
+bool ScriptedLibrary::matchRegularExpression(const char* pattern, const char* text)
+{
+    if (!call("matchRegularExpression", pattern, text) || !pattern || !text)
+        return false;
+    if (matches)
+        return matches(pattern, text);
+    return std::regex_search(text, std::regex(pattern, std::regex::extended));
+}
+
+int32 ScriptedLibrary::onFocus(bool focused)
+{
+    return call("onFocus", focused) ? 0 : 1;
+}
+
+bool ScriptedLibrary::onKeyDown(char character, int16 keyCode, int16 modifiers)
+{
+    return call("onKeyDown", static_cast<int>(character), keyCode, modifiers) && handlesKeys;
+}
+
+bool ScriptedLibrary::onKeyUp(char character, int16 keyCode, int16 modifiers)
+{
+    return call("onKeyUp", static_cast<int>(character), keyCode, modifiers) && handlesKeys;
+}
+
+bool ScriptedLibrary::onWheel(float distance)
+{
+    return call("onWheel", distance) && handlesWheel;
+}
+
+int32 ScriptedLibrary::setStateText(const char16* text)
+{
+    const std::u16string units = text ? text : u"";
+    if (!call("setStateText", std::to_string(units.size()) + " units"))
+        return 1;
+    stateTextsSet.push_back(units);
+    return stateTextResult;
+}
+
+void ScriptedLibrary::setHostType(int32 hostType)
+{
+    call("setHostType", hostType);
+}
+
+int32 ScriptedLibrary::getStateFormat()
+{
+    return call("getStateFormat") ? stateFormat : 0;
+}
+
+} // namespace doubles
