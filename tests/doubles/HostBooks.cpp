@@ -1,0 +1,124 @@
+#include "tests/doubles/HostBooks.h"
+
+#include "editorlib/IExtensionVSTServiceGetter.h"
+#include "editorlib/IExternalPlugin.h"
+#include "hostapi/HostInterfaceIDs.h"
+#include "hostapi/IBusDescriptor.h"
+#include "hostapi/IComponentFactory.h"
+#include "hostapi/IComponentPortHandler.h"
+#include "hostapi/IConnector.h"
+#include "hostapi/IDevice.h"
+#include "hostapi/IDeviceList.h"
+#include "hostapi/IHostApplicationA.h"
+#include "hostapi/IHostApplicationW.h"
+#include "hostapi/IHostClasses.h"
+#include "hostapi/IHostPort.h"
+#include "hostapi/IPortRegistry.h"
+#include "hostapi/IValue.h"
+#include "pluginterfaces/base/ipluginbase.h"
+#include "pluginterfaces/base/iupdatehandler.h"
+#include "pluginterfaces/gui/iplugview.h"
+#include "pluginterfaces/vst/ivsteditcontroller.h"
+#include "pluginterfaces/vst/ivsthostapplication.h"
+#include "pluginterfaces/vst/ivstmessage.h"
+
+#include <algorithm>
+
+namespace doubles {
+
+using namespace Steinberg;
+
+HostBooks::Key HostBooks::key(const FUID& iid)
+{
+    Key result{};
+    TUID bytes;
+    iid.toTUID(bytes);
+    std::copy(std::begin(bytes), std::end(bytes), result.begin());
+    return result;
+}
+
+void HostBooks::enter(std::unique_ptr<HostObject> object)
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    byUnknown[object->unknown()] = object.get();
+    objects.push_back(std::move(object));
+}
+
+bool HostBooks::offers(const std::string& asked, const TUID queried)
+{
+    const std::string text = "query(" + asked + ", " + interfaceName(queried) + ")";
+    const bool goesOn = traceQueries ? script.called(text) : script.asked(text);
+    return goesOn && !isHidden(queried);
+}
+
+std::vector<std::string> HostBooks::unbalanced() const
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    std::vector<std::string> result;
+    for (const auto& object : objects)
+        if (auto line = object->imbalance(); !line.empty())
+            result.push_back(std::move(line));
+    return result;
+}
+
+HostObject* HostBooks::find(const FUnknown* unknown) const
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    const auto found = byUnknown.find(unknown);
+    return found == byUnknown.end() ? nullptr : found->second;
+}
+
+std::string HostBooks::nameOf(const FUnknown* unknown) const
+{
+    if (!unknown)
+        return "null";
+    const auto* object = find(unknown);
+    return object ? object->getName() : "object";
+}
+
+std::string interfaceName(const TUID queried)
+{
+    struct Row {
+        FUID iid;
+        const char* name;
+    };
+    static const std::vector<Row> rows = {
+        {FUnknown::iid, "FUnknown"},
+        {IHostClasses::iid, "IHostClasses"},
+        {IComponentFactory::iid, "IComponentFactory"},
+        {IHostApplicationW::iid, "IHostApplicationW"},
+        {IHostApplicationA::iid, "IHostApplicationA"},
+        {IPortRegistry::iid, "IPortRegistry"},
+        {IHostPort::iid, "IHostPort"},
+        {IComponentPortHandler::iid, "IComponentPortHandler"},
+        {IBusDescriptor::iid, "IBusDescriptor"},
+        {IDeviceList::iid, "IDeviceList"},
+        {IDevice::iid, "IDevice"},
+        {IValue::iid, "IValue"},
+        {IConnector::iid, "IConnector"},
+        {FUID::fromTUID(IDeviceNotUnicodeID), "IDeviceNotUnicodeID"},
+        {FUID::fromTUID(IValueNotUnicodeID), "IValueNotUnicodeID"},
+        {IExtensionVSTServiceGetter::iid, "IExtensionVSTServiceGetter"},
+        {IExternalPlugin::iid, "IExternalPlugin"},
+        {IPluginBase::iid, "IPluginBase"},
+        {IUpdateHandler::iid, "IUpdateHandler"},
+        {IDependent::iid, "IDependent"},
+        {Vst::IHostApplication::iid, "IHostApplication"},
+        {Vst::IMessage::iid, "IMessage"},
+        {Vst::IAttributeList::iid, "IAttributeList"},
+        {Vst::IComponentHandler::iid, "IComponentHandler"},
+        {Vst::IComponentHandler2::iid, "IComponentHandler2"},
+        {Vst::IConnectionPoint::iid, "IConnectionPoint"},
+#if SMTG_OS_LINUX
+        {Linux::IRunLoop::iid, "IRunLoop"},
+#endif
+    };
+    for (const auto& row : rows)
+        if (FUnknownPrivate::iidEqual(queried, row.iid))
+            return row.name;
+    std::array<char8, 33> digits{};
+    FUID::fromTUID(queried).toString(digits.data());
+    return digits.data();
+}
+
+} // namespace doubles

@@ -1,0 +1,90 @@
+#include "tests/doubles/HostRunLoopDouble.h"
+
+#if SMTG_OS_LINUX
+
+#include <algorithm>
+
+namespace doubles {
+
+using namespace Steinberg;
+
+HostRunLoopDouble::HostRunLoopDouble(HostBooks& host)
+: Counted(host, "runLoop")
+{
+}
+
+/** A handler that is still registered may be gone with its plug-in: it is in the ledger, and not
+    released here. */
+HostRunLoopDouble::~HostRunLoopDouble()
+{
+    for (auto& timer : timers)
+        timer.handler.take();
+}
+
+bool HostRunLoopDouble::isRegistered(const Linux::ITimerHandler* handler) const
+{
+    return std::any_of(timers.begin(), timers.end(),
+                       [&](const Timer& timer) { return timer.handler.get() == handler; });
+}
+
+void HostRunLoopDouble::tick()
+{
+    const auto now = timers;
+    for (const auto& timer : now)
+        if (isRegistered(timer.handler))
+            timer.handler->onTimer();
+}
+
+std::vector<uint64> HostRunLoopDouble::intervals() const
+{
+    std::vector<uint64> result;
+    for (const auto& timer : timers)
+        result.push_back(timer.interval);
+    return result;
+}
+
+std::vector<std::string> HostRunLoopDouble::unbalanced() const
+{
+    if (timers.empty())
+        return {};
+    return {"timers: expected 0, is " + std::to_string(timers.size())};
+}
+
+tresult HostRunLoopDouble::registerEventHandler(Linux::IEventHandler* handler,
+                                                Linux::FileDescriptor fd)
+{
+    called("registerEventHandler", handler, fd);
+    return kNotImplemented;
+}
+
+tresult HostRunLoopDouble::unregisterEventHandler(Linux::IEventHandler* handler)
+{
+    called("unregisterEventHandler", handler);
+    return kNotImplemented;
+}
+
+tresult HostRunLoopDouble::registerTimer(Linux::ITimerHandler* handler,
+                                         Linux::TimerInterval interval)
+{
+    if (!called("registerTimer", interval) || !handler)
+        return kResultFalse;
+    if (registerResult == kResultOk)
+        timers.push_back({shared(handler), interval});
+    return registerResult;
+}
+
+tresult HostRunLoopDouble::unregisterTimer(Linux::ITimerHandler* handler)
+{
+    if (!called("unregisterTimer"))
+        return kResultFalse;
+    const auto end = std::remove_if(timers.begin(), timers.end(), [&](const Timer& timer) {
+        return timer.handler.get() == handler;
+    });
+    const bool known = end != timers.end();
+    timers.erase(end, timers.end());
+    return known ? kResultOk : kResultFalse;
+}
+
+} // namespace doubles
+
+#endif

@@ -1,0 +1,63 @@
+// HostRunLoopDouble: the host's run loop on Linux. Its timers tick when the test says so.
+//
+//   host.runLoop.tick();                              // every timer once, in registration order
+//   host.runLoop.intervals() == {50}
+//   trace: "runLoop.registerTimer(50)", "runLoop.unregisterTimer()"
+#pragma once
+
+#include "pluginterfaces/gui/iplugview.h"
+#include "tests/doubles/Counted.h"
+
+namespace doubles {
+
+#if SMTG_OS_LINUX
+
+/** Holds a reference to each handler while it is registered. [host main thread] */
+class HostRunLoopDouble final : public Counted<Steinberg::Linux::IRunLoop> {
+public:
+    explicit HostRunLoopDouble(HostBooks& host);
+    ~HostRunLoopDouble() override;
+
+    Steinberg::tresult registerResult = Steinberg::kResultOk; ///< anything else takes no timer
+
+    void tick();
+    std::vector<Steinberg::uint64> intervals() const;
+
+    /** "timers: expected 0, is 1" while any is registered. */
+    std::vector<std::string> unbalanced() const;
+
+    Steinberg::tresult PLUGIN_API registerEventHandler(
+        Steinberg::Linux::IEventHandler* handler, Steinberg::Linux::FileDescriptor fd) override;
+    Steinberg::tresult PLUGIN_API
+    unregisterEventHandler(Steinberg::Linux::IEventHandler* handler) override;
+    Steinberg::tresult PLUGIN_API registerTimer(Steinberg::Linux::ITimerHandler* handler,
+                                                Steinberg::Linux::TimerInterval interval) override;
+    Steinberg::tresult PLUGIN_API
+    unregisterTimer(Steinberg::Linux::ITimerHandler* handler) override;
+
+private:
+    struct Timer {
+        Steinberg::IPtr<Steinberg::Linux::ITimerHandler> handler;
+        Steinberg::uint64 interval;
+    };
+    bool isRegistered(const Steinberg::Linux::ITimerHandler* handler) const;
+
+    std::vector<Timer> timers;
+};
+
+#else
+
+/** Elsewhere timers run on the system's own loop. */
+class HostRunLoopDouble final : public Counted<Steinberg::FUnknown> {
+public:
+    explicit HostRunLoopDouble(HostBooks& host)
+    : Counted(host, "runLoop")
+    {
+    }
+    void tick() {}
+    std::vector<std::string> unbalanced() const { return {}; }
+};
+
+#endif
+
+} // namespace doubles

@@ -1,0 +1,51 @@
+#include "tests/doubles/HostValueDouble.h"
+
+#include <algorithm>
+
+namespace doubles {
+
+using namespace Steinberg;
+
+HostValueDouble::HostValueDouble(HostBooks& host, const std::string& name,
+                                 HostUpdatesDouble& notices)
+: Counted(host, "value(" + name + ")")
+, updates(notices)
+{
+}
+
+/** A host offers its values under one ID or the other, never under both. */
+void* HostValueDouble::face(const TUID queried)
+{
+    const bool matches = books.unicode ? FUnknownPrivate::iidEqual(queried, IValue::iid)
+                                       : FUnknownPrivate::iidEqual(queried, IValueNotUnicodeID);
+    return matches || isFUnknown(queried) ? newReference<IValue>(this) : nullptr;
+}
+
+int32 HostValueDouble::getInteger()
+{
+    return called("getInteger") ? integer.load() : 0;
+}
+
+void HostValueDouble::getString(char16* buffer, int32* size)
+{
+    if (!called("getString", size ? *size : -1) || !buffer || !size || *size <= 0)
+        return;
+    const auto units = text.units(books.unicode);
+    const auto room = static_cast<size_t>(*size);
+    const auto length = std::min(units.size(), terminates ? room - 1 : room);
+    std::copy_n(units.begin(), length, buffer);
+    if (length < room)
+        buffer[length] = 0;
+    *size = static_cast<int32>(length);
+}
+
+void HostValueDouble::setInteger(int32 value, bool notify)
+{
+    if (!called("setInteger", value, notify))
+        return;
+    integer = value;
+    if (notify)
+        updates.tell(this, IDependent::kChanged);
+}
+
+} // namespace doubles

@@ -1,0 +1,52 @@
+// HostValueDouble: one observable value of a device. Made by HostDeviceDouble::value().
+//
+//   auto& channel = track.value("channel");    channel.integer = 3;
+//   track.value("output").text = "MIDI 1 - RDL3/RDL5 VST";
+//   trace: "value(Piano.channel).getInteger()", "value(Mixer.selected).setInteger(2, true)"
+#pragma once
+
+#include "hostapi/IValue.h"
+#include "tests/doubles/HostText.h"
+#include "tests/doubles/HostUpdatesDouble.h"
+
+namespace doubles {
+
+class HostValueDouble final : public Counted<Steinberg::IValue> {
+public:
+    HostValueDouble(HostBooks& host, const std::string& name, HostUpdatesDouble& notices);
+
+    std::atomic<Steinberg::int32> integer{0};
+    HostText text;
+    bool terminates = true; ///< false: a text as long as the buffer fills it without a terminator
+
+    Steinberg::int32 PLUGIN_API getInteger() override;
+
+    /** Writes as much of the text as fits and sets size to the units of it. */
+    void PLUGIN_API getString(Steinberg::char16* buffer, Steinberg::int32* size) override;
+
+    /** With notify the dependents are told (HostUpdatesDouble::tell), also of an equal value. */
+    void PLUGIN_API setInteger(Steinberg::int32 value, bool notify) override;
+
+    void PLUGIN_API reserved3() override { called("reserved3"); }
+    void PLUGIN_API reserved4() override { called("reserved4"); }
+    void PLUGIN_API reserved6() override { called("reserved6"); }
+    void PLUGIN_API reserved7() override { called("reserved7"); }
+    void PLUGIN_API reserved8() override { called("reserved8"); }
+    void PLUGIN_API reserved9() override { called("reserved9"); }
+    void PLUGIN_API reserved10() override { called("reserved10"); }
+    void PLUGIN_API reserved11() override { called("reserved11"); }
+    void PLUGIN_API reserved12() override { called("reserved12"); }
+    void PLUGIN_API reserved13() override { called("reserved13"); }
+    void PLUGIN_API reserved14() override { called("reserved14"); }
+    void PLUGIN_API reserved15() override { called("reserved15"); }
+    void PLUGIN_API reserved16() override { called("reserved16"); }
+    void PLUGIN_API reserved18() override { called("reserved18"); }
+
+protected:
+    void* face(const Steinberg::TUID queried) override;
+
+private:
+    HostUpdatesDouble& updates;
+};
+
+} // namespace doubles

@@ -1,0 +1,13 @@
+#include "tests/doubles/MessageDouble.h"
+
+#include "public.sdk/source/vst/hosting/hostclasses.h"
+
+namespace doubles {
+
+MessageDouble::MessageDouble(HostBooks& host, const std::string& name)
+: Counted(host, name)
+, attributes(Steinberg::Vst::HostAttributeList::make())
+{
+}
+
+} // namespace doubles
