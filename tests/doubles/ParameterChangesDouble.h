@@ -1,0 +1,90 @@
+// ParameterChangesDouble: the parameter changes of one process() call.
+//
+//   ParameterChangesDouble changes;
+//   changes.add(37012000, {{0, 0.25}, {64, 0.5}});      // sample offset, value
+//   changes.add(37013000, {{0, 1.0}}).unreadable = {0}; // getPoint fails there
+//   changes.addNull();                                  // getParameterData gives null
+//   data.inputParameterChanges = &changes;
+#pragma once
+
+#include "pluginterfaces/vst/ivstparameterchanges.h"
+
+#include <atomic>
+#include <deque>
+#include <set>
+#include <vector>
+
+namespace doubles {
+
+/** One parameter's points; counts references and deletes nothing, as below. */
+class ParameterQueueDouble final : public Steinberg::Vst::IParamValueQueue {
+public:
+    struct Point {
+        Steinberg::int32 sampleOffset;
+        double value;
+    };
+
+    ParameterQueueDouble(Steinberg::Vst::ParamID parameter, std::vector<Point> changes)
+    : points(std::move(changes))
+    , id(parameter)
+    {
+    }
+    ParameterQueueDouble(const ParameterQueueDouble&) = delete;
+    ParameterQueueDouble& operator=(const ParameterQueueDouble&) = delete;
+    virtual ~ParameterQueueDouble() = default;
+
+    std::vector<Point> points;
+    std::set<Steinberg::int32> unreadable;
+    bool throws = false; ///< at every getPoint
+    int getReferences() const { return references; }
+
+    Steinberg::Vst::ParamID PLUGIN_API getParameterId() override { return id; }
+    Steinberg::int32 PLUGIN_API getPointCount() override;
+    Steinberg::tresult PLUGIN_API getPoint(Steinberg::int32 index, Steinberg::int32& sampleOffset,
+                                           Steinberg::Vst::ParamValue& value) override;
+    Steinberg::tresult PLUGIN_API addPoint(Steinberg::int32 sampleOffset,
+                                           Steinberg::Vst::ParamValue value,
+                                           Steinberg::int32& index) override;
+
+    Steinberg::tresult PLUGIN_API queryInterface(const Steinberg::TUID queried,
+                                                 void** obj) override;
+    Steinberg::uint32 PLUGIN_API addRef() override { return static_cast<unsigned>(++references); }
+    Steinberg::uint32 PLUGIN_API release() override { return static_cast<unsigned>(--references); }
+
+private:
+    const Steinberg::Vst::ParamID id;
+    std::atomic<int> references{1};
+};
+
+/** On the test's stack: one reference of its own, release deletes nothing. Not in the trace. */
+class ParameterChangesDouble final : public Steinberg::Vst::IParameterChanges {
+public:
+    ParameterChangesDouble() = default;
+    ParameterChangesDouble(const ParameterChangesDouble&) = delete;
+    ParameterChangesDouble& operator=(const ParameterChangesDouble&) = delete;
+    virtual ~ParameterChangesDouble() = default;
+
+    ParameterQueueDouble& add(Steinberg::Vst::ParamID id,
+                              const std::vector<ParameterQueueDouble::Point>& points);
+    void addNull() { list.push_back(nullptr); }
+
+    /** References of this object and its queues beyond the test's own. */
+    int foreignReferences() const;
+
+    Steinberg::int32 PLUGIN_API getParameterCount() override;
+    Steinberg::Vst::IParamValueQueue* PLUGIN_API getParameterData(Steinberg::int32 index) override;
+    Steinberg::Vst::IParamValueQueue* PLUGIN_API addParameterData(const Steinberg::Vst::ParamID& id,
+                                                                  Steinberg::int32& index) override;
+
+    Steinberg::tresult PLUGIN_API queryInterface(const Steinberg::TUID queried,
+                                                 void** obj) override;
+    Steinberg::uint32 PLUGIN_API addRef() override { return static_cast<unsigned>(++references); }
+    Steinberg::uint32 PLUGIN_API release() override { return static_cast<unsigned>(--references); }
+
+private:
+    std::deque<ParameterQueueDouble> queues;
+    std::vector<ParameterQueueDouble*> list;
+    std::atomic<int> references{1};
+};
+
+} // namespace doubles
