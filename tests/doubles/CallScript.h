@@ -2,8 +2,8 @@
 // fail or make it throw. ScriptedHost and ScriptedLibrary are one each.
 //
 //   host.onCall = [&](const std::string& text) { if (text == "...") controller.terminate(); };
-//   host.failAt("portRegistry.getPortByIndex(2)");   // answers null, false, kResultFalse or
-//   nothing library.throwAt("start");                        // the operation's name alone will do
+//   host.failAt("portRegistry.getPortByIndex(2)");   // answers null, false, kResultFalse, nothing
+//   library.throwAt("start");                        // the operation's name alone will do
 //   for (size_t n = 1; ; ++n) {                      // every call of a procedure fails in turn
 //       host.failAtCall(n); procedure(); if (host.callCount() < n) break; }
 #pragma once

@@ -1,9 +1,9 @@
 // HostBooks: owns every object of a scripted host, knows which interfaces the host offers and which
 // objects are not back where they belong.
 //
-//   auto& port = books.make<HostPortDouble>("A");   // lives until the host ends, whatever is
-//   released books.hide(IPortRegistry::iid);                 // the host does not have it, wherever
-//   one asks books.unbalanced();                             // {"bus(1): expected 0, is 1"}
+//   auto& port = books.make<HostPortDouble>("A");   // lives until the host ends
+//   books.hide(IPortRegistry::iid);                 // the host does not have it for anybody
+//   books.unbalanced();                             // {"bus(1): expected 0, is 1"}
 #pragma once
 
 #include "pluginterfaces/base/funknown.h"

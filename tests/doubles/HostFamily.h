@@ -2,8 +2,8 @@
 //
 //   ScriptedHost host(trace, HostFamily::cubase("7.5.1"));
 //   ScriptedHost host(trace, HostFamily::withoutUnicode("Cubase LE", "4.0.1"));
-//   auto family = HostFamily::nuendo("6.5.0"); family.versionText = "6.5"; ScriptedHost host(trace,
-//   family);
+//   auto family = HostFamily::nuendo("6.5.0");    family.versionText = "6.5";
+//   ScriptedHost host(trace, family);
 #pragma once
 
 #include "tests/doubles/HostText.h"

@@ -3,8 +3,8 @@
 //   controller.setComponentHandler(&host.handler);
 //   host.handler.editResult = kResultFalse;
 //   host.handler.unpairedEdits() is empty when begin, perform and end came as they must
-//   trace: "host.beginEdit(37012000)", "host.performEdit(37012000, 0.5)",
-//   "host.restartComponent(8)"
+//   trace: "host.beginEdit(37012000)", "host.performEdit(37012000, 0.5)", "host.endEdit(37012000)"
+//          "host.restartComponent(8)"
 #pragma once
 
 #include "hostapi/IComponentPortHandler.h"

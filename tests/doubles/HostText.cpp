@@ -3,6 +3,7 @@
 #include "public.sdk/source/vst/utility/stringconvert.h"
 
 #include <cstring>
+#include <stdexcept>
 
 namespace doubles {
 namespace {
@@ -14,6 +15,19 @@ std::vector<char16> terminated(const std::u16string& units)
     std::vector<char16> result(units.begin(), units.end());
     result.push_back(0);
     return result;
+}
+
+/** Bytes that are no UTF-8 are an older host's own; each becomes a unit. */
+std::u16string widened(const std::string& bytes)
+{
+    try {
+        return VST3::StringConvert::convert(bytes);
+    } catch (const std::range_error&) {
+        std::u16string result;
+        for (const char byte : bytes)
+            result += static_cast<char16_t>(static_cast<unsigned char>(byte));
+        return result;
+    }
 }
 
 /** A zero unit ends the 16-bit buffer, also when the 8-bit terminator shares a unit with the last
@@ -35,7 +49,7 @@ HostText::HostText(const char* utf8)
 
 HostText::HostText(const std::string& utf8)
 : bytes(utf8)
-, wide(terminated(VST3::StringConvert::convert(utf8)))
+, wide(terminated(widened(utf8)))
 , packed(packedBytes(utf8))
 {
 }

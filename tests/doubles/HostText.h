@@ -3,6 +3,7 @@
 //   port.displayName = "Tavrin 1";                      // UTF-8 here
 //   port.displayName = HostText(nullptr);               // the host gives a null pointer
 //   port.displayName = HostText::raw(u"\xD800");        // these units whatever the host
+//   port.displayName = "M\xE4rz";                       // an older host's bytes, no UTF-8
 //   host without Unicode: the text's bytes, two in each 16-bit unit, in memory order
 #pragma once
 

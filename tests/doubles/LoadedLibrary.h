@@ -1,20 +1,24 @@
 // LoadedLibrary: the scripted library that stands under a path as a file, as the plug-in will load
 // it, and the ScriptedLibrary behind it.
 //
-//   doubles::LoadedLibrary loaded(trace);             // the fixed path; or LoadedLibrary(trace,
-//   file) ASSERT_TRUE(loaded); loaded->latencyMode = 2;   ...plug-in...
+//   doubles::LoadedLibrary loaded(trace);             // the fixed path, or the second argument
+//   ASSERT_TRUE(loaded);
+//   loaded->latencyMode = 2;
+//   ...plug-in...
 //   EXPECT_EQ(trace.count("library.start()"), 1u);
 //
-// Which file it is decides what it lacks: vstk2x_scripted_library, ..._without_connect,
-// ..._without_observer, ..._null_connection.
+// Which file stands there decides what it lacks. Test programs know them all by macros with the
+// targets' names: VSTK2X_SCRIPTED_LIBRARY, VSTK2X_SCRIPTED_LIBRARY_WITHOUT_CONNECT (the entry
+// point), ..._WITHOUT_OBSERVER (the other one), ..._NULL_CONNECTION (stores null).
 #pragma once
 
 #include "tests/doubles/ScriptedLibrary.h"
 
 namespace doubles {
 
-/** Holds the file loaded, so that records survive the plug-in's own closing. The library behind is
-    new for each LoadedLibrary as far as tests can tell: it is renewed here and at the end. */
+/** Declare it before the plug-in, so that it outlives it. Holds the file loaded, so that records
+   survive the plug-in's own closing. The library behind is new for each LoadedLibrary as far as
+   tests can tell: it is renewed here and at the end. */
 class LoadedLibrary {
 public:
     static constexpr const char* kPath = "/Library/Application Support/Tavrin/VST/RDL3_RDL5/"

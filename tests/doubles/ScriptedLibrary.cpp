@@ -17,9 +17,8 @@ void ScriptedLibrary::setParameter(uint32 id, const ScriptedParameter& parameter
 
 void ScriptedLibrary::setParameterValue(uint32 id, int32 value)
 {
-    auto parameter = getParameter(id);
-    parameter.value = value;
-    setParameter(id, parameter);
+    const Guard guard(mutex);
+    parameters.try_emplace(id, defaultParameter).first->second.value = value;
 }
 
 ScriptedParameter ScriptedLibrary::getParameter(uint32 id) const

@@ -1,0 +1,128 @@
+#include "tests/doubles/ControllerContextDouble.h"
+
+#include <gmock/gmock.h>
+
+using namespace Steinberg;
+using doubles::ControllerContextDouble;
+using doubles::HostFamily;
+using doubles::ScriptedHost;
+using doubles::Trace;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(ControllerContextDouble, KnowsWhatItsHostIs)
+{
+    struct Row {
+        HostFamily family;
+        bool unicode;
+        int32 type;
+    };
+    const Row rows[] = {{HostFamily::cubase("7.5.1"), true, 0},
+                        {HostFamily::nuendo("6.5.0"), true, 0},
+                        {HostFamily::cubaseLE("5.0.0"), true, 0},
+                        {HostFamily::withoutUnicode("Cubase", "4.0.1"), false, 0},
+                        {HostFamily::applicationAOnly(), false, 0},
+                        {HostFamily::standalone(), true, 1},
+                        {HostFamily::named("Another", "1.0.0"), true, 2},
+                        {HostFamily::plain(), false, 2}};
+    for (const auto& row : rows) {
+        Trace trace;
+        ScriptedHost host(trace, row.family);
+        ControllerContextDouble context(host, nullptr);
+        EXPECT_EQ(context.isUnicodeAppHost(), row.unicode) << row.family.name.utf8();
+        EXPECT_EQ(context.getVSTHostType(), row.type) << row.family.name.utf8();
+    }
+}
+
+TEST(ControllerContextDouble, PassesNoticesOnAndRecordsThem)
+{
+    Trace trace;
+    ScriptedHost host(trace);
+    doubles::ScriptedLibrary library(trace);
+    std::vector<FUnknown*> changed;
+    {
+        ControllerContextDouble context(host, &library);
+        EXPECT_EQ(context.getEditorConnection(), &library);
+        context.onUpdate = [&](FUnknown* object, int32) { changed.push_back(object); };
+        host.updates.addDependent(&host.devices.mixer(), context.getDependent());
+        host.devices.tellTracksChanged();
+        context.changeLatencyTrigger();
+    }
+    EXPECT_THAT(changed, ElementsAre(&host.devices.mixer()));
+    EXPECT_THAT(trace.texts(),
+                ElementsAre("updateHandler.addDependent(device(Mixer))", "notice(device(Mixer), 1)",
+                            "controller.update(device(Mixer), 1)",
+                            "controller.changeLatencyTrigger()"));
+    EXPECT_THAT(host.ledger(), ElementsAre("dependents of device(Mixer): expected 0, is 1"));
+}
+
+TEST(PeerDouble, KeepsWhatTheMessagesCarry)
+{
+    Trace trace;
+    ScriptedHost host(trace);
+    TUID cid;
+    Vst::IMessage::iid.toTUID(cid);
+    void* made = nullptr;
+    ASSERT_EQ(host.context.createInstance(cid, cid, &made), kResultOk);
+    auto message = owned(static_cast<Vst::IMessage*>(made));
+    void* address = &trace;
+    message->setMessageID("VST_CONNECT_MESSAGE_ID");
+    message->getAttributes()->setBinary("VST_CONNECT_BINARY_ID", &address, sizeof(address));
+    host.peer.notifyResults = {kResultFalse};
+    EXPECT_EQ(host.peer.notify(message), kResultFalse);
+    message->setMessageID("VST_ISUNICODE_HOST_MESSAGE_ID");
+    message->getAttributes()->setInt("VST_ISUNICODE_HOST_BINARY_ID", 1);
+    EXPECT_EQ(host.peer.notify(message), kResultOk);
+
+    ASSERT_EQ(host.peer.received.size(), 2u);
+    EXPECT_EQ(host.peer.received[0].id, "VST_CONNECT_MESSAGE_ID");
+    EXPECT_EQ(host.peer.received[0].address, address);
+    EXPECT_FALSE(host.peer.received[0].integer);
+    EXPECT_FALSE(host.peer.received[1].address);
+    EXPECT_EQ(host.peer.received[1].integer, 1);
+    message = nullptr;
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+#if SMTG_OS_LINUX
+
+namespace {
+
+class Handler final : public Linux::ITimerHandler {
+public:
+    std::function<void()> onTick;
+    int references = 1;
+    void PLUGIN_API onTimer() override { onTick(); }
+    tresult PLUGIN_API queryInterface(const TUID, void**) override { return kNoInterface; }
+    uint32 PLUGIN_API addRef() override { return static_cast<uint32>(++references); }
+    uint32 PLUGIN_API release() override { return static_cast<uint32>(--references); }
+    virtual ~Handler() = default;
+};
+
+} // namespace
+
+TEST(HostRunLoopDouble, TicksWhatIsRegisteredAtTheMoment)
+{
+    Trace trace;
+    ScriptedHost host(trace);
+    Handler first;
+    Handler second;
+    int ticks = 0;
+    first.onTick = [&] {
+        ++ticks;
+        host.runLoop.unregisterTimer(&second);
+    };
+    second.onTick = [&] { ++ticks; };
+    host.runLoop.registerTimer(&first, 50);
+    host.runLoop.registerTimer(&second, 100);
+    EXPECT_THAT(host.runLoop.intervals(), ElementsAre(50u, 100u));
+    host.runLoop.tick();
+    EXPECT_EQ(ticks, 1);
+    EXPECT_EQ(second.references, 1);
+    EXPECT_THAT(host.ledger(), ElementsAre("timers: expected 0, is 1"));
+    host.runLoop.unregisterTimer(&first);
+    EXPECT_THAT(host.ledger(), IsEmpty());
+    EXPECT_EQ(host.runLoop.unregisterTimer(&first), kResultFalse);
+}
+
+#endif
