@@ -94,11 +94,11 @@ public:
     {
     }
 
-    FUnknown* PLUGIN_API createComponent(const char* key, const char* value) override
+    FUnknown* PLUGIN_API createComponent(const char* askedKey, const char* askedValue) override
     {
-        if (!called("createComponent", key, value) || !answers.makesComponent)
+        if (!called("createComponent", askedKey, askedValue) || !answers.makesComponent)
             return nullptr;
-        if (!key || key != answers.key || !value || value != answers.value)
+        if (!askedKey || askedKey != answers.key || !askedValue || askedValue != answers.value)
             return nullptr;
         auto& component = books.make<Component>(
             "component(" + std::to_string(++answers.componentsMade) + ")", answers);
@@ -117,8 +117,7 @@ private:
 };
 
 HostServiceDouble::HostServiceDouble(HostBooks& host)
-: books(host)
-, factory(host.make<Factory>(*this))
+: factory(host.make<Factory>(*this))
 , service(host.make<Service>(*this))
 {
 }

@@ -51,7 +51,6 @@ private:
     class Component;
     class Service;
 
-    HostBooks& books;
     Steinberg::IComponentFactory& factory;
     Steinberg::IExtensionVSTService& service;
     int componentsMade = 0;
