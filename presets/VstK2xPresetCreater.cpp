@@ -126,7 +126,7 @@ void VstK2xPresetCreater::setVoiceDataInfo(
     });
 }
 
-int VstK2xPresetCreater::createOutputPath(std::string& path, OutputDir dir) noexcept
+int VstK2xPresetCreater::outputPath(std::string& path, OutputDir dir) noexcept
 {
     return guarded(1, [&] {
         std::string base;
@@ -136,8 +136,13 @@ int VstK2xPresetCreater::createOutputPath(std::string& path, OutputDir dir) noex
         changeNotFileNameLang(plugIn);
         path = base + "/Library/Audio" + VSTPresetDirName + PathSlash + kPlugInVendor + PathSlash +
                plugIn;
-        return createPresetDirectoryMac(path, nullptr);
+        return 0;
     });
+}
+
+int VstK2xPresetCreater::createOutputPath(std::string& path, OutputDir dir) noexcept
+{
+    return outputPath(path, dir) == 0 ? createPresetDirectoryMac(path, nullptr) : 1;
 }
 
 bool VstK2xPresetCreater::isCreatePresetBank(VoiceBank::Bank bank) const noexcept

@@ -89,8 +89,11 @@ public:
                           PresetType types, OutputDir dir, const std::vector<const char*>* excluded,
                           bool overwrite, bool) noexcept;
 
-    /** Sets path to the library's folder and makes what is missing of it.
-        @return 0, or 1 for another dir, a user without a home, or a folder that cannot be made */
+    /** Sets path to the library's folder.
+        @return 0, or 1 with path as it was for another dir or a user without a home */
+    static int outputPath(std::string& path, OutputDir dir) noexcept;
+
+    /** The same, and makes what is missing of the folder. @return 1 also where it cannot */
     static int createOutputPath(std::string& path, OutputDir dir) noexcept;
 
     /** The opposite of its name: true when the bank is not among the types last set. */
