@@ -1,0 +1,53 @@
+// An editor library for make-presets alone: 500 voices in bank 0 that take their time, a user bank
+// without data in bank 8 and a voice in bank 7 whose category is unknown.
+#include "editorlib/EntryPoints.h"
+#include "presets/TavrinSynthCategory.h"
+#include "tests/doubles/VoiceLibrary.h"
+
+#include <chrono>
+#include <thread>
+
+namespace {
+
+constexpr int kSlowVoices = 500;
+
+doubles::VoiceText voice(int bank, int number)
+{
+    if (bank == 0 && number < kSlowVoices)
+        return {"80:Slow " + std::to_string(number)};
+    if (bank == 7 && number == 0)
+        return {std::string("4096:Odd\x1B[2J")};
+    if (bank == 7 && number == 1)
+        return {std::string("no code:Odder")};
+    if (bank == 8 && number == 0)
+        return {std::string("80:Hollow")};
+    return {std::nullopt, 1};
+}
+
+class SlowLibrary final : public doubles::VoiceLibrary {
+public:
+    SlowLibrary()
+    {
+        namespace Synth = Steinberg::Vst::TavrinSynth;
+        categoryName = [](int32 main) -> doubles::VoiceText {
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            if (main > 17)
+                return {std::nullopt, 1};
+            return {Synth::VoiceCategoryName[main]};
+        };
+        subCategoryName = [](int32 main, int32 sub) -> doubles::VoiceText {
+            return {Synth::VoiceSubCategoryName[main][sub]};
+        };
+        voiceData = [](int32 bank, int32 number) { return voice(bank, number); };
+        userBank = [](int32, int32) { return std::vector<char>(); };
+    }
+};
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) void
+getVSTEditorConnectObject(Steinberg::Vst::VstIEditorConnect** out)
+{
+    static SlowLibrary library;
+    *out = &library;
+}

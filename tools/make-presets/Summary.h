@@ -1,0 +1,37 @@
+// Summary: what became of the voices.
+#pragma once
+
+#include "tools/make-presets/PresetWriter.h"
+
+#include <string>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+namespace makepresets {
+
+class Summary {
+public:
+    void add(const Voice& voice, const Result& result);
+
+    /** Lines for a terminal, one a count, and what a count needs to be understood.
+        @param untried voices that were not come to
+        @param dryRun whether nothing was written */
+    std::string text(const std::string& folder, size_t untried, bool dryRun) const;
+
+    /** One sentence a failure, and one a voice that took an earlier voice's file. */
+    const std::vector<std::string>& remarks() const { return sentences; }
+    bool hasFailures() const { return failed > 0; }
+
+private:
+    size_t written = 0;
+    size_t replaced = 0;
+    size_t skipped = 0;
+    size_t excluded = 0;
+    size_t failed = 0;
+    std::vector<std::string> sentences;
+};
+
+} // namespace makepresets
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,44 @@
+#include "tools/make-presets/VoiceWalk.h"
+
+#include "presets/VoiceText.h"
+#include "tools/make-presets/Failure.h"
+#include "tools/make-presets/Interruption.h"
+
+namespace Steinberg {
+namespace Vst {
+namespace makepresets {
+
+std::string Voice::label() const
+{
+    return "bank " + std::to_string(bank) + ", voice " + std::to_string(number) + ", \"" +
+           printable(voiceNameOf(text)) + "\"";
+}
+
+std::vector<Voice> collectVoices(VstK2xPresetCreater& creater, const std::vector<int>& banks)
+{
+    std::vector<Voice> voices;
+    for (const int value : banks) {
+        const auto bank = static_cast<VoiceBank::Bank>(value);
+        std::string text;
+        int number = 0;
+        for (; !isInterrupted() && creater.fetchVoiceData(bank, number, text) == 0; ++number) {
+            if (number == kMostVoices)
+                throw Failure("The editor library has no end of voices in bank " +
+                              std::to_string(value) + ".");
+            voices.push_back({bank, number, text});
+        }
+    }
+    return voices;
+}
+
+std::string printable(std::string text)
+{
+    for (auto& character : text)
+        if (static_cast<unsigned char>(character) < ' ' || character == '\x7F')
+            character = '?';
+    return text;
+}
+
+} // namespace makepresets
+} // namespace Vst
+} // namespace Steinberg
