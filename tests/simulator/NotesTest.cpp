@@ -1,47 +1,5 @@
+#include "tests/simulator/AllocationCount.h"
 #include "tests/simulator/SimulatorFixture.h"
-
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-thread_local size_t allocations = 0;
-
-void* allocate(std::size_t size)
-{
-    ++allocations;
-    if (void* memory = std::malloc(size > 0 ? size : 1))
-        return memory;
-    throw std::bad_alloc();
-}
-
-} // namespace
-
-// The library binds to these too, so that what it allocates on a thread is counted.
-void* operator new(std::size_t size)
-{
-    return allocate(size);
-}
-void* operator new[](std::size_t size)
-{
-    return allocate(size);
-}
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete[](void* memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 
@@ -115,18 +73,18 @@ TEST_F(SimulatorNotes, AreCountedWithoutAProcessorToo)
 
 TEST_F(SimulatorNotes, AndAutomationAllocateNothing)
 {
-    const size_t atStart = allocations;
+    const size_t atStart = allocationCount();
     ASSERT_FALSE(editor->getStateChunk().empty());
-    ASSERT_GT(allocations, atStart) << "the library's allocations are not counted";
+    ASSERT_GT(allocationCount(), atStart) << "the library's allocations are not counted";
 
-    const size_t before = allocations;
+    const size_t before = allocationCount();
     for (int round = 0; round < 100; ++round) {
         send({0x90, 60, 127});
         send({0, 0, 0});
         editor->hostParameterChanged(volume1, round / 100.);
         editor->hostParameterChanged(12345, 1.);
     }
-    EXPECT_EQ(before, allocations);
+    EXPECT_EQ(before, allocationCount());
     EXPECT_EQ(100u, effect.count);
     EXPECT_EQ(200u, user->automationReceived());
 }

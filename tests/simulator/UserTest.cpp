@@ -167,7 +167,8 @@ TEST_F(SimulatorEditor, MatchesNothingThatIsNoPatternOrNoText)
     EXPECT_FALSE(editor->matchRegularExpression("a", nullptr));
     EXPECT_FALSE(editor->matchRegularExpression("(", "("));
     EXPECT_FALSE(editor->matchRegularExpression("[", "["));
-    EXPECT_FALSE(editor->matchRegularExpression("a", std::string(1000000, 'a').c_str()));
+    EXPECT_FALSE(editor->matchRegularExpression(std::string(1000000, '(').c_str(), "a"));
+    EXPECT_FALSE(editor->matchRegularExpression("^(a*)*b$", std::string(100000, 'a').c_str()));
 }
 
 TEST_F(SimulatorEditor, ShowsTheInstrumentsOwnAudioPortsAtItsFirstStart)
