@@ -45,10 +45,12 @@ function(vstk2x_add_sdk)
     add_subdirectory("${SDK_ROOT}/${part}" "${bin}/${part}" EXCLUDE_FROM_ALL)
   endforeach()
 
+  add_library(vstk2x_sdk_memorystream STATIC EXCLUDE_FROM_ALL
+    "${SDK_ROOT}/public.sdk/source/common/memorystream.cpp")
+  target_link_libraries(vstk2x_sdk_memorystream PUBLIC sdk_common)
   add_library(vstk2x_sdk_hosting_extras STATIC EXCLUDE_FROM_ALL
-    "${SDK_ROOT}/public.sdk/source/common/memorystream.cpp"
     $<IF:$<PLATFORM_ID:Darwin>,${SDK_ROOT}/public.sdk/source/vst/hosting/module_mac.mm,${SDK_ROOT}/public.sdk/source/vst/hosting/module_linux.cpp>)
-  target_link_libraries(vstk2x_sdk_hosting_extras PUBLIC sdk_hosting)
+  target_link_libraries(vstk2x_sdk_hosting_extras PUBLIC sdk_hosting vstk2x_sdk_memorystream)
 
   set(vstgui "${SDK_ROOT}/vstgui4/vstgui/lib")
   add_library(vstk2x_vstgui_timer STATIC EXCLUDE_FROM_ALL
@@ -58,7 +60,7 @@ function(vstk2x_add_sdk)
   target_compile_features(vstk2x_vstgui_timer PUBLIC cxx_std_17)
 
   foreach(target pluginterfaces base sdk_common sdk sdk_hosting vstk2x_sdk_hosting_extras
-                 vstk2x_vstgui_timer validator moduleinfotool)
+                 vstk2x_sdk_memorystream vstk2x_vstgui_timer validator moduleinfotool)
     set_target_properties(${target} PROPERTIES
       POSITION_INDEPENDENT_CODE ON CXX_CLANG_TIDY "" CXX_VISIBILITY_PRESET hidden
       VISIBILITY_INLINES_HIDDEN ON)
@@ -77,7 +79,7 @@ target_compile_definitions(vstk2x_sdk_headers INTERFACE
   $<IF:$<CONFIG:Debug>,DEVELOPMENT=1;DEBUG=1,RELEASE=1;NDEBUG=1>)
 
 add_library(vstk2x_sdk INTERFACE)
-target_link_libraries(vstk2x_sdk INTERFACE vstk2x_sdk_headers sdk)
+target_link_libraries(vstk2x_sdk INTERFACE vstk2x_sdk_headers sdk vstk2x_sdk_memorystream)
 
 add_library(vstk2x_sdk_hosting INTERFACE)
 target_link_libraries(vstk2x_sdk_hosting INTERFACE vstk2x_sdk_headers vstk2x_sdk_hosting_extras)

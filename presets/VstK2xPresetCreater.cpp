@@ -10,6 +10,7 @@
 #include "presets/VstK2xUserBank.h"
 
 #include "pluginterfaces/base/smartpointer.h"
+#include "public.sdk/source/common/memorystream.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -227,6 +228,22 @@ int VstK2xPresetCreater::createPresetFile(const std::string& path, const std::st
 
 bool VstK2xPresetCreater::save(IBStream* stream, VoiceBank::Bank bank, int number,
                                const std::string& xml)
+{
+    // A preset file is written field by field with steps back; in memory that costs no system
+    // calls.
+    const auto file = owned(new MemoryStream);
+    if (!build(file, bank, number, xml))
+        return false;
+    const auto size = static_cast<int32>(file->getSize());
+    int32 written = 0;
+    if (stream->write(file->getData(), size, &written) != kResultOk || written != size)
+        return false;
+    // Going back makes the stream hand its bytes to the system, where a full disk shows.
+    return stream->seek(0, IBStream::kIBSeekSet, nullptr) == kResultOk;
+}
+
+bool VstK2xPresetCreater::build(IBStream* stream, VoiceBank::Bank bank, int number,
+                                const std::string& xml)
 {
     if (!isBank(bank))
         return false;

@@ -143,6 +143,7 @@ public:
 
 private:
     bool save(IBStream* stream, VoiceBank::Bank bank, int number, const std::string& xml);
+    bool build(IBStream* stream, VoiceBank::Bank bank, int number, const std::string& xml);
     bool isAsked(VoiceBank::Bank bank) const noexcept;
 
     VstIEditorConnect& editorConnect;
