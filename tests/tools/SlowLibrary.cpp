@@ -2,7 +2,7 @@
 // without data in bank 8 and a voice in bank 7 whose category is unknown.
 #include "editorlib/EntryPoints.h"
 #include "presets/TavrinSynthCategory.h"
-#include "tests/doubles/VoiceLibrary.h"
+#include "tests/doubles/ScriptedLibrary.h"
 
 #include <chrono>
 #include <thread>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kSlowVoices = 500;
 
-doubles::VoiceText voice(int bank, int number)
+doubles::BufferAnswer voice(int bank, int number)
 {
     if (bank == 0 && number < kSlowVoices)
         return {"80:Slow " + std::to_string(number)};
@@ -24,23 +24,27 @@ doubles::VoiceText voice(int bank, int number)
     return {std::nullopt, 1};
 }
 
-class SlowLibrary final : public doubles::VoiceLibrary {
+class SlowLibrary final : public doubles::ScriptedLibrary {
 public:
     SlowLibrary()
+    : ScriptedLibrary(ownTrace)
     {
         namespace Synth = Steinberg::Vst::TavrinSynth;
-        categoryName = [](int32 main) -> doubles::VoiceText {
+        categoryName = [](int32 main) -> doubles::BufferAnswer {
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
             if (main > 17)
                 return {std::nullopt, 1};
             return {Synth::VoiceCategoryName[main]};
         };
-        subCategoryName = [](int32 main, int32 sub) -> doubles::VoiceText {
+        subCategoryName = [](int32 main, int32 sub) -> doubles::BufferAnswer {
             return {Synth::VoiceSubCategoryName[main][sub]};
         };
         voiceData = [](int32 bank, int32 number) { return voice(bank, number); };
         userBank = [](int32, int32) { return std::vector<char>(); };
     }
+
+private:
+    doubles::Trace ownTrace;
 };
 
 } // namespace

@@ -82,7 +82,9 @@ TEST_F(HostileVoiceTest, OnlyColonsAreAVoiceWithoutName)
 
 TEST_F(HostileVoiceTest, AnEmptyTextIsAVoiceWithoutName)
 {
-    library.voiceData = [](int32, int32) -> doubles::VoiceText { return {}; }; // leaves the buffer
+    library.voiceData = [](int32, int32) -> doubles::BufferAnswer {
+        return {};
+    }; // leaves the buffer
     creater.setVoiceDataInfo(VoiceBank::kFirst, 0, kEverything, Creater::kUserFolder);
     EXPECT_THAT(home.files(), ElementsAre(".vstpreset"));
 }
@@ -91,9 +93,9 @@ TEST_F(HostileVoiceTest, ABufferFilledWithoutTerminatorIsAThirtyCharacterText)
 {
     const std::string text = "80:123456789012345678901234567";
     ASSERT_EQ(text.size(), 30u);
-    library.voiceData = [&text](int32, int32) -> doubles::VoiceText { return {text}; };
-    library.categoryName = [](int32) -> doubles::VoiceText { return {std::string(30, 'c')}; };
-    library.subCategoryName = [](int32, int32) -> doubles::VoiceText {
+    library.voiceData = [&text](int32, int32) -> doubles::BufferAnswer { return {text}; };
+    library.categoryName = [](int32) -> doubles::BufferAnswer { return {std::string(30, 'c')}; };
+    library.subCategoryName = [](int32, int32) -> doubles::BufferAnswer {
         return {std::string(30, 's')};
     };
     creater.setVoiceDataInfo(VoiceBank::kFirst, 0, kEverything, Creater::kUserFolder);
@@ -106,8 +108,8 @@ TEST_F(HostileVoiceTest, ABufferFilledWithoutTerminatorIsAThirtyCharacterText)
 
 TEST_F(HostileVoiceTest, EachBufferIsZeroedBeforeItsCall)
 {
-    library.categoryName = [](int32) -> doubles::VoiceText { return {std::string(30, 'c')}; };
-    library.subCategoryName = [](int32, int32) -> doubles::VoiceText { return {}; };
+    library.categoryName = [](int32) -> doubles::BufferAnswer { return {std::string(30, 'c')}; };
+    library.subCategoryName = [](int32, int32) -> doubles::BufferAnswer { return {}; };
     std::string fileName, voiceName, category, subCategory = "before";
     EXPECT_EQ(creater.separationVoiceData("80:n", fileName, voiceName, category, subCategory), 0);
     EXPECT_EQ(subCategory, "");
@@ -130,8 +132,10 @@ TEST_F(HostileVoiceTest, AVeryLongNameFailsAtOnce)
 TEST_F(HostileVoiceTest, MarkupInNamesNeverReachesTheXml)
 {
     const char* const hostile = "<b id=\"x\">&";
-    library.categoryName = [hostile](int32) -> doubles::VoiceText { return {hostile}; };
-    library.subCategoryName = [hostile](int32, int32) -> doubles::VoiceText { return {hostile}; };
+    library.categoryName = [hostile](int32) -> doubles::BufferAnswer { return {hostile}; };
+    library.subCategoryName = [hostile](int32, int32) -> doubles::BufferAnswer {
+        return {hostile};
+    };
     writeVoice(std::string("80:") + hostile);
     pugi::xml_document document;
     const auto text = metaInfo(home.presetFolder() + "/_b id=_x__&.vstpreset");

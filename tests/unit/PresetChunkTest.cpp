@@ -1,9 +1,11 @@
 #include "presets/VstK2xPreset.h"
 
 #include "module/PlugInInfo.h"
-#include "tests/doubles/FaultyStream.h"
 #include "tests/doubles/PresetFileBytes.h"
+#include "tests/doubles/StreamDouble.h"
+#include "tests/doubles/TemporaryHome.h"
 
+#include "pluginterfaces/base/smartpointer.h"
 #include "public.sdk/source/vst/vstaudioeffect.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
 
@@ -13,8 +15,8 @@
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
-using doubles::FaultyStream;
 using doubles::le32;
+using doubles::StreamDouble;
 
 namespace {
 
@@ -59,7 +61,7 @@ public:
 
 TEST(PresetChunk, FileWithoutMetaInformationIsHeaderEmptyComponentStateTwelveBytesAndList)
 {
-    FaultyStream stream;
+    StreamDouble stream;
     ASSERT_TRUE(VstK2xPreset::savePreset(&stream, kProcessorUID, 3, 127, nullptr, -1));
     const char golden[] = "VST3\x01\0\0\0"
                           "13EEE3484D664261B90352CE35DD18B4"
@@ -68,14 +70,14 @@ TEST(PresetChunk, FileWithoutMetaInformationIsHeaderEmptyComponentStateTwelveByt
                           "List\x02\0\0\0"
                           "Comp\x30\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
                           "Cont\x30\0\0\0\0\0\0\0\x0C\0\0\0\0\0\0\0";
-    EXPECT_EQ(stream.bytes, std::string(golden, sizeof golden - 1));
-    EXPECT_EQ(stream.bytes.size(), 108u);
-    EXPECT_EQ(stream.references, 1);
+    EXPECT_EQ(stream.data, std::string(golden, sizeof golden - 1));
+    EXPECT_EQ(stream.data.size(), 108u);
+    EXPECT_EQ(stream.getReferences(), 1);
 }
 
 TEST(PresetChunk, FileWithMetaInformationHoldsTheTextWithoutItsTerminator)
 {
-    FaultyStream stream;
+    StreamDouble stream;
     ASSERT_TRUE(VstK2xPreset::savePreset(&stream, kProcessorUID, 13, 258, "<a>b</a>", -1));
     const char golden[] = "VST3\x01\0\0\0"
                           "13EEE3484D664261B90352CE35DD18B4"
@@ -86,19 +88,19 @@ TEST(PresetChunk, FileWithMetaInformationHoldsTheTextWithoutItsTerminator)
                           "Comp\x30\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
                           "Cont\x30\0\0\0\0\0\0\0\x0C\0\0\0\0\0\0\0"
                           "Info\x3C\0\0\0\0\0\0\0\x08\0\0\0\0\0\0\0";
-    EXPECT_EQ(stream.bytes, std::string(golden, sizeof golden - 1));
+    EXPECT_EQ(stream.data, std::string(golden, sizeof golden - 1));
 }
 
 TEST(PresetChunk, MetaInformationOfAGivenSizeIsCutThere)
 {
-    FaultyStream stream;
+    StreamDouble stream;
     ASSERT_TRUE(VstK2xPreset::savePreset(&stream, kProcessorUID, 0, 0, "<a>b</a>", 3));
-    EXPECT_EQ(stream.bytes, doubles::presetFileBytes(le32(1) + le32(0) + le32(0), "<a>"));
+    EXPECT_EQ(stream.data, doubles::presetFileBytes(le32(1) + le32(0) + le32(0), "<a>"));
 }
 
 TEST(PresetChunk, MetaInformationOfANegativeSizeIsRefused)
 {
-    FaultyStream stream;
+    StreamDouble stream;
     EXPECT_FALSE(VstK2xPreset::savePreset(&stream, kProcessorUID, 0, 0, "<a>", -2));
     EXPECT_FALSE(VstK2xPreset::savePreset(&stream, kProcessorUID, 0, 0, "<a>", kMinInt32));
 }
@@ -117,22 +119,22 @@ TEST(PresetChunk, SaveFailsWhereHeaderMetaInformationOrListIsRefused)
     for (int call = 17; call <= 30; ++call)
         failing.insert(call);
     for (int call = 0; call <= 31; ++call) {
-        FaultyStream stream;
-        stream.failAt = call;
+        StreamDouble stream;
+        stream.failAtCall = static_cast<size_t>(call) + 1;
         EXPECT_EQ(VstK2xPreset::savePreset(&stream, kProcessorUID, 1, 2, "<a>", -1),
                   failing.count(call) == 0)
             << call;
-        EXPECT_EQ(stream.references, 1) << call;
+        EXPECT_EQ(stream.getReferences(), 1) << call;
     }
 }
 
 TEST(PresetChunk, SaveFailsWhereTheStreamThrows)
 {
     for (int call = 0; call <= 30; ++call) {
-        FaultyStream stream;
-        stream.throwAt = call;
+        StreamDouble stream;
+        stream.throwAtCall = static_cast<size_t>(call) + 1;
         EXPECT_FALSE(VstK2xPreset::savePreset(&stream, kProcessorUID, 1, 2, "<a>", -1)) << call;
-        EXPECT_EQ(stream.references, 1) << call;
+        EXPECT_EQ(stream.getReferences(), 1) << call;
     }
 }
 
@@ -141,28 +143,28 @@ TEST(PresetChunk, StateOperationsAreAlwaysTrue)
     VstK2xPreset none(nullptr);
     EXPECT_TRUE(none.storeComponentPresetData(1, 2));
     EXPECT_TRUE(none.storeEditControllerPresetData(1, 2));
-    FaultyStream stream;
+    StreamDouble stream;
     {
         VstK2xPreset file(&stream);
         EXPECT_TRUE(file.storeComponentPresetData(1, 2));
-        EXPECT_EQ(stream.bytes, "");
+        EXPECT_EQ(stream.data, "");
         EXPECT_TRUE(file.contains(kComponentState));
-        for (int call = stream.calls; call < stream.calls + 5; ++call) {
-            stream.failAt = call;
+        for (size_t call = 1; call <= 5; ++call) {
+            stream.failAtCall = stream.callCount + call;
             EXPECT_TRUE(file.storeEditControllerPresetData(1, 2));
         }
     }
-    EXPECT_EQ(stream.references, 1);
+    EXPECT_EQ(stream.getReferences(), 1);
 }
 
 TEST(PresetChunk, MarkerOneIsAPresetAndNothingElseIs)
 {
     for (const int32 marker : {-1, 0, 2, 3, 257, 65537, 0x01000000, kMinInt32, kMaxInt32}) {
-        FaultyStream stream(le32(marker) + le32(1) + le32(1));
+        StreamDouble stream(le32(marker) + le32(1) + le32(1));
         EXPECT_FALSE(VstK2xPreset::isK2xPreset(&stream)) << marker;
         EXPECT_EQ(stream.position, 0) << marker;
     }
-    FaultyStream stream(kPresetState);
+    StreamDouble stream(kPresetState);
     EXPECT_TRUE(VstK2xPreset::isK2xPreset(&stream));
     EXPECT_EQ(stream.position, 0);
     EXPECT_FALSE(VstK2xPreset::isK2xPreset(nullptr));
@@ -171,20 +173,36 @@ TEST(PresetChunk, MarkerOneIsAPresetAndNothingElseIs)
 TEST(PresetChunk, RecognitionLeavesTheStreamWhereItWas)
 {
     const std::string content = std::string("abcde") + kPresetState;
-    for (const bool shortIsFine : {true, false})
-        for (int64 at = 0; at <= static_cast<int64>(content.size()); ++at) {
-            FaultyStream stream(content, at);
-            stream.shortIsFine = shortIsFine;
-            EXPECT_EQ(VstK2xPreset::isK2xPreset(&stream), at == 5) << at;
-            EXPECT_EQ(stream.position, at);
-            EXPECT_EQ(stream.references, 1);
-        }
+    for (int64 at = 0; at <= static_cast<int64>(content.size()); ++at) {
+        StreamDouble stream(content);
+        stream.position = at;
+        EXPECT_EQ(VstK2xPreset::isK2xPreset(&stream), at == 5) << at;
+        EXPECT_EQ(stream.position, at);
+        EXPECT_EQ(stream.getReferences(), 1);
+    }
+}
+
+TEST(PresetChunk, RecognitionLeavesAFileWhereItWasAlsoAtItsEnd)
+{
+    // The SDK's files answer kResultFalse to a read that comes out short.
+    const doubles::TemporaryHome home;
+    const auto path = home.home() + "/state";
+    std::ofstream(path, std::ios::binary) << kPresetState;
+    const auto file = owned(FileStream::open(path.c_str(), "rb"));
+    ASSERT_TRUE(file);
+    for (int64 at = 0; at <= 12; ++at) {
+        ASSERT_EQ(file->seek(at, IBStream::kIBSeekSet, nullptr), kResultOk);
+        EXPECT_EQ(VstK2xPreset::isK2xPreset(file), at == 0) << at;
+        int64 position = -1;
+        EXPECT_EQ(file->tell(&position), kResultOk);
+        EXPECT_EQ(position, at);
+    }
 }
 
 TEST(PresetChunk, LessThanAMarkerIsNoPreset)
 {
     for (size_t size = 0; size < 4; ++size) {
-        FaultyStream stream(kPresetState.substr(0, size));
+        StreamDouble stream(kPresetState.substr(0, size));
         EXPECT_FALSE(VstK2xPreset::isK2xPreset(&stream)) << size;
         EXPECT_EQ(stream.position, 0) << size;
     }
@@ -192,13 +210,13 @@ TEST(PresetChunk, LessThanAMarkerIsNoPreset)
 
 TEST(PresetChunk, RecognitionSurvivesAStreamThatFailsOrThrows)
 {
-    FaultyStream failing(kPresetState);
-    failing.failAt = 0;
+    StreamDouble failing(kPresetState);
+    failing.failAtCall = 1;
     EXPECT_FALSE(VstK2xPreset::isK2xPreset(&failing));
     EXPECT_EQ(failing.position, 0);
     for (int call = 0; call < 2; ++call) {
-        FaultyStream throwing(kPresetState);
-        throwing.throwAt = call;
+        StreamDouble throwing(kPresetState);
+        throwing.throwAtCall = static_cast<size_t>(call) + 1;
         EXPECT_FALSE(VstK2xPreset::isK2xPreset(&throwing)) << call;
     }
 }
@@ -206,16 +224,17 @@ TEST(PresetChunk, RecognitionSurvivesAStreamThatFailsOrThrows)
 TEST(PresetChunk, LoadTakesWhatIsWhollyThereAtEveryLength)
 {
     for (size_t size = 0; size <= 12; ++size) {
-        FaultyStream stream(kPresetState.substr(0, size));
+        StreamDouble stream(kPresetState.substr(0, size));
         const Loaded expected = {size >= 4, size >= 8 ? 7 : -1, size >= 12 ? 300 : -1};
         EXPECT_EQ(load(&stream), expected) << size;
-        EXPECT_EQ(stream.references, 1);
+        EXPECT_EQ(stream.getReferences(), 1);
     }
 }
 
 TEST(PresetChunk, LoadLeavesWhatFollowsUnread)
 {
-    FaultyStream stream("xx" + kPresetState + std::string(1000, 'y'), 2);
+    StreamDouble stream("xx" + kPresetState + std::string(1000, 'y'));
+    stream.position = 2;
     EXPECT_EQ(load(&stream), (Loaded{true, 7, 300}));
     EXPECT_EQ(stream.position, 14);
 }
@@ -223,7 +242,7 @@ TEST(PresetChunk, LoadLeavesWhatFollowsUnread)
 TEST(PresetChunk, LoadOfAnotherMarkerFailsAndSetsBothToMinusOne)
 {
     for (const int32 marker : {-1, 0, 2, 0x01000000}) {
-        FaultyStream stream(le32(marker) + le32(7) + le32(300));
+        StreamDouble stream(le32(marker) + le32(7) + le32(300));
         EXPECT_EQ(load(&stream), (Loaded{false, -1, -1})) << marker;
     }
     EXPECT_EQ(load(nullptr), (Loaded{false, -1, -1}));
@@ -232,14 +251,14 @@ TEST(PresetChunk, LoadOfAnotherMarkerFailsAndSetsBothToMinusOne)
 TEST(PresetChunk, LoadKeepsAnyBankAndNumber)
 {
     for (const int32 value : {kMinInt32, -1, 0, 15, kMaxInt32}) {
-        FaultyStream stream(le32(1) + le32(value) + le32(value));
+        StreamDouble stream(le32(1) + le32(value) + le32(value));
         EXPECT_EQ(load(&stream), (Loaded{true, value, value}));
     }
 }
 
 TEST(PresetChunk, LoadDoesNotCompareTheClassID)
 {
-    FaultyStream stream(kPresetState);
+    StreamDouble stream(kPresetState);
     int bank = 0;
     int number = 0;
     EXPECT_TRUE(VstK2xPreset::loadPreset(&stream, kControllerUID, bank, number));
@@ -251,24 +270,24 @@ TEST(PresetChunk, LoadSurvivesAStreamThatFailsOrThrowsAtAnyRead)
 {
     const Loaded failed[] = {{false, -1, -1}, {true, -1, 7}, {true, 7, -1}};
     for (int call = 0; call < 3; ++call) {
-        FaultyStream failing(kPresetState);
-        failing.failAt = call;
+        StreamDouble failing(kPresetState);
+        failing.failAtCall = static_cast<size_t>(call) + 1;
         EXPECT_EQ(load(&failing), failed[call]) << call;
-        FaultyStream throwing(kPresetState);
-        throwing.throwAt = call;
+        StreamDouble throwing(kPresetState);
+        throwing.throwAtCall = static_cast<size_t>(call) + 1;
         EXPECT_FALSE(load(&throwing).result) << call;
-        EXPECT_EQ(throwing.references, 1);
+        EXPECT_EQ(throwing.getReferences(), 1);
     }
 }
 
 TEST(PresetChunk, TheSdkLoadsASavedFileIntoAController)
 {
-    FaultyStream stream;
+    StreamDouble stream;
     ASSERT_TRUE(VstK2xPreset::savePreset(&stream, kProcessorUID, 12, 99, "<a>b</a>", -1));
     AudioEffect component;
     LoadingController controller;
     ASSERT_TRUE(PresetFile::loadPreset(&stream, kProcessorUID, &component, &controller));
     EXPECT_TRUE(controller.recognised);
     EXPECT_EQ(controller.loaded, (Loaded{true, 12, 99}));
-    EXPECT_EQ(stream.references, 1);
+    EXPECT_EQ(stream.getReferences(), 1);
 }

@@ -3,8 +3,8 @@
 
 #include "presets/TavrinSynthCategory.h"
 #include "presets/VstK2xPresetCreater.h"
+#include "tests/doubles/ScriptedLibrary.h"
 #include "tests/doubles/TemporaryHome.h"
-#include "tests/doubles/VoiceLibrary.h"
 
 #include <gmock/gmock.h>
 
@@ -19,17 +19,19 @@ protected:
     PresetCreaterTest()
     {
         namespace Synth = Steinberg::Vst::TavrinSynth;
-        library.categoryName = [](int32 main) -> doubles::VoiceText {
+        library.categoryName = [](int32 main) -> doubles::BufferAnswer {
             if (main < 0 || main > 17)
                 return {std::nullopt, 1};
             return {Synth::VoiceCategoryName[main]};
         };
-        library.subCategoryName = [](int32 main, int32 sub) -> doubles::VoiceText {
+        library.subCategoryName = [](int32 main, int32 sub) -> doubles::BufferAnswer {
             if (sub < 0 || sub > 5)
                 return {std::nullopt, 1};
             return {Synth::VoiceSubCategoryName[main][sub]};
         };
-        library.voiceData = [](int32, int32) -> doubles::VoiceText { return {"80:Sweet Violin"}; };
+        library.voiceData = [](int32, int32) -> doubles::BufferAnswer {
+            return {"80:Sweet Violin"};
+        };
         library.userBank = [](int32, int32) { return std::vector<char>{'\0', '\xFF', 'd'}; };
     }
 
@@ -58,6 +60,7 @@ protected:
     }
 
     doubles::TemporaryHome home;
-    doubles::VoiceLibrary library;
+    doubles::Trace trace;
+    doubles::ScriptedLibrary library{trace};
     Creater creater{library};
 };

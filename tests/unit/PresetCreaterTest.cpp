@@ -86,7 +86,7 @@ TEST_F(PresetCreaterTest, AnEmptySubCategoryLeavesTheBarInTheXml)
 
 TEST_F(PresetCreaterTest, CategoriesThatTheTablesLackGiveEmptyTexts)
 {
-    library.categoryName = [](int32) -> doubles::VoiceText { return {"<Unheard \"of\">"}; };
+    library.categoryName = [](int32) -> doubles::BufferAnswer { return {"<Unheard \"of\">"}; };
     writeVoice("80:X");
     EXPECT_EQ(home.content("X.vstpreset"),
               presetFileBytes(le32(1) + le32(0) + le32(0), xmlFor("", "", "")));
@@ -116,7 +116,7 @@ TEST_F(PresetCreaterTest, EachBankHasItsBitAndItsKindOfFile)
 TEST_F(PresetCreaterTest, AVoiceOfABankNotAskedForOnlyMakesTheFolder)
 {
     int asked = 0;
-    library.voiceData = [&asked](int32, int32) -> doubles::VoiceText {
+    library.voiceData = [&asked](int32, int32) -> doubles::BufferAnswer {
         ++asked;
         return {"80:X"};
     };
@@ -139,9 +139,9 @@ TEST_F(PresetCreaterTest, OneVoiceReplacesTheFileOfItsName)
 
 TEST_F(PresetCreaterTest, TheLibrarysRefusalOfAVoiceWritesNothing)
 {
-    library.voiceData = [](int32, int32) -> doubles::VoiceText { return {"80:X", 1}; };
+    library.voiceData = [](int32, int32) -> doubles::BufferAnswer { return {"80:X", 1}; };
     creater.setVoiceDataInfo(static_cast<Bank>(3), 5, kEverything, Creater::kUserFolder);
-    library.voiceData = [](int32, int32) -> doubles::VoiceText { return {"80:X", -1}; };
+    library.voiceData = [](int32, int32) -> doubles::BufferAnswer { return {"80:X", -1}; };
     creater.setVoiceDataInfo(static_cast<Bank>(3), 5, kEverything, Creater::kUserFolder);
     EXPECT_THAT(home.files(), ElementsAre());
 }
@@ -149,7 +149,7 @@ TEST_F(PresetCreaterTest, TheLibrarysRefusalOfAVoiceWritesNothing)
 TEST_F(PresetCreaterTest, AMapIsWalkedInAscendingOrderWithinTheAskedBanks)
 {
     std::vector<std::string> order;
-    library.categoryName = [&order](int32 main) -> doubles::VoiceText {
+    library.categoryName = [&order](int32 main) -> doubles::BufferAnswer {
         order.push_back(std::to_string(main));
         return {"Strings"};
     };
@@ -251,11 +251,11 @@ TEST_F(PresetCreaterTest, AnEmptyFirstFieldIsTheNumberZero)
 TEST_F(PresetCreaterTest, TheCategoryCodeIsWhollyADecimalNumber)
 {
     std::vector<std::pair<int32, int32>> asked;
-    library.subCategoryName = [&asked](int32 main, int32 sub) -> doubles::VoiceText {
+    library.subCategoryName = [&asked](int32 main, int32 sub) -> doubles::BufferAnswer {
         asked.emplace_back(main, sub);
         return {"x"};
     };
-    library.categoryName = [](int32) -> doubles::VoiceText { return {"x"}; };
+    library.categoryName = [](int32) -> doubles::BufferAnswer { return {"x"}; };
     std::string fileName, voiceName, category, subCategory;
     const auto split = [&](const std::string& field) {
         return creater.separationVoiceData(field + ":n", fileName, voiceName, category,
@@ -276,7 +276,7 @@ TEST_F(PresetCreaterTest, TheCategoryCodeIsWhollyADecimalNumber)
 TEST_F(PresetCreaterTest, TheSubCategoryIsAskedForOnlyAfterTheCategory)
 {
     int asked = 0;
-    library.subCategoryName = [&asked](int32, int32) -> doubles::VoiceText {
+    library.subCategoryName = [&asked](int32, int32) -> doubles::BufferAnswer {
         ++asked;
         return {"x", 1};
     };

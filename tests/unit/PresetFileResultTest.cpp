@@ -125,7 +125,9 @@ TEST_F(PresetFileResultTest, AFullDiskIsOne)
 TEST_F(PresetFileResultTest, ALibraryThatThrowsIsAFailureOfThatCall)
 {
     makeFolder();
-    const auto fails = [](auto&&...) -> doubles::VoiceText { throw std::runtime_error("library"); };
+    const auto fails = [](auto&&...) -> doubles::BufferAnswer {
+        throw std::runtime_error("library");
+    };
     library.userBank = [](int32, int32) -> std::vector<char> { throw 5; };
     EXPECT_EQ(createFile("a", 8, 1), 1);
     library.subCategoryName = fails;

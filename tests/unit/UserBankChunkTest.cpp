@@ -2,8 +2,8 @@
 
 #include "module/PlugInInfo.h"
 #include "presets/VstK2xPreset.h"
-#include "tests/doubles/FaultyStream.h"
 #include "tests/doubles/PresetFileBytes.h"
+#include "tests/doubles/StreamDouble.h"
 
 #include "public.sdk/source/vst/vstaudioeffect.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
@@ -16,8 +16,8 @@
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
-using doubles::FaultyStream;
 using doubles::le32;
+using doubles::StreamDouble;
 using testing::ElementsAre;
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -74,16 +74,16 @@ public:
     const rlimit limit = {512U << 20, 512U << 20};
     if (setrlimit(RLIMIT_AS, &limit) != 0)
         std::_Exit(2);
-    FaultyStream stream(le32(2) + le32(8) + le32(0) + le32(kMaxInt32) + "abcd");
+    StreamDouble stream(le32(2) + le32(8) + le32(0) + le32(kMaxInt32) + "abcd");
     const auto loaded = load(&stream, std::vector<char>(8, 'z'));
-    std::_Exit(!loaded.result && stream.references == 1 ? 0 : 1);
+    std::_Exit(!loaded.result && stream.getReferences() == 1 ? 0 : 1);
 }
 
 } // namespace
 
 TEST(UserBankChunk, FileHoldsSizeAndDataAfterTheNumber)
 {
-    FaultyStream stream;
+    StreamDouble stream;
     ASSERT_TRUE(save(&stream, 5, "<a>b</a>"));
     const char golden[] = "VST3\x01\0\0\0"
                           "13EEE3484D664261B90352CE35DD18B4"
@@ -95,27 +95,27 @@ TEST(UserBankChunk, FileHoldsSizeAndDataAfterTheNumber)
                           "Comp\x30\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
                           "Cont\x30\0\0\0\0\0\0\0\x15\0\0\0\0\0\0\0"
                           "Info\x45\0\0\0\0\0\0\0\x08\0\0\0\0\0\0\0";
-    EXPECT_EQ(stream.bytes, std::string(golden, sizeof golden - 1));
-    EXPECT_EQ(stream.references, 1);
+    EXPECT_EQ(stream.data, std::string(golden, sizeof golden - 1));
+    EXPECT_EQ(stream.getReferences(), 1);
 }
 
 TEST(UserBankChunk, FileWithoutMetaInformationEndsWithTwoEntries)
 {
-    FaultyStream stream;
+    StreamDouble stream;
     ASSERT_TRUE(save(&stream, 5));
-    EXPECT_EQ(stream.bytes, doubles::presetFileBytes(kUserBankState));
-    EXPECT_EQ(stream.bytes.size(), 48u + 21u + 8u + 2u * 20u);
+    EXPECT_EQ(stream.data, doubles::presetFileBytes(kUserBankState));
+    EXPECT_EQ(stream.data.size(), 48u + 21u + 8u + 2u * 20u);
 }
 
 TEST(UserBankChunk, WithoutDataIsNotSavedButItsFileHasBegun)
 {
     for (const int size : {0, -1, kMinInt32}) {
-        FaultyStream stream;
+        StreamDouble stream;
         EXPECT_FALSE(save(&stream, size, "<a>"));
-        EXPECT_EQ(stream.bytes,
+        EXPECT_EQ(stream.data,
                   "VST3" + le32(1) + "13EEE3484D664261B90352CE35DD18B4" + le32(0) + le32(0));
     }
-    FaultyStream stream;
+    StreamDouble stream;
     EXPECT_FALSE(
         VstK2xUserBank::saveUserBank(&stream, kProcessorUID, 9, 4, 5, nullptr, nullptr, -1));
     EXPECT_FALSE(save(nullptr, 5));
@@ -129,16 +129,16 @@ TEST(UserBankChunk, SaveFailsWhereHeaderMetaInformationOrListIsRefused)
     for (int call = 19; call <= 32; ++call)
         failing.insert(call);
     for (int call = 0; call <= 33; ++call) {
-        FaultyStream stream;
-        stream.failAt = call;
+        StreamDouble stream;
+        stream.failAtCall = static_cast<size_t>(call) + 1;
         EXPECT_EQ(save(&stream, 5, "<a>"), failing.count(call) == 0) << call;
-        EXPECT_EQ(stream.references, 1) << call;
+        EXPECT_EQ(stream.getReferences(), 1) << call;
     }
     for (int call = 0; call <= 32; ++call) {
-        FaultyStream stream;
-        stream.throwAt = call;
+        StreamDouble stream;
+        stream.throwAtCall = static_cast<size_t>(call) + 1;
         EXPECT_FALSE(save(&stream, 5, "<a>")) << call;
-        EXPECT_EQ(stream.references, 1) << call;
+        EXPECT_EQ(stream.getReferences(), 1) << call;
     }
 }
 
@@ -149,29 +149,30 @@ TEST(UserBankChunk, StateOperationsFailOnlyWithoutData)
     EXPECT_TRUE(none.storeComponentUserBankData(1, 2, 5, data.data()));
     EXPECT_TRUE(none.storeEditControllerUserBankData(1, 2, 5, data.data()));
     EXPECT_FALSE(none.storeEditControllerUserBankData(1, 2, 0, data.data()));
-    FaultyStream stream;
+    StreamDouble stream;
     {
         VstK2xUserBank file(&stream);
         EXPECT_TRUE(file.storeComponentUserBankData(1, 2, 0, nullptr));
         EXPECT_FALSE(file.storeEditControllerUserBankData(1, 2, -5, data.data()));
-        EXPECT_EQ(stream.bytes, "");
+        EXPECT_EQ(stream.data, "");
         EXPECT_FALSE(file.contains(kControllerState));
         EXPECT_TRUE(file.storeEditControllerUserBankData(1, 2, 1, data.data()));
         EXPECT_TRUE(file.contains(kControllerState));
     }
-    EXPECT_EQ(stream.references, 1);
+    EXPECT_EQ(stream.getReferences(), 1);
 }
 
 TEST(UserBankChunk, MarkerTwoIsAUserBankAndNothingElseIs)
 {
     const std::string content = "abc" + kUserBankState;
     for (int64 at = 0; at <= static_cast<int64>(content.size()); ++at) {
-        FaultyStream stream(content, at);
+        StreamDouble stream(content);
+        stream.position = at;
         EXPECT_EQ(VstK2xUserBank::isK2xUserBank(&stream), at == 3) << at;
         EXPECT_EQ(stream.position, at);
     }
     for (const int32 marker : {-1, 0, 1, 3, 258, 0x02000000}) {
-        FaultyStream stream(le32(marker));
+        StreamDouble stream(le32(marker));
         EXPECT_FALSE(VstK2xUserBank::isK2xUserBank(&stream)) << marker;
     }
     EXPECT_FALSE(VstK2xUserBank::isK2xUserBank(nullptr));
@@ -180,7 +181,7 @@ TEST(UserBankChunk, MarkerTwoIsAUserBankAndNothingElseIs)
 TEST(UserBankChunk, LoadGivesZerosForMissingDataAtEveryLength)
 {
     for (size_t size = 0; size <= kUserBankState.size(); ++size) {
-        FaultyStream stream(kUserBankState.substr(0, size));
+        StreamDouble stream(kUserBankState.substr(0, size));
         const auto loaded = load(&stream, std::vector<char>(64, 'z'));
         EXPECT_EQ(loaded.result, size >= 16) << size;
         EXPECT_EQ(loaded.bank, size >= 8 ? 9 : -1) << size;
@@ -191,13 +192,13 @@ TEST(UserBankChunk, LoadGivesZerosForMissingDataAtEveryLength)
             expected.resize(5, '\0');
             EXPECT_EQ(std::string(loaded.data.begin(), loaded.data.end()), expected) << size;
         }
-        EXPECT_EQ(stream.references, 1);
+        EXPECT_EQ(stream.getReferences(), 1);
     }
 }
 
 TEST(UserBankChunk, LoadLeavesWhatFollowsUnread)
 {
-    FaultyStream stream(kUserBankState + std::string(1000, 'y'));
+    StreamDouble stream(kUserBankState + std::string(1000, 'y'));
     const auto loaded = load(&stream);
     EXPECT_TRUE(loaded.result);
     EXPECT_EQ(std::string(loaded.data.begin(), loaded.data.end()), kData);
@@ -207,7 +208,7 @@ TEST(UserBankChunk, LoadLeavesWhatFollowsUnread)
 TEST(UserBankChunk, LoadRefusesASizeBelowOne)
 {
     for (const int32 size : {0, -1, kMinInt32}) {
-        FaultyStream stream(le32(2) + le32(9) + le32(4) + le32(size) + kData);
+        StreamDouble stream(le32(2) + le32(9) + le32(4) + le32(size) + kData);
         const auto loaded = load(&stream);
         EXPECT_FALSE(loaded.result) << size;
         EXPECT_THAT(loaded.data, ElementsAre()) << size;
@@ -217,7 +218,7 @@ TEST(UserBankChunk, LoadRefusesASizeBelowOne)
 TEST(UserBankChunk, LoadOfAnotherMarkerFailsAndSetsBothToMinusOne)
 {
     for (const int32 marker : {-1, 0, 1, 3}) {
-        FaultyStream stream(le32(marker) + kUserBankState.substr(4));
+        StreamDouble stream(le32(marker) + kUserBankState.substr(4));
         const auto loaded = load(&stream);
         EXPECT_FALSE(loaded.result);
         EXPECT_EQ(loaded.bank, -1);
@@ -230,7 +231,7 @@ TEST(UserBankChunk, LoadOfAnotherMarkerFailsAndSetsBothToMinusOne)
 TEST(UserBankChunk, LoadHonoursALargeSizeWithFourBytesBehindIt)
 {
     constexpr int32 size = 64 * 1024 * 1024;
-    FaultyStream stream(le32(2) + le32(8) + le32(0) + le32(size) + "abcd");
+    StreamDouble stream(le32(2) + le32(8) + le32(0) + le32(size) + "abcd");
     const auto loaded = load(&stream);
     ASSERT_TRUE(loaded.result);
     ASSERT_EQ(loaded.data.size(), static_cast<size_t>(size));
@@ -255,19 +256,19 @@ TEST(UserBankChunk, LoadSurvivesAStreamThatFailsOrThrowsAtAnyRead)
     // before it, so that the number, 4, is read as the size.
     const bool expected[] = {false, true, true, false, true};
     for (int call = 0; call < 5; ++call) {
-        FaultyStream failing(kUserBankState);
-        failing.failAt = call;
+        StreamDouble failing(kUserBankState);
+        failing.failAtCall = static_cast<size_t>(call) + 1;
         EXPECT_EQ(load(&failing).result, expected[call]) << call;
-        FaultyStream throwing(kUserBankState);
-        throwing.throwAt = call;
+        StreamDouble throwing(kUserBankState);
+        throwing.throwAtCall = static_cast<size_t>(call) + 1;
         EXPECT_FALSE(load(&throwing).result) << call;
-        EXPECT_EQ(throwing.references, 1);
+        EXPECT_EQ(throwing.getReferences(), 1);
     }
 }
 
 TEST(UserBankChunk, TheSdkLoadsASavedFileIntoAController)
 {
-    FaultyStream stream;
+    StreamDouble stream;
     ASSERT_TRUE(save(&stream, 5, "<a>b</a>"));
     AudioEffect component;
     LoadingController controller;
