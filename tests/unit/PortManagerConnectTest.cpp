@@ -1,0 +1,359 @@
+#include "hostapi/IHostClasses.h"
+#include "tests/unit/PortScene.h"
+
+using doubles::HostFamily;
+using doubles::ScriptedFailure;
+using namespace Steinberg;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+const std::string kConnectNone = "portHandler.setMidiOutputPorts(null, 0, same)";
+
+} // namespace
+
+TEST(SetMidiOutPort, ConnectsThePortWithTheId)
+{
+    PortScene scene;
+    scene.host.ports.midiOutput("A", "Box");
+    scene.host.ports.midiOutput("B", "Synth");
+    scene.host.ports.midiOutput("C", "Other");
+    scene.ports.setMidiOutPort("B");
+    EXPECT_THAT(scene.calls({"portHandler."}),
+                ElementsAre("portHandler.setMidiOutputPorts([ port(B) ], 1, same)"));
+    EXPECT_THAT(scene.calls({"port(C)"}), IsEmpty()) << "the walk stops at the port";
+}
+
+TEST(SetMidiOutPort, ConnectsNoneWhenNoPortHasTheId)
+{
+    PortScene scene;
+    scene.host.ports.midiOutput("A", "Box");
+    scene.ports.setMidiOutPort("a");
+    EXPECT_THAT(scene.calls({"portHandler."}), ElementsAre(kConnectNone));
+}
+
+TEST(SetMidiOutPort, ConnectsNoneForANullId)
+{
+    PortScene scene;
+    scene.host.ports.midiOutput("", "Box");
+    scene.ports.setMidiOutPort(nullptr);
+    EXPECT_THAT(scene.calls({"portHandler."}), ElementsAre(kConnectNone));
+}
+
+TEST(SetMidiOutPort, SkipsPortsThatAreNoRealMidiOutputs)
+{
+    PortScene scene;
+    scene.host.ports.addNull();
+    scene.host.ports.midiInput("A", "Keys");
+    scene.host.ports.audioOutput("A", "Speaker");
+    scene.host.ports.midiOutput("A", "V").attributes = {"virtual"};
+    scene.host.ports.midiOutput("A", "U").idReadable = false;
+    scene.ports.setMidiOutPort("A");
+    EXPECT_THAT(scene.host.ports.midiPorts, IsEmpty());
+    EXPECT_THAT(scene.calls({"portHandler."}), ElementsAre(kConnectNone));
+}
+
+TEST(SetMidiOutPort, TakesAProxyAndAHiddenPort)
+{
+    PortScene scene;
+    scene.host.ports.midiOutput("P", "Proxy").attributes = {"proxy"};
+    scene.host.ports.midiOutput("H", "Hidden").displayed = false;
+    scene.ports.setMidiOutPort("P");
+    EXPECT_THAT(scene.host.ports.midiPorts, ElementsAre("port(P)"));
+    scene.ports.setMidiOutPort("H");
+    EXPECT_THAT(scene.host.ports.midiPorts, ElementsAre("port(H)"));
+    EXPECT_THAT(scene.calls({"port(P).hasPortAttribute(proxy)", "port(H).isDisplayed"}), IsEmpty());
+}
+
+TEST(SetMidiOutPort, DoesNothingWithoutHandlerOrPorts)
+{
+    PortScene scene;
+    scene.host.ports.midiOutput("A", "Box");
+    const auto connect = [&] { scene.ports.setMidiOutPort("A"); };
+    scene.host.hide(IComponentPortHandler::iid);
+    connect();
+    scene.host.show(IComponentPortHandler::iid);
+    scene.host.hide(IPortRegistry::iid);
+    connect();
+    scene.host.show(IPortRegistry::iid);
+    scene.host.hide(IHostClasses::iid);
+    connect();
+    scene.host.show(IHostClasses::iid);
+    scene.context.handler = nullptr;
+    connect();
+    scene.context.handler = &scene.host.handler;
+    scene.context.hostContext = nullptr;
+    connect();
+    EXPECT_THAT(scene.calls({"portHandler.", "port("}), IsEmpty());
+}
+
+TEST(SetMidiOutPort, AsksForThePortsBeforeTheHandler)
+{
+    PortScene scene;
+    scene.host.traceQueries();
+    scene.ports.setMidiOutPort("A");
+    EXPECT_THAT(scene.calls({"query", "hostClasses"}),
+                ElementsAre("query(context, IHostClasses)",
+                            "hostClasses.getHostInterface(IPortRegistry)",
+                            "query(host, IComponentPortHandler)"));
+}
+
+TEST(SetMidiOutPort, ComparesThePackedIdsOfAHostWithoutUnicode)
+{
+    PortScene scene(HostFamily::withoutUnicode("Cubase LE", "4.0.1"));
+    scene.host.ports.midiOutput("out 1", "Box");
+    scene.ports.setMidiOutPort("out 1");
+    EXPECT_THAT(scene.host.ports.midiPorts, ElementsAre("port(out 1)"));
+}
+
+TEST(SetAudioPortList, ConnectsFourPortsToTwoStereoBuses)
+{
+    PortScene scene;
+    for (const char* id : {"D", "C", "B", "A"})
+        scene.host.ports.audioInput(id, id);
+    scene.setAudio("A", "B", "C", "D");
+    EXPECT_THAT(scene.host.ports.inputBuses,
+                ElementsAre("3: port(A) port(B)", "3: port(C) port(D)"));
+    EXPECT_TRUE(scene.ports.isConnectAudioPort());
+    for (const auto* port : scene.host.ports.list)
+        EXPECT_FALSE(port->displayed) << port->getName();
+}
+
+TEST(SetAudioPortList, MakesOneBusAfterTheOther)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.setAudio(nullptr, "A", "", "none");
+    EXPECT_THAT(scene.calls({"hostClasses.getHostInterface(IBusDescriptor)", "bus(",
+                             "port(A).setDisplayed", "portHandler."}),
+                ElementsAre("hostClasses.getHostInterface(IBusDescriptor)",
+                            "bus(1).setArrangement(3)", "bus(1).setChannelPort(0, null)",
+                            "port(A).setDisplayed(false)", "bus(1).setChannelPort(1, port(A))",
+                            "hostClasses.getHostInterface(IBusDescriptor)",
+                            "bus(2).setArrangement(3)", "bus(2).setChannelPort(0, null)",
+                            "bus(2).setChannelPort(1, null)",
+                            "portHandler.setAudioInputBuses(0, 0, [ bus(1) bus(2) ], 2)"));
+}
+
+TEST(SetAudioPortList, StopsItsWalkAtTheFirstPortWithTheId)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "foreign").displayed = false;
+    scene.host.ports.audioInput("A", "visible");
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    EXPECT_THAT(scene.host.ports.inputBuses, ElementsAre("3: null null", "3: null null"));
+    EXPECT_TRUE(scene.host.ports.list[1]->displayed);
+    EXPECT_EQ(scene.trace.count("portRegistry.getPortByIndex(1)"), 0u);
+    EXPECT_FALSE(scene.ports.isConnectAudioPort());
+}
+
+TEST(SetAudioPortList, LeavesTheChannelOfAForeignHiddenPortUnconnected)
+{
+    PortScene scene;
+    auto& port = scene.host.ports.audioInput("A", "Mic");
+    port.displayed = false;
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    EXPECT_THAT(scene.host.ports.inputBuses, ElementsAre("3: null null", "3: null null"));
+    EXPECT_THAT(scene.calls({"port(A).setDisplayed"}), IsEmpty());
+}
+
+TEST(SetAudioPortList, SkipsPortsThatAreNoAudioInputsWithAnId)
+{
+    PortScene scene;
+    scene.host.ports.addNull();
+    scene.host.ports.audioOutput("A", "Speaker");
+    scene.host.ports.midiInput("A", "Keys");
+    scene.host.ports.audioInput("A", "unreadable").idReadable = false;
+    auto& port = scene.host.ports.audioInput("A", "Mic");
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    EXPECT_FALSE(port.displayed);
+    EXPECT_THAT(scene.host.ports.inputBuses, ElementsAre("3: port(A) null", "3: null null"));
+}
+
+TEST(SetAudioPortList, FourNullEntriesSendEmptyBusesAndLetEveryPortGo)
+{
+    PortScene scene;
+    auto& a = scene.host.ports.audioInput("A", "Mic");
+    auto& b = scene.host.ports.audioInput("B", "Line");
+    scene.setAudio("A", nullptr, nullptr, "B");
+    scene.setAudio(nullptr, nullptr, nullptr, nullptr);
+    EXPECT_THAT(scene.host.ports.inputBuses, ElementsAre("3: null null", "3: null null"));
+    EXPECT_TRUE(a.displayed);
+    EXPECT_TRUE(b.displayed);
+    EXPECT_FALSE(scene.ports.isConnectAudioPort());
+}
+
+TEST(SetAudioPortList, ShowsThePortsThatAreNoLongerUsedAfterTheBusesAreSent)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.audioInput("B", "Line");
+    scene.host.ports.audioInput("C", "Phono");
+    scene.setAudio("A", "B", nullptr, nullptr);
+    scene.trace.clear();
+    scene.setAudio("B", "C", nullptr, nullptr);
+    EXPECT_THAT(scene.calls({"port(A).setDisplayed", "port(B).setDisplayed", "port(C).setDisplayed",
+                             "portHandler.", "portRegistry.findPortById"}),
+                ElementsAre("port(B).setDisplayed(false)", "port(C).setDisplayed(false)",
+                            "portHandler.setAudioInputBuses(0, 0, [ bus(3) bus(4) ], 2)",
+                            "portRegistry.findPortById(A)", "port(A).setDisplayed(true)"));
+}
+
+TEST(SetAudioPortList, APortThatIsGoneIsForgotten)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    scene.host.ports.remove(0);
+    scene.setAudio(nullptr, nullptr, nullptr, nullptr);
+    EXPECT_EQ(scene.trace.count("portRegistry.findPortById(A)"), 1u);
+    EXPECT_FALSE(scene.ports.isConnectAudioPort());
+}
+
+TEST(SetAudioPortList, ASecondChannelGetsThePortOnlyIfItWasHeldBefore)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.setAudio("A", "A", nullptr, nullptr);
+    EXPECT_THAT(scene.host.ports.inputBuses, ElementsAre("3: port(A) null", "3: null null"));
+    scene.setAudio("A", "A", nullptr, nullptr);
+    EXPECT_THAT(scene.host.ports.inputBuses, ElementsAre("3: port(A) port(A)", "3: null null"));
+    scene.trace.clear();
+    scene.setAudio(nullptr, nullptr, nullptr, nullptr);
+    EXPECT_EQ(scene.trace.count("port(A).setDisplayed(true)"), 2u) << "it was taken twice";
+}
+
+TEST(SetAudioPortList, DoesNothingForANullArray)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    scene.trace.clear();
+    scene.ports.setAudioPortList(nullptr);
+    EXPECT_THAT(scene.trace.texts(), IsEmpty());
+    EXPECT_TRUE(scene.ports.isConnectAudioPort());
+}
+
+TEST(SetAudioPortList, DoesNothingWithoutHandlerOrPorts)
+{
+    PortScene scene;
+    auto& port = scene.host.ports.audioInput("A", "Mic");
+    const auto connect = [&] { scene.setAudio("A", nullptr, nullptr, nullptr); };
+    scene.host.hide(IComponentPortHandler::iid);
+    connect();
+    scene.host.show(IComponentPortHandler::iid);
+    scene.host.hide(IPortRegistry::iid);
+    connect();
+    scene.host.show(IPortRegistry::iid);
+    scene.host.hide(IHostClasses::iid);
+    connect();
+    scene.host.show(IHostClasses::iid);
+    scene.context.handler = nullptr;
+    connect();
+    scene.context.handler = &scene.host.handler;
+    scene.context.hostContext = nullptr;
+    connect();
+    EXPECT_THAT(scene.calls({"portHandler.", "port(", "bus("}), IsEmpty());
+    EXPECT_TRUE(port.displayed);
+    EXPECT_FALSE(scene.ports.isConnectAudioPort());
+}
+
+TEST(SetAudioPortList, TakesThePortsAlthoughTheHostMakesNoBuses)
+{
+    PortScene scene;
+    auto& port = scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.refusesBuses = true;
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    EXPECT_THAT(scene.host.ports.inputBuses, ElementsAre("null", "null"));
+    EXPECT_FALSE(port.displayed);
+    EXPECT_TRUE(scene.ports.isConnectAudioPort());
+}
+
+TEST(SetAudioPortList, HoldsThePortsWhateverTheHandlerAnswers)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.handlerResult = kResultFalse;
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    EXPECT_TRUE(scene.ports.isConnectAudioPort());
+}
+
+TEST(SetAudioPortList, ComparesThePackedIdsOfAHostWithoutUnicode)
+{
+    PortScene scene(HostFamily::withoutUnicode("Cubase LE", "4.0.1"));
+    scene.host.ports.audioInput("in 1", "Mic");
+    scene.setAudio(nullptr, nullptr, nullptr, "in 1");
+    EXPECT_THAT(scene.host.ports.inputBuses, ElementsAre("3: null null", "3: null port(in 1)"));
+}
+
+TEST(SetAudioPortList, StaysBalancedWhicheverHostCallFails)
+{
+    for (size_t call = 1;; ++call) {
+        PortScene scene;
+        scene.host.ports.audioInput("A", "Mic");
+        scene.host.ports.audioInput("B", "Line");
+        scene.setAudio("A", nullptr, nullptr, nullptr);
+        scene.host.failAtCall(call);
+        scene.setAudio("B", nullptr, "A", nullptr);
+        scene.ports.setMidiOutPort("B");
+        if (scene.host.callCount() < call)
+            break;
+    }
+}
+
+TEST(SetAudioPortList, AHostCallThatThrowsLeaksNothing)
+{
+    for (size_t call = 1;; ++call) {
+        PortScene scene;
+        scene.host.ports.audioInput("A", "Mic");
+        scene.host.ports.audioInput("B", "Line");
+        scene.setAudio("A", nullptr, nullptr, nullptr);
+        scene.host.throwAtCall(call);
+        try {
+            scene.setAudio("B", nullptr, "A", nullptr);
+        } catch (const ScriptedFailure&) {
+            continue;
+        }
+        EXPECT_LT(scene.host.callCount(), call);
+        break;
+    }
+}
+
+TEST(ReleasePorts, ShowsEveryHeldPortAndForgetsIt)
+{
+    PortScene scene;
+    auto& a = scene.host.ports.audioInput("A", "Mic");
+    auto& b = scene.host.ports.audioInput("B", "Line");
+    auto& foreign = scene.host.ports.audioInput("F", "Foreign");
+    foreign.displayed = false;
+    scene.setAudio("A", nullptr, "B", nullptr);
+    scene.trace.clear();
+    scene.ports.releasePorts(&scene.host.ports.getRegistry());
+    EXPECT_THAT(scene.trace.texts(),
+                ElementsAre("portRegistry.findPortById(A)", "port(A).setDisplayed(true)",
+                            "portRegistry.findPortById(B)", "port(B).setDisplayed(true)"));
+    EXPECT_TRUE(a.displayed && b.displayed);
+    EXPECT_FALSE(foreign.displayed);
+    EXPECT_FALSE(scene.ports.isConnectAudioPort());
+}
+
+TEST(ReleasePorts, SkipsAPortThatIsGone)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    scene.host.ports.remove(0);
+    scene.ports.releasePorts(&scene.host.ports.getRegistry());
+    EXPECT_FALSE(scene.ports.isConnectAudioPort());
+}
+
+TEST(ReleasePorts, OnlyForgetsThePortsWithoutARegistry)
+{
+    PortScene scene;
+    auto& port = scene.host.ports.audioInput("A", "Mic");
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    scene.ports.releasePorts(nullptr);
+    EXPECT_FALSE(scene.ports.isConnectAudioPort());
+    EXPECT_FALSE(port.displayed);
+}

@@ -1,0 +1,275 @@
+#include "hostapi/IHostClasses.h"
+#include "tests/unit/PortScene.h"
+
+using doubles::HostFamily;
+using doubles::HostText;
+using namespace Steinberg;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(AudioPortList, HoldsTheDisplayedAudioInputsInHostOrder)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("B", "Line \xC3\xB6");
+    scene.host.ports.addNull();
+    scene.host.ports.audioOutput("out", "Speaker");
+    scene.host.ports.midiInput("midi", "Keys");
+    scene.host.ports.audioInput("A", "Mic");
+    EXPECT_THAT(scene.audioList(), ElementsAre("B=Line \xC3\xB6", "A=Mic"));
+}
+
+TEST(AudioPortList, KeepsPortsThatLookAlike)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.audioInput("A", "Mic");
+    EXPECT_THAT(scene.audioList(), ElementsAre("A=Mic", "A=Mic"));
+}
+
+TEST(AudioPortList, SkipsAPortWhoseIdCannotBeRead)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic").idReadable = false;
+    scene.host.ports.audioInput("B", "Line");
+    EXPECT_THAT(scene.audioList(), ElementsAre("B=Line"));
+}
+
+TEST(AudioPortList, HoldsAHiddenPortOnlyWhileWeAreTheOnesWhoHidIt)
+{
+    PortScene scene;
+    auto& ours = scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.audioInput("B", "Line").displayed = false;
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    ASSERT_FALSE(ours.displayed);
+    EXPECT_THAT(scene.audioList(), ElementsAre("A=Mic"));
+
+    scene.setAudio(nullptr, nullptr, nullptr, nullptr);
+    ours.displayed = false; // now it is the user who hides it
+    EXPECT_THAT(scene.audioList(), IsEmpty());
+}
+
+TEST(AudioPortList, IsOneListRebuiltByEachCall)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    const auto* first = scene.ports.getAudioPortList();
+    scene.host.ports.remove(0);
+    scene.host.ports.audioInput("B", "Line");
+    const auto* second = scene.ports.getAudioPortList();
+    EXPECT_EQ(first, second);
+    EXPECT_THAT(scene.audioList(), ElementsAre("B=Line"));
+}
+
+TEST(AudioPortList, IsEmptyWhereTheHostOffersNoPorts)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    ASSERT_EQ(scene.audioList().size(), 1u);
+    scene.host.hide(IPortRegistry::iid);
+    EXPECT_THAT(scene.audioList(), IsEmpty());
+    scene.host.show(IPortRegistry::iid);
+    scene.host.hide(IHostClasses::iid);
+    EXPECT_THAT(scene.audioList(), IsEmpty());
+    scene.host.show(IHostClasses::iid);
+    scene.context.hostContext = nullptr;
+    EXPECT_THAT(scene.audioList(), IsEmpty());
+}
+
+TEST(AudioPortList, NeedsNoPortHandler)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.host.hide(IComponentPortHandler::iid);
+    EXPECT_THAT(scene.audioList(), ElementsAre("A=Mic"));
+    scene.context.handler = nullptr;
+    EXPECT_THAT(scene.audioList(), ElementsAre("A=Mic"));
+}
+
+TEST(AudioPortList, AsksEachPortNoMoreThanItNeeds)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.audioOutput("out", "Speaker");
+    scene.host.ports.midiInput("midi", "Keys");
+    scene.audioList();
+    EXPECT_THAT(scene.trace.texts(),
+                ElementsAre("hostClasses.getHostInterface(IPortRegistry)",
+                            "portRegistry.getPortCount()", "portRegistry.getPortByIndex(0)",
+                            "port(A).isPortType(audio)", "port(A).isInputPort()",
+                            "port(A).getDisplayName()", "port(A).getPortId()",
+                            "port(A).isDisplayed()", "portRegistry.getPortCount()",
+                            "portRegistry.getPortByIndex(1)", "port(out).isPortType(audio)",
+                            "port(out).isInputPort()", "portRegistry.getPortCount()",
+                            "portRegistry.getPortByIndex(2)", "port(midi).isPortType(audio)",
+                            "portRegistry.getPortCount()"));
+}
+
+TEST(AudioPortList, FollowsARegistryThatShrinksMeanwhile)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.audioInput("B", "Line");
+    scene.host.onCall = [&](const std::string& text) {
+        if (text == "port(A).isDisplayed()")
+            scene.host.ports.remove(1);
+    };
+    EXPECT_THAT(scene.audioList(), ElementsAre("A=Mic"));
+}
+
+TEST(AudioPortList, SurvivesAPortCountThatIsNotTrue)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.portCount = 1000;
+    EXPECT_THAT(scene.audioList(), ElementsAre("A=Mic"));
+    scene.host.ports.portCount = -1;
+    EXPECT_THAT(scene.audioList(), IsEmpty());
+}
+
+TEST(AudioPortList, ReadsThePackedTextsOfAHostWithoutUnicode)
+{
+    PortScene scene(HostFamily::withoutUnicode("Cubase LE", "4.0.1"));
+    scene.host.ports.audioInput("in 1", "Mic 12");
+    scene.host.ports.audioInput("in 22", "Odd");
+    EXPECT_THAT(scene.audioList(), ElementsAre("in 1=Mic 12", "in 22=Odd"));
+}
+
+TEST(AudioPortList, ReadsTextsThatAUnicodeHostSetsAs8BitText)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("in \xC3\xB6", "Mic").idAsEightBit = true;
+    EXPECT_THAT(scene.audioList(), ElementsAre("in \xC3\xB6=Mic"));
+}
+
+TEST(AudioPortList, ReadsHostileTextsAsFarAsTheyGo)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", nullptr);
+    scene.host.ports.audioInput("B", HostText::raw({0xD800, u'x', 0xDFFF}));
+    scene.host.ports.audioInput(nullptr, "no ID");
+    EXPECT_THAT(scene.audioList(), ElementsAre("A=", "B=?x?", "=no ID"));
+}
+
+TEST(MidiPortList, HoldsTheDisplayedRealMidiOutputsInHostOrder)
+{
+    PortScene scene;
+    auto& ports = scene.host.ports;
+    ports.midiOutput("B", "Synth \xC3\xB6");
+    ports.addNull();
+    ports.midiInput("in", "Keys");
+    ports.audioOutput("audio", "Speaker");
+    ports.midiOutput("virtual", "V").attributes = {"virtual"};
+    ports.midiOutput("proxy", "P").attributes = {"proxy"};
+    ports.midiOutput("other", "O").attributes = {"default"};
+    ports.midiOutput("hidden", "H").displayed = false;
+    ports.midiOutput("A", "Box");
+    EXPECT_THAT(scene.midiList(), ElementsAre("B=Synth \xC3\xB6", "other=O", "A=Box"));
+}
+
+TEST(MidiPortList, ListsAPortWithoutReadableIdUnderTheIdBeforeIt)
+{
+    PortScene scene;
+    auto& ports = scene.host.ports;
+    ports.midiOutput("x", "First").idReadable = false;
+    ports.midiOutput("A", "Second");
+    ports.midiOutput("hidden", "H").displayed = false;
+    ports.midiOutput("y", "Third").idReadable = false;
+    ports.midiOutput("B", "Fourth");
+    const auto expected = ElementsAre("=First", "A=Second", "A=Third", "B=Fourth");
+    EXPECT_THAT(scene.midiList(), expected);
+    EXPECT_THAT(scene.midiList(), expected) << "a second call starts without an ID again";
+}
+
+TEST(MidiPortList, IsEmptyWithoutAPortHandlerAndDoesNotAskForPorts)
+{
+    PortScene scene;
+    scene.host.ports.midiOutput("A", "Box");
+    ASSERT_EQ(scene.midiList().size(), 1u);
+    scene.trace.clear();
+    scene.host.hide(IComponentPortHandler::iid);
+    EXPECT_THAT(scene.midiList(), IsEmpty());
+    scene.context.handler = nullptr;
+    EXPECT_THAT(scene.midiList(), IsEmpty());
+    EXPECT_THAT(scene.trace.texts(), IsEmpty());
+}
+
+TEST(MidiPortList, IsEmptyWhereTheHostOffersNoPorts)
+{
+    PortScene scene;
+    scene.host.ports.midiOutput("A", "Box");
+    ASSERT_EQ(scene.midiList().size(), 1u);
+    scene.host.hide(IPortRegistry::iid);
+    EXPECT_THAT(scene.midiList(), IsEmpty());
+    scene.host.show(IPortRegistry::iid);
+    scene.host.hide(IHostClasses::iid);
+    EXPECT_THAT(scene.midiList(), IsEmpty());
+    scene.host.show(IHostClasses::iid);
+    scene.context.hostContext = nullptr;
+    EXPECT_THAT(scene.midiList(), IsEmpty());
+}
+
+TEST(MidiPortList, AsksEachPortNoMoreThanItNeeds)
+{
+    PortScene scene;
+    scene.host.ports.midiOutput("A", "Box");
+    scene.host.ports.midiInput("in", "Keys");
+    scene.host.ports.midiOutput("H", "Hidden").displayed = false;
+    scene.host.ports.midiOutput("V", "Virtual").attributes = {"virtual"};
+    scene.midiList();
+    EXPECT_THAT(
+        scene.calls({"port("}),
+        ElementsAre("port(A).isInputPort()", "port(A).isPortType(midi)",
+                    "port(A).hasPortAttribute(virtual)", "port(A).hasPortAttribute(proxy)",
+                    "port(A).getDisplayName()", "port(A).isDisplayed()", "port(A).getPortId()",
+                    "port(in).isInputPort()", "port(H).isInputPort()", "port(H).isPortType(midi)",
+                    "port(H).hasPortAttribute(virtual)", "port(H).hasPortAttribute(proxy)",
+                    "port(H).getDisplayName()", "port(H).isDisplayed()", "port(V).isInputPort()",
+                    "port(V).isPortType(midi)", "port(V).hasPortAttribute(virtual)"));
+    EXPECT_EQ(scene.trace.count("portRegistry.getPortCount()"), 5u);
+}
+
+TEST(MidiPortList, ReadsThePackedTextsOfAHostWithoutUnicode)
+{
+    PortScene scene(HostFamily::withoutUnicode("Cubase LE", "4.0.1"));
+    scene.host.ports.midiOutput("out 1", "Box");
+    EXPECT_THAT(scene.midiList(), ElementsAre("out 1=Box"));
+}
+
+TEST(PortLists, BothStayBalancedWhicheverHostCallFails)
+{
+    for (size_t call = 1;; ++call) {
+        PortScene scene;
+        scene.host.ports.audioInput("A", "Mic");
+        scene.host.ports.midiOutput("M", "Box");
+        scene.host.failAtCall(call);
+        scene.audioList();
+        scene.midiList();
+        if (scene.host.callCount() < call)
+            break;
+    }
+}
+
+TEST(PortLists, AHostCallThatThrowsLeaksNothingAndStaysInside)
+{
+    for (size_t call = 1;; ++call) {
+        PortScene scene;
+        scene.host.ports.audioInput("A", "Mic");
+        scene.host.ports.midiOutput("M", "Box");
+        scene.host.throwAtCall(call);
+        EXPECT_NE(scene.ports.getAudioPortList(), nullptr);
+        EXPECT_NE(scene.ports.getMidiOutPortList(), nullptr);
+        if (scene.host.callCount() < call)
+            break;
+    }
+}
+
+TEST(PortLists, TheIdSearchIsInvertedToItsName)
+{
+    using Steinberg::Vst::PortManager;
+    EXPECT_FALSE(PortManager::isExistAudioPortIdList("B", {"A", "B"}));
+    EXPECT_TRUE(PortManager::isExistAudioPortIdList("C", {"A", "B"}));
+    EXPECT_TRUE(PortManager::isExistAudioPortIdList("a", {"A", "B"}));
+    EXPECT_TRUE(PortManager::isExistAudioPortIdList("A", {}));
+    EXPECT_TRUE(PortManager::isExistAudioPortIdList("", {}));
+    EXPECT_FALSE(PortManager::isExistAudioPortIdList("", {""}));
+}

@@ -1,0 +1,56 @@
+// PortScene: a host with ports, the editor library and the ports' part of the controller.
+#pragma once
+
+#include "controller/PortManager.h"
+#include "tests/doubles/ControllerContextDouble.h"
+
+#include <gmock/gmock.h>
+
+/** Checks at its end that the host has every reference back. */
+struct PortScene {
+    explicit PortScene(const doubles::HostFamily& family = doubles::HostFamily::cubase("7.5.1"))
+    : host(trace, family)
+    , library(trace)
+    , context(host, &library)
+    , ports(context)
+    {
+    }
+    PortScene(const PortScene&) = delete;
+    PortScene& operator=(const PortScene&) = delete;
+    ~PortScene()
+    {
+        EXPECT_THAT(host.ledger(), testing::IsEmpty());
+        EXPECT_THAT(library.complaints(), testing::IsEmpty());
+    }
+
+    /** "ID=name" of each listed port. */
+    std::vector<std::string> audioList() { return textsOf(*ports.getAudioPortList()); }
+    std::vector<std::string> midiList() { return textsOf(*ports.getMidiOutPortList()); }
+
+    void setAudio(const char* first, const char* second, const char* third, const char* fourth)
+    {
+        const char* ids[] = {first, second, third, fourth};
+        ports.setAudioPortList(ids);
+    }
+
+    std::vector<std::string> calls(const std::vector<std::string>& prefixes) const
+    {
+        return trace.textsOf(prefixes);
+    }
+
+    doubles::Trace trace;
+    doubles::ScriptedHost host;
+    doubles::ScriptedLibrary library;
+    doubles::ControllerContextDouble context;
+    Steinberg::Vst::PortManager ports;
+
+private:
+    template <class Info>
+    static std::vector<std::string> textsOf(const std::vector<Info>& list)
+    {
+        std::vector<std::string> result;
+        for (const Info& info : list)
+            result.push_back(info.portId + "=" + info.portName);
+        return result;
+    }
+};
