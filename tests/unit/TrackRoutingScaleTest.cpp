@@ -1,0 +1,227 @@
+// What a large project costs: 2,000 tracks and 200 instruments in the rack.
+
+#include "controller/PortManager.h"
+#include "hostapi/IDevice.h"
+#include "tests/unit/TrackScene.h"
+
+using namespace Steinberg;
+using testing::Pair;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+constexpr int kTracks = 2000;
+constexpr int kInstruments = 200;
+constexpr int kFollowed = 500; ///< every fourth track, the last of all among them
+constexpr int kLast = kTracks - 1;
+
+/** Counts how often the character set is asked for, which the real controller asks the host. */
+class CountingContext : public Vst::ControllerContext {
+public:
+    explicit CountingContext(doubles::ControllerContextDouble& other)
+    : inner(other)
+    {
+    }
+    virtual ~CountingContext() = default;
+
+    mutable int unicodeQuestions = 0;
+
+    FUnknown* getHostContext() const override { return inner.getHostContext(); }
+    Vst::IComponentHandler* getComponentHandler() const override
+    {
+        return inner.getComponentHandler();
+    }
+    Vst::VstIEditorConnect* getEditorConnection() const override
+    {
+        return inner.getEditorConnection();
+    }
+    IDependent* getDependent() override { return inner.getDependent(); }
+    bool isUnicodeAppHost() const override
+    {
+        ++unicodeQuestions;
+        return inner.isUnicodeAppHost();
+    }
+    int32 getVSTHostType() const override { return inner.getVSTHostType(); }
+    void changeLatencyTrigger() override { inner.changeLatencyTrigger(); }
+
+private:
+    doubles::ControllerContextDouble& inner;
+};
+
+/** "Mixer" and "Rack" stand for themselves, every other object for its kind. */
+std::string kindOf(const std::string& text)
+{
+    const auto open = text.find('(');
+    const auto operation = text.substr(text.find('.', text.rfind(").")) + 1);
+    const auto plain = operation.substr(0, operation.find('('));
+    if (text.find(").") == std::string::npos)
+        return text.substr(0, text.find('(')); // an object without a name of its own
+    const auto name = text.substr(open + 1, text.rfind(").") - open - 1);
+    const bool known =
+        name == "Mixer" || name == "VST Mixer" || name == "Rack" || name == "Mixer.selected";
+    const auto value = name.find('.');
+    const auto suffix = value == std::string::npos ? "" : name.substr(value);
+    return (known ? name : text.substr(0, open) + suffix) + "." + plain;
+}
+
+/** Only the last track is routed here: an older host says so in its output's text, a newer one by
+    the last instrument. Calls are counted by kind, as a record of them all would be too long. */
+struct LargeProject {
+    explicit LargeProject(const doubles::HostFamily& family)
+    : host(trace, family)
+    , library(trace)
+    , inner(host, &library)
+    , context(inner)
+    , routing(context)
+    {
+        auto& devices = host.devices;
+        for (int i = 0; i < kTracks; ++i) {
+            const auto name = "T" + std::to_string(i);
+            if (i % 4 == 3)
+                devices.addMidiTrack(name, i == kLast ? kRoutedHere : kRoutedElsewhere, 5);
+            else
+                devices.addAudioTrack(name);
+        }
+        for (int i = 0; i < kInstruments; ++i)
+            devices.addInstrument("I" + std::to_string(i), "RDL3/RDL5 VST",
+                                  i == kInstruments - 1 ? devices.mixer().children.back()
+                                                        : nullptr);
+        routing.readHostVersion();
+        routing.startObserving();
+        host.onCall = [this](const std::string& text) {
+            ++calls[kindOf(text)];
+            trace.clear();
+        };
+    }
+    LargeProject(const LargeProject&) = delete;
+    LargeProject& operator=(const LargeProject&) = delete;
+    ~LargeProject()
+    {
+        host.onCall = nullptr;
+        routing.stopObserving(&host.updates);
+        EXPECT_THAT(host.ledger(), testing::IsEmpty());
+    }
+
+    doubles::Trace trace;
+    doubles::ScriptedHost host;
+    doubles::ScriptedLibrary library;
+    doubles::ControllerContextDouble inner;
+    CountingContext context;
+    Vst::TrackRouting routing;
+    std::map<std::string, int> calls;
+};
+
+constexpr auto kQuery = "query";              ///< each queryInterface of any object
+constexpr auto kNotice = "controller.update"; ///< of the selection; here it goes no further
+
+} // namespace
+
+TEST(LargeProject, FindsItsTrackInAnOlderHostWithOneTextEach)
+{
+    LargeProject project(olderHost());
+    project.routing.editorPartSyncMidiCh(5);
+    EXPECT_THAT(project.calls,
+                UnorderedElementsAre(
+                    Pair("Mixer.countChildren", 1 + kTracks), Pair("Mixer.getChild", kTracks),
+                    Pair("device.getDeviceType", kTracks),
+                    Pair("device.getValue", kFollowed + 1), // and one channel
+                    Pair("value.output.getString", kFollowed), Pair("value.channel.getInteger", 1),
+                    Pair("Mixer.selected.setInteger", 1), Pair(kNotice, 1)));
+    EXPECT_EQ(project.context.unicodeQuestions, 1);
+}
+
+TEST(LargeProject, FindsItsTrackInANewerHostWithOneLookUpOfTheRack)
+{
+    LargeProject project(newerHost());
+    project.routing.editorPartSyncMidiCh(5);
+    EXPECT_THAT(
+        project.calls,
+        UnorderedElementsAre(
+            Pair("Mixer.countChildren", 1 + kTracks), Pair("Mixer.getChild", kTracks),
+            Pair("device.getDeviceType", kTracks),
+            // The output of each followed track, the last one's channel, the last instrument's
+            // type.
+            Pair("device.getValue", kFollowed + 2),
+            // Once: the host's classes, its devices, and the rack in its mixer.
+            Pair("hostClasses.getHostInterface", 1), Pair("deviceList.findDevice", 1),
+            Pair("VST Mixer.countChildren", 1), Pair("VST Mixer.getChild", 1),
+            Pair("Rack.getDeviceType", 1),
+            // Each followed track: every instrument; the last one's walk ends at the last of them.
+            Pair("Rack.countChildren", kFollowed * (kInstruments + 1) - 1),
+            Pair("Rack.getChild", kFollowed * kInstruments),
+            Pair("device.countChildren", kFollowed * kInstruments),
+            Pair("device.getChild", kFollowed * kInstruments),
+            Pair(kQuery, 1 + kFollowed * kInstruments),
+            Pair("connector.isConnectedTo", kFollowed * kInstruments),
+            Pair("value.effectType.getString", 1), Pair("value.channel.getInteger", 1),
+            Pair("Mixer.selected.setInteger", 1), Pair(kNotice, 1)));
+    EXPECT_EQ(project.context.unicodeQuestions, 1);
+}
+
+TEST(LargeProject, ASelectionCostsTheSameHoweverManyTracksThereAre)
+{
+    LargeProject project(olderHost());
+    auto& selected = project.host.devices.mixer().value("selected");
+    selected.integer = kLast;
+    project.routing.update(selected.unknown(), IDependent::kChanged);
+    EXPECT_THAT(project.calls,
+                UnorderedElementsAre(
+                    Pair(kQuery, 3), // a value, a device, the host's classes
+                    Pair("Mixer.selected.getInteger", 3), Pair("Mixer.getChild", 3),
+                    Pair("device.getDeviceType", 2), Pair("device.getValue", 2),
+                    Pair("hostClasses.getHostInterface", 2), Pair("updateHandler.addDependent", 2),
+                    Pair("value.output.getString", 1), Pair("value.channel.getInteger", 1)));
+    EXPECT_EQ(project.context.unicodeQuestions, 1);
+}
+
+TEST(LargeProject, ASelectionInANewerHostWalksTheRackOnce)
+{
+    LargeProject project(newerHost());
+    auto& selected = project.host.devices.mixer().value("selected");
+    selected.integer = kLast;
+    project.routing.update(selected.unknown(), IDependent::kChanged);
+    EXPECT_THAT(project.calls,
+                UnorderedElementsAre(
+                    Pair(kQuery, 4 + kInstruments), Pair("Mixer.selected.getInteger", 3),
+                    Pair("Mixer.getChild", 3), Pair("device.getDeviceType", 2),
+                    Pair("device.getValue", 3), Pair("hostClasses.getHostInterface", 3),
+                    Pair("updateHandler.addDependent", 2), Pair("deviceList.findDevice", 1),
+                    Pair("VST Mixer.countChildren", 1), Pair("VST Mixer.getChild", 1),
+                    Pair("Rack.getDeviceType", 1), Pair("Rack.countChildren", kInstruments),
+                    Pair("Rack.getChild", kInstruments), Pair("device.countChildren", kInstruments),
+                    Pair("device.getChild", kInstruments),
+                    Pair("connector.isConnectedTo", kInstruments),
+                    Pair("value.effectType.getString", 1), Pair("value.channel.getInteger", 1)));
+    EXPECT_EQ(project.context.unicodeQuestions, 1);
+}
+
+TEST(LargeProject, PortOperationsAskForTheCharacterSetOnce)
+{
+    doubles::Trace trace;
+    doubles::ScriptedHost host(trace, newerHost());
+    doubles::ScriptedLibrary library(trace);
+    doubles::ControllerContextDouble inner(host, &library);
+    CountingContext context(inner);
+    Vst::PortManager ports(context);
+    for (int i = 0; i < 500; ++i) {
+        host.ports.audioInput("A" + std::to_string(i), "Line");
+        host.ports.midiOutput("M" + std::to_string(i), "Tavrin RDL3/RDL5 Port4");
+    }
+    library.firstStartState = 1;
+    const char* ids[] = {"A0", "A100", "A200", "none"};
+    const std::vector<std::function<void()>> operations = {
+        [&] { EXPECT_EQ(ports.getAudioPortList()->size(), 500u); },
+        [&] { EXPECT_EQ(ports.getMidiOutPortList()->size(), 500u); },
+        [&] { ports.setAudioPortList(ids); },
+        [&] { ports.setMidiOutPort("M499"); },
+        [&] { ports.allMidiInputRemove("Port4"); },
+        [&] { ports.firstStartAudioportDisplayCompulsorily(); },
+    };
+    for (const auto& operation : operations) {
+        context.unicodeQuestions = 0;
+        trace.clear();
+        operation();
+        EXPECT_EQ(context.unicodeQuestions, 1);
+        EXPECT_EQ(trace.count("hostClasses.getHostInterface(IPortRegistry)"), 1u);
+    }
+}
