@@ -10,14 +10,14 @@ using Texts = std::vector<std::string>;
 
 class SimulatorGestures : public SimulatorTest {
 protected:
-    ~SimulatorGestures() override { tearDown(); }
+    ~SimulatorGestures() override { stopWatching(); }
 
     Trace trace;
 };
 
 TEST_F(SimulatorGestures, ArriveAtTheTickAsBeginValueEnd)
 {
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     EXPECT_TRUE(user->turnKnob(volume1, 90));
     EXPECT_EQ(Texts{}, trace.texts());
     tick();
@@ -27,7 +27,7 @@ TEST_F(SimulatorGestures, ArriveAtTheTickAsBeginValueEnd)
 
 TEST_F(SimulatorGestures, ArriveOnce)
 {
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     user->turnKnob(volume1, 90);
     tick();
     trace.clear();
@@ -37,7 +37,7 @@ TEST_F(SimulatorGestures, ArriveOnce)
 
 TEST_F(SimulatorGestures, CarryEveryValueOnTheWayClampedToTheRange)
 {
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     EXPECT_TRUE(user->turnKnobThrough(volume1, {101, 120, 500, -3}));
     tick();
     EXPECT_EQ((Texts{"begin 37012000", "value 37012000 101", "value 37012000 120",
@@ -48,7 +48,7 @@ TEST_F(SimulatorGestures, CarryEveryValueOnTheWayClampedToTheRange)
 
 TEST_F(SimulatorGestures, OfOneKnobKeepTheirOrder)
 {
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     user->turnKnob(volume1, 1);
     user->turnKnob(volume1, 2);
     tick();
@@ -59,7 +59,7 @@ TEST_F(SimulatorGestures, OfOneKnobKeepTheirOrder)
 
 TEST_F(SimulatorGestures, ReachTheObserverOfTheirParameterOnly)
 {
-    setUp(trace, {volume1, pan1});
+    watch(trace, {volume1, pan1});
     user->turnKnob(pan1, 1);
     observers[0]->checkChange();
     EXPECT_EQ(Texts{}, trace.texts());
@@ -69,7 +69,7 @@ TEST_F(SimulatorGestures, ReachTheObserverOfTheirParameterOnly)
 
 TEST_F(SimulatorGestures, RaiseTheEditFlagOnceUntilTheSoundIsStored)
 {
-    setUp(trace, {editFlag});
+    watch(trace, {editFlag});
     user->turnKnob(volume1, 1);
     user->turnKnob(volume1, 2);
     tick();
@@ -99,14 +99,14 @@ TEST_F(SimulatorGestures, WithoutAnObserverStillTurnTheKnob)
 {
     EXPECT_TRUE(user->turnKnob(volume1, 3));
     EXPECT_EQ(3, editor->getParameterValue(volume1));
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     tick();
     EXPECT_EQ(Texts{}, trace.texts()); // nobody watched at that time
 }
 
 TEST_F(SimulatorGestures, StopWhenAThousandWait)
 {
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     for (int32 round = 0; round < 1000; ++round)
         ASSERT_TRUE(user->turnKnob(volume1, round % 128));
     EXPECT_FALSE(user->turnKnob(volume1, 5));
@@ -118,7 +118,7 @@ TEST_F(SimulatorGestures, StopWhenAThousandWait)
 
 TEST_F(SimulatorGestures, AreNotRaisedAfterRemoveObserver)
 {
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     user->turnKnob(volume1, 3);
     EXPECT_EQ(0, editor->removeObserver(observers[0]));
     user->turnKnob(volume1, 4);
@@ -129,7 +129,7 @@ TEST_F(SimulatorGestures, AreNotRaisedAfterRemoveObserver)
 
 TEST_F(SimulatorGestures, AreNotRaisedAfterTheEditorIsDestroyed)
 {
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     user->turnKnob(volume1, 3);
     editor->destroy();
     editor = nullptr;
@@ -141,7 +141,7 @@ TEST_F(SimulatorGestures, AreNotRaisedAfterTheEditorIsDestroyed)
 
 TEST_F(SimulatorGestures, AreNotRaisedForAnObserverDestroyedWhileInUse)
 {
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     observers[0]->destroy();
     observers.clear();
     EXPECT_TRUE(user->turnKnob(volume1, 3));
@@ -152,7 +152,7 @@ TEST_F(SimulatorGestures, BelongToOneOfTwoEditors)
 {
     VstIEditorConnect* other = nullptr;
     library.connect(&other);
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     EXPECT_EQ(1, other->addObserver(observers[0])); // taken
     EXPECT_EQ(1, other->removeObserver(observers[0]));
     library.control(1)->turnKnob(volume1, 3);
@@ -226,7 +226,7 @@ TEST_F(SimulatorAutomation, MovesTheValueAndAsksTheControllerAtTheTick)
         return true;
     };
     editor->setControllerInterface(&controller);
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
 
     editor->hostParameterChanged(volume1, 0.25);
     editor->hostParameterChanged(volume1, 0.5);
@@ -248,7 +248,7 @@ TEST_F(SimulatorAutomation, GivesWayToAKnobTurnedAfterwards)
         return true;
     };
     editor->setControllerInterface(&controller);
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     editor->hostParameterChanged(volume1, 0.5);
     user->turnKnob(volume1, 3);
     tick();

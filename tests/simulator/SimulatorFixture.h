@@ -164,7 +164,7 @@ protected:
         return observer;
     }
 
-    void setUp(Trace& trace, std::vector<uint32> ids)
+    void watch(Trace& trace, const std::vector<uint32>& ids)
     {
         for (const uint32 id : ids) {
             observers.push_back(observe(id, &trace));
@@ -176,7 +176,7 @@ protected:
         for (auto* observer : observers)
             observer->checkChange();
     }
-    void tearDown()
+    void stopWatching()
     {
         for (auto* observer : observers) {
             editor->removeObserver(observer);

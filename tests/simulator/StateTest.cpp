@@ -68,14 +68,14 @@ TEST_F(SimulatorState, TellsTheControllerWithoutAGesture)
     user->turnKnob(volume1, 44);
 
     editor->setControllerInterface(&controller);
-    setUp(trace, {volume1});
+    watch(trace, {volume1});
     setState(bytes);
     tick();
     EXPECT_EQ(224u, controller.managed.size());
     EXPECT_EQ(33, controller.managed[volume1]);
     EXPECT_EQ(0u, controller.managed.count(editFlag));
     EXPECT_TRUE(trace.texts().empty());
-    tearDown();
+    stopWatching();
 }
 
 TEST_F(SimulatorState, TakesUnknownAndOutOfRangeEntries)

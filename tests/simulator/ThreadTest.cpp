@@ -104,7 +104,7 @@ TEST_F(SimulatorThreads, AudioUserAndHostRunAtOnce)
     EXPECT_EQ(turned, counters.begins);
     EXPECT_EQ(turned, counters.values);
     EXPECT_EQ(turned, counters.ends);
-    tearDown();
+    stopWatching();
 }
 
 TEST_F(SimulatorThreads, TheProcessorComesAndGoesDuringNotes)

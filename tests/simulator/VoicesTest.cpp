@@ -172,7 +172,7 @@ TEST_F(SimulatorVoices, AppliedMoveTheShownPartAsIfByHand)
         if (id % 1000 == 2)
             part3.push_back(id);
     ASSERT_EQ(14u, part3.size());
-    setUp(trace, part3);
+    watch(trace, part3);
     EXPECT_EQ(0, editor->applyPreset(1, 2));
     tick();
     EXPECT_EQ(14u, trace.textsOf({"begin"}).size());
@@ -180,7 +180,7 @@ TEST_F(SimulatorVoices, AppliedMoveTheShownPartAsIfByHand)
     EXPECT_EQ(14u, trace.textsOf({"end"}).size());
     EXPECT_EQ(elsewhere, editor->getParameterValue(volume1));
     EXPECT_FALSE(user->edited());
-    tearDown();
+    stopWatching();
 }
 
 TEST_F(SimulatorVoices, UnknownOnesAreRecordedAndChangeNothing)

@@ -32,7 +32,7 @@ protected:
 
     fs::path write(const std::string& name, const std::string& text, bool executable = false)
     {
-        const fs::path file = scratch / name;
+        fs::path file = scratch / name;
         std::ofstream(file) << text;
         if (executable)
             fs::permissions(file, fs::perms::owner_all);
