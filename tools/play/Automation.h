@@ -1,0 +1,40 @@
+// Automation: the host's automation track for one parameter.
+#pragma once
+
+#include "pluginterfaces/vst/ivsteditcontroller.h"
+#include "pluginterfaces/vst/ivstparameterchanges.h"
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+/** A ramp from 0 up to 1 at the middle of the song and down to 0 at its end. The processor gets one
+    point a block; the controller is told the same value, as hosts do for its display. */
+class Automation {
+public:
+    /** @param editController borrowed; outlives this object */
+    Automation(IEditController& editController, ParamID parameter)
+    : controller(editController)
+    , id(parameter)
+    {
+    }
+
+    /** Adds the point for the block at position. [host main thread]
+        @param position, length in samples */
+    void play(int64 position, int64 length, IParameterChanges& changes);
+
+    ParamID parameter() const { return id; }
+    int64 points() const { return count; }
+
+    /** The ramp's value at a part of the song from 0 to 1. */
+    static ParamValue valueAt(double part);
+
+private:
+    IEditController& controller;
+    ParamID id;
+    int64 count = 0;
+};
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,50 @@
+// Host: the whole host that play pretends to be.
+#pragma once
+
+#include "tools/play/ComponentHandler.h"
+#include "tools/play/EditorService.h"
+#include "tools/play/HostContext.h"
+#include "tools/play/Options.h"
+
+#include <memory>
+#include <string>
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+/** Outlives the plug-in's module and every instance. */
+class Host {
+public:
+    /** @throws Failure for an unknown host family, or a service without editor library */
+    explicit Host(const Options& options);
+    ~Host();
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    FUnknown& context() { return *hostContext; }
+    RunLoop& runLoop() { return *loop; }
+    ComponentHandler& handler() { return *componentHandler; }
+    const HostFamily& family() const { return hostFamily; }
+
+    /** How a plug-in that has just initialized got its editor library, for people. */
+    std::string binding() const;
+
+    /** The file of the editor library that plug-ins of this host use. */
+    const std::string& libraryPath() const { return editorLibraryPath; }
+
+private:
+    void offerService(const Options& options);
+
+    HostFamily hostFamily;
+    std::string editorLibraryPath;
+    std::unique_ptr<EditorLibrary> library; ///< before the service, which ends its connections
+    IPtr<EditorService> service;
+    IPtr<RunLoop> loop;
+    IPtr<ComponentHandler> componentHandler;
+    std::unique_ptr<HostContext> hostContext;
+};
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,101 @@
+#include "tools/play/Options.h"
+
+#include "tools/play/EditorLibrary.h"
+#include "tools/play/HostFamily.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <map>
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+namespace {
+
+constexpr const char* kBundleName = "RDL3_RDL5 VST.vst3";
+
+/** The bundle beside this program, where the build puts it. */
+std::string builtPlugIn()
+{
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return (program.parent_path() / kBundleName).string();
+}
+
+void addHostOptions(CLI::App& app, Options& options)
+{
+    static const std::map<std::string, Options::Binding> bindings{
+        {"service", Options::Binding::service}, {"library", Options::Binding::library}};
+    app.add_option("--plugin", options.plugIn, "The plug-in bundle")->capture_default_str();
+    app.add_option("--host", options.host,
+                   "The host to be, with its version after a colon: " + hostFamilyWords())
+        ->capture_default_str();
+    app.add_flag("!--no-unicode", options.unicode, "Be a host with 8-bit texts");
+    app.add_option("--binding", options.binding,
+                   "How the plug-in gets its editor library: \"service\" (the host lends it) or "
+                   "\"library\" (the plug-in loads the installed one)")
+        ->transform(CLI::Transformer(bindings))
+        ->default_str("library");
+    app.add_option("--library", options.library, "The editor library that the service lends")
+        ->capture_default_str();
+}
+
+void addSoundOptions(CLI::App& app, Options& options)
+{
+    app.add_option("--rate", options.sampleRate, "Sample rate in Hz")
+        ->check(CLI::IsMember({44100, 48000, 88200, 96000, 192000}))
+        ->capture_default_str();
+    app.add_option("--block", options.blockSize, "Samples a block")
+        ->check(CLI::Range(1, 65536))
+        ->capture_default_str();
+    app.add_flag("--realtime", options.realtime, "Take as long as the song lasts");
+    app.add_option("--automate", options.automate, "Automate the parameter with this title")
+        ->expected(1)
+        ->take_all();
+    app.add_option("--user-turns", options.userTurns,
+                   "Let the simulated user turn the knob of the parameter with this title")
+        ->expected(1)
+        ->take_all();
+    app.add_option("--preset", options.preset, "Load this .vstpreset file first");
+}
+
+void addOutputOptions(CLI::App& app, Options& options)
+{
+    app.add_flag("--json", options.json, "Report in JSON");
+    app.add_option("--midi-out", options.midiOut,
+                   "Write what left through \"Midi Out\" as a MIDI file");
+    app.add_option("--audio", options.audio,
+                   "Render what left through \"Midi Out\" as a WAVE file, with fluidsynth");
+    app.add_option("--soundfont", options.soundFont, "The soundfont to render with")
+        ->capture_default_str();
+    app.add_flag("--list-parameters", options.listParameters,
+                 "List all parameters and units; the song may be left out");
+}
+
+} // namespace
+
+Options parseOptions(int argc, const char* const* argv)
+{
+    Options options;
+    options.plugIn = builtPlugIn();
+    options.library = installedEditorLibrary();
+
+    CLI::App app("Plays a MIDI file through the RDL3/RDL5 VST plug-in and reports what came out.");
+    app.add_option("song", options.song, "The MIDI file");
+    addHostOptions(app, options);
+    addSoundOptions(app, options);
+    addOutputOptions(app, options);
+    try {
+        app.parse(argc, argv);
+        if (options.song.empty() && !options.listParameters)
+            throw CLI::RequiredError("song.mid");
+    } catch (const CLI::ParseError& error) {
+        throw CommandLineExit{app.exit(error)};
+    }
+    return options;
+}
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,44 @@
+// Options: what the command line asked for.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+struct Options {
+    enum class Binding { service, library };
+
+    std::string song; ///< empty only when parameters are listed
+    std::string plugIn;
+    std::string host = "cubase:7.5.1";
+    bool unicode = true;
+    Binding binding = Binding::library;
+    std::string library; ///< what the service offers
+    int sampleRate = 44100;
+    int blockSize = 512;
+    bool realtime = false;
+    bool json = false;
+    std::string midiOut; ///< empty: none is written
+    std::string audio;   ///< empty: none is rendered
+    std::string soundFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
+    bool listParameters = false;
+    std::vector<std::string> automate;  ///< titles
+    std::vector<std::string> userTurns; ///< titles
+    std::string preset;                 ///< empty: none is loaded
+};
+
+/** Thrown instead of options when the command line ends the program by itself. */
+struct CommandLineExit {
+    int status;
+};
+
+/** Reads the command line; help and complaints go to the standard streams.
+    @throws CommandLineExit after --help, or for a command line that does not make sense */
+Options parseOptions(int argc, const char* const* argv);
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,48 @@
+// RunLoop: the host's timers, which run on the time of the song.
+#pragma once
+
+#include "pluginterfaces/base/funknownimpl.h"
+#include "pluginterfaces/gui/iplugview.h"
+
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+/** Timers fire when the play head passes their time, not when the clock on the wall does: a song
+    that is played as fast as possible sees as many ticks as one in real time.
+
+    [host main thread] only. */
+class RunLoop final : public U::Implements<U::Directly<Linux::IRunLoop>> {
+public:
+    tresult PLUGIN_API registerEventHandler(Linux::IEventHandler* handler,
+                                            Linux::FileDescriptor descriptor) override;
+    tresult PLUGIN_API unregisterEventHandler(Linux::IEventHandler* handler) override;
+
+    /** The handler is borrowed until it is unregistered, which it may do from inside its tick. */
+    tresult PLUGIN_API registerTimer(Linux::ITimerHandler* handler,
+                                     Linux::TimerInterval milliseconds) override;
+    tresult PLUGIN_API unregisterTimer(Linux::ITimerHandler* handler) override;
+
+    /** Moves the time on and fires what has become due, once for each period that has passed. */
+    void advance(double seconds);
+
+    int64 ticks() const { return tickCount; }
+
+private:
+    struct Timer {
+        Linux::ITimerHandler* handler;
+        double period; ///< seconds
+        double due;    ///< seconds
+    };
+    Timer* nextDue();
+
+    std::vector<Timer> timers;
+    double now = 0;
+    int64 tickCount = 0;
+};
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg

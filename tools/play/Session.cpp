@@ -1,0 +1,212 @@
+#include "tools/play/Session.h"
+
+#include "tools/play/AudioRenderer.h"
+#include "tools/play/Failure.h"
+#include "tools/play/HostString.h"
+#include "tools/play/MidiFileWriter.h"
+#include "tools/play/PresetLoader.h"
+#include "tools/play/ProgressBar.h"
+#include "tools/play/Simulator.h"
+
+#include <filesystem>
+#include <unistd.h>
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+namespace {
+
+/** A file that only lives as long as this object. */
+class ScratchFile {
+public:
+    explicit ScratchFile(std::string file)
+    : path(std::move(file))
+    {
+    }
+    ~ScratchFile()
+    {
+        std::error_code error;
+        std::filesystem::remove(path, error);
+    }
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    const std::string path;
+};
+
+std::vector<Report::Bus> busesOf(IComponent& component)
+{
+    std::vector<Report::Bus> buses;
+    for (const auto type : {kAudio, kEvent})
+        for (const auto direction : {kInput, kOutput})
+            for (int32 i = 0; i < component.getBusCount(type, direction); ++i) {
+                BusInfo info{};
+                if (component.getBusInfo(type, direction, i, info) == kResultOk)
+                    buses.push_back(
+                        {utf8(info.name), type == kAudio, direction == kOutput, info.channelCount});
+            }
+    return buses;
+}
+
+} // namespace
+
+Session::Session(const Options& wishes)
+: options(wishes)
+, host(options)
+, plugIn(options.plugIn, host.context())
+, instance(plugIn, host.context(), host.handler())
+, list(instance.controller())
+, simulator(findSimulator(host.libraryPath()))
+, binding(host.binding())
+{
+    prepareControl();
+}
+
+SimulatorControl& Session::simulatorForTurns() const
+{
+    if (simulator)
+        return *simulator;
+    throw Failure("Only the simulated editor library has a user who can turn knobs, and it is not "
+                  "what the plug-in loaded.");
+}
+
+void Session::prepareControl()
+{
+    for (const auto& title : options.automate) {
+        const auto& parameter = list.find(title);
+        if (!parameter.canAutomate())
+            throw Failure("The parameter \"" + title + "\" cannot be automated.");
+        automations.emplace_back(instance.controller(), parameter.id);
+    }
+    for (const auto& title : options.userTurns)
+        turns.emplace_back(simulatorForTurns(), list.find(title).id);
+}
+
+Report Session::play(std::ostream* terminal)
+{
+    if (!options.audio.empty())
+        const AudioRenderer mustWork(options.soundFont); // before minutes of playing
+    const Song song(options.song);
+    Report report;
+    loadPresetInto(report);
+    playSong(song, report, terminal);
+    addControl(report);
+    addLibrarySide(report);
+    tryState(report);
+    writeFiles(song, report);
+    return report;
+}
+
+void Session::loadPresetInto(Report& report)
+{
+    if (options.preset.empty())
+        return;
+    const auto before = simulator ? simulator->presetsApplied().size() : 0;
+    const auto banksBefore = simulator ? simulator->userBanksApplied().size() : 0;
+    loadPreset(options.preset, plugIn, instance);
+    report.preset = Report::LoadedPreset{options.preset, ""};
+    if (!simulator)
+        return;
+    const auto presets = simulator->presetsApplied();
+    const auto banks = simulator->userBanksApplied();
+    if (presets.size() > before)
+        report.preset->reached = "voice " + std::to_string(presets.back().number) + " of bank " +
+                                 std::to_string(presets.back().bank);
+    else if (banks.size() > banksBefore)
+        report.preset->reached = "user bank " + std::to_string(banks.back().bank) + ", number " +
+                                 std::to_string(banks.back().number) + ", " +
+                                 std::to_string(banks.back().data.size()) + " bytes";
+    else
+        report.preset->reached = "nothing: no voice and no bank arrived";
+}
+
+void Session::playSong(const Song& song, Report& report, std::ostream* terminal)
+{
+    report.song = song.name();
+    report.settings = {options.sampleRate, options.blockSize, options.realtime};
+    instance.start(options.sampleRate, options.blockSize);
+    describe(report);
+    ProgressBar bar(terminal);
+    Player player(instance.processor(), instance.processData(), song, report.settings);
+    report.played = player.run(
+        [&](int64 position, int64 length, double blockSeconds, ParameterChanges& changes) {
+            const auto seconds = static_cast<double>(position) / options.sampleRate;
+            for (auto& automation : automations)
+                automation.play(position, length, changes);
+            for (auto& turn : turns)
+                turn.play(seconds);
+            host.runLoop().advance(blockSeconds);
+            bar.show(seconds, static_cast<double>(length) / options.sampleRate);
+        });
+    instance.stop();
+}
+
+void Session::describe(Report& report)
+{
+    const auto& instrument = plugIn.instrument();
+    report.plugIn = instrument.name() + " " + instrument.version();
+    report.vendor = plugIn.vendor();
+    report.host = host.family().description();
+    report.binding = binding;
+    report.buses = busesOf(instance.component());
+    report.latency = instance.processor().getLatencySamples();
+}
+
+void Session::addControl(Report& report)
+{
+    report.timerTicks = host.runLoop().ticks();
+    for (const auto& automation : automations)
+        report.automated.push_back({list.titleOf(automation.parameter()), automation.points()});
+    const auto edits = host.handler().edits();
+    for (const auto& turn : turns) {
+        auto summary = summarizeEdits(edits, turn.parameter());
+        summary.title = list.titleOf(turn.parameter());
+        summary.gestures = turn.gestures();
+        report.turned.push_back(summary);
+    }
+}
+
+void Session::addLibrarySide(Report& report)
+{
+    if (!simulator)
+        return;
+    Report::LibrarySide side{simulator->hostType(), {}, simulator->automationReceived()};
+    for (int32 channel = 0; channel < 16; ++channel) {
+        side.received.ons[static_cast<size_t>(channel)] = simulator->noteOnsReceived(channel);
+        side.received.offs[static_cast<size_t>(channel)] = simulator->noteOffsReceived(channel);
+    }
+    report.library = side;
+}
+
+void Session::tryState(Report& report)
+{
+    const auto saved = instance.state();
+    Instance second(plugIn, host.context(), host.handler());
+    second.restore(saved);
+    report.stateSize = saved.size();
+    report.stateCameBack = second.state() == saved;
+}
+
+void Session::writeFiles(const Song& song, Report& report) const
+{
+    MidiFileWriter writer(options.sampleRate);
+    writer.add(report.played.outgoing);
+    if (!options.midiOut.empty()) {
+        writer.write(options.midiOut);
+        report.midiFile = options.midiOut;
+    }
+    if (options.audio.empty())
+        return;
+    writer.add(song.programChanges(), song.tempo());
+    const ScratchFile scratch(options.audio + ".mid." + std::to_string(getpid()));
+    writer.write(scratch.path);
+    report.audio =
+        AudioRenderer(options.soundFont).render(scratch.path, options.audio, options.sampleRate);
+    report.audioFile = options.audio;
+    report.copiedProgramChanges = song.programChanges().size();
+}
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg

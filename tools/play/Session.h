@@ -1,0 +1,57 @@
+// Session: one run of play, from the command line's wishes to the report.
+#pragma once
+
+#include "tools/play/Automation.h"
+#include "tools/play/Host.h"
+#include "tools/play/Instance.h"
+#include "tools/play/Options.h"
+#include "tools/play/ParameterList.h"
+#include "tools/play/Report.h"
+#include "tools/play/UserTurns.h"
+
+#include <iosfwd>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+/** Loads the plug-in into the host that the options ask for and holds one instance of it.
+    [host main thread] */
+class Session {
+public:
+    /** @throws Failure, as everything here does for what its user can mend */
+    explicit Session(const Options& options);
+
+    /** What the plug-in shows its host. */
+    ParameterList parameters() { return ParameterList(instance.controller()); }
+
+    /** Plays the song, tries the state on a second instance and writes the files.
+        @param terminal where to draw progress; null for nowhere */
+    Report play(std::ostream* terminal);
+
+private:
+    void loadPresetInto(Report& report);
+    void prepareControl();
+    SimulatorControl& simulatorForTurns() const;
+    void playSong(const Song& song, Report& report, std::ostream* terminal);
+    void describe(Report& report);
+    void addControl(Report& report);
+    void addLibrarySide(Report& report);
+    void tryState(Report& report);
+    void writeFiles(const Song& song, Report& report) const;
+
+    Options options;
+    Host host;
+    PlugIn plugIn;
+    Instance instance;
+    ParameterList list;
+    SimulatorControl* simulator; ///< of this instance; null for another library
+    std::string binding;
+    std::vector<Automation> automations;
+    std::vector<UserTurns> turns;
+};
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg
