@@ -1,0 +1,96 @@
+// What goes wrong for the program's user, who gets one sentence for it.
+#include "tests/tools/MidiBytes.h"
+#include "tests/tools/PlayProgram.h"
+
+#include <gmock/gmock.h>
+
+using doubles::midiFile;
+using doubles::MidiTrack;
+using doubles::Outcome;
+using doubles::play;
+using doubles::playOnThisMachine;
+using doubles::playWithoutLibrary;
+using doubles::Words;
+using testing::HasSubstr;
+
+namespace {
+
+class PlayFailure : public testing::Test {
+protected:
+    void expect(const Outcome& outcome, const std::string& words)
+    {
+        EXPECT_TRUE(outcome.isOneSentence()) << outcome.status << outcome.out << outcome.err;
+        EXPECT_THAT(outcome.err, HasSubstr(words));
+    }
+
+    doubles::ScratchFolder folder;
+    std::string song = folder.write(
+        "song.mid", midiFile(480, MidiTrack().noteOn(0, 0, 60, 1).noteOff(480, 0, 60, 0)));
+};
+
+} // namespace
+
+TEST_F(PlayFailure, NamesASongThatIsMissingEmptyOrNone)
+{
+    expect(play({folder.file("none.mid")}), "There is no file");
+    expect(play({folder.write("empty.mid", "")}), "is empty.");
+    expect(play({folder.write("text.mid", "This is no music at all.")}), "is not a MIDI file.");
+    const auto whole = doubles::ScratchFolder::read(song);
+    expect(play({folder.write("cut.mid", whole.substr(0, whole.size() - 3))}),
+           "is a damaged MIDI file.");
+}
+
+TEST_F(PlayFailure, NamesABundleThatIsMissing)
+{
+    expect(play({song, "--plugin", folder.file("none.vst3")}), "There is no plug-in bundle");
+    expect(play({song, "--plugin", folder.file("")}), "cannot be loaded");
+}
+
+TEST_F(PlayFailure, NamesAnEditorLibraryThatIsMissing)
+{
+    expect(playWithoutLibrary({song}), "it found no editor library");
+    expect(playWithoutLibrary({song, "--binding", "service"}), "is missing.");
+    expect(playOnThisMachine({song, "--binding", "service", "--library", folder.file("none")}),
+           "is missing.");
+    expect(playOnThisMachine({song, "--binding", "service", "--library", song}),
+           "cannot be loaded.");
+}
+
+TEST_F(PlayFailure, NamesASoundFontThatIsMissingBeforeItPlays)
+{
+    expect(play({song, "--audio", folder.file("o.wav"), "--soundfont", folder.file("none.sf2")}),
+           "There is no soundfont");
+    expect(play({song, "--audio", folder.file("o.wav"), "--soundfont", song}),
+           "is not a soundfont.");
+}
+
+TEST_F(PlayFailure, NamesFilesThatCannotBeWritten)
+{
+    expect(play({song, "--midi-out", folder.file("none/o.mid")}), "cannot be written.");
+    expect(play({song, "--audio", folder.file("none/o.wav")}), "cannot be written.");
+}
+
+TEST_F(PlayFailure, NamesAHostThatIsUnknown)
+{
+    expect(play({song, "--host", "somebody:1.0"}), "There is no host \"somebody\"");
+}
+
+TEST_F(PlayFailure, RefusesACommandLineThatMakesNoSense)
+{
+    for (const Words& words : {Words{}, Words{song, "--tempo", "3"}, Words{song, "--rate", "12345"},
+                               Words{song, "--block", "0"}, Words{song, "--block", "many"},
+                               Words{song, "--binding", "glue"}, Words{song, song}}) {
+        const auto outcome = playOnThisMachine(words);
+        EXPECT_GT(outcome.status, 0);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_NE(outcome.err, "");
+    }
+}
+
+TEST_F(PlayFailure, ExplainsItself)
+{
+    const auto outcome = playOnThisMachine({"--help"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, HasSubstr("--midi-out"));
+    EXPECT_EQ(outcome.err, "");
+}

@@ -1,0 +1,75 @@
+#include "tests/tools/PlayProgram.h"
+
+#include <algorithm>
+#include <fcntl.h>
+#include <spawn.h>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace doubles {
+
+namespace {
+
+pid_t start(Words words, const std::string& out, const std::string& err)
+{
+    std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
+    for (auto& word : words)
+        arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    const int flags = O_WRONLY | O_CREAT | O_TRUNC;
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(), flags, 0600);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err.c_str(), flags, 0600);
+    pid_t child = 0;
+    const auto result =
+        posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (result != 0)
+        throw std::runtime_error(words[0] + " does not start");
+    return child;
+}
+
+Outcome run(const Words& words)
+{
+    const ScratchFolder folder;
+    const auto child = start(words, folder.file("out"), folder.file("err"));
+    int status = 0;
+    waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ScratchFolder::read(folder.file("out")),
+            ScratchFolder::read(folder.file("err"))};
+}
+
+Outcome run(Words words, const Words& arguments)
+{
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return run(words);
+}
+
+} // namespace
+
+bool Outcome::isOneSentence() const
+{
+    return status > 0 && out.empty() && !err.empty() && err.back() == '\n' &&
+           std::count(err.begin(), err.end(), '\n') == 1;
+}
+
+Outcome play(const Words& arguments)
+{
+    return run({WITH_SIMULATOR, PLAY_PROGRAM}, arguments);
+}
+
+Outcome playWithoutLibrary(const Words& arguments)
+{
+    return run({WITH_SIMULATOR, "--no-library", PLAY_PROGRAM}, arguments);
+}
+
+Outcome playOnThisMachine(const Words& arguments)
+{
+    return run({PLAY_PROGRAM}, arguments);
+}
+
+} // namespace doubles

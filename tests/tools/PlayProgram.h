@@ -1,0 +1,32 @@
+// PlayProgram: runs the built play from outside, as its user does.
+#pragma once
+
+#include "tests/tools/ScratchFolder.h"
+
+#include <string>
+#include <vector>
+
+namespace doubles {
+
+struct Outcome {
+    int status; ///< exit status, or -1 when a signal ended the program
+    std::string out;
+    std::string err;
+
+    /** Whether it failed as a program should: a status other than 0, one line on the error stream
+        and nothing else. */
+    bool isOneSentence() const;
+};
+
+using Words = std::vector<std::string>;
+
+/** Runs play where the simulated editor library is installed. */
+Outcome play(const Words& arguments);
+
+/** Runs play where no editor library is installed. */
+Outcome playWithoutLibrary(const Words& arguments);
+
+/** Runs play just so, on the machine as it is. */
+Outcome playOnThisMachine(const Words& arguments);
+
+} // namespace doubles

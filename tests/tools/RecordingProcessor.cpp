@@ -1,0 +1,66 @@
+#include "tests/tools/RecordingProcessor.h"
+
+namespace doubles {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+namespace {
+
+constexpr size_t kQueue = 100;
+
+Event answerTo(const Event& event)
+{
+    Event answer{};
+    answer.type = Event::kNoteOnEvent;
+    const bool on = event.type == Event::kNoteOnEvent;
+    answer.noteOn.channel = on ? event.noteOn.channel : event.noteOff.channel;
+    answer.noteOn.pitch = on ? event.noteOn.pitch : event.noteOff.pitch;
+    answer.noteOn.velocity = on ? 1.F : 0.F;
+    answer.noteOn.noteId = -1;
+    return answer;
+}
+
+} // namespace
+
+tresult PLUGIN_API RecordingProcessor::process(ProcessData& data)
+{
+    blockStarts.push_back(data.processContext->projectTimeSamples);
+    blockSizes.push_back(data.numSamples);
+    takePoints(data);
+    takeEvents(data);
+    position += data.numSamples;
+    return kResultOk;
+}
+
+void RecordingProcessor::takeEvents(const ProcessData& data)
+{
+    std::vector<Event> queue;
+    for (int32 i = 0; i < data.inputEvents->getEventCount(); ++i) {
+        Event event{};
+        data.inputEvents->getEvent(i, event);
+        if (event.sampleOffset < 0 || event.sampleOffset >= data.numSamples)
+            everyOffsetInsideItsBlock = false;
+        events.push_back({position + event.sampleOffset, event});
+        if (queue.size() >= kQueue)
+            queue.clear();
+        queue.push_back(answerTo(event));
+    }
+    for (auto& event : queue)
+        data.outputEvents->addEvent(event);
+}
+
+void RecordingProcessor::takePoints(const ProcessData& data)
+{
+    for (int32 i = 0; i < data.inputParameterChanges->getParameterCount(); ++i) {
+        auto* queue = data.inputParameterChanges->getParameterData(i);
+        for (int32 p = 0; p < queue->getPointCount(); ++p) {
+            int32 offset = 0;
+            ParamValue value = 0;
+            queue->getPoint(p, offset, value);
+            points.push_back({position + offset, queue->getParameterId(), value});
+        }
+    }
+}
+
+} // namespace doubles
