@@ -52,10 +52,8 @@ public:
         @return false when that failed without force; everything is still held then */
     bool terminate(bool force)
     {
-        FUnknownPtr<IPluginBase> base(object);
-        if (base && base->terminate() != kResultOk && !force)
+        if (!stopObject() && !force)
             return false;
-        base = nullptr;
         object = nullptr;
         giveBack();
         factory = nullptr;
@@ -80,10 +78,21 @@ private:
             factory = owned(found);
     }
 
+    // A component that throws has failed: it must not stay behind half started, nor keep its
+    // reference from going back to the factory.
     bool startObject(FUnknown* hostContext)
     {
         FUnknownPtr<IPluginBase> base(object);
-        return !base || base->initialize(hostContext) == kResultOk;
+        return !base || Vst::guarded<tresult>(kResultFalse, [&] {
+                            return base->initialize(hostContext);
+                        }) == kResultOk;
+    }
+
+    bool stopObject()
+    {
+        FUnknownPtr<IPluginBase> base(object);
+        return !base ||
+               Vst::guarded<tresult>(kResultFalse, [&] { return base->terminate(); }) == kResultOk;
     }
 
     void giveBack()
