@@ -64,13 +64,12 @@ Event toNoteOn(const uint8* midi)
 
 tresult PLUGIN_API VstK2x::process(ProcessData& data)
 {
-    guarded([this, &data] {
-        if (VstIEditorConnect* editor = editorConnection) {
-            forwardParameterChanges(*editor, data.inputParameterChanges);
-            forwardEvents(*editor, data.inputEvents);
-        }
-        sendQueuedEvents(data.outputEvents);
-    });
+    // Each list on its own: one that fails must not hold back notes on the others.
+    if (VstIEditorConnect* editor = editorConnection) {
+        guarded([&] { forwardParameterChanges(*editor, data.inputParameterChanges); });
+        guarded([&] { forwardEvents(*editor, data.inputEvents); });
+    }
+    guarded([&] { sendQueuedEvents(data.outputEvents); });
     return kResultOk;
 }
 
