@@ -1,0 +1,273 @@
+#include "tests/unit/ProcessorFixture.h"
+
+#include "tests/doubles/CallText.h"
+
+#include <cstring>
+
+namespace {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using doubles::ScriptedLibrary;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/** A message of a host that leaves things out. */
+class SparseMessage : public IMessage {
+public:
+    const char* id = nullptr;
+
+    const char* PLUGIN_API getMessageID() override { return id; }
+    void PLUGIN_API setMessageID(const char* newId) override { id = newId; }
+    IAttributeList* PLUGIN_API getAttributes() override { return nullptr; }
+    tresult PLUGIN_API queryInterface(const TUID, void** obj) override
+    {
+        *obj = nullptr;
+        return kNoInterface;
+    }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
+    virtual ~SparseMessage() = default;
+};
+
+class ProcessorMessages : public unit::ProcessorFixture {
+protected:
+    /** A connect message with these bytes under the attribute's name. */
+    tresult sendConnection(const void* bytes, size_t size)
+    {
+        const auto message = unit::makeMessage("VST_CONNECT_MESSAGE_ID");
+        message->getAttributes()->setBinary("VST_CONNECT_BINARY_ID", bytes,
+                                            static_cast<uint32>(size));
+        return processor->notify(message);
+    }
+
+    /** Whether notes of the host reach the library. */
+    bool isConnected()
+    {
+        trace.clear();
+        unit::Block block;
+        block.in.add(doubles::noteOn(0, 60, 1));
+        processor->process(block.data);
+        return trace.count("library.receiveHostMidi(90 3C 7F)") == 1;
+    }
+
+    /** Whether the Unicode flag is set, which only the latency shows: 48 samples or none. */
+    bool isUnicode()
+    {
+        setUp(48000);
+        return processor->getLatencySamples() == 48;
+    }
+};
+
+TEST_F(ProcessorMessages, ConnectHandsTheLibraryTheProcessorAndTheEffectOption)
+{
+    VstIEditorConnect* editor = &library;
+    EXPECT_EQ(sendConnection(&editor, sizeof(editor)), kResultOk);
+    EXPECT_THAT(trace.texts(), ElementsAre("library.setEffectInterface(object)",
+                                           "library.setEffectOption(false)"));
+    EXPECT_EQ(library.effect, static_cast<VstIEffectInterface*>(processor.get()));
+    EXPECT_TRUE(isConnected());
+}
+
+TEST_F(ProcessorMessages, ConnectTakesTheFirstEightBytesOfALongerAttribute)
+{
+    VstIEditorConnect* editor = &library;
+    unsigned char bytes[16];
+    std::memset(bytes, 0xAA, sizeof(bytes));
+    std::memcpy(bytes, &editor, sizeof(editor));
+    EXPECT_EQ(sendConnection(bytes, sizeof(bytes)), kResultOk);
+    EXPECT_EQ(library.effect, static_cast<VstIEffectInterface*>(processor.get()));
+}
+
+TEST_F(ProcessorMessages, ConnectWithANullAddressCallsNothing)
+{
+    VstIEditorConnect* editor = nullptr;
+    EXPECT_EQ(sendConnection(&editor, sizeof(editor)), kResultOk);
+    EXPECT_THAT(trace.texts(), IsEmpty());
+    EXPECT_FALSE(isConnected());
+}
+
+TEST_F(ProcessorMessages, ConnectWithANullAddressForgetsTheFormerLibrary)
+{
+    connect();
+    VstIEditorConnect* editor = nullptr;
+    sendConnection(&editor, sizeof(editor));
+    EXPECT_FALSE(isConnected());
+}
+
+TEST_F(ProcessorMessages, ConnectWithAShortAttributeIsANullAddress)
+{
+    VstIEditorConnect* editor = &library;
+    for (size_t size = 0; size < sizeof(editor); ++size) {
+        EXPECT_EQ(sendConnection(&editor, size), kResultOk) << size;
+        EXPECT_THAT(trace.texts(), IsEmpty()) << size;
+        EXPECT_FALSE(isConnected()) << size;
+        trace.clear();
+    }
+}
+
+TEST_F(ProcessorMessages, ConnectWithoutTheAttributeIsANullAddress)
+{
+    EXPECT_EQ(processor->notify(unit::makeMessage("VST_CONNECT_MESSAGE_ID")), kResultOk);
+    EXPECT_FALSE(isConnected());
+}
+
+TEST_F(ProcessorMessages, ConnectTakesTheAddressFromItsOwnAttributeOnly)
+{
+    VstIEditorConnect* editor = &library;
+    const auto message = unit::makeMessage("VST_CONNECT_MESSAGE_ID");
+    message->getAttributes()->setBinary("VST_DISCONNECT_BINARY_ID", &editor, sizeof(editor));
+    EXPECT_EQ(processor->notify(message), kResultOk);
+    EXPECT_FALSE(isConnected());
+}
+
+TEST_F(ProcessorMessages, ASecondConnectReplacesTheLibrary)
+{
+    connect();
+    doubles::Trace otherTrace;
+    ScriptedLibrary other(otherTrace);
+    VstIEditorConnect* editor = &other;
+    sendConnection(&editor, sizeof(editor));
+    EXPECT_FALSE(isConnected());
+    EXPECT_EQ(otherTrace.count("library.receiveHostMidi(90 3C 7F)"), 1u);
+}
+
+TEST_F(ProcessorMessages, ConnectSurvivesALibraryThatThrowsAtEitherCall)
+{
+    VstIEditorConnect* editor = &library;
+    library.throwAt("setEffectInterface");
+    library.throwAt("setEffectOption");
+    EXPECT_EQ(sendConnection(&editor, sizeof(editor)), kResultOk);
+    EXPECT_THAT(trace.texts(), ElementsAre("library.setEffectInterface(object)",
+                                           "library.setEffectOption(false)"));
+    library.clearFaults();
+    EXPECT_TRUE(isConnected());
+}
+
+TEST_F(ProcessorMessages, DisconnectTakesTheProcessorBackAndForgetsTheLibrary)
+{
+    connect();
+    disconnect();
+    EXPECT_THAT(trace.texts(), ElementsAre("library.setEffectInterface(null)"));
+    EXPECT_EQ(library.effect, nullptr);
+    EXPECT_FALSE(isConnected());
+}
+
+TEST_F(ProcessorMessages, DisconnectDoesNotReadItsAttribute)
+{
+    connect();
+    doubles::Trace otherTrace;
+    ScriptedLibrary other(otherTrace);
+    VstIEditorConnect* wrong = &other;
+    const auto message = unit::makeMessage("VST_DISCONNECT_MESSAGE_ID");
+    message->getAttributes()->setBinary("VST_DISCONNECT_BINARY_ID", &wrong, sizeof(wrong));
+    EXPECT_EQ(processor->notify(message), kResultOk);
+    EXPECT_THAT(trace.texts(), ElementsAre("library.setEffectInterface(null)"));
+    EXPECT_THAT(otherTrace.texts(), IsEmpty());
+}
+
+TEST_F(ProcessorMessages, DisconnectWithoutALibraryCallsNothing)
+{
+    disconnect();
+    connect();
+    disconnect();
+    trace.clear();
+    disconnect();
+    EXPECT_THAT(trace.texts(), IsEmpty());
+}
+
+TEST_F(ProcessorMessages, DisconnectForgetsALibraryThatThrows)
+{
+    connect();
+    library.throwAt("setEffectInterface");
+    const auto message = unit::makeMessage("VST_DISCONNECT_MESSAGE_ID");
+    EXPECT_EQ(processor->notify(message), kResultOk);
+    library.clearFaults();
+    EXPECT_FALSE(isConnected());
+}
+
+TEST_F(ProcessorMessages, UnicodeFlagIsWhetherTheIntegerIsNotZero)
+{
+    connect();
+    EXPECT_FALSE(isUnicode());
+    for (const int64 flag : {int64(1), int64(2), int64(-1), int64(1) << 32}) {
+        sayUnicode(0);
+        EXPECT_FALSE(isUnicode());
+        sayUnicode(flag);
+        EXPECT_TRUE(isUnicode()) << flag;
+    }
+}
+
+TEST_F(ProcessorMessages, UnicodeFlagIsClearedWhenTheIntegerIsMissing)
+{
+    connect();
+    sayUnicode(1);
+    EXPECT_EQ(processor->notify(unit::makeMessage("VST_ISUNICODE_HOST_MESSAGE_ID")), kResultOk);
+    EXPECT_FALSE(isUnicode());
+}
+
+TEST_F(ProcessorMessages, UnicodeFlagOutlivesTheConnection)
+{
+    sayUnicode(1);
+    connect();
+    disconnect();
+    connect();
+    EXPECT_TRUE(isUnicode());
+}
+
+TEST_F(ProcessorMessages, OthersAreIgnored)
+{
+    connect();
+    for (const char* id : {"", "TextMessage", "vst_connect_message_id", "VST_CONNECT_MESSAGE_ID ",
+                           "VST_CONNECT_MESSAGE", "VST_DISCONNECT_MESSAGE_IDX"}) {
+        const auto message = unit::makeMessage(id);
+        VstIEditorConnect* editor = nullptr;
+        message->getAttributes()->setBinary("VST_CONNECT_BINARY_ID", &editor, sizeof(editor));
+        message->getAttributes()->setString("Text", STR16("text"));
+        EXPECT_EQ(processor->notify(message), kResultOk) << id;
+        EXPECT_THAT(trace.texts(), IsEmpty()) << id;
+    }
+    EXPECT_TRUE(isConnected());
+}
+
+TEST_F(ProcessorMessages, NullMessageIsIgnored)
+{
+    connect();
+    EXPECT_EQ(processor->notify(nullptr), kResultOk);
+    EXPECT_TRUE(isConnected());
+}
+
+TEST_F(ProcessorMessages, MessageWithoutIDIsIgnored)
+{
+    connect();
+    SparseMessage message;
+    EXPECT_EQ(processor->notify(&message), kResultOk);
+    EXPECT_TRUE(isConnected());
+}
+
+TEST_F(ProcessorMessages, MessageWithoutAttributeListHoldsNothing)
+{
+    connect();
+    sayUnicode(1);
+    SparseMessage message;
+    message.id = "VST_ISUNICODE_HOST_MESSAGE_ID";
+    EXPECT_EQ(processor->notify(&message), kResultOk);
+    EXPECT_FALSE(isUnicode());
+    message.id = "VST_CONNECT_MESSAGE_ID";
+    EXPECT_EQ(processor->notify(&message), kResultOk);
+    EXPECT_FALSE(isConnected());
+    message.id = "VST_DISCONNECT_MESSAGE_ID";
+    EXPECT_EQ(processor->notify(&message), kResultOk);
+}
+
+TEST_F(ProcessorMessages, AreNotHeld)
+{
+    const auto message = unit::makeMessage("VST_CONNECT_MESSAGE_ID");
+    VstIEditorConnect* editor = &library;
+    message->getAttributes()->setBinary("VST_CONNECT_BINARY_ID", &editor, sizeof(editor));
+    processor->notify(message);
+    message->addRef();
+    EXPECT_EQ(message->release(), 1u);
+}
+
+} // namespace

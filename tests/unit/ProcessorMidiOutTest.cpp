@@ -1,0 +1,371 @@
+// What leaves through "Midi Out": the library's writeMidi and the queue behind it.
+#include "tests/unit/ProcessorFixture.h"
+
+#include <array>
+#include <thread>
+
+namespace {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ProcessorMidiOut : public unit::ProcessorFixture {
+protected:
+    void SetUp() override { processor->setActive(true); }
+
+    static std::vector<int> pitches(const std::vector<Event>& events)
+    {
+        std::vector<int> result;
+        result.reserve(events.size());
+        for (const auto& event : events)
+            result.push_back(event.noteOn.pitch);
+        return result;
+    }
+
+    std::vector<int> drainedPitches() { return pitches(drained()); }
+
+    void writeNotes(int count)
+    {
+        for (int note = 0; note < count; ++note)
+            writeMidi(0x90, note % 128, 127);
+    }
+};
+
+TEST_F(ProcessorMidiOut, NoteOnLeavesAsANoteOnWithEveryFieldSet)
+{
+    writeMidi(0x9C, 60, 127);
+    const auto events = drained();
+    ASSERT_EQ(events.size(), 1u);
+    const Event& event = events[0];
+    EXPECT_EQ(event.busIndex, 0);
+    EXPECT_EQ(event.sampleOffset, 0);
+    EXPECT_EQ(event.ppqPosition, 0.0);
+    EXPECT_EQ(event.flags, 0);
+    EXPECT_EQ(event.type, Event::kNoteOnEvent);
+    EXPECT_EQ(event.noteOn.channel, 12);
+    EXPECT_EQ(event.noteOn.pitch, 60);
+    EXPECT_EQ(event.noteOn.tuning, 0.f);
+    EXPECT_EQ(event.noteOn.velocity, 1.f);
+    EXPECT_EQ(event.noteOn.length, 0);
+    EXPECT_EQ(event.noteOn.noteId, -1);
+}
+
+struct Velocity {
+    int status;
+    int third;
+    float velocity;
+};
+
+TEST_F(ProcessorMidiOut, OnlyANoteOnHasAVelocity)
+{
+    const Velocity table[] = {{0x90, 0, 0.f},   {0x90, 1, 1.f / 127},     {0x9F, 64, 64.f / 127},
+                              {0x90, 127, 1.f}, {0x90, 128, 128.f / 127}, {0x90, 255, 255.f / 127},
+                              {0x80, 64, 0.f},  {0x8F, 127, 0.f},         {0xA0, 127, 0.f},
+                              {0xB0, 127, 0.f}, {0xC0, 127, 0.f},         {0xD0, 127, 0.f},
+                              {0xE0, 127, 0.f}, {0xF0, 127, 0.f},         {0x00, 127, 0.f},
+                              {0x10, 127, 0.f}, {0x7F, 127, 0.f}};
+    for (const auto& row : table) {
+        writeMidi(row.status, 60, row.third);
+        const auto events = drained();
+        ASSERT_EQ(events.size(), 1u) << row.status;
+        EXPECT_EQ(events[0].type, Event::kNoteOnEvent) << row.status;
+        EXPECT_EQ(events[0].noteOn.channel, row.status & 0x0F) << row.status;
+        EXPECT_EQ(events[0].noteOn.pitch, 60) << row.status;
+        EXPECT_FLOAT_EQ(events[0].noteOn.velocity, row.velocity) << row.status << " " << row.third;
+    }
+}
+
+TEST_F(ProcessorMidiOut, ControlChangeLeavesAsANoteOnOfVelocityZero)
+{
+    writeMidi(0xB3, 7, 100);
+    const auto events = drained();
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].type, Event::kNoteOnEvent);
+    EXPECT_EQ(events[0].noteOn.channel, 3);
+    EXPECT_EQ(events[0].noteOn.pitch, 7);
+    EXPECT_EQ(events[0].noteOn.velocity, 0.f);
+}
+
+TEST_F(ProcessorMidiOut, BytesAreUnsigned)
+{
+    writeMidi(0x90, 255, 127);
+    EXPECT_THAT(drainedPitches(), ElementsAre(255));
+}
+
+TEST_F(ProcessorMidiOut, OnlyThreeBytesAreTaken)
+{
+    const unsigned char bytes[] = {0x90, 60, 127, 0};
+    for (const int length : {-2147483647 - 1, -3, -1, 0, 1, 2, 4, 5, 2147483647})
+        processor->writeMidi(bytes, length);
+    processor->writeMidi(nullptr, 3);
+    processor->writeMidi(nullptr, 0);
+    EXPECT_THAT(drained(), IsEmpty());
+}
+
+TEST_F(ProcessorMidiOut, NothingIsTakenWhileInactive)
+{
+    processor->setActive(false);
+    writeMidi(0x90, 60, 127);
+    EXPECT_THAT(drained(), IsEmpty());
+    processor->setActive(true);
+    EXPECT_THAT(drained(), IsEmpty());
+    writeMidi(0x90, 61, 127);
+    EXPECT_THAT(drainedPitches(), ElementsAre(61));
+}
+
+TEST_F(ProcessorMidiOut, NothingIsTakenBeforeTheFirstActivation)
+{
+    processor = owned(new VstK2x);
+    writeMidi(0x90, 60, 127);
+    processor->setActive(true);
+    EXPECT_THAT(drained(), IsEmpty());
+}
+
+TEST_F(ProcessorMidiOut, ActivatingTwiceIsAsGoodAsOnce)
+{
+    EXPECT_EQ(processor->setActive(true), kResultOk);
+    writeMidi(0x90, 60, 127);
+    EXPECT_EQ(processor->setActive(false), kResultOk);
+    EXPECT_EQ(processor->setActive(false), kResultOk);
+    writeMidi(0x90, 61, 127);
+    EXPECT_THAT(drainedPitches(), ElementsAre(60));
+    EXPECT_EQ(processor->setActive(42), kResultOk);
+    writeMidi(0x90, 62, 127);
+    EXPECT_THAT(drainedPitches(), ElementsAre(62));
+}
+
+TEST_F(ProcessorMidiOut, LeavesOldestFirstAndOnlyOnce)
+{
+    writeNotes(3);
+    EXPECT_THAT(drainedPitches(), ElementsAre(0, 1, 2));
+    EXPECT_THAT(drained(), IsEmpty());
+}
+
+TEST_F(ProcessorMidiOut, HundredEventsWait)
+{
+    writeNotes(100);
+    const auto waiting = drainedPitches();
+    ASSERT_EQ(waiting.size(), 100u);
+    EXPECT_EQ(waiting.front(), 0);
+    EXPECT_EQ(waiting.back(), 99);
+}
+
+TEST_F(ProcessorMidiOut, TheHundredAndFirstEventDropsAllBeforeIt)
+{
+    writeNotes(101);
+    EXPECT_THAT(drainedPitches(), ElementsAre(100));
+}
+
+TEST_F(ProcessorMidiOut, TheQueueFillsAnewAfterItWasDropped)
+{
+    writeNotes(200);
+    EXPECT_EQ(drained().size(), 100u);
+    writeNotes(201);
+    EXPECT_EQ(drained().size(), 1u);
+    writeNotes(250);
+    EXPECT_EQ(drained().size(), 50u);
+}
+
+TEST_F(ProcessorMidiOut, WaitsForABlockWithAnEventList)
+{
+    writeNotes(2);
+    unit::Block block;
+    block.data.outputEvents = nullptr;
+    EXPECT_EQ(processor->process(block.data), kResultOk);
+    EXPECT_THAT(drainedPitches(), ElementsAre(0, 1));
+}
+
+TEST_F(ProcessorMidiOut, AnEventThatTheHostRefusesIsDropped)
+{
+    writeNotes(5);
+    unit::Block block;
+    block.out.limit = 3;
+    EXPECT_EQ(processor->process(block.data), kResultOk);
+    EXPECT_THAT(pitches(block.out.events), ElementsAre(0, 1, 2));
+    EXPECT_THAT(drained(), IsEmpty());
+}
+
+TEST_F(ProcessorMidiOut, AHostListThatThrowsLosesOneEvent)
+{
+    writeNotes(3);
+    unit::Block block;
+    block.out.throws = true;
+    EXPECT_EQ(processor->process(block.data), kResultOk);
+    EXPECT_THAT(drainedPitches(), ElementsAre(1, 2));
+}
+
+TEST_F(ProcessorMidiOut, DrainsAfterTheLibraryIsGone)
+{
+    connect();
+    writeNotes(2);
+    disconnect();
+    EXPECT_THAT(drainedPitches(), ElementsAre(0, 1));
+}
+
+TEST_F(ProcessorMidiOut, DrainsWhileInactive)
+{
+    writeNotes(2);
+    processor->setActive(false);
+    EXPECT_THAT(drainedPitches(), ElementsAre(0, 1));
+}
+
+TEST_F(ProcessorMidiOut, WhatTheLibraryWritesInsideProcessLeavesWithTheSameBlock)
+{
+    connect();
+    library.onCall = [this](const std::string& text) {
+        if (text == "library.receiveHostMidi(90 3C 7F)")
+            library.effect->writeMidi("\x90\x3C\x7F", 3);
+        if (text == "library.hostParameterChanged(7, 0.5)")
+            library.effect->writeMidi("\xB0\x07\x40", 3);
+    };
+    unit::Block block;
+    block.in.add(doubles::noteOn(0, 60, 1));
+    block.changes.add(7, {{0, 0.5}});
+    EXPECT_EQ(processor->process(block.data), kResultOk);
+    EXPECT_THAT(pitches(block.out.events), ElementsAre(7, 60));
+}
+
+TEST_F(ProcessorMidiOut, AReturningLibraryOverflowsWithinOneBlockByTheSameRule)
+{
+    connect();
+    library.onCall = [this](const std::string& text) {
+        if (text == "library.receiveHostMidi(90 3C 7F)")
+            library.effect->writeMidi("\x90\x3C\x7F", 3);
+    };
+    // 250 notes: dropped at the 101st and at the 201st, so 50 are left.
+    unit::Block block;
+    for (int note = 0; note < 250; ++note)
+        block.in.add(doubles::noteOn(0, 60, 1));
+    processor->process(block.data);
+    EXPECT_EQ(block.out.events.size(), 50u);
+}
+
+/** A host whose list makes the library write more with every event that it gets. */
+class EndlessList : public IEventList {
+public:
+    explicit EndlessList(VstK2x& writer)
+    : processor(writer)
+    {
+    }
+    size_t events = 0;
+
+    int32 PLUGIN_API getEventCount() override { return 0; }
+    tresult PLUGIN_API getEvent(int32, Event&) override { return kResultFalse; }
+    tresult PLUGIN_API addEvent(Event&) override
+    {
+        ++events;
+        processor.writeMidi("\x90\x3C\x7F", 3);
+        return kResultOk;
+    }
+    tresult PLUGIN_API queryInterface(const TUID, void** obj) override
+    {
+        *obj = nullptr;
+        return kNoInterface;
+    }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
+    virtual ~EndlessList() = default;
+
+private:
+    VstK2x& processor;
+};
+
+TEST_F(ProcessorMidiOut, ALibraryThatNeverStopsDoesNotHoldTheAudioThread)
+{
+    writeNotes(3);
+    EndlessList list(*processor);
+    ProcessData data;
+    data.outputEvents = &list;
+    EXPECT_EQ(processor->process(data), kResultOk);
+    EXPECT_EQ(list.events, 3u);
+    EXPECT_EQ(drained().size(), 3u);
+}
+
+class ProcessorThreads : public ProcessorMidiOut {
+protected:
+    static constexpr int kThreads = 4;
+
+    /** Each thread writes on its own channel, with the note's number as pitch. */
+    std::vector<std::thread> startWriters(int notes)
+    {
+        std::vector<std::thread> writers;
+        for (int channel = 0; channel < kThreads; ++channel)
+            writers.emplace_back([this, channel, notes] {
+                for (int note = 0; note < notes; ++note)
+                    writeMidi(0x90 | channel, note, 127);
+            });
+        return writers;
+    }
+
+    static std::vector<int> pitchesOf(const std::vector<Event>& events, int channel)
+    {
+        std::vector<int> result;
+        for (const auto& event : events)
+            if (event.noteOn.channel == channel)
+                result.push_back(event.noteOn.pitch);
+        return result;
+    }
+};
+
+TEST_F(ProcessorThreads, EachKeepsItsOrderAndLosesNothing)
+{
+    for (auto& writer : startWriters(25))
+        writer.join();
+    const auto events = drained();
+    EXPECT_EQ(events.size(), 100u);
+    for (int channel = 0; channel < kThreads; ++channel) {
+        const auto written = pitchesOf(events, channel);
+        ASSERT_EQ(written.size(), 25u) << channel;
+        for (int note = 0; note < 25; ++note)
+            EXPECT_EQ(written[static_cast<size_t>(note)], note) << channel;
+    }
+}
+
+TEST_F(ProcessorThreads, WriteWhileTheHostProcesses)
+{
+    auto writers = startWriters(200);
+    std::vector<Event> events;
+    for (int block = 0; block < 200; ++block) {
+        const auto more = drained();
+        EXPECT_LE(more.size(), 100u);
+        events.insert(events.end(), more.begin(), more.end());
+    }
+    for (auto& writer : writers)
+        writer.join();
+    const auto rest = drained();
+    events.insert(events.end(), rest.begin(), rest.end());
+
+    // Whole queues may have been dropped, but nothing came twice or out of order, and the newest
+    // note is always there.
+    EXPECT_FALSE(events.empty());
+    EXPECT_LE(events.size(), 4u * 200u);
+    bool newest = false;
+    for (int channel = 0; channel < kThreads; ++channel) {
+        const auto written = pitchesOf(events, channel);
+        for (size_t note = 1; note < written.size(); ++note)
+            EXPECT_LT(written[note - 1], written[note]) << channel;
+        newest = newest || (!written.empty() && written.back() == 199);
+    }
+    EXPECT_TRUE(newest);
+}
+
+TEST_F(ProcessorThreads, MayComeWhileTheHostConnectsAndActivates)
+{
+    auto writers = startWriters(200);
+    for (int round = 0; round < 50; ++round) {
+        processor->setActive(round % 2 == 0);
+        setUp(44100 + round);
+        sayUnicode(round % 2);
+        connect();
+        processor->getLatencySamples();
+        drained();
+        disconnect();
+    }
+    for (auto& writer : writers)
+        writer.join();
+    EXPECT_LE(drained().size(), 100u);
+}
+
+} // namespace
