@@ -1,0 +1,187 @@
+// FComponentPtr: the holder of a component that the host makes.
+#include "editorlib/FComponentPtr.h"
+#include "editorlib/IExtensionVSTServiceGetter.h"
+#include "tests/doubles/ScriptedHost.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace Steinberg;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* kID = "BBA9E2BA9E28483CAA608081B0166B85";
+
+class ServiceComponent : public ::testing::Test {
+protected:
+    using Holder = FComponentPtr<IExtensionVSTServiceGetter>;
+
+    doubles::Trace trace;
+    doubles::ScriptedHost host{trace};
+
+    void SetUp() override { host.service.makesComponent = true; }
+
+    bool initialize(Holder& holder) { return holder.initialize(&host.context, "UID", kID); }
+
+    /** What was made, asked, started, stopped and handed back. */
+    std::vector<std::string> calls() const
+    {
+        return trace.textsOf({"hostClasses", "componentFactory", "component("});
+    }
+};
+
+const std::string kFactoryAsked = "hostClasses.getHostInterface(IComponentFactory)";
+const std::string kCreated =
+    "componentFactory.createComponent(UID, BBA9E2BA9E28483CAA608081B0166B85)";
+const std::string kDestroyed = "componentFactory.destroyComponent(component(1))";
+
+TEST_F(ServiceComponent, IsMadeByTheHostsFactoryAndHandedBack)
+{
+    {
+        Holder holder;
+        EXPECT_TRUE(initialize(holder));
+        EXPECT_TRUE(holder);
+        EXPECT_NE(holder.get(), nullptr);
+        EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated));
+        EXPECT_TRUE(holder.terminate(false));
+        EXPECT_FALSE(holder);
+        EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+        EXPECT_THAT(host.ledger(), IsEmpty());
+    }
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+}
+
+TEST_F(ServiceComponent, IsHandedBackByTheHoldersEnd)
+{
+    {
+        Holder holder;
+        initialize(holder);
+    }
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, IsNotMadeASecondTimeWhileHeld)
+{
+    Holder holder;
+    EXPECT_TRUE(initialize(holder));
+    EXPECT_FALSE(initialize(holder));
+    EXPECT_TRUE(holder);
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated));
+}
+
+TEST_F(ServiceComponent, CanBeMadeAgainAfterItsEnd)
+{
+    Holder holder;
+    EXPECT_TRUE(initialize(holder));
+    EXPECT_TRUE(holder.terminate(true));
+    EXPECT_TRUE(initialize(holder));
+    EXPECT_TRUE(holder.terminate(true));
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, FactoryIsAskedForOnceForAsLongAsItIsKept)
+{
+    Holder holder;
+    host.service.makesComponent = false;
+    EXPECT_FALSE(initialize(holder));
+    host.service.makesComponent = true;
+    EXPECT_TRUE(initialize(holder));
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kCreated));
+}
+
+TEST_F(ServiceComponent, IsMissingWithoutContextHostClassesOrFactory)
+{
+    Holder holder;
+    EXPECT_FALSE(holder.initialize(nullptr, "UID", kID));
+    host.hide(IHostClasses::iid);
+    EXPECT_FALSE(initialize(holder));
+    host.show(IHostClasses::iid);
+    host.hide(IComponentFactory::iid);
+    EXPECT_FALSE(initialize(holder));
+    EXPECT_FALSE(holder);
+    EXPECT_TRUE(holder.terminate(false));
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, WithoutTheInterfaceGoesBackAtOnce)
+{
+    host.service.offersGetter = false;
+    Holder holder;
+    EXPECT_FALSE(initialize(holder));
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+    EXPECT_TRUE(holder.terminate(true));
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, IsStartedWithTheHostContextAndStopped)
+{
+    host.service.offersPluginBase = true;
+    Holder holder;
+    EXPECT_TRUE(initialize(holder));
+    EXPECT_EQ(host.service.initializeContext, host.context.unknown());
+    EXPECT_TRUE(holder.terminate(false));
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
+                                     "component(1).terminate()", kDestroyed));
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, ThatDoesNotStartGoesBackUnstopped)
+{
+    host.service.offersPluginBase = true;
+    host.service.initializeResult = kResultFalse;
+    {
+        Holder holder;
+        EXPECT_FALSE(initialize(holder));
+        EXPECT_FALSE(holder);
+    }
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
+                                     kDestroyed));
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, ThatThrowsWhenStartedGoesBackUnstopped)
+{
+    host.service.offersPluginBase = true;
+    host.throwAt("initialize");
+    {
+        Holder holder;
+        EXPECT_FALSE(initialize(holder));
+        EXPECT_FALSE(holder);
+    }
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
+                                     kDestroyed));
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, ThatDoesNotStopIsKeptUnlessForced)
+{
+    host.service.offersPluginBase = true;
+    host.service.terminateResult = kResultFalse;
+    Holder holder;
+    initialize(holder);
+    trace.clear();
+    EXPECT_FALSE(holder.terminate(false));
+    EXPECT_TRUE(holder);
+    EXPECT_THAT(calls(), ElementsAre("component(1).terminate()"));
+    EXPECT_TRUE(holder.terminate(true));
+    EXPECT_FALSE(holder);
+    EXPECT_THAT(calls(),
+                ElementsAre("component(1).terminate()", "component(1).terminate()", kDestroyed));
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, ThatThrowsWhenStoppedStillGoesBack)
+{
+    host.service.offersPluginBase = true;
+    {
+        Holder holder;
+        initialize(holder);
+        host.throwAt("terminate");
+    }
+    EXPECT_EQ(trace.count(kDestroyed), 1u);
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+} // namespace
