@@ -5,6 +5,7 @@
 #include "editorlib/VstIEditorConnect.h"
 
 #include <dlfcn.h>
+#include <utility>
 
 namespace Steinberg {
 namespace Vst {
@@ -72,6 +73,9 @@ bool EditorLibrary::loadLibrary()
     VstIEditorConnect* loaded = nullptr;
     guarded([&] { getConnect(&loaded); });
     connection = loaded;
+    // unload leaves a service's library open, but this one is nobody's.
+    if (!loaded && binding == Binding::kService)
+        dlclose(std::exchange(libraryHandle, nullptr));
     return loaded != nullptr;
 }
 
