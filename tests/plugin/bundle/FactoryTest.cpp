@@ -1,0 +1,289 @@
+// The module's class factory, as the host reads it.
+#include "tests/plugin/PlugInFixture.h"
+
+#include "public.sdk/source/vst/utility/stringconvert.h"
+
+#include <cstring>
+#include <dlfcn.h>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+namespace {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+class Factory : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        handle = dlopen(MODULE_FILE, RTLD_LAZY);
+        ASSERT_NE(handle, nullptr) << dlerror();
+        entry = find<bool (*)(void*)>("ModuleEntry");
+        leave = find<bool (*)()>("ModuleExit");
+        get = find<IPluginFactory* (*)()>("GetPluginFactory");
+        ASSERT_TRUE(entry && leave && get);
+        ASSERT_TRUE(entry(handle));
+        factory = owned(get());
+        ASSERT_TRUE(factory);
+    }
+
+    void TearDown() override
+    {
+        factory = nullptr;
+        EXPECT_TRUE(!leave || leave());
+        if (handle)
+            dlclose(handle);
+    }
+
+    template <typename Function>
+    Function find(const char* name) const
+    {
+        return reinterpret_cast<Function>(dlsym(handle, name));
+    }
+
+    static std::string hex(const TUID id) { return VST3::UID::fromTUID(id).toString(); }
+
+    void* handle = nullptr;
+    bool (*entry)(void*) = nullptr;
+    bool (*leave)() = nullptr;
+    IPluginFactory* (*get)() = nullptr;
+    IPtr<IPluginFactory> factory;
+};
+
+class ModuleEntry : public Factory {};
+
+/** Every byte of a fixed text field: the text, and zeros to its end. */
+template <size_t size>
+std::string field(const char (&bytes)[size])
+{
+    std::string text(bytes, size);
+    const auto end = text.find('\0');
+    if (end == std::string::npos)
+        return text + " without terminator";
+    if (text.find_first_not_of('\0', end) != std::string::npos)
+        return text + " with bytes behind its end";
+    return text.substr(0, end);
+}
+
+TEST_F(Factory, NamesItsMaker)
+{
+    PFactoryInfo info;
+    std::memset(static_cast<void*>(&info), 0x55, sizeof(info));
+    ASSERT_EQ(factory->getFactoryInfo(&info), kResultOk);
+    EXPECT_EQ(field(info.vendor), "Tavrin Corporation");
+    EXPECT_EQ(field(info.url), "");
+    EXPECT_EQ(field(info.email), "");
+    EXPECT_EQ(info.flags, 16);
+}
+
+TEST_F(Factory, OffersTheProcessorFirstAndTheControllerSecond)
+{
+    ASSERT_EQ(factory->countClasses(), 2);
+    PClassInfo info;
+    ASSERT_EQ(factory->getClassInfo(0, &info), kResultOk);
+    EXPECT_EQ(field(info.category), "Audio Module Class");
+    ASSERT_EQ(factory->getClassInfo(1, &info), kResultOk);
+    EXPECT_EQ(field(info.category), "Component Controller Class");
+    EXPECT_NE(factory->getClassInfo(2, &info), kResultOk);
+    EXPECT_NE(factory->getClassInfo(-1, &info), kResultOk);
+}
+
+TEST_F(Factory, DescribesTheProcessor)
+{
+    const FUnknownPtr<IPluginFactory2> factory2(factory);
+    ASSERT_TRUE(factory2);
+    PClassInfo2 info;
+    std::memset(static_cast<void*>(&info), 0x55, sizeof(info));
+    ASSERT_EQ(factory2->getClassInfo2(0, &info), kResultOk);
+    EXPECT_EQ(hex(info.cid), "13EEE3484D664261B90352CE35DD18B4");
+    EXPECT_EQ(info.cardinality, 2147483647);
+    EXPECT_EQ(field(info.category), "Audio Module Class");
+    EXPECT_EQ(field(info.name), "RDL3/RDL5 VST");
+    EXPECT_EQ(info.classFlags, 2u);
+    EXPECT_EQ(field(info.subCategories), "Instrument|External|OnlyRT|DSPBased");
+    EXPECT_EQ(field(info.vendor), "");
+    EXPECT_EQ(field(info.version), "1.6.6");
+    EXPECT_EQ(field(info.sdkVersion), "VST 3.5.0");
+}
+
+TEST_F(Factory, DescribesTheController)
+{
+    const FUnknownPtr<IPluginFactory2> factory2(factory);
+    ASSERT_TRUE(factory2);
+    PClassInfo2 info;
+    std::memset(static_cast<void*>(&info), 0x55, sizeof(info));
+    ASSERT_EQ(factory2->getClassInfo2(1, &info), kResultOk);
+    EXPECT_EQ(hex(info.cid), "31DFD31BDBB84D128E0ABBC94E1BB134");
+    EXPECT_EQ(info.cardinality, 2147483647);
+    EXPECT_EQ(field(info.category), "Component Controller Class");
+    EXPECT_EQ(field(info.name), "RDL3/RDL5 VST Controller");
+    EXPECT_EQ(info.classFlags, 0u);
+    EXPECT_EQ(field(info.subCategories), "");
+    EXPECT_EQ(field(info.vendor), "");
+    EXPECT_EQ(field(info.version), "1.6.6");
+    EXPECT_EQ(field(info.sdkVersion), "VST 3.5.0");
+}
+
+TEST_F(Factory, SaysTheSameInWideText)
+{
+    const FUnknownPtr<IPluginFactory3> factory3(factory);
+    ASSERT_TRUE(factory3);
+    const char* names[] = {"RDL3/RDL5 VST", "RDL3/RDL5 VST Controller"};
+    for (int32 index = 0; index < 2; ++index) {
+        PClassInfoW info{};
+        ASSERT_EQ(factory3->getClassInfoUnicode(index, &info), kResultOk);
+        EXPECT_EQ(VST3::StringConvert::convert(info.name, 64), names[index]);
+        EXPECT_EQ(VST3::StringConvert::convert(info.version, 64), "1.6.6");
+        EXPECT_EQ(info.vendor[0], 0);
+    }
+}
+
+TEST_F(Factory, IsOneObjectThatEachCallHandsOutOnceMore)
+{
+    IPluginFactory* second = get();
+    EXPECT_EQ(second, factory.get());
+    second->addRef();
+    EXPECT_EQ(second->release(), 2u);
+    EXPECT_EQ(second->countClasses(), 2);
+    EXPECT_EQ(second->release(), 1u);
+}
+
+TEST_F(Factory, IsMadeAnewAfterItsLastReference)
+{
+    EXPECT_EQ(factory.take()->release(), 0u);
+    factory = owned(get());
+    ASSERT_TRUE(factory);
+    EXPECT_EQ(factory->countClasses(), 2);
+    factory->addRef();
+    EXPECT_EQ(factory->release(), 1u);
+}
+
+TEST_F(Factory, CreatesBothClassesWithTheCallersReferenceOnly)
+{
+    struct Row {
+        VST3::UID id;
+        const TUID& face;
+    };
+    const Row table[] = {{plugin::processorID(), IAudioProcessor::iid},
+                         {plugin::processorID(), IComponent::iid},
+                         {plugin::processorID(), FUnknown::iid},
+                         {plugin::controllerID(), IEditController::iid}};
+    for (const auto& row : table) {
+        FUnknown* created = nullptr;
+        ASSERT_EQ(
+            factory->createInstance(row.id.data(), row.face, reinterpret_cast<void**>(&created)),
+            kResultOk);
+        ASSERT_NE(created, nullptr);
+        EXPECT_EQ(created->release(), 0u);
+    }
+}
+
+TEST_F(Factory, CreatesNothingElse)
+{
+    FUnknown* created = reinterpret_cast<FUnknown*>(this);
+    const auto none = plugin::classID("00000000000000000000000000000001");
+    EXPECT_NE(
+        factory->createInstance(none.data(), FUnknown::iid, reinterpret_cast<void**>(&created)),
+        kResultOk);
+    EXPECT_EQ(created, nullptr);
+    EXPECT_NE(factory->createInstance(plugin::processorID().data(), IEditController::iid,
+                                      reinterpret_cast<void**>(&created)),
+              kResultOk);
+    EXPECT_EQ(created, nullptr);
+}
+
+TEST_F(ModuleEntry, TakesANullHandleAndRepeatedCalls)
+{
+    EXPECT_TRUE(entry(nullptr));
+    EXPECT_TRUE(entry(handle));
+    EXPECT_TRUE(entry(handle));
+    EXPECT_EQ(factory->countClasses(), 2);
+    EXPECT_TRUE(leave());
+    EXPECT_TRUE(leave());
+    EXPECT_TRUE(leave());
+}
+
+TEST_F(ModuleEntry, TakesMoreExitsThanEntries)
+{
+    EXPECT_TRUE(leave());
+    EXPECT_TRUE(leave());
+    EXPECT_TRUE(entry(handle));
+    EXPECT_TRUE(entry(handle));
+    EXPECT_EQ(factory->countClasses(), 2);
+}
+
+TEST_F(ModuleEntry, HoldsNoReferenceOfTheModule)
+{
+    EXPECT_TRUE(entry(handle));
+    factory = nullptr;
+    EXPECT_TRUE(leave());
+    EXPECT_TRUE(leave());
+    dlclose(std::exchange(handle, nullptr));
+    leave = nullptr;
+    void* still = dlopen(MODULE_FILE, RTLD_LAZY | RTLD_NOLOAD);
+    EXPECT_EQ(still, nullptr) << "the module stays loaded";
+    if (still)
+        dlclose(still);
+}
+
+class ModuleInfo : public Factory {
+protected:
+    void SetUp() override
+    {
+        Factory::SetUp();
+        std::ifstream file(BUNDLE_FOLDER "/Contents/Resources/moduleinfo.json");
+        ASSERT_TRUE(file) << "the bundle has no moduleinfo.json";
+        // The SDK's tool writes a comma behind the last element, which strict readers refuse.
+        std::string text((std::istreambuf_iterator<char>(file)), {});
+        for (size_t comma = text.find(','); comma != std::string::npos;) {
+            const auto next = text.find_first_not_of(" \t\r\n", comma + 1);
+            if (next != std::string::npos && (text[next] == ']' || text[next] == '}'))
+                text[comma] = ' ';
+            comma = text.find(',', comma + 1);
+        }
+        json = nlohmann::json::parse(text, nullptr, false);
+        ASSERT_FALSE(json.is_discarded()) << text;
+    }
+
+    nlohmann::json json;
+};
+
+TEST_F(ModuleInfo, NamesTheSameMakerAsTheFactory)
+{
+    PFactoryInfo info;
+    factory->getFactoryInfo(&info);
+    const auto& written = json["Factory Info"];
+    EXPECT_EQ(written["Vendor"], info.vendor);
+    EXPECT_EQ(written["URL"], info.url);
+    EXPECT_EQ(written["E-Mail"], info.email);
+    EXPECT_EQ(written["Flags"]["Unicode"], true);
+    EXPECT_EQ(json["Version"], "1.6.6");
+}
+
+TEST_F(ModuleInfo, ListsTheSameClassesAsTheFactory)
+{
+    const auto& classes = json["Classes"];
+    ASSERT_EQ(classes.size(), static_cast<size_t>(factory->countClasses()));
+    const FUnknownPtr<IPluginFactory2> factory2(factory);
+    for (int32 index = 0; index < 2; ++index) {
+        PClassInfo2 info;
+        factory2->getClassInfo2(index, &info);
+        const auto& written = classes[static_cast<size_t>(index)];
+        EXPECT_EQ(written.at("CID"), hex(info.cid));
+        EXPECT_EQ(written.at("Category"), info.category);
+        EXPECT_EQ(written.at("Name"), info.name);
+        EXPECT_EQ(written.at("Version"), info.version);
+        EXPECT_EQ(written.at("SDKVersion"), info.sdkVersion);
+        EXPECT_EQ(written.at("Class Flags"), info.classFlags);
+        EXPECT_EQ(written.at("Cardinality"), info.cardinality);
+        std::string categories;
+        for (const auto& category : written.value("Sub Categories", nlohmann::json::array()))
+            categories += (categories.empty() ? "" : "|") + category.get<std::string>();
+        EXPECT_EQ(categories, info.subCategories);
+    }
+}
+
+} // namespace

@@ -1,0 +1,86 @@
+// Bound to the library file in its fixed place: the simulator, as it ships with this build.
+#include "tests/plugin/PlugInFixture.h"
+
+#include "simulator/SimulatorControl.h"
+
+#include <dlfcn.h>
+
+namespace {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using testing::IsEmpty;
+
+class SimulatorBinding : public plugin::PlugInFixture {
+protected:
+    SimulatorBinding()
+    : PlugInFixture(doubles::HostFamily::plain())
+    {
+    }
+
+    static int32 hostTypeSeen()
+    {
+        void* library = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
+        if (!library)
+            return -2;
+        const auto get =
+            reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
+        auto* control = get ? get(-1) : nullptr;
+        const int32 type = control ? control->hostType() : -3;
+        dlclose(library);
+        return type;
+    }
+};
+
+TEST_F(SimulatorBinding, LoadsTheFileAndUnloadsIt)
+{
+    EXPECT_FALSE(isLibraryLoaded());
+    ASSERT_EQ(initialize(), kResultOk);
+    EXPECT_TRUE(isLibraryLoaded());
+    EXPECT_EQ(hostTypeSeen(), 2);
+    EXPECT_EQ(controller->getParameterCount(), 225);
+    startProcessor();
+    stopProcessor();
+    EXPECT_EQ(controller->terminate(), kResultOk);
+    EXPECT_FALSE(isLibraryLoaded());
+    releaseComponents();
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(SimulatorBinding, EachInstanceHasItsOwnHold)
+{
+    auto second = module->getFactory().createInstance<IEditController>(plugin::controllerID());
+    ASSERT_TRUE(second);
+    ASSERT_EQ(initialize(), kResultOk);
+    ASSERT_EQ(second->initialize(&host.context), kResultOk);
+    EXPECT_EQ(controller->terminate(), kResultOk);
+    EXPECT_TRUE(isLibraryLoaded());
+    EXPECT_EQ(second->getParameterCount(), 225);
+    EXPECT_EQ(hostTypeSeen(), 2);
+    EXPECT_EQ(second->terminate(), kResultOk);
+    EXPECT_FALSE(isLibraryLoaded());
+    second = nullptr;
+    releaseComponents();
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(SimulatorBinding, ComesBackAfterTerminate)
+{
+    for (int round = 0; round < 3; ++round) {
+        ASSERT_EQ(initialize(), kResultOk);
+        EXPECT_EQ(controller->terminate(), kResultOk);
+        EXPECT_FALSE(isLibraryLoaded());
+    }
+}
+
+TEST_F(SimulatorBinding, NeedsNoHostContext)
+{
+    ASSERT_EQ(controller->initialize(nullptr), kResultOk);
+    EXPECT_EQ(hostTypeSeen(), 2);
+    EXPECT_EQ(controller->initialize(nullptr), kResultOk);
+    EXPECT_EQ(controller->getParameterCount(), 225);
+    EXPECT_EQ(controller->terminate(), kResultOk);
+    EXPECT_FALSE(isLibraryLoaded());
+}
+
+} // namespace
