@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 namespace Steinberg {
 namespace Vst {
@@ -62,8 +63,11 @@ void EditorParameter::fetchValueTexts()
     valueTexts.resize(static_cast<size_t>(count));
     for (int64 index = 0; index < count; ++index) {
         const auto value = static_cast<int32>(minimum + index);
-        std::string& text = valueTexts[static_cast<size_t>(index)];
-        guarded([&] { editor->getParameterValueString(info.id, value, text); });
+        guarded([&] {
+            std::string text;
+            editor->getParameterValueString(info.id, value, text);
+            valueTexts[static_cast<size_t>(index)] = std::move(text);
+        });
     }
 }
 
