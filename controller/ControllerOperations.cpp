@@ -25,6 +25,8 @@ constexpr size_t kString128Units = 128;
 tresult PLUGIN_API VstK2xController::getParamStringByValue(ParamID id, ParamValue normalized,
                                                            String128 string)
 {
+    if (!string)
+        return kResultFalse;
     return guarded<tresult>(kResultFalse, [&] {
         return EditController::getParamStringByValue(id, normalized, string);
     });
