@@ -73,6 +73,8 @@ tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
     if (result != kResultOk || initialized)
         return result;
     initialized = true;
+    // A library that called back after an earlier terminate left events of another host's.
+    parameterModel.clear();
     return guarded<tresult>(kResultFalse, [&] { return initializeBound(context); });
 }
 
