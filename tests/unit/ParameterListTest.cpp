@@ -1,0 +1,399 @@
+#include "tests/unit/BoundController.h"
+
+#include <algorithm>
+#include <limits>
+#include <set>
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using namespace doubles;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+enum class Reads { kNumber, kPan, kNothing };
+
+/** What the host must find for each part; the ID is part 1's, and each further part adds 1. */
+struct Row {
+    const char* titleFront;
+    bool hasNumber;
+    const char* titleBack;
+    unsigned firstID;
+    int block;
+    int number;
+    Reads reads;
+    int offset;
+    bool asksForStepCount;
+};
+
+const Row kRows[] = {
+    {"Volume ", true, "", 37012000, 37, 12, Reads::kNumber, 0, false},
+    {"Pan ", true, "", 37013000, 37, 13, Reads::kPan, 64, false},
+    {"Cutoff ", true, "", 37053000, 37, 53, Reads::kNumber, 64, false},
+    {"Resonance ", true, "", 37054000, 37, 54, Reads::kNumber, 64, false},
+    {"AEG Attack Time ", true, "", 37044000, 37, 44, Reads::kNumber, 64, false},
+    {"AEG Decay Time ", true, "", 37045000, 37, 45, Reads::kNumber, 64, false},
+    {"AEG Sustain Level ", true, "", 37046000, 37, 46, Reads::kNumber, 64, false},
+    {"AEG Release Time ", true, "", 37047000, 37, 47, Reads::kNumber, 64, false},
+    {"Chorus Send ", true, "", 37016000, 37, 16, Reads::kNumber, 0, false},
+    {"Reverb Send ", true, "", 37015000, 37, 15, Reads::kNumber, 0, false},
+    {"Assignable Function ", true, "-1", 19001000, 19, 1, Reads::kNothing, 0, true},
+    {"Assignable Function ", true, "-2", 19002000, 19, 2, Reads::kNothing, 0, true},
+    {"Assignable Knob 1", false, "", 37056000, 37, 56, Reads::kNumber, 64, false},
+    {"Assignable Knob 2", false, "", 37057000, 37, 57, Reads::kNumber, 64, false},
+};
+constexpr int kRowCount = 14;
+constexpr int kListed = 225;
+
+/** Every parameter gets a value of its own, so that a mixed-up ID shows. */
+int32 valueOf(unsigned id)
+{
+    return static_cast<int32>(id % 113);
+}
+
+/** Ranges of 0 to 128, in which normalized values are exact, and a step count for all. */
+class ParameterListTest : public testing::Test {
+protected:
+    ParameterListTest()
+    {
+        for (const Row& row : kRows)
+            for (unsigned part = 0; part < 16; ++part)
+                describe(row.firstID + part);
+        describe(kEditFlag);
+        bound.library.valueText = [](unsigned id, int value) {
+            return std::to_string(id) + "=" + std::to_string(value);
+        };
+    }
+
+    void describe(unsigned id) { bound.library.setParameter(id, {valueOf(id), 0, 128, 9, {}}); }
+
+    ParameterInfo infoAt(int32 index)
+    {
+        ParameterInfo info = {};
+        EXPECT_EQ(bound.controller->getParameterInfo(index, info), kResultOk) << index;
+        return info;
+    }
+
+    std::u16string shown(ParamID id, double value)
+    {
+        String128 text = {};
+        EXPECT_EQ(bound.controller->getParamStringByValue(id, value, text), kResultOk) << id;
+        return text;
+    }
+
+    /** The normalized value of a text times 128, or -1 when it is refused. */
+    double read(ParamID id, std::u16string text)
+    {
+        double value = 0;
+        text.resize(128);
+        return bound.controller->getParamValueByString(id, text.data(), value) == kResultOk
+                   ? value * 128
+                   : -1;
+    }
+
+    BoundController bound;
+};
+
+std::string utf8(const char16* text)
+{
+    std::string result;
+    for (; *text; ++text)
+        result.push_back(static_cast<char>(*text));
+    return result;
+}
+
+std::u16string wide(const std::string& text)
+{
+    return {text.begin(), text.end()};
+}
+
+TEST_F(ParameterListTest, ShowsTheHostEveryPartsParametersInOrder)
+{
+    bound.initialize();
+    ASSERT_EQ(bound.controller->getParameterCount(), kListed);
+    for (int part = 0; part < 16; ++part)
+        for (int line = 0; line < kRowCount; ++line) {
+            const Row& row = kRows[line];
+            const ParameterInfo info = infoAt(part * kRowCount + line);
+            const unsigned id = row.firstID + static_cast<unsigned>(part);
+            const std::string number = row.hasNumber ? std::to_string(part + 1) : "";
+            const std::string title = row.titleFront + number + row.titleBack;
+            EXPECT_EQ(utf8(info.title), title);
+            EXPECT_EQ(info.id, id) << title;
+            EXPECT_EQ(utf8(info.shortTitle), "") << title;
+            EXPECT_EQ(utf8(info.units), "") << title;
+            EXPECT_EQ(info.stepCount, row.asksForStepCount ? 9 : 0) << title;
+            EXPECT_EQ(info.defaultNormalizedValue, valueOf(id) / 128.0) << title;
+            EXPECT_EQ(info.unitId, part + 2) << title;
+            EXPECT_EQ(info.flags, 1) << title;
+            EXPECT_EQ(bound.controller->getParamNormalized(id), valueOf(id) / 128.0) << title;
+            EXPECT_EQ(bound.parameter(id)->getEditorParameter(), valueOf(id)) << title;
+        }
+}
+
+TEST_F(ParameterListTest, EndsWithTheEditFlag)
+{
+    bound.initialize();
+    const ParameterInfo info = infoAt(224);
+    EXPECT_EQ(info.id, 201005000u);
+    EXPECT_EQ(utf8(info.title), "");
+    EXPECT_EQ(utf8(info.shortTitle), "");
+    EXPECT_EQ(utf8(info.units), "");
+    EXPECT_EQ(info.stepCount, 9);
+    EXPECT_EQ(info.defaultNormalizedValue, valueOf(201005000) / 128.0);
+    EXPECT_EQ(info.unitId, -1);
+    EXPECT_EQ(info.flags, 0);
+    EXPECT_EQ(shown(kEditFlag, 0.5), u"0.5000");
+    EXPECT_EQ(read(kEditFlag, u"1"), -1);
+    ParameterInfo none = {};
+    EXPECT_EQ(bound.controller->getParameterInfo(225, none), kResultFalse);
+    EXPECT_EQ(bound.controller->getParameterInfo(-1, none), kResultFalse);
+}
+
+TEST_F(ParameterListTest, LetsTheHostAutomateAllButOne)
+{
+    bound.initialize();
+    int automatable = 0;
+    std::set<ParamID> ids;
+    for (int32 index = 0; index < kListed; ++index) {
+        const ParameterInfo info = infoAt(index);
+        automatable += (info.flags & ParameterInfo::kCanAutomate) ? 1 : 0;
+        ids.insert(info.id);
+    }
+    EXPECT_EQ(automatable, 224);
+    EXPECT_EQ(ids.size(), 225u);
+}
+
+TEST_F(ParameterListTest, SpotChecksInLiterals)
+{
+    bound.initialize();
+    EXPECT_EQ(infoAt(0).id, 37012000u);
+    EXPECT_EQ(utf8(infoAt(0).title), "Volume 1");
+    EXPECT_EQ(infoAt(14).id, 37012001u);
+    EXPECT_EQ(utf8(infoAt(24).title), "Assignable Function 2-1");
+    EXPECT_EQ(infoAt(24).id, 19001001u);
+    EXPECT_EQ(infoAt(24).unitId, 3);
+    EXPECT_EQ(infoAt(210).id, 37012015u);
+    EXPECT_EQ(utf8(infoAt(223).title), "Assignable Knob 2");
+    EXPECT_EQ(infoAt(223).id, 37057015u);
+    EXPECT_EQ(infoAt(223).unitId, 17);
+}
+
+TEST_F(ParameterListTest, ShowsTheEditorsTextsAndNeverAsksForThemAgain)
+{
+    bound.initialize();
+    for (unsigned part = 0; part < 16; ++part)
+        for (const Row& row : kRows) {
+            const std::string front = std::to_string(row.firstID + part) + "=";
+            EXPECT_EQ(shown(row.firstID + part, 0), wide(front + "0"));
+            EXPECT_EQ(shown(row.firstID + part, 0.5), wide(front + "64"));
+            EXPECT_EQ(shown(row.firstID + part, 1), wide(front + "128"));
+        }
+    EXPECT_THAT(bound.trace.textsOf({"library."}), IsEmpty());
+}
+
+TEST_F(ParameterListTest, ReadsTextsAsEachParameterShowsThem)
+{
+    bound.initialize();
+    for (unsigned part = 0; part < 16; ++part)
+        for (const Row& row : kRows) {
+            const unsigned id = row.firstID + part;
+            const bool number = row.reads == Reads::kNumber;
+            const bool pan = row.reads == Reads::kPan;
+            EXPECT_EQ(read(id, u"5"), number ? 5 + row.offset : -1) << id;
+            EXPECT_EQ(read(id, u"+5"), number ? 5 + row.offset : -1) << id;
+            EXPECT_EQ(read(id, u"-5"), number && row.offset == 64 ? 59 : -1) << id;
+            EXPECT_EQ(read(id, u"L63"), pan ? 1 : number ? row.offset : -1) << id;
+            EXPECT_EQ(read(id, u"C"), pan ? 64 : number ? row.offset : -1) << id;
+            EXPECT_EQ(read(id, u"r63"), pan ? 127 : number ? row.offset : -1) << id;
+            EXPECT_EQ(read(id, u""), -1) << id;
+            EXPECT_EQ(read(id, u"5.0"), -1) << id;
+        }
+}
+
+TEST_F(ParameterListTest, ReadsAFullTextWithoutATerminator)
+{
+    bound.initialize();
+    struct {
+        char16 text[128];
+        char16 behind[4] = {u'7', u' ', u'.', 0};
+    } field;
+    std::fill_n(field.text, 128, u'0');
+    field.text[127] = u'7';
+    double value = -1;
+    EXPECT_EQ(bound.controller->getParamValueByString(kVolume1, field.text, value), kResultOk);
+    EXPECT_EQ(value, 7 / 128.0);
+}
+
+TEST_F(ParameterListTest, AnswersUnknownIDsAndNullTextsWithFailure)
+{
+    bound.initialize();
+    String128 text = {u'#'};
+    double value = 0.375;
+    for (const ParamID id : {0u, 37012016u, 37012u, 4294967295u}) {
+        EXPECT_EQ(bound.controller->getParamStringByValue(id, 0, text), kResultFalse);
+        EXPECT_EQ(bound.controller->getParamValueByString(id, text, value), kResultFalse);
+        EXPECT_EQ(bound.controller->setParamNormalized(id, 0.5), kResultFalse);
+        EXPECT_EQ(bound.controller->getParameter(id), nullptr);
+    }
+    EXPECT_EQ(bound.controller->getParamValueByString(kVolume1, nullptr, value), kResultFalse);
+    EXPECT_EQ(bound.controller->getParamStringByValue(kVolume1, 0, nullptr), kResultFalse);
+    EXPECT_EQ(text[0], u'#');
+    EXPECT_EQ(value, 0.375);
+}
+
+TEST_F(ParameterListTest, TheHostsOwnChangesStayOnTheHostsSide)
+{
+    bound.initialize();
+    EXPECT_EQ(bound.controller->setParamNormalized(kVolume1, 0.25), kResultOk);
+    EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 0.25);
+    EXPECT_EQ(bound.parameter(kVolume1)->getEditorParameter(), valueOf(kVolume1));
+    EXPECT_EQ(bound.controller->setParamNormalized(kVolume1, 7), kResultOk);
+    EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 1);
+    bound.tick();
+    EXPECT_THAT(bound.edits(), IsEmpty());
+}
+
+// Observers -------------------------------------------------------------------
+
+TEST_F(ParameterListTest, HasAnObserverForEachWithTheEditorsAddressAndTheCallbacks)
+{
+    bound.initialize();
+    const auto observers = bound.library.liveObservers();
+    ASSERT_EQ(observers.size(), 225u);
+    for (size_t index = 0; index < 225; ++index) {
+        const ObserverArguments& got = observers[index]->arguments;
+        const bool flag = index == 224;
+        const int part = flag ? 0 : static_cast<int>(index) / kRowCount;
+        const Row& row = kRows[index % kRowCount];
+        EXPECT_EQ(got.owner, static_cast<void*>(bound.controller.get()));
+        EXPECT_EQ(static_cast<unsigned>(got.vstParamId),
+                  flag ? 201005000u : row.firstID + static_cast<unsigned>(part));
+        EXPECT_EQ(got.a, flag ? 201 : row.block);
+        EXPECT_EQ(got.b, flag ? 5 : row.number);
+        EXPECT_EQ(got.c, part);
+        EXPECT_EQ(static_cast<int>(got.mode), part == 0 ? 2 : 0);
+        EXPECT_EQ(got.valueChanged, flag ? editorEditFlagChange : editorValueChange);
+        EXPECT_EQ(got.beginEdit, editorBeginEditCallBack);
+        EXPECT_EQ(got.endEdit, editorEndEditCallBack);
+        EXPECT_EQ(bound.library.registered[index], observers[index]);
+    }
+    EXPECT_EQ(bound.library.registered.size(), 225u);
+}
+
+TEST_F(ParameterListTest, MakesTheObserverBeforeItAsksForTheParameter)
+{
+    bound.library.setParameter(19001000, {0, 0, 0, 9, {}});
+    bound.library.setParameter(kEditFlag, {0, 0, 0, 9, {}});
+    std::vector<std::string> function;
+    std::vector<std::string> flag;
+    bound.library.onCall = [&](const std::string& text) {
+        if (text.find("(19001000") != std::string::npos)
+            function.push_back(text);
+        if (text.find("(201005000") != std::string::npos)
+            flag.push_back(text);
+    };
+    bound.initialize();
+    EXPECT_THAT(function, ElementsAre("library.getVSTObserverObject(19001000, 19, 1, 0, 2)",
+                                      "library.addObserver(19001000)",
+                                      "library.getParameterStepCount(19001000)",
+                                      "library.getParameterMax(19001000)",
+                                      "library.getParameterMin(19001000)",
+                                      "library.getParameterValue(19001000)"));
+    EXPECT_THAT(flag, ElementsAre("library.getVSTObserverObject(201005000, 201, 5, 0, 2)",
+                                  "library.addObserver(201005000)",
+                                  "library.getParameterStepCount(201005000)",
+                                  "library.getParameterMax(201005000)",
+                                  "library.getParameterMin(201005000)",
+                                  "library.getParameterValue(201005000)"));
+}
+
+TEST_F(ParameterListTest, IsCompleteWhenTheLibraryMakesNoObservers)
+{
+    bound.library.storesObservers = false;
+    bound.initialize();
+    EXPECT_EQ(bound.controller->getParameterCount(), kListed);
+    bound.tick();
+    EXPECT_THAT(bound.trace.textsOf({"observer("}), IsEmpty());
+    bound.controller->terminate();
+    EXPECT_THAT(bound.trace.textsOf({"library.removeObserver"}), IsEmpty());
+}
+
+TEST_F(ParameterListTest, IsCompleteWhenMakingObserversThrows)
+{
+    bound.library.throwAt("getVSTObserverObject");
+    bound.initialize();
+    EXPECT_EQ(bound.controller->getParameterCount(), kListed);
+    EXPECT_THAT(bound.library.liveObservers(), IsEmpty());
+}
+
+// IDs -------------------------------------------------------------------------
+
+constexpr auto kPart = VstIObserver::ParamModePart;
+constexpr auto kCommon = VstIObserver::ParamModeCommon;
+constexpr auto kPartVoice = VstIObserver::ParamModePartVoice;
+
+TEST(ParameterID, IsBlockNumberAndPartInDecimal)
+{
+    EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 0, kPartVoice), 37012000u);
+    EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 15, kPart), 37012015u);
+    EXPECT_EQ(VstK2xController::getVSTParamID(201, 5, 0, kPartVoice), 201005000u);
+    EXPECT_EQ(VstK2xController::getVSTParamID(0, 0, 7, kPart), 7u);
+}
+
+TEST(ParameterID, OfACommonParameterIgnoresThePart)
+{
+    EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 7, kCommon), 37012016u);
+    EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 0, kCommon), 37012016u);
+}
+
+TEST(ParameterID, GrowsWithFieldsOfMoreThanThreeDigits)
+{
+    EXPECT_EQ(VstK2xController::getVSTParamID(37, 1234, 5, kPart), 371234005u);
+    EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 1000, kPart), 370121000u);
+    EXPECT_EQ(VstK2xController::getVSTParamID(3000, 1, 2, kPart), 3000001002u);
+}
+
+TEST(ParameterID, OfAbsurdFieldsIsSomeNumberAndNoCrash)
+{
+    constexpr int smallest = std::numeric_limits<int>::min();
+    constexpr int largest = std::numeric_limits<int>::max();
+    EXPECT_NO_THROW(VstK2xController::getVSTParamID(smallest, smallest, smallest, kPart));
+    EXPECT_NO_THROW(VstK2xController::getVSTParamID(largest, largest, largest, kPart));
+}
+
+TEST(ObserverCreation, WithoutALibraryGivesTheIDAlone)
+{
+    const auto controller = owned(new VstK2xController);
+    EXPECT_EQ(controller->createObserverParameter(37, 12, 7, editorValueChange, kCommon),
+              37012016u);
+    EXPECT_EQ(controller->getParameter(37012016), nullptr);
+}
+
+TEST(ObserverCreation, MakesTheObserverAndNoParameter)
+{
+    BoundController bound;
+    bound.initialize();
+    EXPECT_EQ(bound.controller->createObserverParameter(1, 2, 3, editorValueChange, kPart),
+              1002003u);
+    EXPECT_THAT(bound.trace.texts(),
+                ElementsAre("library.getVSTObserverObject(1002003, 1, 2, 3, 0)",
+                            "library.addObserver(1002003)"));
+    EXPECT_EQ(bound.controller->getParameter(1002003), nullptr);
+    bound.controller->createVSTMultiCommonParameter();
+    EXPECT_EQ(bound.controller->getParameterCount(), kListed);
+}
+
+TEST(PartParameters, WithoutALibraryExistWithTheirIDs)
+{
+    const auto controller = owned(new VstK2xController);
+    controller->createVSTPartParameter(17, 15, kPart);
+    controller->createVSTNotAutomationParameter();
+    EXPECT_EQ(controller->getParameterCount(), 15);
+    EXPECT_NE(controller->getParameter(kVolume16), nullptr);
+    EXPECT_NE(controller->getParameter(kEditFlag), nullptr);
+    EXPECT_EQ(controller->getParamNormalized(kVolume16), 0);
+}
+
+} // namespace
