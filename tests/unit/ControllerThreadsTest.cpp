@@ -1,0 +1,211 @@
+// Library threads, the timer and the host's parameter calls at once. What these tests protect shows
+// best under the thread sanitizer; a lock taken in the wrong order hangs them.
+#include "tests/unit/BoundController.h"
+
+#include <atomic>
+#include <chrono>
+#include <map>
+#include <thread>
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using namespace doubles;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr int kTurns = 300;
+constexpr unsigned kKnobs[] = {37012000, 37012001, 37012002};
+
+class ControllerThreads : public testing::TestWithParam<bool> {
+protected:
+    ControllerThreads()
+    {
+        for (const unsigned id : kKnobs)
+            bound.library.setParameter(id, {0, 0, 512, 0, {}});
+        bound.initialize();
+    }
+
+    /** A user's hand on one knob: each turn has a value of its own, in rising order. */
+    void turnKnob(unsigned id)
+    {
+        const auto* observer = bound.library.observer(id);
+        for (int value = 1; value <= kTurns; ++value) {
+            observer->beginEdit();
+            observer->changeValue(value);
+            observer->endEdit();
+        }
+    }
+
+    void useHostInterface()
+    {
+        auto& controller = *bound.controller;
+        for (const unsigned id : kKnobs) {
+            ParameterInfo info = {};
+            controller.getParameterInfo(0, info);
+            String128 text = {};
+            controller.getParamStringByValue(id, 0.5, text);
+            double value = 0;
+            controller.getParamValueByString(id, text, value);
+            controller.getParamNormalized(id);
+            controller.normalizedParamToPlain(id, 0.5);
+            UnitInfo unit = {};
+            controller.getUnitInfo(1, unit);
+        }
+    }
+
+    /** What the host saw of one knob, in the host's order. */
+    std::vector<std::string> editsOf(unsigned id) const
+    {
+        std::vector<std::string> result;
+        for (const auto& text : bound.edits())
+            if (text.find("(" + std::to_string(id)) != std::string::npos)
+                result.push_back(text);
+        return result;
+    }
+
+    BoundController bound{GetParam() ? HostFamily::cubase("7.5.1")
+                                     : BoundController::withoutUnicode()};
+};
+
+INSTANTIATE_TEST_SUITE_P(DirectAndQueued, ControllerThreads, testing::Bool(),
+                         [](const auto& tested) {
+                             return tested.param ? "InAUnicodeHost" : "InAnyOtherHost";
+                         });
+
+std::vector<std::string> everyTurnOf(unsigned id)
+{
+    const std::string name = "(" + std::to_string(id);
+    std::vector<std::string> result;
+    for (int value = 1; value <= kTurns; ++value) {
+        result.push_back("host.beginEdit" + name + ")");
+        result.push_back("host.performEdit" + name + ", " + argumentText(value / 512.0) + ")");
+        result.push_back("host.endEdit" + name + ")");
+    }
+    return result;
+}
+
+TEST_P(ControllerThreads, LoseNoGestureAndKeepEachKnobsOrder)
+{
+    std::atomic<int> running{3};
+    std::vector<std::thread> hands;
+    for (const unsigned id : kKnobs)
+        hands.emplace_back([this, id, &running] {
+            turnKnob(id);
+            --running;
+        });
+    while (running > 0) {
+        bound.host.runLoop.tick();
+        useHostInterface();
+    }
+    for (auto& hand : hands)
+        hand.join();
+    bound.tick();
+    for (const unsigned id : kKnobs) {
+        EXPECT_EQ(editsOf(id), everyTurnOf(id));
+        EXPECT_EQ(bound.parameter(id)->getEditorParameter(), kTurns);
+        EXPECT_EQ(bound.controller->getParamNormalized(id), kTurns / 512.0);
+    }
+    EXPECT_THAT(bound.host.handler.unpairedEdits(), IsEmpty());
+}
+
+TEST_P(ControllerThreads, ShareOneParameter)
+{
+    std::atomic<int> running{3};
+    std::atomic<int> changes{0};
+    std::vector<std::thread> threads;
+    threads.emplace_back([&] {
+        for (int value = 0; value < kTurns; ++value)
+            editorValueChange(bound.controller, kVolume1, value % 7);
+        --running;
+    });
+    threads.emplace_back([&] {
+        for (int turn = 0; turn < kTurns; ++turn)
+            bound.library.controller->setVSTManageParameter(kVolume1, turn % 5);
+        --running;
+    });
+    threads.emplace_back([&] {
+        for (int turn = 0; turn < kTurns; ++turn) {
+            int value = 0;
+            if (bound.library.controller->isSetVSTValue(kVolume1, turn % 3 / 512.0, value))
+                ++changes;
+        }
+        --running;
+    });
+    while (running > 0) {
+        bound.tick();
+        useHostInterface();
+    }
+    for (auto& thread : threads)
+        thread.join();
+    bound.tick();
+    EXPECT_GT(changes, 0);
+    const int last = bound.parameter(kVolume1)->getEditorParameter();
+    EXPECT_TRUE(last >= 0 && last < 7) << last;
+}
+
+TEST_P(ControllerThreads, MayCallBackWhileTheControllerConnects)
+{
+    std::atomic<bool> stop{false};
+    std::thread hand([&] {
+        for (int value = 1; !stop; ++value)
+            editorValueChange(bound.controller, kKnobs[1], value % 512);
+    });
+    for (int round = 0; round < 5; ++round) {
+        EXPECT_EQ(bound.controller->connect(&bound.host.peer), kResultOk);
+        EXPECT_EQ(bound.controller->disconnect(&bound.host.peer), kResultOk);
+        bound.tick();
+    }
+    stop = true;
+    hand.join();
+    bound.tick();
+}
+
+/** A host that reads the parameter's editor value, through the library, while it is told of an
+    edit: the drain holds the queue's lock, and takes the parameter's. */
+TEST(ControllerLocks, AreTakenInOneOrderOnly)
+{
+    BoundController bound(BoundController::withoutUnicode());
+    bound.initialize();
+    std::thread hand;
+    std::atomic<bool> reached{false};
+    bound.host.onCall = [&](const std::string& text) {
+        if (text != "host.beginEdit(1)")
+            return;
+        // The callback stores its value under the parameter's lock and then waits for the queue's,
+        // which this thread holds. Had it kept the first, the look below would never end.
+        hand = std::thread([&] { editorValueChange(bound.controller, kVolume1, 4); });
+        while (bound.parameter(kVolume1)->getEditorParameter() != 4)
+            std::this_thread::yield();
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        int value = 0;
+        reached = bound.library.controller->isSetVSTValue(kVolume1, 0, value);
+    };
+    bound.controller->editorBeginEdit(1);
+    bound.tick();
+    hand.join();
+    EXPECT_TRUE(reached);
+    EXPECT_EQ(bound.parameter(kVolume1)->getEditorParameter(), 0);
+    bound.tick();
+    EXPECT_THAT(bound.edits(), ElementsAre("host.beginEdit(1)", "host.performEdit(37012000, 1)"));
+}
+
+TEST(ControllerLocks, OfADirectEventAreFreeWhenTheHostIsCalled)
+{
+    BoundController bound;
+    bound.initialize();
+    // The host's main thread works with the same parameter while the library's thread is inside it.
+    bound.host.onCall = [&](const std::string& text) {
+        if (text.rfind("host.performEdit(37012000", 0) == 0)
+            std::thread([&] {
+                int value = 0;
+                bound.library.controller->isSetVSTValue(kVolume1, 0, value);
+                bound.controller->notificationGuiEvent(VstK2xController::GuiEventEndEdit, 9, 0);
+            }).join();
+    };
+    bound.library.turn(kVolume1, 4);
+    EXPECT_EQ(bound.trace.count("host.endEdit(9)"), 1u);
+}
+
+} // namespace
