@@ -14,6 +14,33 @@ namespace Vst {
 using Base::Thread::FGuard;
 using Base::Thread::FLock;
 
+/** A library thread's use of a parameter, as short as possible: nobody is called during it. */
+class ParameterModel::Use {
+public:
+    Use(ParameterModel& used, unsigned id)
+    : model(used)
+    {
+        const std::lock_guard<std::mutex> guard(model.mapLock);
+        parameter = model.find(id);
+        ++model.uses;
+    }
+    ~Use()
+    {
+        const std::lock_guard<std::mutex> guard(model.mapLock);
+        if (--model.uses == 0)
+            model.lastUseEnded.notify_all();
+    }
+    Use(const Use&) = delete;
+    Use& operator=(const Use&) = delete;
+
+    explicit operator bool() const { return parameter != nullptr; }
+    EditorParameter* operator->() const { return parameter; }
+
+private:
+    ParameterModel& model;
+    EditorParameter* parameter;
+};
+
 ParameterModel::ParameterModel(ParameterModelOwner& modelOwner)
 : owner(modelOwner)
 , guiEventLock(std::make_unique<FLock>("GuiEventLocker"))
@@ -83,38 +110,48 @@ void ParameterModel::createVSTNotAutomationParameter()
     add(id, ParameterInfo::kNoFlags, kNoParentUnitId, askStepCount(id), "");
 }
 
-IPtr<Parameter> ParameterModel::getParameter(unsigned id) const
+EditorParameter* ParameterModel::find(unsigned id) const
 {
-    const std::lock_guard<std::mutex> guard(mapLock);
     const auto found = parametersByID.find(id);
     return found == parametersByID.end() ? nullptr : found->second;
 }
 
-IPtr<EditorParameter> ParameterModel::findEditorParameter(unsigned id) const
+Parameter* ParameterModel::getParameter(unsigned id) const
 {
-    const IPtr<Parameter> parameter = getParameter(id);
-    return FCast<EditorParameter>(parameter.get());
+    const std::lock_guard<std::mutex> guard(mapLock);
+    return find(id);
 }
 
 void ParameterModel::setEditorParameter(unsigned id, int value)
 {
-    const auto parameter = findEditorParameter(id);
-    if (parameter && parameter->changeEditorParameter(value))
-        setParameterToVST(parameter, id, value);
+    double normalized = 0;
+    {
+        const Use parameter(*this, id);
+        if (!parameter || !parameter->changeEditorParameter(value))
+            return;
+        normalized = parameter->convertToVSTParameter(value);
+    }
+    tellHost(id, normalized);
 }
 
 void ParameterModel::setEditFlagParameter(unsigned id, int value)
 {
-    const auto parameter = findEditorParameter(id);
-    if (parameter && parameter->changeEditorParameter(value) && value != 0)
-        setParameterToVST(parameter, id, value);
+    if (value != 0)
+        setEditorParameter(id, value);
+    else
+        setVSTManageParameter(id, value);
 }
 
 void ParameterModel::setParameterToVST(const EditorParameter* parameter, unsigned id, int value)
 {
-    if (!parameter || !owner.getEditorConnection())
-        return;
-    notificationGuiEvent(GuiEventValueChange, id, parameter->convertToVSTParameter(value));
+    if (parameter)
+        tellHost(id, parameter->convertToVSTParameter(value));
+}
+
+void ParameterModel::tellHost(unsigned id, double normalized)
+{
+    if (owner.getEditorConnection())
+        notificationGuiEvent(GuiEventValueChange, id, normalized);
 }
 
 void ParameterModel::notificationGuiEvent(GuiEvent kind, unsigned id, double value)
@@ -177,14 +214,15 @@ void ParameterModel::drainQueue()
 
 void ParameterModel::setVSTManageParameter(unsigned id, int value)
 {
-    if (const auto parameter = findEditorParameter(id))
+    const Use parameter(*this, id);
+    if (parameter)
         parameter->setEditorParameter(value);
 }
 
 bool ParameterModel::isSetVSTValue(unsigned id, double normalized, int& value)
 {
     value = 0;
-    const auto parameter = findEditorParameter(id);
+    const Use parameter(*this, id);
     if (!parameter)
         return false;
     const int32 editorValue = parameter->convertToEditorValue(normalized);
@@ -210,8 +248,9 @@ void ParameterModel::removeObservers()
 void ParameterModel::clear()
 {
     {
-        const std::lock_guard<std::mutex> guard(mapLock);
+        std::unique_lock<std::mutex> guard(mapLock);
         parametersByID.clear();
+        lastUseEnded.wait(guard, [this] { return uses == 0; });
     }
     const FGuard guard(*guiEventLock);
     guiEvents.clear();

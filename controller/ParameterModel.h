@@ -4,13 +4,14 @@
 
 #include "controller/EditorParameter.h"
 #include "editorlib/EntryPoints.h"
-#include "pluginterfaces/base/smartpointer.h"
 
 #include "base/thread/include/flock.h"
 
 #include <atomic>
+#include <condition_variable>
 #include <deque>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -45,8 +46,10 @@ protected:
     A change goes to the host at once in a Unicode host, else through a queue that the timer drains
    on the main thread. Locks, never held the other way round: an EditorParameter's "ParameterFlag"
    is released before "GuiEventLocker" is taken, and "GuiEventLocker" is held while the host is
-   called. The ID map has a lock of its own that is held for the look-up alone, so that a callback
-   that comes late finds either a living parameter or none. */
+   called. The ID map has a lock of its own that is held for the look-up alone. A callback that
+   comes late finds either no parameter or one that lives until the callback has finished with it:
+   uses are counted, and clear waits for them. The SDK's reference count would not do, since it
+   reads the count again after having changed it. */
 class ParameterModel {
 public:
     /** What happens to a parameter in the editor. */
@@ -69,8 +72,8 @@ public:
     /** Creates the edit flag's parameter. */
     void createVSTNotAutomationParameter();
 
-    /** The parameter with this ID, or null. [any thread] */
-    IPtr<Parameter> getParameter(unsigned id) const;
+    /** The parameter with this ID, borrowed until clear, or null. [host main thread] */
+    Parameter* getParameter(unsigned id) const;
 
     // A change in the editor, on its way to the host. [any library thread]
     void setEditorParameter(unsigned id, int value);
@@ -95,13 +98,16 @@ public:
     void removeObservers();
 
     /** Forgets the parameters, which their container is about to destroy, and undelivered events.
-     */
+        Waits for library threads that are just using a parameter; they call nobody meanwhile. */
     void clear();
 
 private:
     using QueuedEvent = std::pair<GuiEvent, std::pair<ParamID, ParamValue>>;
 
-    IPtr<EditorParameter> findEditorParameter(unsigned id) const;
+    class Use;
+
+    EditorParameter* find(unsigned id) const;
+    void tellHost(unsigned id, double normalized);
     EditorParameter* add(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
                          const char* title);
     int32 askStepCount(unsigned id) const;
@@ -112,9 +118,11 @@ private:
     ParameterModelOwner& owner;
     std::vector<VstIObserver*> observers; ///< in creation order; may hold nulls
     mutable std::mutex mapLock;
-    std::map<ParamID, Parameter*> parametersByID; ///< owned by the controller's container
-    std::deque<QueuedEvent> guiEvents;            ///< guarded by guiEventLock
-    bool draining = false;                        ///< guarded by guiEventLock
+    std::map<ParamID, EditorParameter*> parametersByID; ///< owned by the controller's container
+    int uses = 0;                                       ///< guarded by mapLock
+    std::condition_variable lastUseEnded;
+    std::deque<QueuedEvent> guiEvents; ///< guarded by guiEventLock
+    bool draining = false;             ///< guarded by guiEventLock
     std::unique_ptr<Base::Thread::FLock> guiEventLock;
     std::atomic<bool> connecting{false};
 };
