@@ -162,6 +162,28 @@ TEST_P(ControllerThreads, MayCallBackWhileTheControllerConnects)
     bound.tick();
 }
 
+TEST_P(ControllerThreads, MayCallBackLateWhileTheControllerTerminates)
+{
+    std::atomic<bool> stop{false};
+    std::atomic<int> taken{0};
+    std::vector<std::thread> hands;
+    for (int hand = 0; hand < 3; ++hand)
+        hands.emplace_back([&, hand] {
+            for (int turn = 0; !stop; ++turn) {
+                int value = 0;
+                bound.controller->setVSTManageParameter(kKnobs[hand], turn % 512);
+                taken += bound.controller->isSetVSTValue(kVolume1, turn % 7 / 512.0, value);
+            }
+        });
+    while (taken < 10)
+        std::this_thread::yield();
+    EXPECT_EQ(bound.controller->terminate(), kResultOk);
+    stop = true;
+    for (auto& hand : hands)
+        hand.join();
+    EXPECT_EQ(bound.controller->getParameter(kVolume1), nullptr);
+}
+
 /** A host that reads the parameter's editor value, through the library, while it is told of an
     edit: the drain holds the queue's lock, and takes the parameter's. */
 TEST(ControllerLocks, AreTakenInOneOrderOnly)
