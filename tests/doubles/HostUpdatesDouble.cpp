@@ -161,6 +161,12 @@ void HostUpdatesDouble::deliver()
     notices.insert(notices.end(), again.begin(), again.end());
 }
 
+void HostUpdatesDouble::forgetDependents()
+{
+    const std::lock_guard<std::recursive_mutex> guard(mutex);
+    dependencies.clear();
+}
+
 std::vector<std::string> HostUpdatesDouble::observed() const
 {
     const Guard guard(mutex);

@@ -27,6 +27,9 @@ public:
     void tell(Steinberg::FUnknown* object, Steinberg::int32 message);
     void deliver();
 
+    /** Drops every dependent, as when the project is closed. */
+    void forgetDependents();
+
     /** Names of the objects with dependents, in the order of their adding, once for each
         addDependent. */
     std::vector<std::string> observed() const;

@@ -155,12 +155,17 @@ TEST(StopObserving, CanBeFollowedByAnotherStart)
 {
     TrackScene scene(olderHost());
     scene.host.devices.addMidiTrack("Piano", kRoutedHere, 3);
+    scene.host.devices.addAudioTrack("Audio");
     scene.start();
     scene.host.devices.tellTracksChanged();
     scene.routing.stopObserving(&scene.host.updates);
+    scene.host.devices.mixer().children.pop_back();
     scene.start();
     scene.host.devices.select(0);
     EXPECT_THAT(scene.synced(), ElementsAre("library.syncPartToMidiChannel(3)"));
+    scene.host.devices.tellTracksChanged();
+    EXPECT_EQ(scene.host.updates.observed().size(), 4u)
+        << "tracks of the life before are not missed";
 }
 
 TEST(TrackRouting, ReleasesTheValuesWhenItEndsWithoutTerminate)
