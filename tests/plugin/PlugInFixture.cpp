@@ -9,7 +9,8 @@ using namespace Steinberg::Vst;
 
 VST3::UID classID(const std::string& digits)
 {
-    return *VST3::UID::fromString(digits);
+    const auto id = VST3::UID::fromString(digits);
+    return id ? *id : VST3::UID();
 }
 
 VST3::UID processorID()
