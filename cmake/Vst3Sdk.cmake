@@ -51,6 +51,10 @@ function(vstk2x_add_sdk)
   add_library(vstk2x_sdk_hosting_extras STATIC EXCLUDE_FROM_ALL
     $<IF:$<PLATFORM_ID:Darwin>,${SDK_ROOT}/public.sdk/source/vst/hosting/module_mac.mm,${SDK_ROOT}/public.sdk/source/vst/hosting/module_linux.cpp>)
   target_link_libraries(vstk2x_sdk_hosting_extras PUBLIC sdk_hosting vstk2x_sdk_memorystream)
+  if(APPLE)
+    target_compile_options(vstk2x_sdk_hosting_extras PRIVATE $<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc>)
+    target_link_libraries(vstk2x_sdk_hosting_extras PUBLIC "-framework Cocoa")
+  endif()
 
   set(vstgui "${SDK_ROOT}/vstgui4/vstgui/lib")
   add_library(vstk2x_vstgui_timer STATIC EXCLUDE_FROM_ALL
