@@ -1,0 +1,13 @@
+// The application and the event that it is handling.
+#pragma once
+
+#include <objc/NSObject.h>
+
+@interface NSEvent : NSObject
+@property (readonly) const void* eventRef;
+@end
+
+@interface NSApplication : NSObject
+@property (class, readonly, strong) NSApplication* sharedApplication;
+@property (readonly, strong) NSEvent* currentEvent;
+@end

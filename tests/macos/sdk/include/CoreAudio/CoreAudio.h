@@ -1,0 +1,15 @@
+// Core Audio's clock, which the SDK's system time is made of.
+#pragma once
+
+#include <MacTypes.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+UInt64 AudioGetCurrentHostTime(void);
+UInt64 AudioConvertHostTimeToNanos(UInt64 hostTime);
+
+#ifdef __cplusplus
+}
+#endif
