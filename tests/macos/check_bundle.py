@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Checks the macOS bundle that build-bundle makes.
 
-check_bundle.py CHECK BUNDLE SOURCES VERSION, where CHECK is "exports", "imports" or "layout".
+check_bundle.py CHECK BUNDLE SOURCES VERSION, where CHECK is "exports", "imports", "layout" or
+"confined": which sources know a framework, for which no bundle is needed.
 Prints what it found; exits with 1 and what is wrong.
 """
 import json
@@ -13,6 +14,15 @@ import sys
 
 ARCHITECTURES = ("x86_64", "arm64")
 NAME = "RDL3_RDL5 VST"
+OWN_FOLDERS = ("module", "processor", "controller", "view", "presets", "editorlib", "hostapi",
+               "support", "platform")
+# The two files that call what is deprecated or Carbon's, and the entry points.
+FRAMEWORK_INCLUDES = {
+    "module/mac/BundleEntry.h CoreFoundation",
+    "platform/mac/CurrentEvent.mm AppKit",
+    "platform/mac/CurrentEvent.mm Carbon",
+    "platform/mac/PresetFolders.cpp CoreServices",
+}
 EXPORTS = {"_GetPluginFactory", "_bundleEntry", "_bundleExit"}
 
 
@@ -142,10 +152,24 @@ def check_layout(bundle, sources, version):
            "moduleinfo.json lists other classes")
 
 
+def check_confined(_bundle, sources, _version):
+    found = set()
+    for folder in OWN_FOLDERS:
+        for path in (sources / folder).rglob("*"):
+            if path.suffix not in (".h", ".cpp", ".mm"):
+                continue
+            for framework in re.findall(r"^\s*#\s*(?:include|import)\s*<([A-Z]\w+)/", path.read_text(),
+                                        re.MULTILINE):
+                found.add(f"{path.relative_to(sources)} {framework}")
+    print("\n".join(sorted(found)))
+    expect_same("framework include", found, FRAMEWORK_INCLUDES)
+
+
 def main():
     check, bundle, sources, version = sys.argv[1:]
-    {"exports": check_exports, "imports": check_imports, "layout": check_layout}[check](
-        pathlib.Path(bundle), pathlib.Path(sources), version)
+    checks = {"exports": check_exports, "imports": check_imports, "layout": check_layout,
+              "confined": check_confined}
+    checks[check](pathlib.Path(bundle), pathlib.Path(sources), version)
 
 
 main()

@@ -4,10 +4,10 @@
 #include <objc/NSObject.h>
 
 @interface NSEvent : NSObject
-@property (readonly) const void* eventRef;
+@property(readonly) const void* eventRef;
 @end
 
 @interface NSApplication : NSObject
-@property (class, readonly, strong) NSApplication* sharedApplication;
-@property (readonly, strong) NSEvent* currentEvent;
+@property(class, readonly, strong) NSApplication* sharedApplication;
+@property(readonly, strong) NSEvent* currentEvent;
 @end

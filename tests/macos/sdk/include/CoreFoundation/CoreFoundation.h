@@ -97,7 +97,11 @@ CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef, CFStringRef path, CFURLPa
 Boolean CFURLGetFileSystemRepresentation(CFURLRef, Boolean resolveAgainstBase, UInt8* buffer,
                                          CFIndex size);
 
+#ifdef __MACH__
 #define CFSTR(text) ((CFStringRef)__builtin___CFStringMakeConstantString("" text ""))
+#else
+#define CFSTR(text) CFStringCreateWithCString(kCFAllocatorDefault, text, kCFStringEncodingASCII)
+#endif
 CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding);
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex size,
                                     CFStringEncoding, Boolean isExternal);
@@ -108,8 +112,10 @@ CFStringRef CFStringCreateWithFormatAndArguments(CFAllocatorRef, CFDictionaryRef
                                                  CFStringRef format, va_list);
 CFMutableStringRef CFStringCreateMutable(CFAllocatorRef, CFIndex maxLength);
 CFMutableStringRef CFStringCreateMutableCopy(CFAllocatorRef, CFIndex maxLength, CFStringRef);
-CFMutableStringRef CFStringCreateMutableWithExternalCharactersNoCopy(
-    CFAllocatorRef, UniChar* units, CFIndex length, CFIndex capacity, CFAllocatorRef external);
+CFMutableStringRef CFStringCreateMutableWithExternalCharactersNoCopy(CFAllocatorRef, UniChar* units,
+                                                                     CFIndex length,
+                                                                     CFIndex capacity,
+                                                                     CFAllocatorRef external);
 CFIndex CFStringGetLength(CFStringRef);
 void CFStringGetCharacters(CFStringRef, CFRange, UniChar* buffer);
 CFIndex CFStringGetBytes(CFStringRef, CFRange, CFStringEncoding, UInt8 lossByte, Boolean isExternal,

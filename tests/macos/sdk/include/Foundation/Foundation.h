@@ -13,7 +13,7 @@
 @end
 
 @interface NSArray : NSObject
-@property (readonly) unsigned long count;
+@property(readonly) unsigned long count;
 + (instancetype)arrayWithObjects:(const id*)objects count:(unsigned long)count;
 - (id)objectAtIndexedSubscript:(unsigned long)index;
 @end

@@ -1,0 +1,152 @@
+#include "module/mac/BundleEntry.h"
+
+#include "module/ModuleInit.h"
+#include "tests/macos/fakes/FakeCoreFoundation.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+extern "C" {
+bool bundleEntry(CFBundleRef ref);
+bool bundleExit();
+}
+
+using doubles::FakeCoreFoundation;
+
+namespace {
+
+constexpr const char* kPath = "/Library/Audio/Plug-Ins/VST3/RDL3_RDL5 VST.vst3";
+
+class BundleEntryTest : public testing::Test {
+protected:
+    BundleEntryTest()
+    {
+        FakeCoreFoundation::reset();
+        ghInst = nullptr;
+        moduleHandle = nullptr;
+        gPath[0] = 0;
+    }
+    ~BundleEntryTest() override
+    {
+        EXPECT_EQ(FakeCoreFoundation::misuses(), 0u);
+        FakeCoreFoundation::reset();
+    }
+};
+
+TEST_F(BundleEntryTest, ANullReferenceStoresNothingAndSucceeds)
+{
+    EXPECT_TRUE(bundleEntry(nullptr));
+    EXPECT_EQ(ghInst, nullptr);
+    EXPECT_EQ(moduleHandle, nullptr);
+    EXPECT_STREQ(gPath, "");
+    EXPECT_TRUE(bundleExit());
+}
+
+TEST_F(BundleEntryTest, KeepsTheReferenceAndThePath)
+{
+    const CFBundleRef bundle = FakeCoreFoundation::makeBundle(kPath);
+    EXPECT_TRUE(bundleEntry(bundle));
+    EXPECT_EQ(ghInst, bundle);
+    EXPECT_EQ(moduleHandle, bundle);
+    EXPECT_STREQ(gPath, kPath);
+    EXPECT_EQ(FakeCoreFoundation::references(bundle), 2);
+    EXPECT_TRUE(FakeCoreFoundation::resolvedAgainstBase);
+    EXPECT_EQ(FakeCoreFoundation::pathBufferSize, 2048);
+    // The bundle alone: its URL is given back.
+    EXPECT_EQ(FakeCoreFoundation::liveObjects(), 1u);
+
+    EXPECT_TRUE(bundleExit());
+    EXPECT_EQ(FakeCoreFoundation::references(bundle), 1);
+    CFRelease(bundle);
+}
+
+TEST_F(BundleEntryTest, APathFillsTheBufferAndNotMore)
+{
+    const std::string longest = "/" + std::string(2046, 'a');
+    const CFBundleRef bundle = FakeCoreFoundation::makeBundle(longest);
+    EXPECT_TRUE(bundleEntry(bundle));
+    EXPECT_EQ(gPath, longest);
+    EXPECT_TRUE(bundleExit());
+    CFRelease(bundle);
+}
+
+TEST_F(BundleEntryTest, ATooLongPathLeavesNone)
+{
+    for (const size_t length : {2048U, 2049U, 100000U}) {
+        const CFBundleRef bundle = FakeCoreFoundation::makeBundle(std::string(length, 'a'));
+        EXPECT_TRUE(bundleEntry(bundle));
+        EXPECT_EQ(ghInst, bundle);
+        EXPECT_STREQ(gPath, "") << length;
+        EXPECT_TRUE(bundleExit());
+        CFRelease(bundle);
+        EXPECT_EQ(FakeCoreFoundation::liveObjects(), 0u);
+    }
+}
+
+TEST_F(BundleEntryTest, ABundleWithoutAUrlHasNoPath)
+{
+    const CFBundleRef bundle = FakeCoreFoundation::makeBundle(std::nullopt);
+    EXPECT_TRUE(bundleEntry(bundle));
+    EXPECT_EQ(ghInst, bundle);
+    EXPECT_STREQ(gPath, "");
+    EXPECT_TRUE(bundleExit());
+    CFRelease(bundle);
+}
+
+TEST_F(BundleEntryTest, EachEntryIsTakenBackByAnExit)
+{
+    const CFBundleRef bundle = FakeCoreFoundation::makeBundle(kPath);
+    for (CFIndex entries = 1; entries <= 3; ++entries) {
+        EXPECT_TRUE(bundleEntry(bundle));
+        EXPECT_EQ(FakeCoreFoundation::references(bundle), 1 + entries);
+    }
+    for (CFIndex left = 2; left >= 0; --left) {
+        EXPECT_TRUE(bundleExit());
+        EXPECT_EQ(FakeCoreFoundation::references(bundle), 1 + left);
+    }
+    EXPECT_EQ(FakeCoreFoundation::liveObjects(), 1u);
+    CFRelease(bundle);
+}
+
+TEST_F(BundleEntryTest, ANullEntryInBetweenChangesNothing)
+{
+    const CFBundleRef bundle = FakeCoreFoundation::makeBundle(kPath);
+    EXPECT_TRUE(bundleEntry(bundle));
+    EXPECT_TRUE(bundleEntry(nullptr));
+    EXPECT_EQ(ghInst, bundle);
+    EXPECT_STREQ(gPath, kPath);
+    EXPECT_EQ(FakeCoreFoundation::references(bundle), 2);
+    EXPECT_TRUE(bundleExit());
+    CFRelease(bundle);
+}
+
+TEST_F(BundleEntryTest, AnExitTooManyTakesNothingBack)
+{
+    EXPECT_TRUE(bundleExit());
+    const CFBundleRef bundle = FakeCoreFoundation::makeBundle(kPath);
+    EXPECT_TRUE(bundleEntry(bundle));
+    EXPECT_TRUE(bundleExit());
+    EXPECT_TRUE(bundleExit());
+    EXPECT_EQ(FakeCoreFoundation::references(bundle), 1);
+    CFRelease(bundle);
+}
+
+TEST_F(BundleEntryTest, AnotherBundleTakesTheFirstOnesPlace)
+{
+    const CFBundleRef first = FakeCoreFoundation::makeBundle("/first");
+    const CFBundleRef second = FakeCoreFoundation::makeBundle("/second");
+    EXPECT_TRUE(bundleEntry(first));
+    EXPECT_TRUE(bundleEntry(second));
+    EXPECT_EQ(ghInst, second);
+    EXPECT_EQ(moduleHandle, second);
+    EXPECT_STREQ(gPath, "/second");
+    EXPECT_TRUE(bundleExit());
+    EXPECT_TRUE(bundleExit());
+    EXPECT_EQ(FakeCoreFoundation::references(first), 1);
+    EXPECT_EQ(FakeCoreFoundation::references(second), 1);
+    CFRelease(first);
+    CFRelease(second);
+}
+
+} // namespace

@@ -1,0 +1,160 @@
+#include "tests/doubles/TemporaryHome.h"
+#include "tests/macos/fakes/FakeCoreFoundation.h"
+#include "tests/macos/fakes/FakeFileManager.h"
+#include "tests/macos/MacFolderCalls.h"
+
+#include <gtest/gtest.h>
+
+using namespace doubles;
+namespace files = std::filesystem;
+
+namespace {
+
+class MacPresetFoldersTest : public testing::Test {
+protected:
+    MacPresetFoldersTest()
+    {
+        FakeCoreFoundation::reset();
+        FakeFileManager::reset();
+    }
+    ~MacPresetFoldersTest() override
+    {
+        // Every name that was made of a path is given back.
+        EXPECT_EQ(FakeCoreFoundation::liveObjects(), 0u);
+        EXPECT_EQ(FakeCoreFoundation::misuses(), 0u);
+    }
+    std::string at(const std::string& rest) const { return home.home() + rest; }
+
+    const TemporaryHome home;
+};
+
+TEST_F(MacPresetFoldersTest, MissingLevelsAreMade)
+{
+    EXPECT_EQ(createMacFolder(at("/a/b/c")), 0);
+    EXPECT_TRUE(files::is_directory(at("/a/b/c")));
+    EXPECT_EQ(FakeFileManager::created, 3u);
+}
+
+TEST_F(MacPresetFoldersTest, ExistingFoldersStay)
+{
+    files::create_directories(at("/a/b"));
+    std::ofstream(at("/a/b/file")) << "x";
+    EXPECT_EQ(createMacFolder(at("/a/b")), 0);
+    EXPECT_EQ(FakeFileManager::created, 0u);
+    EXPECT_TRUE(files::exists(at("/a/b/file")));
+}
+
+TEST_F(MacPresetFoldersTest, TheReferenceIsTheFolders)
+{
+    bool found = false;
+    EXPECT_EQ(createMacFolder(at("/new/er"), &found), 0);
+    EXPECT_TRUE(found);
+    EXPECT_TRUE(files::is_directory(at("/new/er/probe")));
+    files::create_directory(at("/old"));
+    EXPECT_EQ(createMacFolder(at("/old"), &found), 0);
+    EXPECT_TRUE(files::is_directory(at("/old/probe")));
+}
+
+TEST_F(MacPresetFoldersTest, AFailureGivesNoReference)
+{
+    bool found = true;
+    EXPECT_EQ(createMacFolder("/no such top folder", &found), 1);
+    EXPECT_FALSE(found);
+}
+
+TEST_F(MacPresetFoldersTest, AFileInTheWayFails)
+{
+    std::ofstream(at("/file")) << "x";
+    EXPECT_EQ(createMacFolder(at("/file/a")), 1);
+    EXPECT_EQ(createMacFolder(at("/file/a/b")), 1);
+    EXPECT_TRUE(files::is_regular_file(at("/file")));
+    EXPECT_EQ(FakeFileManager::created, 0u);
+}
+
+TEST_F(MacPresetFoldersTest, AFileAtTheLastNameCountsAsFound)
+{
+    std::ofstream(at("/file")) << "x";
+    EXPECT_EQ(createMacFolder(at("/file")), 0);
+    EXPECT_TRUE(files::is_regular_file(at("/file")));
+}
+
+TEST_F(MacPresetFoldersTest, NothingIsMadeInAnUnwritableFolder)
+{
+    files::create_directory(at("/locked"));
+    files::permissions(at("/locked"), files::perms::owner_read | files::perms::owner_exec);
+    EXPECT_EQ(createMacFolder(at("/locked/a")), 1);
+    EXPECT_EQ(createMacFolder(at("/locked/a/b")), 1);
+    EXPECT_TRUE(files::is_empty(at("/locked")));
+    files::permissions(at("/locked"), files::perms::owner_all);
+}
+
+TEST_F(MacPresetFoldersTest, NamesAreUtf8)
+{
+    // a umlaut, hiragana a, and a character beyond the sixteen bits of a unit
+    const std::string path = at("/\xC3\xA4 \xE3\x81\x82/\xF0\x9D\x84\x9E");
+    EXPECT_EQ(createMacFolder(path), 0);
+    EXPECT_TRUE(files::is_directory(path));
+    EXPECT_EQ(findInMacFolder(at("/\xC3\xA4 \xE3\x81\x82"), "\xF0\x9D\x84\x9E"),
+              MacFolderAnswer::exists);
+}
+
+TEST_F(MacPresetFoldersTest, NamesThatAreNoNamesFail)
+{
+    EXPECT_EQ(createMacFolder(at("/\xFF")), 1);
+    EXPECT_EQ(createMacFolder(at("/")), 1);
+    EXPECT_EQ(createMacFolder(at(std::string("/a\0b", 4))), 1);
+    EXPECT_EQ(createMacFolder(at("/" + std::string(256, 'x'))), 1);
+    EXPECT_TRUE(files::is_empty(home.home()));
+    // The level before the empty name is made before the empty name fails.
+    EXPECT_EQ(createMacFolder(at("/a//b")), 1);
+    EXPECT_EQ(FakeFileManager::created, 1u);
+}
+
+TEST_F(MacPresetFoldersTest, PathsWithoutAParentFail)
+{
+    for (const char* path : {"", "a", "/", "/no such top folder"})
+        EXPECT_EQ(createMacFolder(path), 1) << path;
+}
+
+TEST_F(MacPresetFoldersTest, APathIsShorterThan1024Bytes)
+{
+    std::string longest = home.home();
+    while (longest.size() + 100 < 1023)
+        longest += "/" + std::string(99, 'x');
+    longest += "/" + std::string(1022 - longest.size(), 'y');
+    ASSERT_EQ(longest.size(), 1023u);
+    EXPECT_EQ(createMacFolder(longest + "z"), 1);
+    EXPECT_EQ(FakeFileManager::created, 0u);
+    EXPECT_EQ(createMacFolder(longest), 0);
+    EXPECT_TRUE(files::is_directory(longest));
+}
+
+TEST_F(MacPresetFoldersTest, AFolderThatSomebodyElseMakesFirstIsFound)
+{
+    FakeFileManager::beforeCreation = [this] { files::create_directory(at("/raced")); };
+    bool found = false;
+    EXPECT_EQ(createMacFolder(at("/raced"), &found), 0);
+    EXPECT_TRUE(found);
+}
+
+TEST_F(MacPresetFoldersTest, ParentsMayBeLinksToFolders)
+{
+    files::create_directory(at("/real"));
+    files::create_directory_symlink(at("/real"), at("/link"));
+    EXPECT_EQ(createMacFolder(at("/link/a")), 0);
+    EXPECT_TRUE(files::is_directory(at("/real/a")));
+}
+
+TEST_F(MacPresetFoldersTest, ANameIsLookedForInAFolder)
+{
+    std::ofstream(at("/file")) << "x";
+    EXPECT_EQ(findInMacFolder(home.home(), "file"), MacFolderAnswer::exists);
+    EXPECT_EQ(findInMacFolder(home.home(), "other"), MacFolderAnswer::missing);
+    EXPECT_EQ(findInMacFolder(home.home(), ""), MacFolderAnswer::missing);
+    EXPECT_EQ(findInMacFolder(home.home(), "\xFF"), MacFolderAnswer::missing);
+    EXPECT_EQ(findInMacFolder(at("/other"), "file"), MacFolderAnswer::noFolder);
+    EXPECT_EQ(findInMacFolder("", "file"), MacFolderAnswer::noFolder);
+    EXPECT_EQ(findInMacFolder("/" + std::string(1023, 'x'), "file"), MacFolderAnswer::noFolder);
+}
+
+} // namespace

@@ -1,0 +1,57 @@
+// The macOS conversion through the SDK's own text class, compiled as for the Mac.
+#include "platform/SystemText.h"
+
+#include "tests/macos/fakes/FakeCoreFoundation.h"
+
+#include <gtest/gtest.h>
+
+using doubles::FakeCoreFoundation;
+using Steinberg::Vst::toSystemCodePage;
+
+namespace {
+
+std::string converted(const std::u16string& text)
+{
+    return toSystemCodePage(text.data(), text.size());
+}
+
+class MacSystemTextTest : public testing::Test {
+protected:
+    MacSystemTextTest() { FakeCoreFoundation::reset(); }
+    ~MacSystemTextTest() override
+    {
+        EXPECT_EQ(FakeCoreFoundation::liveObjects(), 0u);
+        EXPECT_EQ(FakeCoreFoundation::misuses(), 0u);
+        FakeCoreFoundation::reset();
+    }
+};
+
+TEST_F(MacSystemTextTest, IsTheSystemsDefaultEncoding)
+{
+    EXPECT_EQ(converted(u"Cubase 7"), "Cubase 7");
+    EXPECT_EQ(converted(u"\u00E4"), "\x8A"); // Mac OS Roman
+}
+
+TEST_F(MacSystemTextTest, CharactersThatItLacksBecomeQuestionMarks)
+{
+    EXPECT_EQ(converted(u"a\u3042b"), "a?b");
+}
+
+TEST_F(MacSystemTextTest, AnEmptyTextStaysEmpty)
+{
+    EXPECT_EQ(converted(u""), "");
+    EXPECT_EQ(toSystemCodePage(u"abc", 0), "");
+}
+
+TEST_F(MacSystemTextTest, TakesNoMoreThanTheLength)
+{
+    EXPECT_EQ(toSystemCodePage(u"abcdef", 3), "abc");
+}
+
+TEST_F(MacSystemTextTest, AFailedConversionGivesNothing)
+{
+    FakeCoreFoundation::failConversions = true;
+    EXPECT_EQ(converted(u"abc"), "");
+}
+
+} // namespace

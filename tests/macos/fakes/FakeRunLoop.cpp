@@ -1,0 +1,102 @@
+// The fake Core Foundation's run loops: one a thread, whose timers fire when a test says so.
+#include "tests/macos/fakes/FakeCoreFoundation.h"
+#include "tests/macos/fakes/FakeObject.h"
+
+#include <algorithm>
+#include <vector>
+
+const CFRunLoopMode kCFRunLoopCommonModes = nullptr;
+
+/** A run loop is its thread's and no object that anybody counts. */
+struct __CFRunLoop {
+    int unused = 0;
+};
+
+struct __CFRunLoopTimer : doubles::FakeObject {
+    ~__CFRunLoopTimer() override;
+
+    CFRunLoopTimerCallBack callback = nullptr;
+    void* info = nullptr;
+    CFRunLoopRef loop = nullptr;
+};
+
+namespace {
+
+constexpr CFAbsoluteTime kNow = 1000;
+
+/** Those on a run loop, each with one reference. */
+std::vector<CFRunLoopTimerRef> scheduled;
+
+} // namespace
+
+__CFRunLoopTimer::~__CFRunLoopTimer()
+{
+    scheduled.erase(std::remove(scheduled.begin(), scheduled.end(), this), scheduled.end());
+}
+
+namespace doubles {
+
+size_t FakeCoreFoundation::timers()
+{
+    const std::lock_guard guard(fakeObjectLock());
+    return scheduled.size();
+}
+
+void FakeCoreFoundation::fireTimers()
+{
+    std::vector<CFRunLoopTimerRef> due;
+    {
+        const std::lock_guard guard(fakeObjectLock());
+        for (auto* timer : scheduled)
+            if (timer->loop == CFRunLoopGetCurrent())
+                due.push_back(timer);
+    }
+    for (auto* timer : due)
+        timer->callback(timer, timer->info);
+}
+
+} // namespace doubles
+
+using namespace doubles;
+
+CFAbsoluteTime CFAbsoluteTimeGetCurrent(void)
+{
+    return kNow;
+}
+
+CFRunLoopRef CFRunLoopGetCurrent(void)
+{
+    thread_local __CFRunLoop loop;
+    return &loop;
+}
+
+CFRunLoopTimerRef CFRunLoopTimerCreate(CFAllocatorRef, CFAbsoluteTime first,
+                                       CFTimeInterval interval, CFOptionFlags, CFIndex,
+                                       CFRunLoopTimerCallBack callback,
+                                       CFRunLoopTimerContext* context)
+{
+    auto* timer = new __CFRunLoopTimer;
+    timer->callback = callback;
+    timer->info = context->info;
+    FakeCoreFoundation::lastDelay = first - kNow;
+    FakeCoreFoundation::lastInterval = interval;
+    return timer;
+}
+
+void CFRunLoopAddTimer(CFRunLoopRef loop, CFRunLoopTimerRef timer, CFRunLoopMode)
+{
+    const std::lock_guard guard(fakeObjectLock());
+    CFRetain(timer);
+    timer->loop = loop;
+    scheduled.push_back(timer);
+}
+
+void CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer)
+{
+    const std::lock_guard guard(fakeObjectLock());
+    const auto found = std::find(scheduled.begin(), scheduled.end(), timer);
+    if (found == scheduled.end())
+        return;
+    scheduled.erase(found);
+    CFRelease(timer);
+}

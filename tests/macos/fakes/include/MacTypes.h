@@ -1,0 +1,14 @@
+// The Mac's basic types, for compiling macOS sources into a Linux program.
+#pragma once
+
+typedef unsigned char UInt8;
+typedef unsigned short UInt16;
+typedef unsigned int UInt32;
+typedef int SInt32;
+typedef unsigned char Boolean;
+typedef short OSErr;
+typedef int OSStatus;
+typedef UInt16 UniChar;
+typedef unsigned long UniCharCount;
+
+enum { noErr = 0 };

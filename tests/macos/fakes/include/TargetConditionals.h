@@ -1,0 +1,9 @@
+// Says "a Mac with an Intel processor" to macOS sources that are compiled into a Linux program.
+#pragma once
+
+#define TARGET_OS_MAC 1
+#define TARGET_OS_IPHONE 0
+#define TARGET_CPU_X86 0
+#define TARGET_CPU_X86_64 1
+#define TARGET_CPU_ARM 0
+#define TARGET_CPU_ARM64 0
