@@ -1,0 +1,37 @@
+# cmake --install puts the bundle where hosts look for plug-ins, cpack makes what to hand out.
+#   Linux   PREFIX/lib/vst3, where PREFIX is /usr/local, /usr or ~/.local; a .tar.gz of it
+#   macOS   /Library/Audio/Plug-Ins/VST3, or with --prefix ~ the user's own; a .pkg and a .zip
+if(APPLE)
+  if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
+    set(CMAKE_INSTALL_PREFIX "/" CACHE PATH "Where Library/Audio/Plug-Ins/VST3 is" FORCE)
+  endif()
+  set(plugin_folder "Library/Audio/Plug-Ins/VST3")
+else()
+  set(plugin_folder "lib/vst3")
+endif()
+install(DIRECTORY "${CMAKE_BINARY_DIR}/RDL3_RDL5 VST.vst3"
+  DESTINATION "${plugin_folder}" USE_SOURCE_PERMISSIONS COMPONENT plug-in)
+
+set(CPACK_PACKAGE_NAME "RDL3_RDL5-VST")
+set(CPACK_PACKAGE_VENDOR "Tavrin Corporation")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "RDL3/RDL5 VST, a VST 3 instrument")
+set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+# The installer shows the licence, and knows it as a text by its name alone.
+configure_file("${PROJECT_SOURCE_DIR}/LICENSE" "${CMAKE_BINARY_DIR}/LICENSE.txt" COPYONLY)
+set(CPACK_RESOURCE_FILE_LICENSE "${CMAKE_BINARY_DIR}/LICENSE.txt")
+if(APPLE)
+  set(CPACK_GENERATOR productbuild ZIP)
+  set(CPACK_SYSTEM_NAME macOS)
+  set(CPACK_PACKAGING_INSTALL_PREFIX "/")
+  set(CPACK_PRODUCTBUILD_IDENTIFIER "com.tavrin.vst3.rdl3-rdl5")
+  # The certificate for the .pkg, which is another than the bundle's.
+  set(VSTK2X_INSTALLER_IDENTITY "" CACHE STRING "\"Developer ID Installer\" that signs the .pkg; empty for none")
+  set(CPACK_PRODUCTBUILD_IDENTITY_NAME "${VSTK2X_INSTALLER_IDENTITY}")
+  set(CPACK_PKGBUILD_IDENTITY_NAME "${VSTK2X_INSTALLER_IDENTITY}")
+else()
+  set(CPACK_GENERATOR TGZ)
+  set(CPACK_SYSTEM_NAME "Linux-${CMAKE_SYSTEM_PROCESSOR}")
+endif()
+set(CPACK_SOURCE_GENERATOR "")
+include(CPack)
