@@ -13,3 +13,13 @@ function(vstk2x_own_code target)
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
+
+# vstk2x_test_code(target): own code that only tries other code. It runs once for each time it is
+# compiled, so it is compiled fast; undefined behaviour is looked for in what ships.
+function(vstk2x_test_code target)
+  vstk2x_own_code(${target})
+  target_compile_options(${target} PRIVATE -O0 -g1)
+  if(VSTK2X_SANITIZE MATCHES undefined)
+    target_compile_options(${target} PRIVATE -fno-sanitize=undefined)
+  endif()
+endfunction()

@@ -98,7 +98,8 @@ TEST_F(ProcessorMessages, ConnectWithANullAddressForgetsTheFormerLibrary)
 TEST_F(ProcessorMessages, ConnectWithAShortAttributeIsANullAddress)
 {
     VstIEditorConnect* editor = &library;
-    for (size_t size = 0; size < sizeof(editor); ++size) {
+    // From one byte on: the SDK's attribute list loses the memory of an attribute without bytes.
+    for (size_t size = 1; size < sizeof(editor); ++size) {
         EXPECT_EQ(sendConnection(&editor, size), kResultOk) << size;
         EXPECT_THAT(trace.texts(), IsEmpty()) << size;
         EXPECT_FALSE(isConnected()) << size;
