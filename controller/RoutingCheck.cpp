@@ -5,6 +5,7 @@
 #include "hostapi/IConnector.h"
 #include "hostapi/IDevice.h"
 #include "hostapi/IValue.h"
+#include "module/PlugInInfo.h"
 #include "support/CharacterConvert.h"
 
 #include <cstring>
@@ -14,8 +15,7 @@ namespace Vst {
 
 namespace {
 
-constexpr auto kPlugInName = "RDL3/RDL5 VST";
-constexpr auto kOutputText = " - RDL3/RDL5 VST"; ///< an output names its device, then the plug-in
+constexpr auto kOutputSeparator = " - "; ///< an output names its device, then the plug-in
 constexpr auto kMixerOfInstruments = "VST Mixer";
 constexpr auto kInstrumentFolder = "VST Project Instruments";
 constexpr int32 kTextUnits = 256;
@@ -45,7 +45,7 @@ RoutingCheck::RoutingCheck(const ControllerContext& controller, bool throughInst
 bool RoutingCheck::isRoutedHere(IValue* output, IDevice* track)
 {
     if (!useInstrumentRack)
-        return containsText(output, kOutputText);
+        return containsText(output, std::string(kOutputSeparator) + kPlugInName);
     return track && containsText(effectTypeOf(track), kPlugInName);
 }
 

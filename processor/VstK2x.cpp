@@ -27,7 +27,7 @@ struct BusNamePrefix {
     const char* plugInName;
     const char* prefix;
 };
-constexpr BusNamePrefix kBusNamePrefixes[] = {{"RDL3/RDL5 VST", "RDL3/RDL5"}};
+constexpr BusNamePrefix kBusNamePrefixes[] = {{kPlugInName, "RDL3/RDL5"}};
 
 const char* busNamePrefix(const char* plugInName)
 {
