@@ -5,6 +5,8 @@
 #include "pluginterfaces/base/smartpointer.h"
 
 #include <memory>
+#include <mutex>
+#include <vector>
 
 namespace Steinberg {
 namespace Vst {
@@ -12,7 +14,54 @@ namespace platform {
 
 namespace {
 
-class HostRunLoopTimer : public VSTGUI::IPlatformTimer, public ITimerCallback {
+/** What the SDK's timer calls in our timer's place. A host may tick once more after it was asked to
+    stop: it refused, or it took its run loop back first. The SDK's timer then lives on with the
+    host, and calls an object of ours of which nobody says when it may go. So none goes before the
+    module does: one that is free is used again, where a late tick is just one tick more. */
+class TickReceiver : public ITimerCallback {
+public:
+    /** A free receiver that passes ticks on to listener from now on. Throws std::bad_alloc. */
+    static TickReceiver* take(VSTGUI::IPlatformTimerCallback* listener)
+    {
+        static std::vector<std::unique_ptr<TickReceiver>> all;
+        const std::lock_guard<std::mutex> guard(lock());
+        for (const auto& receiver : all) {
+            if (receiver->callback)
+                continue;
+            receiver->callback = listener;
+            return receiver.get();
+        }
+        all.push_back(std::make_unique<TickReceiver>());
+        all.back()->callback = listener;
+        return all.back().get();
+    }
+
+    /** From now on ticks end here. */
+    void giveBack() noexcept
+    {
+        const std::lock_guard<std::mutex> guard(lock());
+        callback = nullptr;
+    }
+
+    void onTimer(Timer*) override
+    {
+        if (callback)
+            callback->fire();
+    }
+
+private:
+    // Instances may be made on several threads; ticks come on the thread of the one that stops
+    // them.
+    static std::mutex& lock()
+    {
+        static std::mutex mutex;
+        return mutex;
+    }
+
+    VSTGUI::IPlatformTimerCallback* callback = nullptr; ///< null while nobody uses this
+};
+
+class HostRunLoopTimer : public VSTGUI::IPlatformTimer {
 public:
     explicit HostRunLoopTimer(VSTGUI::IPlatformTimerCallback* listener)
     : callback(listener)
@@ -24,8 +73,15 @@ public:
     {
         if (timer)
             return false;
-        // Null when the host has no run loop; the timer then never fires.
-        timer = owned(Timer::create(this, fireTime));
+        try {
+            receiver = TickReceiver::take(callback);
+            // Null when the host has no run loop; the timer then never fires.
+            timer = owned(Timer::create(receiver, fireTime));
+        } catch (...) {
+            timer = nullptr;
+        }
+        if (!timer)
+            forgetReceiver();
         return timer != nullptr;
     }
 
@@ -33,15 +89,29 @@ public:
     {
         if (!timer)
             return false;
-        timer->stop();
-        timer = nullptr;
+        forgetReceiver();
+        Timer* ended = timer.take();
+        try {
+            ended->stop();
+        } catch (...) {
+            // At its end the SDK's timer would ask the run loop again, where an exception ends the
+            // host. So it has no end.
+            return true;
+        }
+        ended->release();
         return true;
     }
 
-    void onTimer(Timer*) override { callback->fire(); }
-
 private:
+    void forgetReceiver() noexcept
+    {
+        if (receiver)
+            receiver->giveBack();
+        receiver = nullptr;
+    }
+
     VSTGUI::IPlatformTimerCallback* callback;
+    TickReceiver* receiver = nullptr; ///< set while timer is
     IPtr<Timer> timer;
 };
 

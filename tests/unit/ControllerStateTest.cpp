@@ -1,5 +1,6 @@
 #include "tests/doubles/StreamDouble.h"
 #include "tests/unit/BoundController.h"
+#include "tests/unit/Sanitized.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,14 +14,6 @@ using namespace Steinberg::Vst;
 using namespace doubles;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define VSTK2X_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define VSTK2X_SANITIZED 1
-#endif
-#endif
 
 namespace {
 

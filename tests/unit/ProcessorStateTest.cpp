@@ -1,5 +1,6 @@
 // The library's state in the host's project, as bytes.
 #include "tests/unit/ProcessorFixture.h"
+#include "tests/unit/Sanitized.h"
 
 #include <sys/resource.h>
 
@@ -11,18 +12,6 @@ using doubles::StreamDouble;
 using std::string_literals::operator""s;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kSanitized = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr bool kSanitized = true;
-#else
-constexpr bool kSanitized = false;
-#endif
-#else
-constexpr bool kSanitized = false;
-#endif
 
 class ProcessorState : public unit::ProcessorFixture {
 protected:
@@ -297,8 +286,9 @@ TEST_F(ProcessorState, ClaimingTwoGigabytesBehindWhichFourBytesFollowIsNoCrash)
 
 TEST_F(ProcessorState, ClaimingMoreThanThereIsMemoryFails)
 {
-    if (kSanitized)
-        GTEST_SKIP() << "sanitizers need more address space than the limit leaves";
+#if defined(VSTK2X_SANITIZED)
+    GTEST_SKIP() << "sanitizers need more address space than the limit leaves";
+#endif
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
     rlimit tight = before;

@@ -1,4 +1,5 @@
 #include "tests/unit/BoundController.h"
+#include "tests/unit/Sanitized.h"
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
@@ -108,6 +109,71 @@ TEST_F(VstTimerTest, OfARunLoopThatTakesNoTimerNeverTicks)
     EXPECT_FALSE(ticked());
     timer = nullptr;
 }
+
+TEST_F(VstTimerTest, OfARunLoopThatDoesNotTakeItOutTicksNobodyAfterItsStop)
+{
+    auto timer = VSTGUI::makeOwned<VstTimer>(controller.get(), 50);
+    timer->timerStart();
+    host.failAt("unregisterTimer");
+    timer->timerStop();
+    ASSERT_THAT(host.runLoop.intervals(), ElementsAre(50));
+    EXPECT_FALSE(ticked());
+    timer = nullptr;
+    EXPECT_FALSE(ticked());
+    host.runLoop.forgetTimers();
+}
+
+TEST_F(VstTimerTest, OfARunLoopThatTheHostTookBackTicksNobodyAfterItsEnd)
+{
+    auto timer = VSTGUI::makeOwned<VstTimer>(controller.get(), 50);
+    timer->timerStart();
+    factory.setHostContext(nullptr);
+    timer = nullptr;
+    ASSERT_THAT(host.runLoop.intervals(), ElementsAre(50));
+    EXPECT_FALSE(ticked());
+    host.runLoop.forgetTimers();
+}
+
+TEST_F(VstTimerTest, TicksItsOwnControllerAlsoAfterOthersThatWereNotTakenOut)
+{
+    const auto other = owned(new VstK2xController);
+    host.failAt("unregisterTimer");
+    for (int round = 0; round < 3; ++round) {
+        const auto stopped = VSTGUI::makeOwned<VstTimer>(other.get(), 50);
+        stopped->timerStart();
+    }
+    const auto timer = VSTGUI::makeOwned<VstTimer>(controller.get(), 50);
+    timer->timerStart();
+    ASSERT_EQ(host.runLoop.intervals().size(), 4U);
+    EXPECT_TRUE(ticked());
+    host.clearFaults();
+    timer->timerStop();
+    EXPECT_FALSE(ticked());
+    host.runLoop.forgetTimers();
+}
+
+#ifndef VSTK2X_SANITIZED // the SDK's timers that a run loop threw at are never freed
+TEST_F(VstTimerTest, OfARunLoopThatThrowsNeverTicks)
+{
+    host.throwAt("registerTimer");
+    auto timer = VSTGUI::makeOwned<VstTimer>(controller.get(), 50);
+    EXPECT_NO_THROW(timer->timerStart());
+    EXPECT_FALSE(ticked());
+    timer = nullptr;
+}
+
+TEST_F(VstTimerTest, OfARunLoopThatThrowsWhenAskedToTakeItOutTicksNobodyAfterItsStop)
+{
+    auto timer = VSTGUI::makeOwned<VstTimer>(controller.get(), 50);
+    timer->timerStart();
+    host.throwAt("unregisterTimer");
+    EXPECT_NO_THROW(timer->timerStop());
+    EXPECT_FALSE(ticked());
+    timer = nullptr;
+    EXPECT_FALSE(ticked());
+    host.runLoop.forgetTimers();
+}
+#endif
 
 TEST(ControllersTimer, RunsEvery50MillisecondsFromInitializeToTerminate)
 {
