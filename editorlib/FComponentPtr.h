@@ -82,17 +82,18 @@ private:
     // reference from going back to the factory.
     bool startObject(FUnknown* hostContext)
     {
-        FUnknownPtr<IPluginBase> base(object);
-        return !base || Vst::guarded<tresult>(kResultFalse, [&] {
-                            return base->initialize(hostContext);
-                        }) == kResultOk;
+        return Vst::guarded(false, [&] {
+            FUnknownPtr<IPluginBase> base(object);
+            return !base || base->initialize(hostContext) == kResultOk;
+        });
     }
 
     bool stopObject()
     {
-        FUnknownPtr<IPluginBase> base(object);
-        return !base ||
-               Vst::guarded<tresult>(kResultFalse, [&] { return base->terminate(); }) == kResultOk;
+        return Vst::guarded(false, [&] {
+            FUnknownPtr<IPluginBase> base(object);
+            return !base || base->terminate() == kResultOk;
+        });
     }
 
     void giveBack()

@@ -155,6 +155,42 @@ TEST_F(ServiceComponent, ThatThrowsWhenStartedGoesBackUnstopped)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
+TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStartsGoesBackUnstopped)
+{
+    host.throwAt("query(component(1), IPluginBase)");
+    {
+        Holder holder;
+        EXPECT_FALSE(initialize(holder));
+        EXPECT_FALSE(holder);
+    }
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStopsStillGoesBack)
+{
+    Holder holder;
+    initialize(holder);
+    host.throwAt("query(component(1), IPluginBase)");
+    EXPECT_FALSE(holder.terminate(false));
+    EXPECT_TRUE(holder);
+    EXPECT_TRUE(holder.terminate(true));
+    EXPECT_FALSE(holder);
+    EXPECT_EQ(trace.count(kDestroyed), 1u);
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
+TEST_F(ServiceComponent, IsTheFactorysWhenThatThrowsAtItsReturn)
+{
+    {
+        Holder holder;
+        initialize(holder);
+        host.throwAt("destroyComponent");
+    }
+    EXPECT_EQ(trace.count(kDestroyed), 1u);
+    EXPECT_THAT(host.ledger(), ElementsAre("component(1): expected 0, is 1"));
+}
+
 TEST_F(ServiceComponent, ThatDoesNotStopIsKeptUnlessForced)
 {
     host.service.offersPluginBase = true;
