@@ -319,7 +319,7 @@ bool VstK2xController::CheckMIDIOutputRouting(IValue* output, IDevice* track)
 
 IDevice* VstK2xController::getSelectedTrackDevice() const
 {
-    return routing.getSelectedTrackDevice();
+    return guarded<IDevice*>(nullptr, [this] { return routing.getSelectedTrackDevice(); });
 }
 
 void VstK2xController::AddDependent_MIDIOutput(IHostClasses* hostClasses, IDevice* track)

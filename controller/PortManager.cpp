@@ -309,7 +309,7 @@ void PortManager::releasePorts(IPortRegistry* registry)
 {
     if (registry)
         for (const std::string& id : audioPortIdList)
-            showPort(*registry, id);
+            guarded([&] { showPort(*registry, id); });
     audioPortIdList.clear();
 }
 

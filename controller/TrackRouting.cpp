@@ -85,7 +85,7 @@ void TrackRouting::stopObserving(IUpdateHandler* updateHandler)
 {
     const auto remove = [&](FUnknown* object) {
         if (object && updateHandler)
-            updateHandler->removeDependent(object, context.getDependent());
+            guarded([&] { updateHandler->removeDependent(object, context.getDependent()); });
     };
     const auto removeAndRelease = [&](IPtr<IValue>& value) {
         remove(value);

@@ -32,6 +32,29 @@ constexpr const char* kStandaloneHostName = "Standalone";
 
 enum HostKind : int { kCubaseFamilyHost = 0, kStandaloneHost = 1, kOtherHost = 2 };
 
+HostKind hostKindOf(FUnknown* context)
+{
+    if (!context)
+        return kOtherHost;
+    const FUnknownPtr<IHostApplicationW> application(context);
+    if (!application) {
+        const FUnknownPtr<IHostApplicationA> older(context);
+        return older ? kCubaseFamilyHost : kOtherHost;
+    }
+    const DAWInfo info(application);
+    if (info.getHostType() != DAWInfo::kUnknownHost)
+        return kCubaseFamilyHost;
+    const CharacterConvert name(application->getApplicationName(),
+                                application->getCharacterSet() == kResultOk);
+    return name.getStdString() == kStandaloneHostName ? kStandaloneHost : kOtherHost;
+}
+
+bool hasUnicode(FUnknown* context)
+{
+    const FUnknownPtr<IHostApplicationW> application(context);
+    return application && application->getCharacterSet() == kResultOk;
+}
+
 /** Sets a flag for as long as it lives. */
 class ConnectingScope {
 public:
@@ -88,8 +111,9 @@ tresult VstK2xController::initializeBound(FUnknown* context)
     guiTimer = VSTGUI::makeOwned<VstTimer>(this, kTimerPeriod);
     guiTimer->timerStart();
     createParameters();
-    routing.readHostVersion();
-    routing.startObserving();
+    // A host that fails here has no tracks to follow; everything else works without.
+    guarded([this] { routing.readHostVersion(); });
+    guarded([this] { routing.startObserving(); });
     return kResultOk;
 }
 
@@ -113,13 +137,14 @@ void VstK2xController::createParameters()
 tresult PLUGIN_API VstK2xController::terminate()
 {
     if (!initialized)
-        return EditController::terminate();
+        return terminateBase();
     initialized = false;
 
     // Released last of all, after the base has let go of the host.
-    const FUnknownPtr<IHostClasses> hostClasses(getHostContext());
+    IPtr<IHostClasses> hostClasses;
     IPtr<IUpdateHandler> updateHandler;
     IPtr<IPortRegistry> registry;
+    guarded([&] { hostClasses = FUnknownPtr<IHostClasses>(getHostContext()); });
     guarded([&] {
         // A host that leaves the components connected would leave the processor with a library that
         // is gone.
@@ -133,20 +158,22 @@ tresult PLUGIN_API VstK2xController::terminate()
         if (library.getBinding() == EditorLibrary::Binding::kService)
             guarded([&] { editor->detachService(); });
     }
-    guarded([&] {
-        updateHandler = hostInterface<IUpdateHandler>(hostClasses);
-        routing.stopObserving(updateHandler);
-    });
-    guarded([&] {
-        registry = hostInterface<IPortRegistry>(hostClasses);
-        ports.releasePorts(registry);
-    });
+    guarded([&] { updateHandler = hostInterface<IUpdateHandler>(hostClasses); });
+    routing.stopObserving(updateHandler);
+    guarded([&] { registry = hostInterface<IPortRegistry>(hostClasses); });
+    ports.releasePorts(registry);
     parameterModel.removeObservers();
     guiTimer = nullptr;
     library.unload();
     library.leaveService(this);
     parameterModel.clear();
-    return EditController::terminate();
+    return terminateBase();
+}
+
+/** Also disconnects a peer that the host left connected. */
+tresult VstK2xController::terminateBase()
+{
+    return guarded<tresult>(kResultFalse, [this] { return EditController::terminate(); });
 }
 
 void PLUGIN_API VstK2xController::update(FUnknown* changedUnknown, int32 message)
@@ -277,26 +304,12 @@ tresult PLUGIN_API VstK2xController::setPluginInfo(VstIEditorConnect* connect, v
 
 int VstK2xController::getVSTHostType() const
 {
-    FUnknown* context = getHostContext();
-    if (!context)
-        return kOtherHost;
-    const FUnknownPtr<IHostApplicationW> application(context);
-    if (!application) {
-        const FUnknownPtr<IHostApplicationA> older(context);
-        return older ? kCubaseFamilyHost : kOtherHost;
-    }
-    const DAWInfo info(application);
-    if (info.getHostType() != DAWInfo::kUnknownHost)
-        return kCubaseFamilyHost;
-    const CharacterConvert name(application->getApplicationName(),
-                                application->getCharacterSet() == kResultOk);
-    return name.getStdString() == kStandaloneHostName ? kStandaloneHost : kOtherHost;
+    return guarded<int>(kOtherHost, [this] { return hostKindOf(getHostContext()); });
 }
 
 bool VstK2xController::isUnicodeAppHost() const
 {
-    const FUnknownPtr<IHostApplicationW> application(getHostContext());
-    return application && application->getCharacterSet() == kResultOk;
+    return guarded(false, [this] { return hasUnicode(getHostContext()); });
 }
 
 // Face ------------------------------------------------------------------------

@@ -186,6 +186,7 @@ private:
     };
 
     tresult initializeBound(FUnknown* context);
+    tresult terminateBase();
     void startLibrary();
     void createParameters();
     tresult sendEditorConnection();

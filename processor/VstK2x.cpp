@@ -102,7 +102,8 @@ void VstK2x::addBuses()
 tresult PLUGIN_API VstK2x::terminate()
 {
     busesExist = false;
-    return AudioEffect::terminate();
+    // The base also disconnects a peer that the host left connected.
+    return guarded<tresult>(kResultFalse, [this] { return AudioEffect::terminate(); });
 }
 
 tresult PLUGIN_API VstK2x::notify(IMessage* message)

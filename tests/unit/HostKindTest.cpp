@@ -85,6 +85,27 @@ TEST(HostKind, OfAnOldHostWithTheSmallerInterfaceIsZero)
     EXPECT_EQ(hostTypeIn(both), 2);
 }
 
+TEST(HostKind, OfAHostThatThrowsInsteadOfAnAnswerIsTwoAndNotUnicode)
+{
+    for (const char* call : {"getApplicationName", "getVersionString", "getCharacterSet",
+                             "query(context, IHostApplicationW)"}) {
+        BoundController bound;
+        bound.host.throwAt(call);
+        std::string told;
+        bound.library.onCall = [&](const std::string& text) {
+            if (text.rfind("library.setHostType(", 0) == 0)
+                told = text;
+        };
+        bound.initialize();
+        EXPECT_EQ(told, "library.setHostType(2)") << call;
+        EXPECT_EQ(bound.controller->getVSTHostType(), 2) << call;
+        bound.host.clearFaults();
+        EXPECT_EQ(bound.controller->getVSTHostType(), 0) << call;
+        bound.host.throwAt("getCharacterSet");
+        EXPECT_FALSE(bound.controller->isUnicodeAppHost());
+    }
+}
+
 TEST(HostKind, IsUnicodeWhenTheHostsCharacterSetIsZero)
 {
     BoundController bound;

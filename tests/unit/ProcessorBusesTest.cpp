@@ -110,6 +110,19 @@ TEST_F(ProcessorBuses, LeaveTheHostsReferencesBalanced)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
+TEST_F(ProcessorBuses, EndWithAPeerThatThrowsWhenTheHostLeftItConnected)
+{
+    processor->initialize(&host.context);
+    EXPECT_EQ(processor->connect(&host.peer), kResultOk);
+    host.throwAt("peer.disconnect");
+    tresult result = kResultOk;
+    EXPECT_NO_THROW(result = processor->terminate());
+    EXPECT_EQ(result, kResultFalse);
+    EXPECT_EQ(counts(), kNone);
+    processor = nullptr;
+    EXPECT_THAT(host.ledger(), IsEmpty());
+}
+
 TEST_F(ProcessorBuses, BelongToTheComponentThatNamesItsController)
 {
     TUID id{};
