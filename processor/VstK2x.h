@@ -66,6 +66,7 @@ private:
     void disconnectEditor();
     void readUnicodeFlag(IMessage& message);
     void forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges* changes);
+    static void forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue);
     void forwardEvents(VstIEditorConnect& editor, IEventList* events);
     void sendQueuedEvents(IEventList* events);
     tresult setTextState(VstIEditorConnect& editor, IBStream* state);

@@ -78,16 +78,18 @@ void VstK2x::forwardParameterChanges(VstIEditorConnect& editor, IParameterChange
     if (!changes)
         return;
     const int32 count = changes->getParameterCount();
-    for (int32 index = 0; index < count; ++index) {
-        IParamValueQueue* queue = changes->getParameterData(index);
-        const int32 points = queue ? queue->getPointCount() : 0;
-        int32 sampleOffset = 0;
-        ParamValue value = 0;
-        if (points < 1 || queue->getPoint(points - 1, sampleOffset, value) != kResultOk)
-            continue;
-        const ParamID id = queue->getParameterId();
-        guarded([&] { editor.hostParameterChanged(id, value); });
-    }
+    // Each on its own: one that throws is unreadable, and the others are not.
+    for (int32 index = 0; index < count; ++index)
+        guarded([&] { forwardLastPoint(editor, changes->getParameterData(index)); });
+}
+
+void VstK2x::forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue)
+{
+    const int32 points = queue ? queue->getPointCount() : 0;
+    int32 sampleOffset = 0;
+    ParamValue value = 0;
+    if (points > 0 && queue->getPoint(points - 1, sampleOffset, value) == kResultOk)
+        editor.hostParameterChanged(queue->getParameterId(), value);
 }
 
 void VstK2x::forwardEvents(VstIEditorConnect& editor, IEventList* events)
@@ -95,13 +97,14 @@ void VstK2x::forwardEvents(VstIEditorConnect& editor, IEventList* events)
     if (!events)
         return;
     const int32 count = events->getEventCount();
-    for (int32 index = 0; index < count; ++index) {
-        Event event = {};
-        if (events->getEvent(index, event) != kResultOk)
-            continue;
-        const MidiMessage midi = toMidi(event);
-        guarded([&] { editor.receiveHostMidi(midi.bytes, sizeof(midi.bytes)); });
-    }
+    for (int32 index = 0; index < count; ++index)
+        guarded([&] {
+            Event event = {};
+            if (events->getEvent(index, event) != kResultOk)
+                return;
+            const MidiMessage midi = toMidi(event);
+            editor.receiveHostMidi(midi.bytes, sizeof(midi.bytes));
+        });
 }
 
 void VstK2x::sendQueuedEvents(IEventList* events)

@@ -34,7 +34,7 @@ int32 EventListDouble::getEventCount()
 
 tresult EventListDouble::getEvent(int32 index, Vst::Event& event)
 {
-    if (throws)
+    if (throws || throwing.count(index) > 0)
         throw ScriptedFailure("getEvent");
     if (index < 0 || static_cast<size_t>(index) >= events.size() || unreadable.count(index) > 0)
         return kResultFalse;

@@ -29,6 +29,7 @@ public:
 
     std::vector<Steinberg::Vst::Event> events;
     std::set<Steinberg::int32> unreadable; ///< getEvent fails at these indexes
+    std::set<Steinberg::int32> throwing;   ///< getEvent throws at these indexes
     size_t limit = std::numeric_limits<size_t>::max();
     bool throws = false; ///< at every addEvent and getEvent
 

@@ -144,6 +144,16 @@ TEST_F(ProcessorEvents, OfAListThatThrowsDoNotHoldBackTheOthers)
     EXPECT_EQ(other.out.events.size(), 1u);
 }
 
+TEST_F(ProcessorEvents, ThatThrowWhenReadAreSkippedOneByOne)
+{
+    unit::Block block;
+    for (int16 pitch = 60; pitch < 63; ++pitch)
+        block.in.add(noteOn(0, pitch, 1));
+    block.in.throwing = {0, 2};
+    EXPECT_EQ(processor->process(block.data), kResultOk);
+    EXPECT_THAT(trace.texts(), ElementsAre("library.receiveHostMidi(90 3D 7F)"));
+}
+
 TEST_F(ProcessorEvents, AreDroppedWithoutALibrary)
 {
     disconnect();
@@ -244,6 +254,15 @@ TEST_F(ProcessorAutomation, AnUnreadableLastPointSkipsItsQueueOnly)
     block.changes.add(1, {{0, 0.25}, {1, 0.5}}).unreadable = {1};
     block.changes.add(2, {{0, 0.25}, {1, 0.5}}).unreadable = {0};
     processor->process(block.data);
+    EXPECT_THAT(trace.texts(), ElementsAre("library.hostParameterChanged(2, 0.5)"));
+}
+
+TEST_F(ProcessorAutomation, AQueueThatThrowsIsSkippedAlone)
+{
+    unit::Block block;
+    block.changes.add(1, {{0, 0.25}}).throws = true;
+    block.changes.add(2, {{0, 0.5}});
+    EXPECT_EQ(processor->process(block.data), kResultOk);
     EXPECT_THAT(trace.texts(), ElementsAre("library.hostParameterChanged(2, 0.5)"));
 }
 
