@@ -1,5 +1,6 @@
 // The tables and IDs that hosts, host extensions and editor libraries of others are built against.
 // A slot that moves breaks them without any compiler's notice.
+#include "controller/VstK2xController.h"
 #include "editorlib/EditorLibrary.h"
 #include "editorlib/EditorLibraryNames.h"
 #include "editorlib/EntryPoints.h"
@@ -22,7 +23,9 @@
 #include "hostapi/IPortRegistry.h"
 #include "hostapi/IValue.h"
 #include "module/PlugInInfo.h"
+#include "processor/VstK2x.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
@@ -127,6 +130,9 @@ TEST(BinaryContract, ObserverHasSevenSlots)
     expectNoDestructorInTable<C>();
     EXPECT_SLOT(0, void, C, destroy, ());
     EXPECT_SLOT(1, void, C, reserved1, ());
+    EXPECT_SLOT(2, void, C, reserved2, ());
+    EXPECT_SLOT(3, void, C, reserved3, ());
+    EXPECT_SLOT(4, void, C, reserved4, ());
     EXPECT_SLOT(5, void, C, reserved5, ());
     EXPECT_SLOT(6, void, C, checkChange, ());
     static_assert(std::is_same_v<std::underlying_type_t<C::ParamModeType>, int>);
@@ -239,6 +245,74 @@ TEST(BinaryContract, HostTables)
     EXPECT_SLOT(4, bool, IConnector, isConnectedTo, (IDevice*));
     EXPECT_SLOT(3, int32, IExternalEffectUsingSKI, hostReadyForSetPortConnections, ());
     EXPECT_SLOT(4, tresult, IExternalEffectUsingSKI, getReturnGain, (float&));
+}
+
+TEST(BinaryContract, ReservedSlotsOfTheHostAreNamedByTheirNumbers)
+{
+    EXPECT_SLOT(8, void, IHostPort, reserved8, ());
+    EXPECT_SLOT(10, void, IHostPort, reserved10, ());
+    EXPECT_SLOT(4, void, IBusDescriptor, reserved4, ());
+    EXPECT_SLOT(5, void, IBusDescriptor, reserved5, ());
+    EXPECT_SLOT(3, void, IDeviceList, reserved3, ());
+    EXPECT_SLOT(4, void, IDeviceList, reserved4, ());
+    EXPECT_SLOT(5, void, IDeviceList, reserved5, ());
+    EXPECT_SLOT(4, void, IDevice, reserved4, ());
+    EXPECT_SLOT(5, void, IDevice, reserved5, ());
+    EXPECT_SLOT(6, void, IDevice, reserved6, ());
+    EXPECT_SLOT(7, void, IDevice, reserved7, ());
+    EXPECT_SLOT(9, void, IDevice, reserved9, ());
+    EXPECT_SLOT(3, void, IValue, reserved3, ());
+    EXPECT_SLOT(4, void, IValue, reserved4, ());
+    EXPECT_SLOT(6, void, IValue, reserved6, ());
+    EXPECT_SLOT(7, void, IValue, reserved7, ());
+    EXPECT_SLOT(8, void, IValue, reserved8, ());
+    EXPECT_SLOT(9, void, IValue, reserved9, ());
+    EXPECT_SLOT(10, void, IValue, reserved10, ());
+    EXPECT_SLOT(11, void, IValue, reserved11, ());
+    EXPECT_SLOT(12, void, IValue, reserved12, ());
+    EXPECT_SLOT(13, void, IValue, reserved13, ());
+    EXPECT_SLOT(14, void, IValue, reserved14, ());
+    EXPECT_SLOT(15, void, IValue, reserved15, ());
+    EXPECT_SLOT(16, void, IValue, reserved16, ());
+    EXPECT_SLOT(18, void, IValue, reserved18, ());
+    EXPECT_SLOT(3, void, IConnector, reserved3, ());
+}
+
+TEST(BinaryContract, HostTablesHoldNoDestructor)
+{
+    expectNoDestructorInTable<IHostClasses>();
+    expectNoDestructorInTable<IHostApplicationW>();
+    expectNoDestructorInTable<IHostApplicationA>();
+    expectNoDestructorInTable<IPortRegistry>();
+    expectNoDestructorInTable<IHostPort>();
+    expectNoDestructorInTable<IComponentPortHandler>();
+    expectNoDestructorInTable<IBusDescriptor>();
+    expectNoDestructorInTable<IDeviceList>();
+    expectNoDestructorInTable<IDevice>();
+    expectNoDestructorInTable<IValue>();
+    expectNoDestructorInTable<IConnector>();
+    expectNoDestructorInTable<IExternalEffectUsingSKI>();
+}
+
+/** Where the faces of an object begin, from its own beginning. */
+template <typename... Faces, typename Object>
+std::vector<std::ptrdiff_t> offsetsOf(Object* object)
+{
+    const auto* begin = reinterpret_cast<const char*>(object);
+    return {reinterpret_cast<const char*>(static_cast<Faces*>(object)) - begin...};
+}
+
+TEST(BinaryContract, ObjectsBeginWithTheSdksClassAndKeepTheirFacesInOrder)
+{
+    const auto controller = owned(new VstK2xController);
+    const auto faces = offsetsOf<EditController, IUnitInfo, IExternalEffectUsingSKI,
+                                 VstIControllerInterface, IExternalPlugin>(controller.get());
+    EXPECT_EQ(faces[0], 0);
+    EXPECT_TRUE(std::is_sorted(faces.begin(), faces.end()));
+    const auto processor = owned(new VstK2x);
+    const auto others = offsetsOf<AudioEffect, VstIEffectInterface>(processor.get());
+    EXPECT_EQ(others[0], 0);
+    EXPECT_GT(others[1], 0);
 }
 
 struct NamedID {

@@ -224,6 +224,30 @@ TEST_F(ControllerMessages, OfASecondConnectAreNotSentButTheParametersAreRefreshe
     bound.controller->disconnect(peer());
 }
 
+TEST_F(ControllerMessages, OfAConnectToNobodyAreNotSentButTheParametersAreRefreshed)
+{
+    bound.initialize();
+    EXPECT_EQ(bound.controller->connect(nullptr), kInvalidArgument);
+    EXPECT_THAT(bound.trace.textsOf({"context.createInstance", "peer."}), IsEmpty());
+    EXPECT_EQ(bound.trace.textsOf({"library.getParameterValue("}).size(), 225u);
+    EXPECT_EQ(bound.trace.count("library.parametersReady()"), 1u);
+}
+
+TEST_F(ControllerMessages, RefreshTheParametersInTheOrderOfTheirContainer)
+{
+    bound.initialize();
+    bound.controller->connect(peer());
+    std::vector<std::string> expected;
+    for (int32 index = 0; index < bound.controller->getParameterCount(); ++index) {
+        ParameterInfo info = {};
+        bound.controller->getParameterInfo(index, info);
+        expected.push_back("library.getParameterValue(" + std::to_string(info.id) + ")");
+    }
+    ASSERT_EQ(expected.size(), 225u);
+    EXPECT_EQ(bound.trace.textsOf({"library.getParameterValue("}), expected);
+    bound.controller->disconnect(peer());
+}
+
 TEST_F(ControllerMessages, OfADisconnectFromAStrangerGoToThePeerAllTheSame)
 {
     bound.initialize();
