@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <dlfcn.h>
+#include <filesystem>
 #include <string>
 
 extern "C" {
@@ -33,7 +34,9 @@ void readOwnPath()
     Dl_info info = {};
     if (dladdr(reinterpret_cast<void*>(&ModuleEntry), &info) == 0 || !info.dli_fname)
         return;
-    const std::string bundle = bundleOf(info.dli_fname);
+    // The loader's name of the file is as the host gave it, which may be from the host's folder.
+    const auto file = std::filesystem::absolute(info.dli_fname).lexically_normal();
+    const std::string bundle = bundleOf(file.string());
     if (bundle.size() < kMaxModulePath)
         std::memcpy(gPath, bundle.c_str(), bundle.size() + 1);
 }
