@@ -280,6 +280,27 @@ TEST_F(RefusingService, NullHandleLoadsTheLibraryWhichStaysAsAServicesOwn)
     unload();
 }
 
+TEST_F(RefusingService, BindingBeginsAsAServicesAgainAfterTerminate)
+{
+    doubles::ScriptedLibrary first(trace); // the one that ends
+    library->connectionFor = [&first] { return &first; };
+    host.service.registerResult = kResultFalse;
+    ASSERT_EQ(initialize(), kResultOk);
+    controller->terminate();
+    ASSERT_EQ(trace.count("library.destroy()"), 1u);
+
+    trace.clear();
+    library->connectionFor = nullptr;
+    host.service.givesService = false;
+    ASSERT_EQ(initialize(), kResultOk);
+    controller->terminate();
+    EXPECT_EQ(trace.count("library.start()"), 1u);
+    EXPECT_EQ(trace.count("library.detachService()"), 1u);
+    EXPECT_EQ(trace.count("library.destroy()"), 0u);
+    EXPECT_TRUE(isLeftLoaded());
+    unload();
+}
+
 TEST_F(RefusingService, BindingIsChosenAnewAfterTerminate)
 {
     ASSERT_EQ(initialize(), kResultOk);
