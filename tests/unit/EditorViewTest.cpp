@@ -86,7 +86,9 @@ TEST_F(EditorViewTest, KeepsTheBasesAnswersAboutItsSize)
     EXPECT_EQ(view->canResize(), kResultFalse);
     EXPECT_EQ(view->getSize(nullptr), kInvalidArgument);
     ViewRect larger(0, 0, 1000, 1000);
+    EXPECT_EQ(view->checkSizeConstraint(&larger), kResultFalse);
     EXPECT_EQ(view->onSize(&larger), kResultTrue);
+    EXPECT_EQ(view->setFrame(nullptr), kResultTrue);
     expectCalls({});
 }
 
@@ -118,6 +120,15 @@ TEST_F(EditorViewTest, DoesNotLookAtTheTypeItIsAttachedWith)
     EXPECT_EQ(view->attached(nullptr, nullptr), kResultOk);
     expectCalls({"library.prepareEditor(null, null)", "library.getEditorRect()",
                  "library.openEditor(null, 0 0 800 600)", "library.editorOpened()"});
+}
+
+TEST_F(EditorViewTest, IsNotAttachedForItsBaseWhichHasNothingToDraw)
+{
+    const auto view = makeView(&library);
+    EXPECT_EQ(view->attached(&window, "NSView"), kResultOk);
+    EXPECT_FALSE(view->isAttached());
+    EXPECT_EQ(view->removed(), kResultOk);
+    EXPECT_FALSE(view->isAttached());
 }
 
 TEST_F(EditorViewTest, StaysEmptyWhenTheEditorIsNotReady)
