@@ -236,7 +236,7 @@ void VstK2xController::storeUserBank(VoiceBank::Bank bank, int index)
 
 int32 PLUGIN_API VstK2xController::hostReadyForSetPortConnections()
 {
-    return guarded<int32>(kResultOk, [this] { return ports.hostReadyForSetPortConnections(); });
+    return ports.hostReadyForSetPortConnections();
 }
 
 tresult PLUGIN_API VstK2xController::getReturnGain(float& gain)

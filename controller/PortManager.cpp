@@ -85,6 +85,18 @@ void showPort(IPortRegistry& registry, const std::string& id)
         port->setDisplayed(true);
 }
 
+/** A new stereo bus, or null where the host makes none. */
+IPtr<IBusDescriptor> stereoBus(IHostClasses* hostClasses)
+{
+    IPtr<IBusDescriptor> bus;
+    guarded([&] {
+        bus = hostInterface<IBusDescriptor>(hostClasses);
+        if (bus)
+            bus->setArrangement(kLeftAndRight);
+    });
+    return bus;
+}
+
 } // namespace
 
 std::vector<VSTiAudioPort::AudioPortInfo>* PortManager::getAudioPortList() noexcept
@@ -177,25 +189,28 @@ void PortManager::setAudioPortList(const char** ids)
 
     const bool isUnicode = context.isUnicodeAppHost();
     std::vector<std::string> taken;
-    taken.reserve(kChannels); // so that no port is hidden that cannot be remembered
+    taken.reserve(kChannels);
+    // From here on nothing throws: a port that is hidden and not remembered would stay hidden, from
+    // the user and from us.
     IPtr<IBusDescriptor> buses[kBuses];
     for (auto& bus : buses) {
-        bus = hostInterface<IBusDescriptor>(hostClasses);
-        if (bus)
-            bus->setArrangement(kLeftAndRight);
+        bus = stereoBus(hostClasses);
         for (int32 channel = 0; channel < kChannelsOfABus; ++channel, ++ids) {
-            IHostPort* port = takeAudioPort(*registry, *ids, isUnicode, taken);
+            IHostPort* port = guarded<IHostPort*>(
+                nullptr, [&] { return takeAudioPort(*registry, *ids, isUnicode, taken); });
             if (bus)
-                bus->setChannelPort(channel, port);
+                guarded([&] { bus->setChannelPort(channel, port); });
         }
     }
     // The descriptors are the host's from here on, and so are our references to them.
     IBusDescriptor* handedOver[kBuses] = {buses[0].take(), buses[1].take()};
-    portHandler->setAudioInputBuses(0, 0, handedOver, kBuses);
+    guarded([&] { portHandler->setAudioInputBuses(0, 0, handedOver, kBuses); });
 
     for (const std::string& id : audioPortIdList)
-        if (isExistAudioPortIdList(id, taken))
-            showPort(*registry, id);
+        guarded([&] {
+            if (isExistAudioPortIdList(id, taken))
+                showPort(*registry, id);
+        });
     audioPortIdList = std::move(taken);
 }
 
@@ -236,17 +251,17 @@ bool PortManager::isConnectAudioPortHost() const
     }
 }
 
-int32 PortManager::hostReadyForSetPortConnections()
+int32 PortManager::hostReadyForSetPortConnections() noexcept
 {
     VstIEditorConnect* connection = context.getEditorConnection();
     if (!connection)
         return kResultOk;
-    allMidiInputRemove(kPortToRemove);
-    firstStartAudioportDisplayCompulsorily();
+    guarded([this] { allMidiInputRemove(kPortToRemove); });
+    guarded([this] { firstStartAudioportDisplayCompulsorily(); });
     guarded([&] { connection->onHostPortsReady(!initialStartFileLoad); });
     hostReadyForSetPort = true;
     guarded([&] { connection->onInitialStartFileLoad(initialStartFileLoad); });
-    context.changeLatencyTrigger();
+    guarded([this] { context.changeLatencyTrigger(); });
     return kResultOk;
 }
 
@@ -305,7 +320,7 @@ void PortManager::firstStartAudioportDisplayCompulsorily()
     });
 }
 
-void PortManager::releasePorts(IPortRegistry* registry)
+void PortManager::releasePorts(IPortRegistry* registry) noexcept
 {
     if (registry)
         for (const std::string& id : audioPortIdList)

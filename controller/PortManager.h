@@ -46,7 +46,8 @@ public:
     bool isHostReadyForSetPort() const { return hostReadyForSetPort; }
     void setInitialStartFileLoad(bool state) { initialStartFileLoad = state; }
 
-    int32 hostReadyForSetPortConnections();
+    /** Goes through all of its steps, whichever of them fails. */
+    int32 hostReadyForSetPortConnections() noexcept;
 
     /** Takes our MIDI ports whose system name contains text out of the host's all-MIDI-inputs set.
         @return 1 when nothing was removed, else the host's answer to the last removal */
@@ -55,9 +56,10 @@ public:
     /** At the editor's first start, shows the audio inputs that the library picks. */
     void firstStartAudioportDisplayCompulsorily();
 
-    /** Shows every held port again and forgets them. Called by terminate.
+    /** Shows every held port again and forgets them; one that cannot be shown does not keep the
+        others. Called by terminate.
         @param registry the host's, or null: the ports are then only forgotten */
-    void releasePorts(IPortRegistry* registry);
+    void releasePorts(IPortRegistry* registry) noexcept;
 
     /** False as soon as list holds id, true when it does not: inverted to its name, kept so. */
     static bool isExistAudioPortIdList(std::string id, const std::vector<std::string>& list);

@@ -81,7 +81,7 @@ void TrackRouting::startObserving()
     updateHandler->addDependent(selectedTrackValue, context.getDependent());
 }
 
-void TrackRouting::stopObserving(IUpdateHandler* updateHandler)
+void TrackRouting::stopObserving(IUpdateHandler* updateHandler) noexcept
 {
     const auto remove = [&](FUnknown* object) {
         if (object && updateHandler)

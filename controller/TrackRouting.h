@@ -39,9 +39,10 @@ public:
     /** Finds the host's mixer and its "selected" value and observes both. Called by initialize. */
     void startObserving();
 
-    /** Ends every observation and lets go of the host's values. Called by terminate.
+    /** Ends every observation and lets go of the host's values, whatever of it fails. Called by
+        terminate.
         @param updateHandler the host's, or null: the values are then only let go */
-    void stopObserving(IUpdateHandler* updateHandler);
+    void stopObserving(IUpdateHandler* updateHandler) noexcept;
 
     /** A host object that we observe changed.
         @param changedUnknown borrowed; null does nothing

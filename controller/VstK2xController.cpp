@@ -151,8 +151,10 @@ tresult PLUGIN_API VstK2xController::terminate()
         if (getPeer())
             sendDisconnection();
     });
-    if (guiTimer)
-        guiTimer->timerStop();
+    guarded([this] {
+        if (guiTimer)
+            guiTimer->timerStop();
+    });
     if (VstIEditorConnect* editor = getEditorConnection()) {
         guarded([&] { editor->setControllerInterface(nullptr); });
         if (library.getBinding() == EditorLibrary::Binding::kService)

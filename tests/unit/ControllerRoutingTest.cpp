@@ -274,4 +274,95 @@ TEST_F(RoutingInAHostOfTheSmallerInterface, GoesBothWaysToo)
     expectBothWays();
 }
 
+// A host that throws --------------------------------------------------------------------
+
+TEST_F(ControllerRouting, ThrowsNothingWhicheverHostCallDoes)
+{
+    auto& selectedValue = bound.host.devices.mixer().value("selected");
+    const auto classes = hostClasses();
+    for (size_t call = 1;; ++call) {
+        selectedValue.integer = 1;
+        bound.host.throwAtCall(call);
+        EXPECT_NO_THROW({
+            bound.controller->update(selectedValue.unknown(), IDependent::kChanged);
+            bound.controller->update(bound.host.devices.mixer().unknown(), IDependent::kChanged);
+            bound.library.controller->editorPartSyncMidiCh(3);
+            bound.controller->midiChSyncEditorPart();
+            bound.controller->getSelectedTrackDevice();
+            bound.controller->CheckMIDIOutputRouting(&piano.value("output"), &piano);
+            bound.controller->isSameIValueString(&piano.value("output"), "x");
+            bound.controller->AddDependent_MIDIOutput(classes, nullptr);
+            bound.controller->AddDependent_MIDIChannel(classes, nullptr);
+            bound.controller->RemoveDependent_MIDIOutput(classes);
+            bound.controller->RemoveDependent_MIDIChannel(classes);
+        }) << call;
+        const bool threw = bound.host.callCount() >= call;
+        bound.host.clearFaults();
+        if (!threw)
+            break;
+    }
+}
+
+TEST(InitializeInAHostThatThrows, BindsTheLibraryWithoutTheTracks)
+{
+    for (const char* call :
+         {"hostApplicationW.", "getVersionString", "hostClasses.getHostInterface(IDeviceList)",
+          "findDevice", "device(Mixer).getValue", "hostClasses.getHostInterface(IUpdateHandler)",
+          "updateHandler.addDependent"}) {
+        BoundController bound;
+        bound.host.throwAt(call);
+        EXPECT_EQ(bound.controller->initialize(&bound.host.context), kResultOk) << call;
+        EXPECT_EQ(bound.controller->getParameterCount(), 225) << call;
+        EXPECT_EQ(bound.trace.count("library.start()"), 1u) << call;
+        bound.host.clearFaults();
+    }
+}
+
+/** Whatever throws in terminate, the rest of it happens. */
+TEST(TerminateInAHostThatThrows, EndsTheLibraryAndGivesEverythingBack)
+{
+    for (size_t call = 1;; ++call) {
+        BoundController bound(HostFamily::cubase("7.4.0"));
+        auto& piano = bound.host.devices.addMidiTrack("Piano", kRoutedHere, 3);
+        auto& mic = bound.host.ports.audioInput("A", "Mic");
+        auto& line = bound.host.ports.audioInput("B", "Line");
+        bound.initialize();
+        bound.host.devices.select(0);
+        const char* ids[] = {"A", "B", nullptr, nullptr};
+        bound.library.controller->setAudioPortList(ids);
+        std::string failed;
+        bound.host.onCall = [&](const std::string& text) {
+            if (bound.host.callCount() == call)
+                failed = text;
+        };
+        bound.host.throwAtCall(call);
+        EXPECT_NO_THROW(EXPECT_EQ(bound.controller->terminate(), kResultOk)) << call;
+        const bool threw = bound.host.callCount() >= call;
+        bound.host.clearFaults();
+        bound.host.onCall = nullptr;
+        SCOPED_TRACE(failed);
+        EXPECT_EQ(bound.trace.count("library.detachService()"), 1u);
+        EXPECT_THAT(bound.library.registered, IsEmpty());
+        EXPECT_FALSE(bound.controller->isConnectAudioPort());
+        EXPECT_EQ(piano.value("output").getReferences(), 1);
+        EXPECT_EQ(piano.value("channel").getReferences(), 1);
+        EXPECT_EQ(bound.host.devices.mixer().value("selected").getReferences(), 1);
+        // What the host would not let us do, and nothing more, is left undone.
+        const bool aboutPorts = failed.find("IPortRegistry") != std::string::npos ||
+                                failed.find("IHostClasses") != std::string::npos;
+        EXPECT_TRUE(mic.displayed || aboutPorts || failed.find("(A)") != std::string::npos);
+        EXPECT_TRUE(line.displayed || aboutPorts || failed.find("(B)") != std::string::npos);
+        if (!bound.host.updates.unbalanced().empty()) {
+            EXPECT_THAT(failed, testing::AnyOf(testing::HasSubstr("IHostClasses"),
+                                               testing::HasSubstr("IUpdateHandler"),
+                                               testing::HasSubstr("removeDependent")));
+            EXPECT_TRUE(bound.host.updates.unbalanced().size() == 1 ||
+                        failed.find("removeDependent") == std::string::npos);
+            bound.host.updates.forgetDependents();
+        }
+        if (!threw)
+            break;
+    }
+}
+
 } // namespace

@@ -287,6 +287,20 @@ TEST(SetAudioPortList, ComparesThePackedIdsOfAHostWithoutUnicode)
     EXPECT_THAT(scene.host.ports.inputBuses, ElementsAre("3: null null", "3: null port(in 1)"));
 }
 
+TEST(SetAudioPortList, GoesOnWhereAPortOrABusThrows)
+{
+    for (const char* call : {"port(A).setDisplayed", "port(A).getPortId", "setArrangement",
+                             "setChannelPort", "getHostInterface(IBusDescriptor)"}) {
+        PortScene scene;
+        scene.host.ports.audioInput("B", "Line");
+        scene.host.ports.audioInput("A", "Mic");
+        scene.host.throwAt(call);
+        scene.setAudio("A", "B", nullptr, nullptr);
+        EXPECT_EQ(scene.calls({"portHandler.setAudioInputBuses"}).size(), 1u) << call;
+        EXPECT_TRUE(scene.ports.isConnectAudioPort()) << call;
+    }
+}
+
 TEST(SetAudioPortList, StaysBalancedWhicheverHostCallFails)
 {
     for (size_t call = 1;; ++call) {
@@ -302,21 +316,26 @@ TEST(SetAudioPortList, StaysBalancedWhicheverHostCallFails)
     }
 }
 
-TEST(SetAudioPortList, AHostCallThatThrowsLeaksNothing)
+TEST(SetAudioPortList, AHostCallThatThrowsLeaksNothingAndLeavesNoPortHidden)
 {
     for (size_t call = 1;; ++call) {
         PortScene scene;
         scene.host.ports.audioInput("A", "Mic");
-        scene.host.ports.audioInput("B", "Line");
+        auto& b = scene.host.ports.audioInput("B", "Line");
         scene.setAudio("A", nullptr, nullptr, nullptr);
         scene.host.throwAtCall(call);
         try {
             scene.setAudio("B", nullptr, "A", nullptr);
         } catch (const ScriptedFailure&) {
-            continue;
+            EXPECT_TRUE(b.displayed) << "only before a port was hidden";
         }
-        EXPECT_LT(scene.host.callCount(), call);
-        break;
+        const bool threw = scene.host.callCount() >= call;
+        scene.host.clearFaults();
+        scene.setAudio(nullptr, nullptr, nullptr, nullptr);
+        for (const auto* port : scene.host.ports.list)
+            EXPECT_TRUE(port->displayed) << port->getName() << " after call " << call;
+        if (!threw)
+            break;
     }
 }
 
@@ -345,6 +364,18 @@ TEST(ReleasePorts, SkipsAPortThatIsGone)
     scene.setAudio("A", nullptr, nullptr, nullptr);
     scene.host.ports.remove(0);
     scene.ports.releasePorts(&scene.host.ports.getRegistry());
+    EXPECT_FALSE(scene.ports.isConnectAudioPort());
+}
+
+TEST(ReleasePorts, ShowsTheOthersWhereOneThrows)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    auto& b = scene.host.ports.audioInput("B", "Line");
+    scene.setAudio("A", "B", nullptr, nullptr);
+    scene.host.throwAt("port(A).setDisplayed");
+    scene.ports.releasePorts(&scene.host.ports.getRegistry());
+    EXPECT_TRUE(b.displayed);
     EXPECT_FALSE(scene.ports.isConnectAudioPort());
 }
 

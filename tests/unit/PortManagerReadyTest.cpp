@@ -100,6 +100,23 @@ TEST(HostReady, GoesOnWhereTheLibraryThrows)
     }
 }
 
+TEST(HostReady, GoesOnWhereTheHostThrows)
+{
+    for (const char* call : {"getPortCount", "getHostInterface", "isPortType"}) {
+        PortScene scene;
+        scene.host.ports.midiInput("4", "Tavrin RDL3/RDL5 Port4");
+        scene.library.firstStartState = 1;
+        scene.host.throwAt(call);
+        EXPECT_EQ(scene.ports.hostReadyForSetPortConnections(), 0);
+        EXPECT_TRUE(scene.ports.isHostReadyForSetPort());
+        EXPECT_THAT(scene.calls({"library.", "controller."}),
+                    ElementsAre("library.getFirstStartState()", "library.onHostPortsReady(true)",
+                                "library.onInitialStartFileLoad(false)",
+                                "controller.changeLatencyTrigger()"))
+            << call;
+    }
+}
+
 TEST(HostReady, WorksInAHostWithoutPorts)
 {
     PortScene scene(HostFamily::plain());
