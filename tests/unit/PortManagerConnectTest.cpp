@@ -99,6 +99,22 @@ TEST(SetMidiOutPort, AsksForThePortsBeforeTheHandler)
                             "query(host, IComponentPortHandler)"));
 }
 
+TEST(SetMidiOutPort, AsksEachPortNoMoreThanItNeeds)
+{
+    PortScene scene;
+    scene.host.ports.midiInput("in", "Keys");
+    scene.host.ports.audioOutput("audio", "Speaker");
+    scene.host.ports.midiOutput("V", "Virtual").attributes = {"virtual"};
+    scene.host.ports.midiOutput("A", "Box");
+    scene.ports.setMidiOutPort("A");
+    EXPECT_THAT(scene.calls({"port("}),
+                ElementsAre("port(in).isInputPort()", "port(audio).isInputPort()",
+                            "port(audio).isPortType(midi)", "port(V).isInputPort()",
+                            "port(V).isPortType(midi)", "port(V).hasPortAttribute(virtual)",
+                            "port(A).isInputPort()", "port(A).isPortType(midi)",
+                            "port(A).hasPortAttribute(virtual)", "port(A).getPortId()"));
+}
+
 TEST(SetMidiOutPort, ComparesThePackedIdsOfAHostWithoutUnicode)
 {
     PortScene scene(HostFamily::withoutUnicode("Cubase LE", "4.0.1"));
@@ -118,6 +134,37 @@ TEST(SetAudioPortList, ConnectsFourPortsToTwoStereoBuses)
     EXPECT_TRUE(scene.ports.isConnectAudioPort());
     for (const auto* port : scene.host.ports.list)
         EXPECT_FALSE(port->displayed) << port->getName();
+}
+
+TEST(SetAudioPortList, AsksForThePortsBeforeTheHandler)
+{
+    PortScene scene;
+    scene.host.traceQueries();
+    scene.setAudio(nullptr, nullptr, nullptr, nullptr);
+    EXPECT_THAT(scene.calls({"query", "hostClasses"}),
+                ElementsAre("query(context, IHostClasses)",
+                            "hostClasses.getHostInterface(IPortRegistry)",
+                            "query(host, IComponentPortHandler)",
+                            "hostClasses.getHostInterface(IBusDescriptor)",
+                            "hostClasses.getHostInterface(IBusDescriptor)"));
+}
+
+TEST(SetAudioPortList, AsksEachPortNoMoreThanItNeeds)
+{
+    PortScene scene;
+    scene.host.ports.midiInput("midi", "Keys");
+    scene.host.ports.audioOutput("out", "Speaker");
+    scene.host.ports.audioInput("B", "Line");
+    scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.audioInput("C", "Phono");
+    scene.setAudio("A", nullptr, nullptr, nullptr);
+    EXPECT_THAT(
+        scene.calls({"port("}),
+        ElementsAre("port(midi).isPortType(audio)", "port(out).isPortType(audio)",
+                    "port(out).isInputPort()", "port(B).isPortType(audio)", "port(B).isInputPort()",
+                    "port(B).getPortId()", "port(A).isPortType(audio)", "port(A).isInputPort()",
+                    "port(A).getPortId()", "port(A).isDisplayed()", "port(A).setDisplayed(false)"));
+    EXPECT_EQ(scene.trace.count("portRegistry.getPortCount()"), 4u);
 }
 
 TEST(SetAudioPortList, MakesOneBusAfterTheOther)

@@ -173,6 +173,22 @@ TEST(AllMidiInputRemove, AsksTheMatcherPatternByPatternBeforeTheText)
                             match(kTwice, "Tavrin RDL3/RDL5 Port3")));
 }
 
+TEST(AllMidiInputRemove, AsksEachPortNoMoreThanItNeeds)
+{
+    PortScene scene;
+    scene.host.ports.audioInput("A", "Mic");
+    scene.host.ports.midiInput("V", "Virtual").attributes = {"virtual"};
+    scene.host.ports.midiOutput("P", "Proxy").attributes = {"proxy"};
+    scene.host.ports.midiInput("4", "Tavrin RDL3/RDL5 Port4");
+    scene.ports.allMidiInputRemove("Port4");
+    EXPECT_THAT(scene.calls({"port("}),
+                ElementsAre("port(A).isPortType(midi)", "port(V).isPortType(midi)",
+                            "port(V).hasPortAttribute(virtual)", "port(P).isPortType(midi)",
+                            "port(P).hasPortAttribute(virtual)", "port(P).hasPortAttribute(proxy)",
+                            "port(4).isPortType(midi)", "port(4).hasPortAttribute(virtual)",
+                            "port(4).hasPortAttribute(proxy)", "port(4).getSystemName()"));
+}
+
 TEST(AllMidiInputRemove, RemovesAPortOnceWhenBothPatternsMatch)
 {
     PortScene scene;
@@ -285,6 +301,22 @@ TEST(FirstStart, ShowsTheAudioInputsThatTheLibraryPicks)
     scene.ports.firstStartAudioportDisplayCompulsorily();
     EXPECT_THAT(scene.calls({"port(A).set", "port(B).set", "port(C).set", "port(D).set"}),
                 ElementsAre("port(A).setDisplayed(true)"));
+}
+
+TEST(FirstStart, AsksEachPortNoMoreThanItNeeds)
+{
+    PortScene scene;
+    scene.host.ports.midiInput("midi", "Keys");
+    scene.host.ports.audioOutput("out", "Speaker");
+    scene.host.ports.audioInput("A", "Mic");
+    scene.library.firstStartState = 1;
+    scene.library.displaysPort = [](const std::string&) { return true; };
+    scene.ports.firstStartAudioportDisplayCompulsorily();
+    EXPECT_THAT(scene.calls({"port(", "library.is"}),
+                ElementsAre("port(midi).isPortType(audio)", "port(out).isPortType(audio)",
+                            "port(out).isInputPort()", "port(A).isPortType(audio)",
+                            "port(A).isInputPort()", "port(A).getDisplayName()",
+                            "library.isDisplayAudioPort(Mic)", "port(A).setDisplayed(true)"));
 }
 
 TEST(FirstStart, DoesNothingAtAnyOtherStart)

@@ -88,6 +88,19 @@ TEST(StartObserving, EndsAtTheFirstObjectThatIsMissing)
     EXPECT_THAT(observed([](TrackScene& s) { s.host.hide(IUpdateHandler::iid); }), IsEmpty());
 }
 
+TEST(StartObserving, KnowsTheTracksWithoutAnUpdateHandlerToo)
+{
+    TrackScene scene(olderHost());
+    auto& piano = scene.host.devices.addMidiTrack("Piano", kRoutedHere, 3);
+    scene.host.hide(IUpdateHandler::iid);
+    scene.start();
+    scene.host.devices.mixer().value("selected").integer = 0;
+    EXPECT_EQ(scene.routing.getSelectedTrackDevice(), &piano);
+    scene.routing.editorPartSyncMidiCh(3);
+    EXPECT_THAT(scene.calls({"value(Mixer.selected).set"}),
+                ElementsAre("value(Mixer.selected).setInteger(0, true)"));
+}
+
 TEST(StopObserving, LetsGoOfEachObjectInOrder)
 {
     TrackScene scene(olderHost());

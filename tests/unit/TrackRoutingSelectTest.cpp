@@ -37,6 +37,17 @@ TEST(EditorPart, SelectsTheFirstTrackThatPlaysItsChannel)
     EXPECT_THAT(scene.calls({"device(Second)"}), IsEmpty());
 }
 
+TEST(EditorPart, IsOnItsTracksExactChannel)
+{
+    TrackScene scene(olderHost());
+    scene.host.devices.addMidiTrack("Above", kRoutedHere, 5);
+    scene.host.devices.addMidiTrack("Below", kRoutedHere, 3);
+    scene.host.devices.addMidiTrack("Piano", kRoutedHere, 4);
+    scene.start();
+    scene.routing.editorPartSyncMidiCh(4);
+    EXPECT_THAT(selections(scene), ElementsAre(selection(2)));
+}
+
 TEST(EditorPart, IsShownAgainByTheHostsNotice)
 {
     TrackScene scene(olderHost());

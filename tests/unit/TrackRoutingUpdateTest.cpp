@@ -217,6 +217,34 @@ TEST(OutputChange, WithinThePlugInObservesTheChannelAnew)
                             "updateHandler.addDependent(value(Piano.channel))", kSync3));
 }
 
+TEST(OutputChange, InANewerHostIsJudgedByTheRack)
+{
+    ProjectScene scene(newerHost());
+    ASSERT_THAT(scene.observed(), ElementsAre("value(Piano.output)"));
+    scene.setOutput(kRoutedHere);
+    EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)")) << "whatever its text says";
+    auto& ours = scene.host.devices.addInstrument("Ours", "RDL3/RDL5 VST", &scene.piano);
+    scene.setOutput(kRoutedElsewhere);
+    EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));
+    EXPECT_THAT(scene.synced(), ElementsAre(kSync3));
+    ours.value("effectType").text = "Other VST";
+    scene.setOutput(kRoutedHere);
+    EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)"));
+}
+
+TEST(OutputChange, IsFollowedInAHostWithoutUnicode)
+{
+    ProjectScene scene(HostFamily::withoutUnicode("Cubase", "5.0.0"));
+    scene.setOutput(kRoutedElsewhere);
+    EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)"));
+    scene.setOutput(kRoutedHere);
+    scene.piano.value("channel").integer = 4;
+    scene.tell(scene.piano.value("channel"), kChanged);
+    EXPECT_THAT(scene.synced(), ElementsAre(kSync3, kSync4));
+    scene.tell(scene.piano.value("output"), kDestroyed);
+    EXPECT_THAT(scene.observed(), IsEmpty());
+}
+
 TEST(OutputChange, ToDestroyedDropsOutputAndChannel)
 {
     ProjectScene scene;
@@ -266,6 +294,30 @@ TEST(MixerChange, KeepsTheTrackWhenTheMixerGrewOrStayed)
     EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));
     scene.host.devices.removeTrack(3); // back to as many as at the start, and fewer than last seen
     EXPECT_THAT(scene.observed(), IsEmpty());
+}
+
+TEST(MixerChange, IsHeardInAHostWithoutUnicode)
+{
+    ProjectScene scene(HostFamily::withoutUnicode("Cubase", "5.0.0"));
+    scene.host.traceQueries();
+    scene.host.devices.removeTrack(2);
+    EXPECT_THAT(scene.calls({"query(device"}),
+                ElementsAre("query(device(Mixer), IValueNotUnicodeID)",
+                            "query(device(Mixer), IDeviceNotUnicodeID)"));
+    EXPECT_THAT(scene.observed(), IsEmpty());
+}
+
+TEST(MixerChange, IsCountedWithoutAnUpdateHandlerAlthoughTheTrackStays)
+{
+    ProjectScene scene;
+    scene.host.hide(IUpdateHandler::iid);
+    scene.host.devices.removeTrack(2);
+    scene.tell(scene.piano.value("output"), kDestroyed);
+    EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));
+    scene.host.show(IUpdateHandler::iid);
+    scene.host.devices.tellTracksChanged();
+    EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"))
+        << "the loss was counted once";
 }
 
 TEST(MixerChange, CountsFromNoneAtTheStart)
