@@ -167,6 +167,16 @@ TEST(RoutingOfANewerHost, WalksTheRackInOrderAndStopsAtTheFirstThatDecides)
             "device(First).getValue(effectType)", "value(First.effectType).getString(256)"));
 }
 
+TEST(RoutingOfANewerHost, LooksAtTheFirstOutputOfAnInstrumentOnly)
+{
+    RackScene scene;
+    auto& ours = scene.host.devices.addInstrument("Ours", kPlugIn);
+    ours.addChild("Second out", "Output").connectTo(scene.lead);
+    EXPECT_FALSE(scene.isRouted());
+    ours.children.front()->connectTo(scene.lead);
+    EXPECT_TRUE(scene.isRouted());
+}
+
 TEST(RoutingOfANewerHost, LooksAtTheFirstFolderOfInstrumentsOnly)
 {
     RackScene scene;
