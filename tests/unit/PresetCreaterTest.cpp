@@ -1,52 +1,17 @@
 #include "tests/unit/PresetCreaterFixture.h"
 
 #include "tests/doubles/PresetFileBytes.h"
+#include "tests/doubles/PresetXml.h"
 
 using namespace Steinberg::Vst;
 using doubles::le32;
 using doubles::presetFileBytes;
+using doubles::presetXml;
 using testing::ElementsAre;
 
 namespace {
 
-constexpr char kViolinXml[] =
-    "<?xml version=\"1.0\" encoding=\"US-ASCII\"?>\n"
-    "<MetaInfo>\n"
-    "\t<Attribute id=\"FileType\" value=\"VST3 Preset\" type=\"string\" "
-    "flags=\"writeProtected\"/>\n"
-    "\t<Attribute id=\"MediaRating\" value=\"3\" type=\"int\" flags=\"\"/>\n"
-    "\t<Attribute id=\"MediaType\" value=\"VstPreset\" type=\"string\" flags=\"writeProtected\"/>\n"
-    "\t<Attribute id=\"PlugInCategory\" value=\"Instrument|External|OnlyRT|DSPBased\" "
-    "type=\"string\" flags=\"writeProtected\"/>\n"
-    "\t<Attribute id=\"PlugInName\" value=\"RDL3/RDL5 VST\" type=\"string\" "
-    "flags=\"writeProtected\"/>\n"
-    "\t<Attribute id=\"MusicalInstrument\" value=\"Strings|Violin\" type=\"string\" "
-    "flags=\"writeProtected\"/>\n"
-    "\t<Attribute id=\"MusicalCharacter\" value=\"Acoustic\" type=\"string\" "
-    "flags=\"writeProtected\"/>\n"
-    "\t<Attribute id=\"PlugInVendor\" value=\"Tavrin Corporation\" type=\"string\" "
-    "flags=\"writeProtected\"/>\n"
-    "\t<Attribute id=\"MusicalCategory\" value=\"Strings\" type=\"string\" "
-    "flags=\"writeProtected\"/>\n"
-    "\t<Attribute id=\"MusicalMidiInstrument\" value=\"RDL3/RDL5 VST\" type=\"string\" "
-    "flags=\"writeProtected\"/>\n"
-    "\t<Attribute id=\"VST3UniqueID\" value=\"13EEE3484D664261B90352CE35DD18B4\" "
-    "type=\"string\" flags=\"writeProtected\"/>\n"
-    "</MetaInfo>";
-
-/** The same with other texts of the media browser. */
-std::string xmlFor(const std::string& category, const std::string& subCategory,
-                   const std::string& character)
-{
-    std::string xml = kViolinXml;
-    const auto put = [&xml](const std::string& from, const std::string& to) {
-        xml.replace(xml.find(from), from.size(), to);
-    };
-    put("\"Strings|Violin\"", "\"" + category + "|" + subCategory + "\"");
-    put("\"Acoustic\"", "\"" + character + "\"");
-    put("\"Strings\"", "\"" + category + "\"");
-    return xml;
-}
+const std::string kViolinXml = presetXml("Strings", "Violin", "Acoustic");
 
 } // namespace
 
@@ -67,21 +32,22 @@ TEST_F(PresetCreaterTest, AUserBankBecomesAFileWithTheLibrarysBytes)
                                    "d",
                                    3);
     EXPECT_EQ(home.content("Sweet Violin.vstpreset"),
-              presetFileBytes(state, xmlFor("Strings", "Other", "Acoustic")));
+              presetFileBytes(state, presetXml("Strings", "Other", "Acoustic")));
 }
 
 TEST_F(PresetCreaterTest, CategoryTextsStandInTheXmlAsTheTablesHoldThem)
 {
     writeVoice("195:GM Kit"); // main category 12, sub-category 3
-    EXPECT_EQ(home.content("GM Kit.vstpreset"),
-              presetFileBytes(le32(1) + le32(0) + le32(0), xmlFor("Drum&amp;Perc", "Other", "")));
+    EXPECT_EQ(
+        home.content("GM Kit.vstpreset"),
+        presetFileBytes(le32(1) + le32(0) + le32(0), presetXml("Drum&amp;Perc", "Other", "")));
 }
 
 TEST_F(PresetCreaterTest, AnEmptySubCategoryLeavesTheBarInTheXml)
 {
     writeVoice("37:Odd Organ"); // main category 2, sub-category 5, which has no list
     EXPECT_EQ(home.content("Odd Organ.vstpreset"),
-              presetFileBytes(le32(1) + le32(0) + le32(0), xmlFor("Organ", "", "")));
+              presetFileBytes(le32(1) + le32(0) + le32(0), presetXml("Organ", "", "")));
 }
 
 TEST_F(PresetCreaterTest, CategoriesThatTheTablesLackGiveEmptyTexts)
@@ -89,7 +55,7 @@ TEST_F(PresetCreaterTest, CategoriesThatTheTablesLackGiveEmptyTexts)
     library.categoryName = [](int32) -> doubles::BufferAnswer { return {"<Unheard \"of\">"}; };
     writeVoice("80:X");
     EXPECT_EQ(home.content("X.vstpreset"),
-              presetFileBytes(le32(1) + le32(0) + le32(0), xmlFor("", "", "")));
+              presetFileBytes(le32(1) + le32(0) + le32(0), presetXml("", "", "")));
 }
 
 TEST_F(PresetCreaterTest, EachBankHasItsBitAndItsKindOfFile)
