@@ -58,6 +58,11 @@ void addSoundOptions(CLI::App& app, Options& options)
         ->expected(1)
         ->take_all();
     app.add_option("--preset", options.preset, "Load this .vstpreset file first");
+    app.add_option("--store-bank", options.storeBanks,
+                   "Let the simulated user store this user bank, as in 9:2 (the banks are 8, 9, 10 "
+                   "and 14), into the preset folder below HOME")
+        ->expected(1)
+        ->take_all();
 }
 
 void addOutputOptions(CLI::App& app, Options& options)

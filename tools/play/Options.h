@@ -25,9 +25,10 @@ struct Options {
     std::string audio;   ///< empty: none is rendered
     std::string soundFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
     bool listParameters = false;
-    std::vector<std::string> automate;  ///< titles
-    std::vector<std::string> userTurns; ///< titles
-    std::string preset;                 ///< empty: none is loaded
+    std::vector<std::string> automate;   ///< titles
+    std::vector<std::string> userTurns;  ///< titles
+    std::string preset;                  ///< empty: none is loaded
+    std::vector<std::string> storeBanks; ///< "BANK:NUMBER"
 };
 
 /** Thrown instead of options when the command line ends the program by itself. */

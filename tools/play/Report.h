@@ -26,7 +26,14 @@ struct Report {
     };
     struct LoadedPreset {
         std::string file;
-        std::string reached; ///< "bank 3, number 17"; empty when the library does not tell
+        std::string reached;    ///< "voice 17 of bank 3"; empty when the library does not tell
+        std::vector<char> data; ///< the bytes of a user bank that reached it; empty for a voice
+    };
+    /** A user bank that the plug-in stored. */
+    struct StoredBank {
+        int32 bank;
+        int32 number;
+        std::string file;
     };
     /** What the editor library says that it got; only the simulator tells. */
     struct LibrarySide {
@@ -51,6 +58,7 @@ struct Report {
     std::vector<AutomatedParameter> automated;
     std::vector<EditSummary> turned;
     std::optional<LoadedPreset> preset;
+    std::vector<StoredBank> stored;
     std::string midiFile;  ///< empty: none was written
     std::string audioFile; ///< empty: none was rendered
     WavMeasures audio;

@@ -61,10 +61,33 @@ Json automationOf(const Report& report)
     return list;
 }
 
+Json storedOf(const Report& report)
+{
+    auto list = Json::array();
+    for (const auto& bank : report.stored)
+        list.push_back({{"bank", bank.bank}, {"number", bank.number}, {"file", bank.file}});
+    return list;
+}
+
+std::string hexOf(const std::vector<char>& data)
+{
+    constexpr const char* digits = "0123456789abcdef";
+    std::string text;
+    for (const char byte : data) {
+        text += digits[static_cast<unsigned char>(byte) >> 4U];
+        text += digits[static_cast<unsigned char>(byte) & 0xFU];
+    }
+    return text;
+}
+
 void addFiles(Json& json, const Report& report)
 {
     if (report.preset)
-        json["preset"] = {{"file", report.preset->file}, {"reached", report.preset->reached}};
+        json["preset"] = {{"file", report.preset->file},
+                          {"reached", report.preset->reached},
+                          {"data", hexOf(report.preset->data)}};
+    if (!report.stored.empty())
+        json["storedBanks"] = storedOf(report);
     if (!report.midiFile.empty())
         json["midiFile"] = report.midiFile;
     if (!report.audioFile.empty())

@@ -127,6 +127,9 @@ void addControl(Lines& lines, const Report& report)
                   report.preset->file + (report.preset->reached.empty()
                                              ? " was loaded"
                                              : " reached the editor as " + report.preset->reached));
+    for (const auto& bank : report.stored)
+        lines.add("Bank stored", "user bank " + std::to_string(bank.bank) + ", number " +
+                                     std::to_string(bank.number) + ", as " + bank.file);
     for (const auto& parameter : report.automated)
         lines.add(
             "Automation",

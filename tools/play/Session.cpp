@@ -4,6 +4,7 @@
 #include "tools/play/Failure.h"
 #include "tools/play/HostString.h"
 #include "tools/play/MidiFileWriter.h"
+#include "tools/play/PresetArrival.h"
 #include "tools/play/PresetLoader.h"
 #include "tools/play/ProgressBar.h"
 #include "tools/play/Simulator.h"
@@ -63,12 +64,13 @@ Session::Session(const Options& wishes)
     prepareControl();
 }
 
-SimulatorControl& Session::simulatorForTurns() const
+SimulatorControl& Session::simulatorForUser() const
 {
     if (simulator)
         return *simulator;
-    throw Failure("Only the simulated editor library has a user who can turn knobs, and it is not "
-                  "what the plug-in loaded.");
+    throw Failure(
+        "Only the simulated editor library has a user who can turn knobs and store banks, "
+        "and it is not what the plug-in loaded.");
 }
 
 void Session::prepareControl()
@@ -80,7 +82,11 @@ void Session::prepareControl()
         automations.emplace_back(instance.controller(), parameter.id);
     }
     for (const auto& title : options.userTurns)
-        turns.emplace_back(simulatorForTurns(), list.find(title).id);
+        turns.emplace_back(simulatorForUser(), list.find(title).id);
+    for (const auto& words : options.storeBanks) {
+        simulatorForUser(); // before minutes of playing
+        banksToStore.push_back(bankPlaceOf(words));
+    }
 }
 
 Report Session::play(std::ostream* terminal)
@@ -90,6 +96,7 @@ Report Session::play(std::ostream* terminal)
     const Song song(options.song);
     Report report;
     loadPresetInto(report);
+    storeBanksInto(report);
     playSong(song, report, terminal);
     addControl(report);
     addLibrarySide(report);
@@ -102,23 +109,15 @@ void Session::loadPresetInto(Report& report)
 {
     if (options.preset.empty())
         return;
-    const auto before = simulator ? simulator->presetsApplied().size() : 0;
-    const auto banksBefore = simulator ? simulator->userBanksApplied().size() : 0;
+    const PresetArrival arrival(simulator);
     loadPreset(options.preset, plugIn, instance);
-    report.preset = Report::LoadedPreset{options.preset, ""};
-    if (!simulator)
-        return;
-    const auto presets = simulator->presetsApplied();
-    const auto banks = simulator->userBanksApplied();
-    if (presets.size() > before)
-        report.preset->reached = "voice " + std::to_string(presets.back().number) + " of bank " +
-                                 std::to_string(presets.back().bank);
-    else if (banks.size() > banksBefore)
-        report.preset->reached = "user bank " + std::to_string(banks.back().bank) + ", number " +
-                                 std::to_string(banks.back().number) + ", " +
-                                 std::to_string(banks.back().data.size()) + " bytes";
-    else
-        report.preset->reached = "nothing: no voice and no bank arrived";
+    report.preset = arrival.of(options.preset);
+}
+
+void Session::storeBanksInto(Report& report)
+{
+    for (const auto& place : banksToStore)
+        report.stored.push_back(storeBank(simulatorForUser(), place));
 }
 
 void Session::playSong(const Song& song, Report& report, std::ostream* terminal)

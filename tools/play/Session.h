@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tools/play/Automation.h"
+#include "tools/play/BankStore.h"
 #include "tools/play/Host.h"
 #include "tools/play/Instance.h"
 #include "tools/play/Options.h"
@@ -32,8 +33,9 @@ public:
 
 private:
     void loadPresetInto(Report& report);
+    void storeBanksInto(Report& report);
     void prepareControl();
-    SimulatorControl& simulatorForTurns() const;
+    SimulatorControl& simulatorForUser() const;
     void playSong(const Song& song, Report& report, std::ostream* terminal);
     void describe(Report& report);
     void addControl(Report& report);
@@ -50,6 +52,7 @@ private:
     std::string binding;
     std::vector<Automation> automations;
     std::vector<UserTurns> turns;
+    std::vector<BankPlace> banksToStore;
 };
 
 } // namespace play
