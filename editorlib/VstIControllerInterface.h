@@ -34,7 +34,11 @@ public:
     /** Makes the host select the first track that plays this MIDI channel (0 to 15) through us. */
     virtual void editorPartSyncMidiCh(unsigned int channel) = 0;
 
-    /** Writes a user bank into the user's preset folder. */
+    /** Writes a user bank into the user's preset folder, over the file of its name if there is one.
+        Says nothing of the outcome. The library is asked for the bank's name, categories and data
+        from inside the call. [any library thread]
+        @param bank 8, 9, 10 or 14; nothing is written for another
+        @param index which of the bank's contents, as in getUserBankData */
     virtual void storeUserBank(VoiceBank::Bank bank, int index) = 0;
 
     /** Takes over an editor value without telling the host. [any library thread] */
