@@ -3,6 +3,7 @@
 
 #include "module/PlugInInfo.h"
 #include "presets/VstK2xPreset.h"
+#include "tests/doubles/PresetXml.h"
 
 #include "pluginterfaces/base/smartpointer.h"
 
@@ -143,6 +144,18 @@ TEST_F(HostileVoiceTest, MarkupInNamesNeverReachesTheXml)
     EXPECT_EQ(attribute(document, "MusicalInstrument"), "|");
     EXPECT_EQ(attribute(document, "MusicalCharacter"), "");
     EXPECT_EQ(attribute(document, "MusicalCategory"), "");
+}
+
+TEST_F(HostileVoiceTest, MarkupInANameLeavesItsCategoryAlone)
+{
+    writeVoice("80:<Violin x=\"1\">&amp;]]>");
+    const auto text = metaInfo(home.presetFolder() + "/_Violin x=_1__&amp;]]_.vstpreset");
+    EXPECT_EQ(text, doubles::presetXml("Strings", "Violin", "Acoustic"));
+    // A user bank's too.
+    library.voiceData = [](int32, int32) -> doubles::BufferAnswer { return {"80:</MetaInfo>"}; };
+    creater.setVoiceDataInfo(VoiceBank::kUser4, 0, kEverything, Creater::kUserFolder);
+    EXPECT_EQ(metaInfo(home.presetFolder() + "/__MetaInfo_.vstpreset"),
+              doubles::presetXml("Strings", "Other", "Acoustic"));
 }
 
 TEST_F(HostileVoiceTest, EveryCategoryGivesAFileWhoseXmlAParserReads)
