@@ -160,6 +160,31 @@ says-that-a-folder-is-read-only)
   expect "once it stands" complains "'$folder' cannot be written to: Read-only file system."
   expect "one sentence" sentences 1
   ;;
+writes-into-the-library-of-every-user)
+  bwrap --dev-bind / / true 2>"$err" || { cat "$err"; exit 77; }
+  # A root that is all of this machine's but its /Library.
+  sandbox=()
+  for entry in /*; do
+    if [ -L "$entry" ]; then
+      sandbox+=(--symlink "$(readlink "$entry")" "$entry")
+    elif [ "$entry" != /Library ]; then
+      sandbox+=(--dev-bind-try "$entry" "$entry")
+    fi
+  done
+  bwrap "${sandbox[@]}" "$program" --library "$simulator" --system >"$out" 2>"$err"
+  expect "fails without a /Library" [ $? -eq 1 ]
+  expect "which is not its to make" complains "there is no folder '/Library'."
+  expect "one sentence" sentences 1
+  mkdir "$root/all"
+  bwrap "${sandbox[@]}" --bind "$root/all" /Library \
+    "$program" --library "$simulator" --system --bank 9 >"$out" 2>"$err"
+  expect "succeeds with one" [ $? -eq 0 ]
+  expect "says where" says '/Library/Audio/Presets/Tavrin Corporation/RDL3_RDL5 VST:'
+  folder="$root/all/Audio/Presets/Tavrin Corporation/RDL3_RDL5 VST"
+  expect "four files" files 4
+  expect "nothing else" nothing_else
+  expect "nothing in the user's own" [ ! -e "$HOME/Library" ]
+  ;;
 says-that-the-disk-is-full)
   bwrap --dev-bind / / true 2>"$err" || { cat "$err"; exit 77; }
   program=$program simulator=$simulator out=$out err=$err folder=$folder \
