@@ -7,8 +7,11 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cmath>
 #include <limits>
+#include <thread>
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
@@ -131,6 +134,30 @@ TEST_F(EditorParameterTest, RefreshMakesTheEditorsValueTheHostsDefault)
     EXPECT_THAT(trace.texts(), ElementsAre("library.getParameterValue(5)"));
     EXPECT_EQ(parameter->getEditorParameter(), 3);
     EXPECT_EQ(parameter->getInfo().defaultNormalizedValue, 0.75);
+    EXPECT_EQ(parameter->getNormalized(), 0.75);
+}
+
+TEST_F(EditorParameterTest, RefreshKeepsOthersFromTheValueUntilItIsTheLibrarys)
+{
+    const auto parameter = make({1, 0, 4, 0, {}});
+    library.setParameterValue(kID, 3);
+    std::thread other;
+    std::atomic<bool> started{false};
+    std::atomic<bool> stored{false};
+    library.onCall = [&](const std::string&) {
+        other = std::thread([&] {
+            started = true;
+            parameter->setEditorParameter(2);
+            stored = true;
+        });
+        while (!started)
+            std::this_thread::yield();
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        EXPECT_FALSE(stored);
+    };
+    parameter->updateParemeterInfo();
+    other.join();
+    EXPECT_EQ(parameter->getEditorParameter(), 2); // the later of the two
     EXPECT_EQ(parameter->getNormalized(), 0.75);
 }
 

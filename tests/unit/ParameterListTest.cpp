@@ -314,6 +314,7 @@ TEST_F(ParameterListTest, IsCompleteWhenTheLibraryMakesNoObservers)
     bound.library.storesObservers = false;
     bound.initialize();
     EXPECT_EQ(bound.controller->getParameterCount(), kListed);
+    EXPECT_EQ(bound.library.registered, std::vector<VstIObserver*>(225, nullptr));
     bound.tick();
     EXPECT_THAT(bound.trace.textsOf({"observer("}), IsEmpty());
     bound.controller->terminate();
@@ -325,6 +326,17 @@ TEST_F(ParameterListTest, IsCompleteWhenMakingObserversThrows)
     bound.library.throwAt("getVSTObserverObject");
     bound.initialize();
     EXPECT_EQ(bound.controller->getParameterCount(), kListed);
+    EXPECT_THAT(bound.library.liveObservers(), IsEmpty());
+}
+
+TEST_F(ParameterListTest, KeepsObserversWhoseRegistrationThrows)
+{
+    bound.library.throwAt("addObserver");
+    bound.initialize();
+    bound.tick();
+    EXPECT_EQ(bound.trace.textsOf({"observer("}).size(), 225u);
+    bound.controller->terminate();
+    EXPECT_EQ(bound.trace.count("library.removeObserver(37012000)"), 1u);
     EXPECT_THAT(bound.library.liveObservers(), IsEmpty());
 }
 
