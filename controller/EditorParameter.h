@@ -32,6 +32,7 @@ public:
     EditorParameter(const EditorParameter&) = delete;
     EditorParameter& operator=(const EditorParameter&) = delete;
 
+    // How texts are shown and read is settled before the host sees the parameter.
     /** Whether toString gives the editor's texts; else it gives the number. */
     void setHasValueTexts(bool state) { hasValueTexts = state; }
 
@@ -42,6 +43,7 @@ public:
         [host main thread] */
     void updateParemeterInfo();
 
+    // Conversions. [any thread]
     /** Editor value to normalized value; not clamped. 0 when the range is a single value. */
     double convertToVSTParameter(int editorValue) const;
 
@@ -54,7 +56,7 @@ public:
     void toString(ParamValue normalized, String128 string) const override;
 
     /** @param string zero-terminated. @return false without a parser, for a text that it does not
-        take, and for a value outside the range; normalized is set on success only */
+        take, and for a value outside the range; normalized is set on success only. [any thread] */
     bool fromString(const TChar* string, ParamValue& normalized) const override;
 
     // The editor value. [any thread]

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 namespace Steinberg {
 namespace Vst {
@@ -70,16 +71,19 @@ unsigned ParameterModel::createObserverParameter(int block, int number, int part
     return id;
 }
 
-EditorParameter* ParameterModel::add(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
-                                     const char* title)
+IPtr<EditorParameter> ParameterModel::make(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
+                                           const char* title) const
 {
-    IPtr<EditorParameter> parameter = owned(
+    return owned(
         new EditorParameter(owner.getEditorConnection(), flags, id, unitId, stepCount, title));
+}
+
+void ParameterModel::add(IPtr<EditorParameter> parameter)
+{
     EditorParameter* borrowed = parameter;
     owner.addParameter(parameter.take());
     const std::lock_guard<std::mutex> guard(mapLock);
-    parametersByID[id] = borrowed;
-    return borrowed;
+    parametersByID[borrowed->getInfo().id] = borrowed;
 }
 
 int32 ParameterModel::askStepCount(unsigned id) const
@@ -97,9 +101,10 @@ void ParameterModel::createVSTPartParameter(UnitID unitId, int part,
         char title[64];
         std::snprintf(title, sizeof(title), row.title, part + 1);
         const int32 stepCount = row.asksForStepCount ? askStepCount(id) : 0;
-        EditorParameter* parameter = add(id, ParameterInfo::kCanAutomate, unitId, stepCount, title);
+        auto parameter = make(id, ParameterInfo::kCanAutomate, unitId, stepCount, title);
         parameter->setHasValueTexts(true);
         parameter->setTextParser(row.parser, row.parseOffset);
+        add(std::move(parameter));
     }
 }
 
@@ -107,7 +112,7 @@ void ParameterModel::createVSTNotAutomationParameter()
 {
     const unsigned id = createObserverParameter(
         kEditFlagBlock, kEditFlagNumber, 0, editorEditFlagChange, VstIObserver::ParamModePartVoice);
-    add(id, ParameterInfo::kNoFlags, kNoParentUnitId, askStepCount(id), "");
+    add(make(id, ParameterInfo::kNoFlags, kNoParentUnitId, askStepCount(id), ""));
 }
 
 EditorParameter* ParameterModel::find(unsigned id) const

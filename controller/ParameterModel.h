@@ -61,7 +61,8 @@ public:
     ParameterModel(const ParameterModel&) = delete;
     ParameterModel& operator=(const ParameterModel&) = delete;
 
-    /** Creates an observer of an editor parameter, if the library can make one.
+    /** Creates an observer of an editor parameter, if the library can make one. It is destroyed by
+        removeObservers.
         @return the parameter's VST ID in any case */
     unsigned createObserverParameter(int block, int number, int part, ValueChangedCallback callback,
                                      VstIObserver::ParamModeType mode);
@@ -91,14 +92,16 @@ public:
     bool isSetVSTValue(unsigned id, double normalized, int& value);
 
     /** While true, changes in a Unicode host are dropped: the host is being told all values anyway.
-     */
+        [host main thread] */
     void setConnecting(bool state) { connecting = state; }
 
-    /** Takes every observer from the library and destroys it. Called by terminate. */
+    /** Takes every observer from the library and destroys it. Called by terminate, while the
+        library is still there. [host main thread] */
     void removeObservers();
 
     /** Forgets the parameters, which their container is about to destroy, and undelivered events.
-        Waits for library threads that are just using a parameter; they call nobody meanwhile. */
+        Waits for library threads that are just using a parameter; they call nobody meanwhile.
+        Called by initialize and by terminate. [host main thread] */
     void clear();
 
 private:
@@ -108,8 +111,10 @@ private:
 
     EditorParameter* find(unsigned id) const;
     void tellHost(unsigned id, double normalized);
-    EditorParameter* add(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
-                         const char* title);
+    IPtr<EditorParameter> make(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
+                               const char* title) const;
+    /** From here on host and library find the parameter, so it is complete by now. */
+    void add(IPtr<EditorParameter> parameter);
     int32 askStepCount(unsigned id) const;
     void dispatch(const QueuedEvent& event);
     void pollObservers();

@@ -20,7 +20,7 @@ int parsePlusMinusValue(const char16* text, int& value);
 int parseLRPanValue(const char16* text, int& value);
 
 /** Inverted on purpose: 0 when every character's code is at least that of "0", 1 otherwise, for an
-    empty text and for bytes of 128 and above. Null is an empty text. */
+    empty text and for bytes of 128 and above. Null is an empty text. [any thread] */
 int isNumber(const char* text);
 
 } // namespace Vst

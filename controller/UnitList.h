@@ -15,7 +15,8 @@ constexpr UnitID unitOfPart(int32 part)
     return part + 2;
 }
 
-/** Describes the unit at an index; an index outside 0 to 16 gives a unit all the same. */
+/** Describes the unit at an index; an index outside 0 to 16 gives a unit all the same. Fills
+    every field. [any thread] */
 void describeUnit(int32 index, UnitInfo& info);
 
 } // namespace Vst

@@ -12,6 +12,8 @@ constexpr int kSubCategoryCount = 6;
 /** How many categories the synth has. */
 constexpr int kCategoryCount = 18;
 
+// Fixed tables that are read only, by any number of threads, and searched without allocating.
+
 /** What the media browser shows for one synth sub-category. Texts are static and stand escaped for
     XML. A list of records begins with its default, which has no search words, and ends with a
     record of nulls. */
