@@ -213,6 +213,33 @@ TEST(ControllerLocks, AreTakenInOneOrderOnly)
     EXPECT_THAT(bound.edits(), ElementsAre("host.beginEdit(1)", "host.performEdit(37012000, 1)"));
 }
 
+TEST(ControllerLocks, HoldTheQueueWhileTheHostIsCalledAndNotWhilePolling)
+{
+    BoundController bound(BoundController::withoutUnicode());
+    bound.initialize();
+    std::thread hand;
+    std::atomic<bool> queued{false};
+    bound.host.onCall = [&](const std::string& text) {
+        if (text != "host.beginEdit(1)")
+            return;
+        hand = std::thread([&] {
+            bound.controller->editorEndEdit(2);
+            queued = true;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        EXPECT_FALSE(queued);
+    };
+    // An observer may wait for another thread of its library that raises an event.
+    bound.library.observer(kVolume1)->atCheck = [&] {
+        std::thread([&] { bound.controller->editorBeginEdit(1); }).join();
+    };
+    bound.tick();
+    hand.join();
+    bound.library.observer(kVolume1)->atCheck = nullptr;
+    bound.tick();
+    EXPECT_THAT(bound.edits(), ElementsAre("host.beginEdit(1)", "host.endEdit(2)"));
+}
+
 TEST(ControllerLocks, OfADirectEventAreFreeWhenTheHostIsCalled)
 {
     BoundController bound;

@@ -131,6 +131,16 @@ TEST_F(PresetCreaterTest, AMapIsWalkedInAscendingOrderWithinTheAskedBanks)
     EXPECT_EQ(home.content("g.vstpreset").substr(48, 12), le32(1) + le32(11) + le32(-1));
 }
 
+TEST_F(PresetCreaterTest, AMapOfBanksNotAskedForOnlyMakesTheFolder)
+{
+    Voices voices = {{3, {{0, "80:a"}}}, {15, {{0, "80:b"}}}};
+    creater.setVoiceDataInfo(voices, Creater::kAllUserBanks, Creater::kUserFolder, nullptr, true,
+                             false);
+    EXPECT_TRUE(std::filesystem::is_directory(home.presetFolder()));
+    EXPECT_THAT(home.files(), ElementsAre());
+    EXPECT_THAT(trace.texts(), ElementsAre());
+}
+
 TEST_F(PresetCreaterTest, AFailingVoiceDoesNotStopTheWalk)
 {
     makeFolder();
