@@ -76,6 +76,12 @@ TEST_F(ControllerStateTest, AUserBankHandsItsDataBack)
     EXPECT_EQ(bound.library.userBanksApplied[0], (std::vector<char>{'a', 0, 'b', '\xFF', 'c'}));
 }
 
+TEST_F(ControllerStateTest, APresetWithAUserBankBehindItIsAPresetOnly)
+{
+    EXPECT_THAT(restored(preset(3, 4) + userBank(8, 2, 3, "abc")),
+                ElementsAre("library.applyPreset(3, 4)"));
+}
+
 TEST_F(ControllerStateTest, IsReadFromTheStreamsPosition)
 {
     StreamDouble stream("front" + preset(3, 4));

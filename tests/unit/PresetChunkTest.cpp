@@ -91,6 +91,14 @@ TEST(PresetChunk, FileWithMetaInformationHoldsTheTextWithoutItsTerminator)
     EXPECT_EQ(stream.data, std::string(golden, sizeof golden - 1));
 }
 
+TEST(PresetChunk, FileCarriesTheClassIDThatTheCallerGives)
+{
+    StreamDouble stream;
+    const FUID other(0x01234567, 0x89ABCDEF, 0xFEDCBA98, 0x76543210);
+    ASSERT_TRUE(VstK2xPreset::savePreset(&stream, other, 3, 127, nullptr, -1));
+    EXPECT_EQ(stream.data.substr(8, 32), "0123456789ABCDEFFEDCBA9876543210");
+}
+
 TEST(PresetChunk, MetaInformationOfAGivenSizeIsCutThere)
 {
     StreamDouble stream;

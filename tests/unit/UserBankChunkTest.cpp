@@ -107,6 +107,15 @@ TEST(UserBankChunk, FileWithoutMetaInformationEndsWithTwoEntries)
     EXPECT_EQ(stream.data.size(), 48u + 21u + 8u + 2u * 20u);
 }
 
+TEST(UserBankChunk, FileCarriesTheClassIDThatTheCallerGives)
+{
+    StreamDouble stream;
+    auto data = kData;
+    const FUID other(0x01234567, 0x89ABCDEF, 0xFEDCBA98, 0x76543210);
+    ASSERT_TRUE(VstK2xUserBank::saveUserBank(&stream, other, 9, 4, 5, data.data(), nullptr, -1));
+    EXPECT_EQ(stream.data.substr(8, 32), "0123456789ABCDEFFEDCBA9876543210");
+}
+
 TEST(UserBankChunk, WithoutDataIsNotSavedButItsFileHasBegun)
 {
     for (const int size : {0, -1, kMinInt32}) {
