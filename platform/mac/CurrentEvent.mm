@@ -2,9 +2,12 @@
 
 // The Carbon event behind an NSEvent is deprecated; it stays because the wheel's distances that are
 // halved are those of the Carbon scroll event, which NSEvent's own type does not tell apart from
-// the older wheel event.
+// the older wheel event. This is the only file that asks for it.
 #import <AppKit/AppKit.h>
 #import <Carbon/Carbon.h>
+
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
 
 namespace Steinberg {
 namespace Vst {
@@ -28,3 +31,5 @@ bool isCurrentEventScroll() {
 } // namespace platform
 } // namespace Vst
 } // namespace Steinberg
+
+#pragma clang diagnostic pop

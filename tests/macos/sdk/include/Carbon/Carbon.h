@@ -1,4 +1,5 @@
-// The Carbon Event Manager's answer to what kind an event is.
+// The Carbon Event Manager's answer to what kind an event is. Marked as deprecated, whatever
+// Apple's header says of it: a call outside platform/mac/CurrentEvent.mm is then a compiler error.
 #pragma once
 
 #include <MacTypes.h>
@@ -9,7 +10,7 @@ extern "C" {
 
 typedef struct OpaqueEventRef* EventRef;
 
-UInt32 GetEventKind(EventRef event);
+UInt32 GetEventKind(EventRef event) __attribute__((deprecated("Carbon has no successor")));
 
 #ifdef __cplusplus
 }
