@@ -75,6 +75,11 @@ function(vstk2x_add_sdk)
 endfunction()
 vstk2x_add_sdk()
 
+# With Xcode the SDK turns on -ffast-math for all that follows, too; our code tells NaN from numbers.
+get_directory_property(options COMPILE_OPTIONS)
+list(REMOVE_ITEM options -ffast-math -ffp-contract=fast)
+set_directory_properties(PROPERTIES COMPILE_OPTIONS "${options}")
+
 # What every target of ours compiles with that includes an SDK header, which are system headers to us.
 add_library(vstk2x_sdk_headers INTERFACE)
 target_include_directories(vstk2x_sdk_headers SYSTEM INTERFACE
