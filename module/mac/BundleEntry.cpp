@@ -16,7 +16,7 @@ SMTG_EXPORT_SYMBOL bool bundleExit();
 
 namespace {
 
-/** How many references to ghInst are held. */
+/** How many references to ghInst are held: none exactly while it is null. */
 unsigned retained = 0;
 
 void releaseAll()
@@ -56,7 +56,7 @@ bool bundleEntry(CFBundleRef ref)
 
 bool bundleExit()
 {
-    if (ghInst && retained > 0) {
+    if (ghInst) {
         CFRelease(ghInst);
         if (--retained == 0) {
             ghInst = nullptr;

@@ -8,7 +8,7 @@ namespace Vst {
 std::string toSystemCodePage(const char16* text, size_t length)
 {
     String converted(text, static_cast<int32>(length), false);
-    if (!converted.toMultiByte(kCP_Default) || converted.isWideString())
+    if (!converted.toMultiByte(kCP_Default))
         return {};
     return converted.text8();
 }

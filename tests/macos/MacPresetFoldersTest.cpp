@@ -88,6 +88,17 @@ TEST_F(MacPresetFoldersTest, NothingIsMadeInAnUnwritableFolder)
     files::permissions(at("/locked"), files::perms::owner_all);
 }
 
+TEST_F(MacPresetFoldersTest, WhatExistsInAnUnwritableFolderIsFound)
+{
+    // As /Library and /Library/Audio are to most users.
+    files::create_directories(at("/locked/a"));
+    files::permissions(at("/locked"), files::perms::owner_read | files::perms::owner_exec);
+    EXPECT_EQ(createMacFolder(at("/locked/a")), 0);
+    EXPECT_EQ(createMacFolder(at("/locked/a/b")), 0);
+    EXPECT_TRUE(files::is_directory(at("/locked/a/b")));
+    files::permissions(at("/locked"), files::perms::owner_all);
+}
+
 TEST_F(MacPresetFoldersTest, NamesAreUtf8)
 {
     // a umlaut, hiragana a, and a character beyond the sixteen bits of a unit
@@ -108,6 +119,9 @@ TEST_F(MacPresetFoldersTest, NamesThatAreNoNamesFail)
     // The level before the empty name is made before the empty name fails.
     EXPECT_EQ(createMacFolder(at("/a//b")), 1);
     EXPECT_EQ(FakeFileManager::created, 1u);
+    // The folder "a" is not the folder "a" + zero + "b".
+    EXPECT_EQ(createMacFolder(at(std::string("/a\0b/c", 6))), 1);
+    EXPECT_EQ(FakeFileManager::created, 1u);
 }
 
 TEST_F(MacPresetFoldersTest, PathsWithoutAParentFail)
@@ -127,6 +141,16 @@ TEST_F(MacPresetFoldersTest, APathIsShorterThan1024Bytes)
     EXPECT_EQ(FakeFileManager::created, 0u);
     EXPECT_EQ(createMacFolder(longest), 0);
     EXPECT_TRUE(files::is_directory(longest));
+
+    // Nor is a longer one looked into, though the system may have it.
+    const std::string parent = longest.substr(0, longest.rfind('/'));
+    const std::string tooLong = parent + "/" + std::string(1023 - parent.size(), 'z');
+    ASSERT_EQ(tooLong.size(), 1024u);
+    files::create_directory(tooLong);
+    for (const auto& folder : {longest, tooLong})
+        std::ofstream(folder + "/file") << "x";
+    EXPECT_EQ(findInMacFolder(longest, "file"), MacFolderAnswer::exists);
+    EXPECT_EQ(findInMacFolder(tooLong, "file"), MacFolderAnswer::noFolder);
 }
 
 TEST_F(MacPresetFoldersTest, AFolderThatSomebodyElseMakesFirstIsFound)
@@ -154,7 +178,6 @@ TEST_F(MacPresetFoldersTest, ANameIsLookedForInAFolder)
     EXPECT_EQ(findInMacFolder(home.home(), "\xFF"), MacFolderAnswer::missing);
     EXPECT_EQ(findInMacFolder(at("/other"), "file"), MacFolderAnswer::noFolder);
     EXPECT_EQ(findInMacFolder("", "file"), MacFolderAnswer::noFolder);
-    EXPECT_EQ(findInMacFolder("/" + std::string(1023, 'x'), "file"), MacFolderAnswer::noFolder);
 }
 
 } // namespace

@@ -78,6 +78,7 @@ TEST_F(WheelTest, InOtherHostsTheDistanceStays)
 {
     FakeApplication::handleEventOfKind(kScrollEvent);
     EXPECT_EQ(turn(HostFamily::standalone(), 1), unchanged);
+    EXPECT_EQ(turn(BoundController::nameless(), 2), unchanged);
 }
 
 } // namespace

@@ -121,12 +121,15 @@ def check_layout(bundle, sources, version):
     plugin_version = constant(sources, "kPlugInVersion")
     expect(plugin_version == version, f"the project is {version}, the plug-in {plugin_version}")
     # The name of a file cannot hold the slash of the plug-in's name.
-    expect(constant(sources, "kPlugInName").replace("/", "_") == NAME, "the names differ")
+    plugin_name = constant(sources, "kPlugInName")
+    expect(plugin_name.replace("/", "_") == NAME, "the names differ")
+    vendor = constant(sources, "kPlugInVendor").split()[0].lower()
+    identifier = f"com.{vendor}.vst3." + plugin_name.split()[0].lower().replace("/", "-")
     plist = plistlib.loads((contents / "Info.plist").read_bytes())
     wanted = {
         "CFBundleDevelopmentRegion": "en",
         "CFBundleExecutable": NAME,
-        "CFBundleIdentifier": "com.tavrin.vst3.rdl3-rdl5",
+        "CFBundleIdentifier": identifier,
         "CFBundleInfoDictionaryVersion": "6.0",
         "CFBundleName": NAME,
         "CFBundlePackageType": "BNDL",
@@ -137,8 +140,6 @@ def check_layout(bundle, sources, version):
         "NSHighResolutionCapable": True,
     }
     expect_same("Info.plist entry", set(plist.items()), set(wanted.items()))
-    vendor = constant(sources, "kPlugInVendor").split()[0].lower()
-    expect(plist["CFBundleIdentifier"].startswith(f"com.{vendor}."), "the identifier names no vendor")
     expect((contents / "PkgInfo").read_bytes() ==
            (plist["CFBundlePackageType"] + plist["CFBundleSignature"]).encode(),
            "PkgInfo differs from Info.plist")

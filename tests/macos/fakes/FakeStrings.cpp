@@ -26,12 +26,27 @@ CFStringRef makeString(std::u16string text)
     return string;
 }
 
+constexpr char16_t kUmlautA = u'\u00E4';
+constexpr UInt8 kMacRomanUmlautA = 0x8A;
+
 /** One character's byte in Mac OS Roman, as far as tests need it; 0 when it has none. */
 UInt8 macRoman(char16_t unit)
 {
     if (unit < 0x80)
         return static_cast<UInt8>(unit);
-    return unit == u'\u00E4' ? 0x8A : 0;
+    return unit == kUmlautA ? kMacRomanUmlautA : 0;
+}
+
+/** Mac OS Roman has a character for every byte; those that no test needs are all the same here. */
+std::u16string fromMacRoman(const std::string& bytes)
+{
+    std::u16string text;
+    for (const char byte : bytes) {
+        const auto value = static_cast<UInt8>(byte);
+        const char16_t other = value == kMacRomanUmlautA ? kUmlautA : u'\uFFFD';
+        text += value < 0x80 ? value : other;
+    }
+    return text;
 }
 
 std::string encoded(const std::u16string& text, CFStringEncoding encoding, UInt8 lossByte)
@@ -62,10 +77,11 @@ std::string utf8From(const std::u16string& text)
 
 using namespace doubles;
 
-CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding)
+CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding encoding)
 {
     try {
-        return makeString(utf16From(text));
+        const bool isUtf8 = encoding == kCFStringEncodingUTF8;
+        return makeString(isUtf8 ? utf16From(text) : fromMacRoman(text));
     } catch (const std::range_error&) {
         return nullptr;
     }
