@@ -1,0 +1,143 @@
+#include "tests/hosts/sdk/SdkHost.h"
+
+#include "public.sdk/source/common/memorystream.h"
+
+#include <array>
+#include <dlfcn.h>
+
+namespace hosts {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+namespace {
+
+const char* const kLibraryFile = "/Library/Application Support/Tavrin/VST/RDL3_RDL5/"
+                                 "libvst_rdl3_rdl5_vstserver.1.dylib";
+
+} // namespace
+
+const std::string kSdkHost = "SDK's hosting classes " + std::string(kVstVersionString);
+
+SdkHost::SdkHost()
+{
+    std::string error;
+    module = VST3::Hosting::Module::create(BUNDLE_FOLDER, error);
+    PluginContextFactory::instance().setPluginContext(&application);
+}
+
+SdkHost::~SdkHost()
+{
+    PluginContextFactory::instance().setPluginContext(nullptr);
+}
+
+VST3::Hosting::ClassInfo SdkHost::processorClass() const
+{
+    if (module)
+        for (const auto& info : module->getFactory().classInfos())
+            if (info.ID().toString() == "13EEE3484D664261B90352CE35DD18B4")
+                return info;
+    return {};
+}
+
+SdkInstance::SdkInstance(const SdkHost& host)
+: provider(owned(new PlugProvider(host.factory(), host.processorClass())))
+{
+    if (!provider->initialize())
+        return;
+    component = provider->getComponentPtr();
+    controller = provider->getControllerPtr();
+    processor = FUnknownPtr<IAudioProcessor>(component);
+    findSimulator();
+}
+
+SdkInstance::~SdkInstance()
+{
+    simulator = nullptr;
+    if (library)
+        dlclose(library);
+}
+
+// The newest instrument is this instance's, since instances are made on one thread.
+void SdkInstance::findSimulator()
+{
+    library = dlopen(kLibraryFile, RTLD_LAZY | RTLD_NOLOAD);
+    if (!library)
+        return;
+    const auto get = reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
+    simulator = get ? get(-1) : nullptr;
+}
+
+void SdkInstance::start() const
+{
+    ProcessSetup setup{kRealtime, kSample32, blockSize, sampleRate};
+    processor->setupProcessing(setup);
+    component->setActive(true);
+    processor->setProcessing(true);
+}
+
+void SdkInstance::stop() const
+{
+    processor->setProcessing(false);
+    component->setActive(false);
+}
+
+std::vector<Event> SdkInstance::process(IEventList* input) const
+{
+    std::array<float, blockSize> samples{};
+    std::array<float*, 2> channels{samples.data(), samples.data()};
+    std::array<AudioBusBuffers, 2> buses{};
+    for (auto& bus : buses) {
+        bus.numChannels = 2;
+        bus.channelBuffers32 = channels.data();
+    }
+    EventList output(200);
+    ProcessData data;
+    data.processMode = kRealtime;
+    data.symbolicSampleSize = kSample32;
+    data.numSamples = blockSize;
+    data.numOutputs = static_cast<int32>(buses.size());
+    data.outputs = buses.data();
+    data.inputEvents = input;
+    data.outputEvents = &output;
+    processor->process(data);
+    std::vector<Event> events(static_cast<size_t>(output.getEventCount()));
+    for (size_t index = 0; index < events.size(); ++index)
+        output.getEvent(static_cast<int32>(index), events[index]);
+    return events;
+}
+
+std::vector<char> SdkInstance::save() const
+{
+    MemoryStream stream;
+    if (component->getState(&stream) != kResultOk)
+        return {};
+    return {stream.getData(), stream.getData() + stream.getSize()};
+}
+
+tresult SdkInstance::restore(const std::vector<char>& bytes) const
+{
+    auto copy = bytes;
+    MemoryStream stream(copy.data(), static_cast<TSize>(copy.size()));
+    return component->setState(&stream);
+}
+
+Event noteEvent(int channel, int pitch, float velocity)
+{
+    Event event{};
+    if (velocity > 0) {
+        event.type = Event::kNoteOnEvent;
+        event.noteOn.channel = static_cast<int16>(channel);
+        event.noteOn.pitch = static_cast<int16>(pitch);
+        event.noteOn.velocity = velocity;
+        event.noteOn.noteId = -1;
+    } else {
+        event.type = Event::kNoteOffEvent;
+        event.noteOff.channel = static_cast<int16>(channel);
+        event.noteOff.pitch = static_cast<int16>(pitch);
+        event.noteOff.noteId = -1;
+    }
+    return event;
+}
+
+} // namespace hosts
