@@ -1,5 +1,7 @@
 #include "simulator/InstanceList.h"
 
+#include "simulator/InstrumentReport.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -8,13 +10,15 @@ namespace Vst {
 namespace simulator {
 
 struct InstanceList::Instance {
-    explicit Instance(InstanceList& list)
-    : instrument(std::make_shared<Instrument>())
+    Instance(InstanceList& list, int newNumber)
+    : number(newNumber)
+    , instrument(std::make_shared<Instrument>())
     , editor(instrument, [this, &list] { list.end(this); })
     , user(instrument, editor)
     {
     }
 
+    const int number;
     std::shared_ptr<Instrument> instrument;
     EditorLibrary editor;
     SimulatedUser user;
@@ -32,8 +36,9 @@ InstanceList& InstanceList::get()
 
 VstIEditorConnect* InstanceList::create()
 {
-    auto instance = std::make_unique<Instance>(*this);
     const std::lock_guard<std::mutex> guard(mutex);
+    auto instance = std::make_unique<Instance>(*this, ++created);
+    InstrumentReport::begin(created);
     instances.push_back(std::move(instance));
     return &instances.back()->editor;
 }
@@ -56,6 +61,7 @@ void InstanceList::end(const Instance* ended)
     if (found == instances.end())
         return;
     last = std::move(*found);
+    InstrumentReport::end(last->number, last->user);
     instances.erase(found);
 }
 

@@ -30,6 +30,7 @@ private:
     void end(const Instance* ended);
 
     std::mutex mutex;
+    int created = 0;                                  ///< instruments so far
     std::vector<std::unique_ptr<Instance>> instances; ///< newest last
 };
 
