@@ -279,6 +279,10 @@ TEST_F(Juce, RestoresItsStateInANewInstance)
     ASSERT_TRUE(simulator);
     EXPECT_EQ(simulator->parameterValue(kPan1), 64);
     instance->setStateInformation(saved.getData(), static_cast<int>(saved.getSize()));
+    // A host could send its own idea of the parameters with the next block.
+    juce::AudioBuffer<float> audio(4, JuceHost::blockSize);
+    juce::MidiBuffer midi;
+    instance->processBlock(audio, midi);
     EXPECT_EQ(simulator->parameterValue(kPan1), 17);
     EXPECT_EQ(simulator->parameterValue(19001015), 5);
     juce::MemoryBlock again;
