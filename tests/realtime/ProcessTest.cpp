@@ -1,5 +1,5 @@
 // The processor's block on the audio thread takes no memory.
-#include "tests/simulator/AllocationCount.h"
+#include "tests/realtime/AllocationCount.h"
 #include "tests/unit/ProcessorFixture.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/simulator/AllocationCount.h"
+#include "tests/realtime/AllocationCount.h"
 #include "tests/simulator/SimulatorFixture.h"
 
 namespace {

@@ -1,11 +1,43 @@
-#include "tests/simulator/AllocationCount.h"
+#include "tests/realtime/AllocationCount.h"
 
 #include <cstdlib>
 #include <new>
 
+#if defined(__has_feature)
+#if __has_feature(thread_sanitizer) || __has_feature(address_sanitizer)
+#define SANITIZER_ALLOCATES 1
+#endif
+#elif defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+#define SANITIZER_ALLOCATES 1
+#endif
+#ifdef SANITIZER_ALLOCATES
+#include <sanitizer/allocator_interface.h>
+#endif
+
 namespace {
 
 thread_local std::size_t allocations = 0;
+
+} // namespace
+
+std::size_t doubles::allocationCount()
+{
+    return allocations;
+}
+
+#ifdef SANITIZER_ALLOCATES
+
+namespace {
+
+// A sanitizer has operators of its own, which look for errors, and tells whoever asks.
+const int installed = __sanitizer_install_malloc_and_free_hooks(
+    [](const volatile void*, std::size_t) { ++allocations; }, [](const volatile void*) {});
+
+} // namespace
+
+#else
+
+namespace {
 
 void* allocate(std::size_t size)
 {
@@ -16,11 +48,6 @@ void* allocate(std::size_t size)
 }
 
 } // namespace
-
-std::size_t doubles::allocationCount()
-{
-    return allocations;
-}
 
 // A loaded library binds to these too, as the program's own come first.
 void* operator new(std::size_t size)
@@ -52,3 +79,4 @@ void operator delete[](void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
+#endif
