@@ -7,7 +7,6 @@
 
 #include <cstdio>
 #include <memory>
-#include <utility>
 
 namespace Steinberg {
 namespace Vst {
@@ -104,7 +103,7 @@ void ParameterModel::createVSTPartParameter(UnitID unitId, int part,
         auto parameter = make(id, ParameterInfo::kCanAutomate, unitId, stepCount, title);
         parameter->setHasValueTexts(true);
         parameter->setTextParser(row.parser, row.parseOffset);
-        add(std::move(parameter));
+        add(parameter);
     }
 }
 
