@@ -77,8 +77,9 @@ void TrackRouting::startObserving()
     const auto updateHandler = hostInterface<IUpdateHandler>(hostClasses);
     if (!updateHandler)
         return;
-    updateHandler->addDependent(mixerDevice, context.getDependent());
-    updateHandler->addDependent(selectedTrackValue, context.getDependent());
+    // One that the host does not take does not stop the other.
+    guarded([&] { updateHandler->addDependent(mixerDevice, context.getDependent()); });
+    guarded([&] { updateHandler->addDependent(selectedTrackValue, context.getDependent()); });
 }
 
 void TrackRouting::stopObserving(IUpdateHandler* updateHandler) noexcept

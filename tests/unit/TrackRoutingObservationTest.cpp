@@ -70,6 +70,14 @@ TEST(StartObserving, ObservesTheMixerAndThenItsSelectedValue)
                             "updateHandler.addDependent(value(Mixer.selected))"));
 }
 
+TEST(StartObserving, GoesOnBehindADependencyThatThrows)
+{
+    TrackScene scene(newerHost());
+    scene.host.throwAt("updateHandler.addDependent(device(Mixer))");
+    EXPECT_NO_THROW(scene.routing.startObserving());
+    EXPECT_THAT(scene.host.updates.observed(), ElementsAre("value(Mixer.selected)"));
+}
+
 TEST(StartObserving, EndsAtTheFirstObjectThatIsMissing)
 {
     const auto observed = [](const std::function<void(TrackScene&)>& take) {
