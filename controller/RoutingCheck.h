@@ -18,7 +18,7 @@ namespace Vst {
 class ControllerContext;
 
 /** Lives for one operation, which may ask about thousands of tracks: what all of them need of the
-    host is looked up once, when the first needs it. [host main thread] */
+    host is looked up once, when the first needs it. [the operation's thread] */
 class RoutingCheck {
 public:
     /** @param controller outlives this object

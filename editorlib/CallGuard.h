@@ -1,4 +1,4 @@
-// Keeps exceptions on their own side of a host or library boundary.
+// Keeps exceptions on their own side of a host or library boundary. [any thread]
 #pragma once
 
 #include <utility>

@@ -39,7 +39,8 @@ public:
         @return whether a connection is held now; without one the controller stays unbound */
     bool bind(ServiceGetter& getter, FUnknown* hostContext, IExternalPlugin* plugin);
 
-    /** What the service hands over through the controller. */
+    /** What the service hands over through the controller, from inside registerPlugin. Both
+        stay the service's; either may be null. */
     void setPluginInfo(VstIEditorConnect* connect, void* handle);
 
     /** In library binding, ends the connection and closes the library; forgets both in any case. */
@@ -65,7 +66,8 @@ private:
     Binding binding = Binding::kService;
 };
 
-/** The service component's class ID as the host's component factory wants it: 32 hex digits. */
+/** The service component's class ID as the host's component factory wants it: 32 upper-case hex
+    digits. [any thread] */
 std::string serviceComponentID();
 
 } // namespace Vst

@@ -13,10 +13,12 @@ class VstIEditorConnect;
 using ValueChangedCallback = void (*)(void* context, unsigned id, int value);
 using EditCallback = void (*)(void* context, unsigned id);
 
-/** getVSTEditorConnectObject: stores the library's main object, or null, into *out. */
+/** getVSTEditorConnectObject: stores the library's main object, or null, into *out. Who
+    loaded the library ends it with destroy. [host main thread, during initialize] */
 using GetEditorConnect = void (*)(VstIEditorConnect** out);
 
-/** getVSTObserverObject: stores a new observer of one parameter, or null, into *out.
+/** getVSTObserverObject: stores a new observer of one parameter, or null, into *out. It is ours to
+    end with destroy. [host main thread, during initialize]
     @param owner the callbacks' context
     @param vstParamId the parameter's VST ID
     @param a, b, c the editor's own address: block, parameter number, part */

@@ -6,7 +6,7 @@
 
 namespace Steinberg {
 
-/** A component of the host's IComponentFactory. */
+/** A component of the host's IComponentFactory. [host main thread, during initialize] */
 class IExtensionVSTServiceGetter : public FUnknown {
 public:
     /** The service, an IExtensionVSTService, borrowed: the caller adds its own reference. May be
@@ -20,8 +20,11 @@ public:
  */
 class IExtensionVSTService : public FUnknown {
 public:
-    /** Takes on a plug-in instance; calls its setPluginInfo before it returns kResultOk. */
+    /** Takes on a plug-in instance; calls its setPluginInfo before it returns kResultOk.
+        @param plugin borrowed until unregisterPlugin
+        [host main thread, during initialize] */
     virtual tresult PLUGIN_API registerPlugin(IExternalPlugin* plugin) = 0;
+    /** Ends that; nothing of the service is used behind it. [host main thread, during terminate] */
     virtual tresult PLUGIN_API unregisterPlugin(IExternalPlugin* plugin) = 0;
 };
 

@@ -8,6 +8,7 @@ namespace Steinberg {
 
 class IHostPort;
 
+/** [the thread of setAudioPortList, between initialize and terminate] */
 class IBusDescriptor : public FUnknown {
 public:
     /** Sets the speaker arrangement, an SDK SpeakerArrangement value (3 = left and right). */

@@ -6,6 +6,7 @@
 
 namespace Steinberg {
 
+/** [host main thread, during initialize] */
 class IComponentFactory : public FUnknown {
 public:
     /** Makes the component whose attribute key has the value.

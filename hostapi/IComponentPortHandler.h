@@ -9,6 +9,8 @@ namespace Steinberg {
 class IBusDescriptor;
 class IHostPort;
 
+/** [host main thread, or the library's thread in a port operation; from setComponentHandler to
+    terminate] */
 class IComponentPortHandler : public FUnknown {
 public:
     /** Connects audio input buses of this instance.

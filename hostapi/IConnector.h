@@ -7,6 +7,7 @@ namespace Steinberg {
 
 class IDevice;
 
+/** Threads as at IDevice. */
 class IConnector : public FUnknown {
 public:
     virtual void PLUGIN_API reserved3() = 0;

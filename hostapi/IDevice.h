@@ -9,6 +9,8 @@ namespace Steinberg {
 
 class IValue;
 
+/** [host main thread, the thread of the update handler's notice, or the library's thread in
+    editorPartSyncMidiCh; between initialize and terminate] */
 class IDevice : public FUnknown {
 public:
     /** The device's type as zero-terminated 8-bit text ("MidiChannel", "Synth", ...); may be null.

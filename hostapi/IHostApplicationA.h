@@ -6,6 +6,7 @@
 
 namespace Steinberg {
 
+/** [any thread on which the host's kind is asked for] */
 class IHostApplicationA : public FUnknown {
 public:
     static const FUID iid;

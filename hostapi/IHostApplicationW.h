@@ -6,6 +6,8 @@
 
 namespace Steinberg {
 
+/** [any thread, between initialize and terminate] The library's parameter events ask for the
+    character set on the library's threads. */
 class IHostApplicationW : public FUnknown {
 public:
     /** The application's name, zero-terminated; borrowed, may be null. UTF-16 in a Unicode host,

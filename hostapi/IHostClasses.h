@@ -13,7 +13,9 @@ public:
         @param[out] obj a new reference, which the caller releases; left alone on failure
         @return kResultOk when obj was set
         IPortRegistry, IDeviceList and IUpdateHandler are the host's own single objects; each call
-        for an IBusDescriptor makes a new one. [host main thread] */
+        for an IBusDescriptor makes a new one. [host main thread, the thread of the update handler's
+        notice, or the library's thread in a port or routing operation; from initialize to
+        terminate] */
     virtual tresult PLUGIN_API getHostInterface(const TUID iid, void** obj) = 0;
     static const FUID iid;
 };

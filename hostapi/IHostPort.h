@@ -7,6 +7,7 @@
 
 namespace Steinberg {
 
+/** [host main thread, or the library's thread in a port operation; from initialize to terminate] */
 class IHostPort : public FUnknown {
 public:
     /** Reads the port's ID into out, as wide text in a Unicode host, else as 8-bit text.

@@ -8,6 +8,7 @@ namespace Steinberg {
 
 class IHostPort;
 
+/** Threads as at IHostPort. */
 class IPortRegistry : public FUnknown {
 public:
     /** Number of ports now; it can change between two calls. */

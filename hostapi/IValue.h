@@ -6,11 +6,13 @@
 
 namespace Steinberg {
 
+/** Threads as at IDevice. */
 class IValue : public FUnknown {
 public:
     virtual void PLUGIN_API reserved3() = 0;
     virtual void PLUGIN_API reserved4() = 0;
 
+    /** The value as a number: the selected track's index, a MIDI channel from 0 to 15. */
     virtual int32 PLUGIN_API getInteger() = 0;
 
     virtual void PLUGIN_API reserved6() = 0;
