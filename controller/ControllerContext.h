@@ -18,7 +18,7 @@ public:
     /** The host context of initialize; null before it and after terminate. */
     virtual FUnknown* getHostContext() const = 0;
 
-    /** The component handler that the host set. */
+    /** The component handler that the host set; null before it and after terminate. */
     virtual IComponentHandler* getComponentHandler() const = 0;
 
     /** The bound editor library; null when unbound. */
@@ -27,7 +27,8 @@ public:
     /** The controller as the dependent of the host's update handler. */
     virtual IDependent* getDependent() = 0;
 
-    /** Whether the host offers IHostApplicationW and says that its texts are Unicode. */
+    /** Whether the host offers IHostApplicationW and says that its texts are Unicode. Asks the host
+        each time. [any thread] */
     virtual bool isUnicodeAppHost() const = 0;
 
     /** 0: a host of the Cubase family, 1: the maker's stand-alone host, 2: any other. */

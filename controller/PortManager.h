@@ -21,9 +21,9 @@ class ControllerContext;
     described at VstIControllerInterface, the host-facing ones at IExternalEffectUsingSKI.
 
     Host objects are asked for in each operation and let go at its end; one that is missing ends the
-    operation, and nobody is told. No locks: callers keep to one thread at a time. Where nothing
-    else is said an operation may throw std::bad_alloc, and who calls it for the host or the library
-    stops that. */
+    operation, and nobody is told. No locks: [host main thread, or the library's; one at a time].
+    Where nothing else is said an operation may throw std::bad_alloc or what the host throws; who
+    calls it for the host or the library stops that. */
 class PortManager {
 public:
     /** @param controller outlives this object */
@@ -39,7 +39,10 @@ public:
     std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() noexcept;
     std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList() noexcept;
 
+    /** @param ids four zero-terminated IDs, borrowed; each, or the array, may be null. Throws only
+        before the first port is hidden. */
     void setAudioPortList(const char** ids);
+    /** @param id zero-terminated, borrowed; null is no port's */
     void setMidiOutPort(const char* id);
     bool isConnectAudioPort() const { return !audioPortIdList.empty(); }
     bool isConnectAudioPortHost() const;

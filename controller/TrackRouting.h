@@ -21,9 +21,10 @@ class RoutingCheck;
 
 /** Each operation is VstK2xController's operation of the same name.
 
-    A missing host object ends the step, and nobody is told. No locks: update and
-    editorPartSyncMidiCh are expected not to run at the same time. An operation may throw
-    std::bad_alloc, and who calls it for the host or the library stops that. */
+    A missing host object ends the step, and nobody is told. No locks: [host main thread, the update
+    handler's or the library's; one at a time], so update and editorPartSyncMidiCh are expected not
+    to run at the same time. Where nothing else is said an operation may throw std::bad_alloc or
+    what the host throws; who calls it for the host or the library stops that. */
 class TrackRouting {
 public:
     /** @param controller outlives this object */

@@ -31,7 +31,9 @@ public:
     /** Connects the MIDI output to the port with this ID, or to none when no port has it. */
     virtual void setMidiOutPort(const char* id) = 0;
 
-    /** Makes the host select the first track that plays this MIDI channel (0 to 15) through us. */
+    /** Makes the host select the first track that plays this MIDI channel (0 to 15) through us,
+        unless the selected one does. The host's notice, and with it syncPartToMidiChannel, may come
+        before this call returns. Another channel does nothing. */
     virtual void editorPartSyncMidiCh(unsigned int channel) = 0;
 
     /** Writes a user bank into the user's preset folder, over the file of its name if there is one.
@@ -58,7 +60,7 @@ public:
         @return true when the editor value changed */
     virtual bool isSetVSTValue(unsigned int id, double value, int& out) = 0;
 
-    /** Tells the host that the latency changed. */
+    /** Tells the host that the latency changed; without a component handler nobody. */
     virtual void changeLatencyTrigger() = 0;
 
     /** Whether the host connects the audio ports itself. */

@@ -22,7 +22,8 @@ public:
 
     /** Connects this instance's MIDI output.
         @param ports count borrowed ports, or null with count 0 to disconnect
-        @param ports2, count2 the same array and count again */
+        @param ports2, count2 the same array and count again
+        @return the host's own result */
     virtual tresult PLUGIN_API setMidiOutputPorts(IHostPort** ports, int32 count,
                                                   IHostPort** ports2, int32 count2) = 0;
     static const FUID iid;

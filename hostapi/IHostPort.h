@@ -1,5 +1,6 @@
 // IHostPort: one port of the host's IPortRegistry. Never reference counted by the plug-in.
-// Returned texts are borrowed, zero-terminated, and may be null.
+// Returned texts are borrowed, zero-terminated, and may be null: UTF-16 in a Unicode host, else
+// 8-bit text packed into the 16-bit units.
 #pragma once
 
 #include "base/source/fstring.h"

@@ -1,4 +1,4 @@
-// How the host's keys and wheel movements reach the editor library.
+// How the host's keys and wheel movements reach the editor library. [any thread]
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
