@@ -1,5 +1,6 @@
 # cmake --install puts the bundle where hosts look for plug-ins, cpack makes what to hand out.
-#   Linux   PREFIX/lib/vst3, where PREFIX is /usr/local, /usr or ~/.local; a .tar.gz of it
+#   Linux   /usr/local/lib/vst3, or with --prefix /usr the distribution's folder; a .tar.gz of it. The
+#           user's own folder has another name: -DVSTK2X_PLUGIN_FOLDER=.vst3, then --prefix ~
 #   macOS   /Library/Audio/Plug-Ins/VST3, or with --prefix ~ the user's own; a .pkg and a .zip
 if(APPLE)
   if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
@@ -9,8 +10,9 @@ if(APPLE)
 else()
   set(plugin_folder "lib/vst3")
 endif()
+set(VSTK2X_PLUGIN_FOLDER "${plugin_folder}" CACHE STRING "Where the bundle goes, below the prefix")
 install(DIRECTORY "${CMAKE_BINARY_DIR}/RDL3_RDL5 VST.vst3"
-  DESTINATION "${plugin_folder}" USE_SOURCE_PERMISSIONS COMPONENT plug-in)
+  DESTINATION "${VSTK2X_PLUGIN_FOLDER}" USE_SOURCE_PERMISSIONS COMPONENT plug-in)
 
 set(CPACK_PACKAGE_NAME "RDL3_RDL5-VST")
 set(CPACK_PACKAGE_VENDOR "Tavrin Corporation")
