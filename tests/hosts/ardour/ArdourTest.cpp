@@ -10,7 +10,6 @@ namespace {
 
 using namespace hosts;
 using testing::Contains;
-using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;

@@ -7,7 +7,6 @@
 namespace {
 
 using namespace hosts;
-using Steinberg::Vst::SimulatorControl;
 using testing::ElementsAreArray;
 
 constexpr unsigned kPan1 = 37013000;

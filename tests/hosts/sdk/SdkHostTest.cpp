@@ -23,6 +23,7 @@ constexpr uint32 kVolume1 = 37012000;
 constexpr int kBlocks = 2000; ///< at least
 constexpr int kRounds = 200;  ///< of the main thread's work, at least
 constexpr int kNotesABlock = 4;
+constexpr int kEventsABlock = 2 * kNotesABlock; ///< a note and its end
 
 class SdkHosting : public testing::Test {
 protected:
@@ -70,7 +71,7 @@ private:
 
     void processBlock(const SdkInstance& instance, int channel, int block)
     {
-        EventList input(2 * kNotesABlock);
+        EventList input(kEventsABlock);
         for (int note = 0; note < kNotesABlock; ++note)
             for (const float velocity : {0.5f, 0.f}) {
                 auto event = noteEvent(channel, (block + note) % 128, velocity);
@@ -83,7 +84,7 @@ private:
     // The simulator sends each note on: at full velocity, and its end as a note-on of velocity 0.
     static bool isEcho(const std::vector<Event>& output, int channel, int block)
     {
-        if (output.size() != 2 * kNotesABlock)
+        if (output.size() != kEventsABlock)
             return false;
         for (size_t index = 0; index < output.size(); ++index) {
             const auto& event = output[index];
@@ -141,6 +142,7 @@ TEST_F(SdkHosting, ProcessesFourInstancesAtATime)
         instances.back()->start();
     }
     std::vector<std::unique_ptr<AudioThread>> threads;
+    threads.reserve(instances.size());
     for (const auto& instance : instances)
         threads.push_back(
             std::make_unique<AudioThread>(*instance, static_cast<int>(threads.size())));
