@@ -1,7 +1,11 @@
 #include "tests/hosts/juce/JuceHost.h"
 #include "tests/hosts/HostsTable.h"
+#include "tests/hosts/PartParameters.h"
+#include "tests/tools/ScratchFolder.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <gmock/gmock.h>
 
 namespace {
@@ -10,27 +14,6 @@ using namespace hosts;
 using testing::ElementsAreArray;
 
 constexpr unsigned kPan1 = 37013000;
-
-// The titles of a part's parameters with N for its number, and the text of the value that the
-// simulator starts with.
-struct PartParameter {
-    const char* title;
-    const char* text;
-};
-constexpr std::array<PartParameter, 14> kPartParameters{{{"Volume N", "100"},
-                                                         {"Pan N", "C"},
-                                                         {"Cutoff N", "+0"},
-                                                         {"Resonance N", "+0"},
-                                                         {"AEG Attack Time N", "+0"},
-                                                         {"AEG Decay Time N", "+0"},
-                                                         {"AEG Sustain Level N", "+0"},
-                                                         {"AEG Release Time N", "+0"},
-                                                         {"Chorus Send N", "0"},
-                                                         {"Reverb Send N", "40"},
-                                                         {"Assignable Function N-1", "Off"},
-                                                         {"Assignable Function N-2", "Off"},
-                                                         {"Assignable Knob 1", "+0"},
-                                                         {"Assignable Knob 2", "+0"}}};
 
 class Juce : public testing::Test {
 protected:
@@ -67,15 +50,13 @@ TEST_F(Juce, ListsParametersByPartWithTheirTexts)
     ASSERT_TRUE(instance);
     const auto& parameters = instance->getParameters();
     ASSERT_EQ(parameters.size(), 225);
-    for (int part = 0; part < 16; ++part)
-        for (int row = 0; row < 14; ++row) {
-            const auto& expected = kPartParameters[static_cast<size_t>(row)];
-            const auto* parameter = parameters[part * 14 + row];
-            const auto title = juce::String(expected.title).replace("N", juce::String(part + 1));
-            EXPECT_EQ(parameter->getName(128), title);
-            EXPECT_EQ(parameter->getCurrentValueAsText(), expected.text) << title;
-            EXPECT_TRUE(parameter->isAutomatable()) << title;
-        }
+    for (int index = 0; index < kAutomatable; ++index) {
+        const auto expected = expectedParameter(index);
+        EXPECT_EQ(parameters[index]->getName(128), juce::String(expected.title));
+        EXPECT_EQ(parameters[index]->getCurrentValueAsText(), juce::String(expected.text))
+            << expected.title;
+        EXPECT_TRUE(parameters[index]->isAutomatable()) << expected.title;
+    }
     EXPECT_EQ(parameters[224]->getName(128), "");
     EXPECT_FALSE(parameters[224]->isAutomatable());
 }
@@ -292,6 +273,9 @@ TEST_F(Juce, RestoresItsStateInANewInstance)
 TEST_F(Juce, CreatesAndDestroysFiftyInstances)
 {
     tried(kJuceHost, "50 instances made, played and destroyed");
+    const doubles::ScratchFolder folder;
+    const auto report = folder.file("report");
+    setenv("SIMULATOR_REPORT", report.c_str(), 1);
     for (int round = 0; round < 50; ++round) {
         const auto instance = host.create();
         ASSERT_TRUE(instance);
@@ -301,8 +285,16 @@ TEST_F(Juce, CreatesAndDestroysFiftyInstances)
         ASSERT_EQ(midi.getNumEvents(), 1);
         ASSERT_EQ(newestSimulator()->noteOnsReceived(0), 1u);
     }
+    unsetenv("SIMULATOR_REPORT");
     EXPECT_FALSE(isLibraryLoaded());
-    hosts::found("passed, and the library is unloaded after the last");
+    const auto lines = juce::StringArray::fromLines(doubles::ScratchFolder::read(report));
+    for (const auto* line : {"begin 1", "note-ons 0 1", "end 1"})
+        EXPECT_EQ(std::count(lines.begin(), lines.end(), juce::String(line)), 50) << line;
+    // The scan before each made none that is left either.
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const auto& line) { return line.startsWith("begin"); }),
+              50);
+    hosts::found("passed: every instance ends, and the library is unloaded");
 }
 
 } // namespace

@@ -122,6 +122,19 @@ tresult SdkInstance::restore(const std::vector<char>& bytes) const
     return component->setState(&stream);
 }
 
+int liveInstruments()
+{
+    void* library = dlopen(kLibraryFile, RTLD_LAZY | RTLD_NOLOAD);
+    if (!library)
+        return 0;
+    const auto get = reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
+    int count = 0;
+    while (get && get(count))
+        ++count;
+    dlclose(library);
+    return count;
+}
+
 Event noteEvent(int channel, int pitch, float velocity)
 {
     Event event{};

@@ -273,6 +273,17 @@ TEST_F(SdkHosting, SavesAfterRestoreWhatWasRestored)
     found("the same " + std::to_string(saved.size()) + " bytes");
 }
 
+TEST_F(SdkHosting, EndsEachInstance)
+{
+    tried(kSdkHost, "50 more instances made and let go beside one that stays");
+    for (int round = 0; round < 50; ++round) {
+        SdkInstance other(host);
+        ASSERT_TRUE(other);
+        EXPECT_EQ(liveInstruments(), 2);
+    }
+    EXPECT_EQ(liveInstruments(), 1);
+}
+
 // The one parameter at which the validator's own test ends.
 TEST_F(SdkHosting, HasAnEditFlagThatIsNoControl)
 {

@@ -1,5 +1,6 @@
 // The SDK's own validator on the built bundle.
 #include "tests/hosts/HostsTable.h"
+#include "tests/hosts/PartParameters.h"
 #include "tests/hosts/validator/ExpectedFailures.h"
 #include "tests/simulator/CommandOutput.h"
 
@@ -41,10 +42,22 @@ protected:
         EXPECT_GE(report.countOf("General Tests"), 19u);
         EXPECT_GE(report.countOf("Single Precision (32 bit) Tests"), testsEachPrecision);
         EXPECT_GE(report.countOf("Double Precision (64 bit) Tests"), testsEachPrecision);
+        expectAllParameters(output.text);
         tell(report);
     }
 
 private:
+    // It lists what it finds without a judgement.
+    static void expectAllParameters(const std::string& text)
+    {
+        EXPECT_THAT(text, HasSubstr("exports 225 parameter(s)"));
+        for (int index = 0; index < kAutomatable; ++index) {
+            const auto expected = expectedParameter(index);
+            EXPECT_THAT(text, HasSubstr("(id=" + std::to_string(expected.id) + "): [title=\"" +
+                                        expected.title + "\"]"));
+        }
+    }
+
     static void tell(const ValidatorReport& report)
     {
         const auto failures = report.failures();
