@@ -5,8 +5,7 @@
 #include "hostapi/IHostApplicationW.h"
 #include "pluginterfaces/base/funknownimpl.h"
 #include "tools/play/HostFamily.h"
-
-#include <vector>
+#include "tools/play/HostText.h"
 
 namespace Steinberg {
 namespace Vst {
@@ -14,19 +13,21 @@ namespace play {
 
 class HostTexts final : public U::Implements<U::Directly<IHostApplicationW>> {
 public:
-    explicit HostTexts(const HostFamily& family);
+    explicit HostTexts(const HostFamily& family)
+    : isUnicode(family.isUnicode)
+    , name(family.name, isUnicode)
+    , version(family.version, isUnicode)
+    {
+    }
 
-    const char16* PLUGIN_API getApplicationName() override { return name.data(); }
-    const char16* PLUGIN_API getVersionString() override { return version.data(); }
+    const char16* PLUGIN_API getApplicationName() override { return name.get(); }
+    const char16* PLUGIN_API getVersionString() override { return version.get(); }
     tresult PLUGIN_API getCharacterSet() override { return isUnicode ? kResultOk : kResultFalse; }
 
 private:
-    using Buffer = std::vector<char16>;
-    Buffer bufferOf(const std::string& asciiText) const;
-
     bool isUnicode;
-    Buffer name;
-    Buffer version;
+    HostText name;
+    HostText version;
 };
 
 /** What an older host offers instead: only that it is there. */

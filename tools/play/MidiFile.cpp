@@ -1,11 +1,10 @@
 #include "tools/play/MidiFile.h"
 
 #include "tools/play/Failure.h"
+#include "tools/play/FileBytes.h"
 
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,15 +16,9 @@ namespace play {
 
 namespace {
 
-constexpr std::uintmax_t kLargestFile = std::uintmax_t{64} * 1024 * 1024;
 constexpr size_t kHeaderSize = 14;
 
 using Bytes = std::vector<char>;
-
-std::string quoted(const std::string& path)
-{
-    return "\"" + path + "\"";
-}
 
 /** Takes libsmf's messages off the standard error stream and remembers whether there was one. */
 class LibraryLog {
@@ -51,35 +44,18 @@ private:
     bool hasComplained = false;
 };
 
-Bytes readBytes(const std::string& path)
-{
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (!std::filesystem::exists(status))
-        throw Failure("There is no file " + quoted(path) + ".");
-    if (!std::filesystem::is_regular_file(status))
-        throw Failure(quoted(path) + " is not a file but a folder or a device.");
-    const auto size = std::filesystem::file_size(path, error);
-    if (!error && size > kLargestFile)
-        throw Failure(quoted(path) + " is too large for a MIDI file.");
-    std::ifstream stream(path, std::ios::binary);
-    Bytes bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    if (!stream)
-        throw Failure(quoted(path) + " cannot be read.");
-    return bytes;
-}
-
 void checkHeader(const std::string& path, const Bytes& bytes)
 {
     if (bytes.empty())
-        throw Failure(quoted(path) + " is empty.");
+        throw Failure(inQuotes(path) + " is empty.");
     if (bytes.size() < kHeaderSize || std::memcmp(bytes.data(), "MThd", 4) != 0)
-        throw Failure(quoted(path) + " is not a MIDI file.");
+        throw Failure(inQuotes(path) + " is not a MIDI file.");
     if ((bytes[12] & 0x80) != 0)
-        throw Failure(quoted(path) + " counts time in film frames (SMPTE), which play does not.");
+        throw Failure(inQuotes(path) + " counts time in film frames (SMPTE), which play does not.");
     if (bytes[8] == 0 && bytes[9] == 2)
-        throw Failure(quoted(path) + " holds independent patterns (format 2), which play does not "
-                                     "play.");
+        throw Failure(inQuotes(path) +
+                      " holds independent patterns (format 2), which play does not "
+                      "play.");
 }
 
 smf_t* load(const Bytes& bytes)
@@ -113,12 +89,12 @@ bool loadsSafely(const Bytes& bytes)
 
 MidiFile readMidiFile(const std::string& path)
 {
-    const auto bytes = readBytes(path);
+    const auto bytes = readFileBytes(path, "a MIDI file");
     checkHeader(path, bytes);
     const LibraryLog log;
     MidiFile file(loadsSafely(bytes) ? load(bytes) : nullptr);
     if (!file || file->ppqn <= 0)
-        throw Failure(quoted(path) + " is a damaged MIDI file.");
+        throw Failure(inQuotes(path) + " is a damaged MIDI file.");
     return file;
 }
 
@@ -126,7 +102,7 @@ void writeMidiFile(smf_t& file, const std::string& path)
 {
     const LibraryLog log;
     if (smf_save(&file, path.c_str()) != 0)
-        throw Failure("The MIDI file " + quoted(path) + " cannot be written.");
+        throw Failure("The MIDI file " + inQuotes(path) + " cannot be written.");
 }
 
 } // namespace play

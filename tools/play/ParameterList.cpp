@@ -1,6 +1,7 @@
 #include "tools/play/ParameterList.h"
 
 #include "pluginterfaces/vst/ivstunits.h"
+#include "tools/play/Columns.h"
 #include "tools/play/Failure.h"
 #include "tools/play/HostString.h"
 
@@ -13,14 +14,6 @@ namespace Vst {
 namespace play {
 
 namespace {
-
-/** At least width columns, counting the characters and not the bytes of UTF-8. */
-std::string padded(const std::string& text, size_t width)
-{
-    const auto characters = static_cast<size_t>(
-        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
-    return text + std::string(width > characters ? width - characters : 0, ' ');
-}
 
 std::string flagsText(int32 flags)
 {
