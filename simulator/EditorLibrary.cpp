@@ -229,6 +229,8 @@ void EditorLibrary::onInitialStartFileLoad(bool state)
 void EditorLibrary::syncPartToMidiChannel(int32 channel)
 {
     instrument->log.add("syncPartToMidiChannel(" + std::to_string(channel) + ")");
+    instrument->lastChannelTold = channel;
+    ++instrument->channelsTold;
     if (channel >= 0 && channel < ParameterModel::parts)
         instrument->shownPart = channel;
 }

@@ -72,6 +72,8 @@ public:
     std::atomic<int32> shownPart{0};
     std::atomic<uint32> lastKnob{0}; ///< what the wheel turns; 0 before any knob was turned
     std::atomic<uint32> automationCount{0};
+    std::atomic<uint32> channelsTold{0}; ///< by the plug-in, as those that a track plays on
+    std::atomic<int32> lastChannelTold{-1};
 
 private:
     struct HostValue {

@@ -44,6 +44,8 @@ public:
     uint32 automationReceived() override { return instrument->automationCount; }
     std::vector<Applied> presetsApplied() override { return instrument->voicesApplied(); }
     std::vector<Applied> userBanksApplied() override { return instrument->userBanksApplied(); }
+    uint32 channelsTold() override { return instrument->channelsTold; }
+    int32 lastChannelTold() override { return instrument->lastChannelTold; }
     int32 hostType() override { return editor.hostType(); }
     std::vector<std::string> log() override { return instrument->log.texts(); }
 

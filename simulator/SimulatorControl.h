@@ -110,6 +110,9 @@ struct SimulatorControl {
        newest 1,000 of each. */
     virtual std::vector<Applied> presetsApplied() = 0;
     virtual std::vector<Applied> userBanksApplied() = 0;
+    /** Calls of syncPartToMidiChannel, and the last one's channel: -1 before any. */
+    virtual uint32 channelsTold() = 0;
+    virtual int32 lastChannelTold() = 0;
     /** -1 before setHostType. */
     virtual int32 hostType() = 0;
     /** Life-cycle and editor calls as "operation(arguments)", oldest first: the newest 10,000.

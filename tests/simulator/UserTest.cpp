@@ -92,11 +92,16 @@ TEST_F(SimulatorUser, SeesTheLifeCycleInOrder)
 
 TEST_F(SimulatorUser, SeesThePartThatTheHostShows)
 {
+    EXPECT_EQ(0U, user->channelsTold());
+    EXPECT_EQ(-1, user->lastChannelTold());
     editor->syncPartToMidiChannel(7);
     EXPECT_EQ(7, user->shownPart());
+    EXPECT_EQ(7, user->lastChannelTold());
     for (const int32 channel : {-1, 16, INT32_MAX, INT32_MIN})
         editor->syncPartToMidiChannel(channel);
     EXPECT_EQ(7, user->shownPart());
+    EXPECT_EQ(5U, user->channelsTold());
+    EXPECT_EQ(INT32_MIN, user->lastChannelTold());
 }
 
 using SimulatorEditor = SimulatorTest;
