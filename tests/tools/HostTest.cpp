@@ -69,6 +69,13 @@ TEST(HostFamily, KnowsHostsWithoutNames)
     EXPECT_FALSE(parseHostFamily("older", true).givesNames);
 }
 
+TEST(HostFamily, GivesEveryHostButThePlainOneItsOwnObjects)
+{
+    for (const char* text : {"cubase", "nuendo:6.5.0", "cubase-le", "standalone", "older"})
+        EXPECT_TRUE(parseHostFamily(text, true).hasStudio) << text;
+    EXPECT_FALSE(parseHostFamily("plain", true).hasStudio);
+}
+
 TEST(HostFamily, RefusesWhatIsNone)
 {
     for (const char* text : {"", "reaper", ":7.5.1", "cubase:", "cubase:new", "plain:1.0"})

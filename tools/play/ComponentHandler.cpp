@@ -4,6 +4,13 @@ namespace Steinberg {
 namespace Vst {
 namespace play {
 
+tresult PLUGIN_API ComponentHandler::queryInterface(const TUID wanted, void** obj)
+{
+    if (ports && obj && FUnknownPrivate::iidEqual(wanted, IComponentPortHandler::iid))
+        return ports->queryInterface(wanted, obj);
+    return Base::queryInterface(wanted, obj);
+}
+
 tresult PLUGIN_API ComponentHandler::beginEdit(ParamID id)
 {
     return record(Kind::begin, id, 0);

@@ -1,6 +1,7 @@
 // ComponentHandler: records what a plug-in's controller tells its host.
 #pragma once
 
+#include "hostapi/IComponentPortHandler.h"
 #include "pluginterfaces/base/funknownimpl.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 
@@ -11,7 +12,8 @@ namespace Steinberg {
 namespace Vst {
 namespace play {
 
-/** [any thread]: a plug-in may report an edit on the thread on which its user made it. */
+/** Offers IComponentPortHandler too, when it has one.
+    [any thread]: a plug-in may report an edit on the thread on which its user made it. */
 class ComponentHandler final : public U::Implements<U::Directly<IComponentHandler>> {
 public:
     enum class Kind { begin, perform, end };
@@ -21,6 +23,13 @@ public:
         ParamValue value; ///< of perform; else 0
     };
 
+    /** @param portHandler null for a host that has none */
+    explicit ComponentHandler(const IPtr<IComponentPortHandler>& portHandler = {})
+    : ports(portHandler)
+    {
+    }
+
+    tresult PLUGIN_API queryInterface(const TUID wanted, void** obj) override;
     tresult PLUGIN_API beginEdit(ParamID id) override;
     tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override;
     tresult PLUGIN_API endEdit(ParamID id) override;
@@ -35,6 +44,7 @@ public:
 private:
     tresult record(Kind kind, ParamID id, ParamValue value);
 
+    IPtr<IComponentPortHandler> ports;
     mutable std::mutex mutex;
     std::vector<Edit> recorded;
     int32 restarts = 0;

@@ -31,7 +31,17 @@ void HostClasses::offer(const TUID wanted, const IPtr<FUnknown>& object)
 
 tresult PLUGIN_API HostClasses::getHostInterface(const TUID wanted, void** obj)
 {
-    return obj ? answer(objects, wanted, obj) : kInvalidArgument;
+    if (!obj)
+        return kInvalidArgument;
+    for (const auto& [offered, make] : makers)
+        if (FUnknownPrivate::iidEqual(wanted, offered))
+            return make()->queryInterface(wanted, obj);
+    return answer(objects, wanted, obj);
+}
+
+void HostClasses::offerNew(const TUID wanted, std::function<IPtr<FUnknown>()> make)
+{
+    makers.emplace_back(FUID::fromTUID(wanted), std::move(make));
 }
 
 HostContext::HostContext(const HostFamily& family, const IPtr<RunLoop>& runLoop)

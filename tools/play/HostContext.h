@@ -8,6 +8,7 @@
 #include "tools/play/HostFamily.h"
 #include "tools/play/RunLoop.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,10 +23,14 @@ public:
     /** Offers an object, which is kept, under its interface ID. */
     void offer(const TUID wanted, const IPtr<FUnknown>& object);
 
+    /** Offers a new object of make's for each time that one is asked for. */
+    void offerNew(const TUID wanted, std::function<IPtr<FUnknown>()> make);
+
     tresult PLUGIN_API getHostInterface(const TUID wanted, void** obj) override;
 
 private:
     std::vector<std::pair<FUID, IPtr<FUnknown>>> objects;
+    std::vector<std::pair<FUID, std::function<IPtr<FUnknown>()>>> makers;
 };
 
 /** Answers the SDK's host interfaces and, by family, those of the Cubase family. Each is an object

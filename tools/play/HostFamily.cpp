@@ -56,7 +56,12 @@ HostFamily parseHostFamily(const std::string& text, bool unicode)
                                    [&](const Row& candidate) { return word == candidate.word; });
     if (row == kRows.end())
         throw Failure("There is no host \"" + word + "\"; play can be: " + hostFamilyWords() + ".");
-    HostFamily family{row->name, "", row->givesNames, row->isOlder, row->givesNames && unicode};
+    HostFamily family{row->name,
+                      "",
+                      row->givesNames,
+                      row->isOlder,
+                      row->givesNames && unicode,
+                      row->givesNames || row->isOlder};
     if (colon == std::string::npos) {
         if (row->version)
             family.version = std::string("Version ") + row->version;

@@ -14,6 +14,7 @@ struct HostFamily {
     bool givesNames = false; ///< offers IHostApplicationW: name, version, character set
     bool isOlder = false;    ///< offers IHostApplicationA only
     bool isUnicode = false;  ///< texts are UTF-16, else 8-bit texts packed into the 16-bit units
+    bool hasStudio = false;  ///< offers its ports and its project as extension objects
 
     /** "Cubase, Version 7.5.1, Unicode" */
     std::string description() const;
