@@ -91,6 +91,8 @@ TEST_F(PlayFailure, ExplainsItself)
 {
     const auto outcome = playOnThisMachine({"--help"});
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_THAT(outcome.out, HasSubstr("--midi-out"));
+    for (const char* option :
+         {"--midi-out", "--ports", "--connect-audio", "--connect-midi", "--tracks", "--select"})
+        EXPECT_THAT(outcome.out, HasSubstr(option));
     EXPECT_EQ(outcome.err, "");
 }

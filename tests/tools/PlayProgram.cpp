@@ -67,6 +67,11 @@ Outcome playWithoutLibrary(const Words& arguments)
     return run({WITH_SIMULATOR, "--no-library", PLAY_PROGRAM}, arguments);
 }
 
+Outcome playWithScriptedLibrary(const Words& arguments)
+{
+    return run({WITH_SIMULATOR, "--library", SCRIPTED_LIBRARY, PLAY_PROGRAM}, arguments);
+}
+
 Outcome playOnThisMachine(const Words& arguments)
 {
     return run({PLAY_PROGRAM}, arguments);

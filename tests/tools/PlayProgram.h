@@ -26,6 +26,9 @@ Outcome play(const Words& arguments);
 /** Runs play where no editor library is installed. */
 Outcome playWithoutLibrary(const Words& arguments);
 
+/** Runs play where another editor library than the simulated one is installed. */
+Outcome playWithScriptedLibrary(const Words& arguments);
+
 /** Runs play just so, on the machine as it is. */
 Outcome playOnThisMachine(const Words& arguments);
 

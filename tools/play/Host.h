@@ -5,6 +5,7 @@
 #include "tools/play/EditorService.h"
 #include "tools/play/HostContext.h"
 #include "tools/play/Options.h"
+#include "tools/play/Studio.h"
 
 #include <memory>
 #include <string>
@@ -16,7 +17,8 @@ namespace play {
 /** Outlives the plug-in's module and every instance. */
 class Host {
 public:
-    /** @throws Failure for an unknown host family, or a service without editor library */
+    /** @throws Failure for an unknown host family, a service without editor library, or a project
+        that cannot be read */
     explicit Host(const Options& options);
     ~Host();
     Host(const Host&) = delete;
@@ -27,6 +29,13 @@ public:
     ComponentHandler& handler() { return *componentHandler; }
     const HostFamily& family() const { return hostFamily; }
 
+    /** Null in a host without such objects. */
+    Studio* studio() { return hostStudio.get(); }
+
+    /** Tells a plug-in that is connected that ports can be connected from now on, where the host
+        has ports and the plug-in wants to know. */
+    void announcePorts(IEditController& controller);
+
     /** How a plug-in that has just initialized got its editor library, for people. */
     std::string binding() const;
 
@@ -34,10 +43,11 @@ public:
     const std::string& libraryPath() const { return editorLibraryPath; }
 
 private:
-    void offerService(const Options& options);
+    void offerService(const Options& options, HostClasses& hostClasses);
 
     HostFamily hostFamily;
     std::string editorLibraryPath;
+    std::unique_ptr<Studio> hostStudio;
     std::unique_ptr<EditorLibrary> library; ///< before the service, which ends its connections
     IPtr<EditorService> service;
     IPtr<RunLoop> loop;

@@ -75,7 +75,45 @@ void addOutputOptions(CLI::App& app, Options& options)
     app.add_option("--soundfont", options.soundFont, "The soundfont to render with")
         ->capture_default_str();
     app.add_flag("--list-parameters", options.listParameters,
-                 "List all parameters and units; the song may be left out");
+                 "List all parameters and units; with this, --ports, --connect-... or --tracks the "
+                 "song may be left out");
+}
+
+void addPortOptions(CLI::App& app, Options& options)
+{
+    app.add_flag("--ports", options.listPorts,
+                 "List the host's ports and which of them the editor lists");
+    app.add_option(
+           "--connect-audio", options.connectAudio,
+           "Let the editor connect these audio inputs, by their IDs, to bus 1 left and "
+           "right, bus 2 left and right; an ID may be left out (\",,,\" lets all go). Lists "
+           "the ports before and after")
+        ->type_name("A,B,C,D")
+        ->expected(1)
+        ->take_all();
+    app.add_option(
+           "--connect-midi", options.connectMidi,
+           "Let the editor connect the MIDI output with this ID. Lists the ports before and "
+           "after")
+        ->type_name("ID")
+        ->expected(1)
+        ->take_all();
+}
+
+void addTrackOptions(CLI::App& app, Options& options)
+{
+    auto* tracks =
+        app.add_option(
+               "--tracks", options.tracks,
+               "Open this project, a JSON file, or the built-in one called \"demo\"; select "
+               "its tracks in the host, pick the editor's parts, and show who follows")
+            ->type_name("FILE");
+    app.add_option("--select", options.select,
+                   "Select the track with this number, from 1, instead of each in turn")
+        ->type_name("N")
+        ->expected(1)
+        ->take_all()
+        ->needs(tracks);
 }
 
 } // namespace
@@ -91,9 +129,12 @@ Options parseOptions(int argc, const char* const* argv)
     addHostOptions(app, options);
     addSoundOptions(app, options);
     addOutputOptions(app, options);
+    addPortOptions(app, options);
+    addTrackOptions(app, options);
     try {
         app.parse(argc, argv);
-        if (options.song.empty() && !options.listParameters)
+        if (options.song.empty() && !options.listParameters && !options.wantsPorts() &&
+            !options.wantsTracks())
             throw CLI::RequiredError("song.mid");
     } catch (const CLI::ParseError& error) {
         throw CommandLineExit{app.exit(error)};

@@ -11,7 +11,7 @@ namespace play {
 struct Options {
     enum class Binding { service, library };
 
-    std::string song; ///< empty only when parameters are listed
+    std::string song; ///< empty only when something else is asked for
     std::string plugIn;
     std::string host = "cubase:7.5.1";
     bool unicode = true;
@@ -29,6 +29,14 @@ struct Options {
     std::vector<std::string> userTurns;  ///< titles
     std::string preset;                  ///< empty: none is loaded
     std::vector<std::string> storeBanks; ///< "BANK:NUMBER"
+    bool listPorts = false;
+    std::vector<std::string> connectAudio; ///< lists of four IDs with commas between them
+    std::vector<std::string> connectMidi;  ///< IDs
+    std::string tracks;                    ///< a file, or "demo"; empty: the project has no tracks
+    std::vector<int> select;               ///< track numbers from 1
+
+    bool wantsPorts() const { return listPorts || !connectAudio.empty() || !connectMidi.empty(); }
+    bool wantsTracks() const { return !tracks.empty(); }
 };
 
 /** Thrown instead of options when the command line ends the program by itself. */

@@ -3,6 +3,7 @@
 
 #include "tools/play/EditSummary.h"
 #include "tools/play/Player.h"
+#include "tools/play/StudioReport.h"
 #include "tools/play/WavFile.h"
 
 #include <optional>
@@ -62,6 +63,7 @@ struct Report {
     std::string midiFile;  ///< empty: none was written
     std::string audioFile; ///< empty: none was rendered
     WavMeasures audio;
+    StudioReport studio; ///< what was done before the song; a report of its own for people
     size_t copiedProgramChanges = 0; ///< of the song, in the audio only
 };
 

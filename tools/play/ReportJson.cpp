@@ -1,6 +1,5 @@
 #include "tools/play/Report.h"
-
-#include <nlohmann/json.hpp>
+#include "tools/play/StudioJson.h"
 
 namespace Steinberg {
 namespace Vst {
@@ -123,8 +122,8 @@ std::string jsonOf(const Report& report)
               {"automation", automationOf(report)},
               {"userTurns", turnsOf(report)}};
     addFiles(json, report);
-    // Names come from files and plug-ins: bytes that are no UTF-8 must not end the program.
-    return json.dump(2, ' ', false, Json::error_handler_t::replace);
+    addTo(json, report.studio);
+    return dumped(json);
 }
 
 } // namespace play

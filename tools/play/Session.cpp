@@ -4,10 +4,12 @@
 #include "tools/play/Failure.h"
 #include "tools/play/HostString.h"
 #include "tools/play/MidiFileWriter.h"
+#include "tools/play/PortTour.h"
 #include "tools/play/PresetArrival.h"
 #include "tools/play/PresetLoader.h"
 #include "tools/play/ProgressBar.h"
 #include "tools/play/Simulator.h"
+#include "tools/play/TrackTour.h"
 
 #include <filesystem>
 #include <unistd.h>
@@ -61,16 +63,41 @@ Session::Session(const Options& wishes)
 , simulator(findSimulator(host.libraryPath()))
 , binding(host.binding())
 {
+    host.announcePorts(instance.controller());
     prepareControl();
 }
 
-SimulatorControl& Session::simulatorForUser() const
+/** @param deed what its user is needed for: "turn knobs" */
+SimulatorControl& Session::simulatorTo(const std::string& deed) const
 {
     if (simulator)
         return *simulator;
-    throw Failure(
-        "Only the simulated editor library has a user who can turn knobs and store banks, "
-        "and it is not what the plug-in loaded.");
+    throw Failure("Only the simulated editor library has a user who can " + deed +
+                  ", and it is not what the plug-in loaded.");
+}
+
+PortsReport Session::ports()
+{
+    auto report = PortTour(host.studio(), simulatorTo("choose ports"))
+                      .run(options.connectAudio, options.connectMidi);
+    const Instance second(plugIn, host.context(), host.handler());
+    if (auto* newest = findSimulator(host.libraryPath()))
+        report.secondEditorAudio = PortTour::audioInputsOf(*newest);
+    return report;
+}
+
+StudioReport Session::studio()
+{
+    StudioReport report;
+    report.host = host.family().description();
+    if (options.wantsPorts())
+        report.ports = ports();
+    if (!options.wantsTracks())
+        return report;
+    if (!host.studio())
+        throw Failure("The host shows its tracks to no plug-in: " + report.host + ".");
+    report.tracks = TrackTour(*host.studio(), simulatorTo("pick parts")).run(options.select);
+    return report;
 }
 
 void Session::prepareControl()
@@ -82,9 +109,9 @@ void Session::prepareControl()
         automations.emplace_back(instance.controller(), parameter.id);
     }
     for (const auto& title : options.userTurns)
-        turns.emplace_back(simulatorForUser(), list.find(title).id);
+        turns.emplace_back(simulatorTo("turn knobs"), list.find(title).id);
     for (const auto& words : options.storeBanks) {
-        simulatorForUser(); // before minutes of playing
+        simulatorTo("store banks"); // before minutes of playing
         banksToStore.push_back(bankPlaceOf(words));
     }
 }
@@ -117,7 +144,7 @@ void Session::loadPresetInto(Report& report)
 void Session::storeBanksInto(Report& report)
 {
     for (const auto& place : banksToStore)
-        report.stored.push_back(storeBank(simulatorForUser(), place));
+        report.stored.push_back(storeBank(simulatorTo("store banks"), place));
 }
 
 void Session::playSong(const Song& song, Report& report, std::ostream* terminal)

@@ -27,15 +27,19 @@ public:
     /** What the plug-in shows its host. */
     ParameterList parameters() { return ParameterList(instance.controller()); }
 
+    /** What the options ask for about ports and tracks, done now. */
+    StudioReport studio();
+
     /** Plays the song, tries the state on a second instance and writes the files.
         @param terminal where to draw progress; null for nowhere */
     Report play(std::ostream* terminal);
 
 private:
+    PortsReport ports();
     void loadPresetInto(Report& report);
     void storeBanksInto(Report& report);
     void prepareControl();
-    SimulatorControl& simulatorForUser() const;
+    SimulatorControl& simulatorTo(const std::string& deed) const;
     void playSong(const Song& song, Report& report, std::ostream* terminal);
     void describe(Report& report);
     void addControl(Report& report);

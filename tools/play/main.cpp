@@ -14,9 +14,17 @@ int run(const Options& options)
     Session session(options);
     if (options.listParameters)
         session.parameters().print(std::cout);
-    if (options.song.empty())
-        return 0;
-    const auto report = session.play(isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
+    const auto studio = session.studio();
+    const auto hasStudio = studio.ports || studio.tracks;
+    if (hasStudio && !options.json)
+        std::cout << textOf(studio);
+    if (options.song.empty()) {
+        if (hasStudio && options.json)
+            std::cout << jsonOf(studio) << '\n';
+        return std::cout.flush() ? 0 : 1;
+    }
+    auto report = session.play(isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
+    report.studio = studio;
     std::cout << (options.json ? jsonOf(report) + "\n" : textOf(report));
     return std::cout.flush() ? 0 : 1;
 }
