@@ -1,18 +1,9 @@
 #include "tests/realtime/AllocationCount.h"
 
+#include "tests/doubles/Sanitized.h"
+
 #include <cstdlib>
 #include <new>
-
-#if defined(__has_feature)
-#if __has_feature(thread_sanitizer) || __has_feature(address_sanitizer)
-#define SANITIZER_ALLOCATES 1
-#endif
-#elif defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
-#define SANITIZER_ALLOCATES 1
-#endif
-#ifdef SANITIZER_ALLOCATES
-#include <sanitizer/allocator_interface.h>
-#endif
 
 namespace {
 
@@ -25,7 +16,12 @@ std::size_t doubles::allocationCount()
     return allocations;
 }
 
-#ifdef SANITIZER_ALLOCATES
+#ifdef VSTK2X_SANITIZED
+
+// Of the sanitizers' run-time; GCC comes without the header that declares it.
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*)(const volatile void*,
+                                                                  std::size_t),
+                                                         void (*)(const volatile void*));
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The controller's life from initialize to terminate, in whole: the order of everything that it
 // does with the host and the library, and a host that throws at any moment of it.
+#include "tests/doubles/Sanitized.h"
 #include "tests/unit/BoundController.h"
-#include "tests/unit/Sanitized.h"
 
 #include <algorithm>
 

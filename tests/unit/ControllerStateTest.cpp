@@ -1,6 +1,6 @@
+#include "tests/doubles/Sanitized.h"
 #include "tests/doubles/StreamDouble.h"
 #include "tests/unit/BoundController.h"
-#include "tests/unit/Sanitized.h"
 
 #include <algorithm>
 #include <cstdlib>

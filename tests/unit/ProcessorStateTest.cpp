@@ -1,6 +1,6 @@
 // The library's state in the host's project, as bytes.
+#include "tests/doubles/Sanitized.h"
 #include "tests/unit/ProcessorFixture.h"
-#include "tests/unit/Sanitized.h"
 
 #include <sys/resource.h>
 

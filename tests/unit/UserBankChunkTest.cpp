@@ -3,6 +3,7 @@
 #include "module/PlugInInfo.h"
 #include "presets/VstK2xPreset.h"
 #include "tests/doubles/PresetFileBytes.h"
+#include "tests/doubles/Sanitized.h"
 #include "tests/doubles/StreamDouble.h"
 
 #include "public.sdk/source/vst/vstaudioeffect.h"
@@ -19,14 +20,6 @@ using namespace Steinberg::Vst;
 using doubles::le32;
 using doubles::StreamDouble;
 using testing::ElementsAre;
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define SANITIZED 1
-#endif
-#endif
 
 namespace {
 
@@ -251,7 +244,7 @@ TEST(UserBankChunk, LoadHonoursALargeSizeWithFourBytesBehindIt)
 
 TEST(UserBankChunkDeathTest, LoadOfASizeThatMemoryCannotHoldFails)
 {
-#if defined(SANITIZED)
+#ifdef VSTK2X_SANITIZED
     GTEST_SKIP() << "a sanitizer ends the program where memory runs out";
 #endif
     // In a process of its own, because the limit cannot be lifted again for the other tests.

@@ -1,5 +1,5 @@
+#include "tests/doubles/Sanitized.h"
 #include "tests/unit/BoundController.h"
-#include "tests/unit/Sanitized.h"
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;

@@ -1,4 +1,5 @@
 // What the module shows to the loader: three functions, and four libraries that it needs.
+#include "tests/doubles/Sanitized.h"
 #include <array>
 #include <cstdio>
 #include <gmock/gmock.h>
@@ -7,14 +8,6 @@
 namespace {
 
 using testing::UnorderedElementsAre;
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define SANITIZED 1
-#endif
-#endif
 
 std::vector<std::string> linesOf(const std::string& command)
 {
@@ -40,7 +33,7 @@ TEST(ModuleFile, ExportsTheFactoryAndTheEntryPointsOnly)
 
 TEST(ModuleFile, NeedsTheCAndCppRuntimesOnly)
 {
-#if defined(SANITIZED)
+#ifdef VSTK2X_SANITIZED
     GTEST_SKIP() << "a sanitizer's runtime library is needed beside them in this build";
 #endif
     const std::vector<std::string> allowed = {"libstdc++.so.6", "libc.so.6", "libm.so.6",
