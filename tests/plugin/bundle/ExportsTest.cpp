@@ -1,5 +1,6 @@
 // What the module shows to the loader: three functions, and four libraries that it needs.
 #include "tests/doubles/Sanitized.h"
+
 #include <array>
 #include <cstdio>
 #include <gmock/gmock.h>
