@@ -103,7 +103,7 @@ TEST_F(Ardour, RecordsWhatComesOutOfMidiOut)
     for (size_t index = 0; index < played.size(); ++index) {
         ASSERT_THAT(recorded[index], SizeIs(5));
         EXPECT_EQ((Values{recorded[index][0], recorded[index][1]}), played[index]);
-        EXPECT_EQ(recorded[index][2], "127");
+        EXPECT_EQ(recorded[index][2], "127") << index;
         const double begin = std::stod(recorded[index][3]);
         EXPECT_GE(begin, end);
         end = begin + std::stod(recorded[index][4]);

@@ -97,6 +97,8 @@ local function record(session, synth, recorder)
   session:maybe_enable_record(false)
   session:request_roll(ARDOUR.TransportRequestSource.TRS_UI)
   wait_until("it records", function() return session:actively_recording() end)
+  -- A fader that fades in at the start would take some of the first notes' velocities.
+  let_pass(session, 48000 // 2)
   play_notes(session)
   let_pass(session, 48000 // 4)
   session:request_stop(false, false, ARDOUR.TransportRequestSource.TRS_UI)
