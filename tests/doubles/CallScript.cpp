@@ -58,6 +58,7 @@ void CallScript::setFaultAtCall(size_t n, Fault fault)
     count = 0;
     faultyCall = n;
     faultOfCall = fault;
+    faulty.clear();
 }
 
 void CallScript::clearFaults()
@@ -66,12 +67,19 @@ void CallScript::clearFaults()
     namedFaults.clear();
     count = 0;
     faultyCall = 0;
+    faulty.clear();
 }
 
 size_t CallScript::callCount() const
 {
     const std::lock_guard<std::mutex> guard(mutex);
     return count;
+}
+
+std::string CallScript::faultyText() const
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    return faulty;
 }
 
 bool CallScript::called(const std::string& text)
@@ -91,6 +99,8 @@ bool CallScript::asked(const std::string& text)
         for (const auto& named : namedFaults)
             if (!fault && isNamedBy(text, named.call))
                 fault = named.fault;
+        if (fault)
+            faulty = text;
     }
     if (onCall)
         onCall(text);

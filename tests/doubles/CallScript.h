@@ -47,6 +47,9 @@ public:
     /** Calls since the last failAtCall, throwAtCall or clearFaults. */
     size_t callCount() const;
 
+    /** The call that failed or threw last since then; empty when none did. */
+    std::string faultyText() const;
+
     Trace& getTrace() const { return *record; }
     void setTrace(Trace& other) { record = &other; }
 
@@ -72,6 +75,7 @@ private:
     size_t count = 0;
     size_t faultyCall = 0; ///< 0: none
     Fault faultOfCall = Fault::kFail;
+    std::string faulty;
 };
 
 } // namespace doubles

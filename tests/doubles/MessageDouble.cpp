@@ -10,4 +10,9 @@ MessageDouble::MessageDouble(HostBooks& host, const std::string& name)
 {
 }
 
+Steinberg::Vst::IAttributeList* MessageDouble::getAttributes()
+{
+    return books.script.asked(getName() + ".getAttributes()") ? attributes.get() : nullptr;
+}
+
 } // namespace doubles

@@ -13,6 +13,8 @@ PeerDouble::Received read(Vst::IMessage& message)
     PeerDouble::Received result;
     result.id = message.getMessageID() ? message.getMessageID() : "";
     auto* attributes = message.getAttributes();
+    if (!attributes)
+        return result;
     for (const char* name : {"VST_CONNECT_BINARY_ID", "VST_DISCONNECT_BINARY_ID"}) {
         const void* data = nullptr;
         uint32 size = 0;

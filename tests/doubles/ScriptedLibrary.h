@@ -124,6 +124,9 @@ public:
     void noteDestroyed(const ScriptedObserver& observer);
     bool isDestroyed() const { return destroyed; }
 
+    /** After destroy: the entry point hands out a live library again. */
+    void revive() { destroyed = false; }
+
     // ---- VstIEditorConnect -----------------------------------------------------------------
     void destroy() override;
     void start() override;

@@ -37,11 +37,12 @@ public:
     /** The texts that begin with one of the prefixes, oldest first. */
     std::vector<std::string> textsOf(const std::vector<std::string>& prefixes) const
     {
+        const std::lock_guard<std::mutex> guard(mutex);
         std::vector<std::string> result;
-        for (auto& text : texts())
+        for (const auto& call : calls)
             for (const auto& prefix : prefixes)
-                if (text.compare(0, prefix.size(), prefix) == 0) {
-                    result.push_back(text);
+                if (call.text.compare(0, prefix.size(), prefix) == 0) {
+                    result.push_back(call.text);
                     break;
                 }
         return result;
@@ -50,9 +51,10 @@ public:
     /** How many calls have exactly this text. */
     size_t count(const std::string& text) const
     {
+        const std::lock_guard<std::mutex> guard(mutex);
         size_t result = 0;
-        for (const auto& other : texts())
-            result += other == text ? 1 : 0;
+        for (const auto& call : calls)
+            result += call.text == text ? 1 : 0;
         return result;
     }
 
