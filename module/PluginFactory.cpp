@@ -43,10 +43,33 @@ const PClassInfo2& controllerInfo()
     return info;
 }
 
+/** The SDK's factory, out of which nothing is thrown: neither what a constructor throws nor what a
+    host's context does. */
+class GuardedFactory : public CPluginFactory {
+public:
+    using CPluginFactory::CPluginFactory;
+
+    tresult PLUGIN_API createInstance(FIDString classID, FIDString interfaceID, void** obj) override
+    {
+        const auto result = guarded<tresult>(kOutOfMemory, [&] {
+            return CPluginFactory::createInstance(classID, interfaceID, obj);
+        });
+        if (result != kResultOk && obj)
+            *obj = nullptr;
+        return result;
+    }
+
+    tresult PLUGIN_API setHostContext(FUnknown* context) override
+    {
+        return guarded<tresult>(kResultFalse,
+                                [&] { return CPluginFactory::setHostContext(context); });
+    }
+};
+
 IPluginFactory* makeFactory()
 {
     // The creation that comes with one reference, which is the caller's.
-    IPtr<CPluginFactory> factory = owned(new CPluginFactory(factoryInfo()));
+    IPtr<CPluginFactory> factory = owned(new GuardedFactory(factoryInfo()));
     if (!factory->registerClass(&processorInfo(), &VstK2x::createInstance, nullptr) ||
         !factory->registerClass(&controllerInfo(), &VstK2xController::createInstance, nullptr))
         return nullptr;

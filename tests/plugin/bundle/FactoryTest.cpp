@@ -55,6 +55,14 @@ protected:
 
 class ModuleEntry : public Factory {};
 
+/** A host's context that can be asked for nothing. */
+class ThrowingContext final : public FUnknown {
+public:
+    tresult PLUGIN_API queryInterface(const TUID, void**) override { throw 1; }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
+};
+
 /** Every byte of a fixed text field: the text, and zeros to its end. */
 template <size_t size>
 std::string field(const char (&bytes)[size])
@@ -193,6 +201,15 @@ TEST_F(Factory, CreatesNothingElse)
                                       reinterpret_cast<void**>(&created)),
               kResultOk);
     EXPECT_EQ(created, nullptr);
+}
+
+TEST_F(Factory, LetsNoExceptionOfTheHostsContextOut)
+{
+    const FUnknownPtr<IPluginFactory3> third(factory);
+    ASSERT_TRUE(third);
+    ThrowingContext context;
+    EXPECT_NO_THROW(EXPECT_EQ(third->setHostContext(&context), kResultFalse));
+    EXPECT_NO_THROW(third->setHostContext(nullptr));
 }
 
 TEST_F(ModuleEntry, TakesANullHandleAndRepeatedCalls)
