@@ -117,10 +117,15 @@ private:
 
 class LinuxTimerFactory : public TimerPlatformFactory {
 public:
+    /** Null when memory ran out, which VSTGUI's timer takes for one that never ticks. */
     VSTGUI::PlatformTimerPtr
     createTimer(VSTGUI::IPlatformTimerCallback* callback) const noexcept override
     {
-        return VSTGUI::makeOwned<HostRunLoopTimer>(callback);
+        try {
+            return VSTGUI::makeOwned<HostRunLoopTimer>(callback);
+        } catch (...) {
+            return nullptr;
+        }
     }
 };
 
