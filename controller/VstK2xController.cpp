@@ -296,6 +296,12 @@ IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
     });
 }
 
+tresult PLUGIN_API VstK2xController::setComponentHandler(IComponentHandler* handler)
+{
+    return guarded<tresult>(kResultTrue,
+                            [&] { return EditController::setComponentHandler(handler); });
+}
+
 tresult PLUGIN_API VstK2xController::setPluginInfo(VstIEditorConnect* connect, void* libraryHandle)
 {
     library.setPluginInfo(connect, libraryHandle);

@@ -77,6 +77,8 @@ public:
                                              ParamValue& normalized) override;
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override;
     IPlugView* PLUGIN_API createView(FIDString name) override;
+    /** Takes the handler also when it throws at the question for its extensions. */
+    tresult PLUGIN_API setComponentHandler(IComponentHandler* handler) override;
 
     // IUnitInfo: seventeen units, no program lists.
     int32 PLUGIN_API getUnitCount() override;

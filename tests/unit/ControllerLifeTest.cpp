@@ -201,6 +201,20 @@ TEST(ControllerLife, SurvivesAHostThatThrowsAtAnyMoment)
     EXPECT_LT(calls, 400U) << "not every call was tried";
 }
 
+TEST(ControllerLife, TakesAHandlerThatThrowsWhenAskedForItsExtensions)
+{
+    BoundController bound;
+    bound.initialize();
+    bound.controller->setComponentHandler(nullptr);
+    bound.host.throwAt("query(host, IComponentHandler2)");
+    EXPECT_NO_THROW(
+        EXPECT_EQ(bound.controller->setComponentHandler(&bound.host.handler), kResultTrue));
+    bound.host.clearFaults();
+    bound.trace.clear();
+    bound.controller->changeLatencyTrigger();
+    EXPECT_THAT(bound.trace.textsOf({"host."}), ElementsAre("host.restartComponent(8)"));
+}
+
 TEST(ControllerLife, EndsWithAPeerThatThrowsWhenTheHostLeftItConnected)
 {
     BoundController bound;
