@@ -89,6 +89,13 @@ tresult PLUGIN_API VstK2xController::queryInterface(const TUID _iid, void** obj)
     return EditController::queryInterface(_iid, obj);
 }
 
+/** What unbind asked of the host, to be released last of all: after the base has let go of it. */
+struct VstK2xController::HostObjects {
+    IPtr<IHostClasses> hostClasses;
+    IPtr<IUpdateHandler> updateHandler;
+    IPtr<IPortRegistry> registry;
+};
+
 tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
 {
     const tresult result = EditController::initialize(context);
@@ -98,7 +105,14 @@ tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
     initialized = true;
     // A library that called back after an earlier terminate left events of another host's.
     parameterModel.clear();
-    return guarded<tresult>(kResultFalse, [&] { return initializeBound(context); });
+    const auto started = guarded<tresult>(kResultFalse, [&] { return initializeBound(context); });
+    // Out of memory half way: hosts need not terminate what did not initialize.
+    if (started != kResultOk && getEditorConnection()) {
+        HostObjects held;
+        unbind(held);
+        guarded([this] { parameters.removeAll(); });
+    }
+    return started;
 }
 
 tresult VstK2xController::initializeBound(FUnknown* context)
@@ -139,12 +153,14 @@ tresult PLUGIN_API VstK2xController::terminate()
     if (!initialized)
         return terminateBase();
     initialized = false;
+    HostObjects held;
+    unbind(held);
+    return terminateBase();
+}
 
-    // Released last of all, after the base has let go of the host.
-    IPtr<IHostClasses> hostClasses;
-    IPtr<IUpdateHandler> updateHandler;
-    IPtr<IPortRegistry> registry;
-    guarded([&] { hostClasses = FUnknownPtr<IHostClasses>(getHostContext()); });
+void VstK2xController::unbind(HostObjects& held) noexcept
+{
+    guarded([&] { held.hostClasses = FUnknownPtr<IHostClasses>(getHostContext()); });
     guarded([&] {
         // A host that leaves the components connected would leave the processor with a library that
         // is gone.
@@ -160,16 +176,15 @@ tresult PLUGIN_API VstK2xController::terminate()
         if (library.getBinding() == EditorLibrary::Binding::kService)
             guarded([&] { editor->detachService(); });
     }
-    guarded([&] { updateHandler = hostInterface<IUpdateHandler>(hostClasses); });
-    routing.stopObserving(updateHandler);
-    guarded([&] { registry = hostInterface<IPortRegistry>(hostClasses); });
-    ports.releasePorts(registry);
+    guarded([&] { held.updateHandler = hostInterface<IUpdateHandler>(held.hostClasses); });
+    routing.stopObserving(held.updateHandler);
+    guarded([&] { held.registry = hostInterface<IPortRegistry>(held.hostClasses); });
+    ports.releasePorts(held.registry);
     parameterModel.removeObservers();
     guiTimer = nullptr;
     library.unload();
     library.leaveService(this);
     parameterModel.clear();
-    return terminateBase();
 }
 
 /** Also disconnects a peer that the host left connected. */
@@ -369,7 +384,16 @@ void* VstK2xController::Face::callbackContext()
 
 void VstK2xController::Face::addParameter(Parameter* parameter)
 {
-    controller.parameters.addParameter(parameter);
+    const IPtr<Parameter> kept(parameter);
+    const int32 references = parameter->getRefCount();
+    try {
+        controller.parameters.addParameter(parameter);
+    } catch (...) {
+        // The container has released the reference where its list could not grow, and nowhere else.
+        if (parameter->getRefCount() == references)
+            parameter->release();
+        throw;
+    }
 }
 
 void VstK2xController::Face::beginEdit(ParamID id)

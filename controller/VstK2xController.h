@@ -187,7 +187,10 @@ private:
         VstK2xController& controller;
     };
 
+    struct HostObjects;
+
     tresult initializeBound(FUnknown* context);
+    void unbind(HostObjects& held) noexcept;
     tresult terminateBase();
     void startLibrary();
     void createParameters();
