@@ -1,0 +1,16 @@
+// FaultCount: how many faults of which kind were tried.
+#pragma once
+
+#include "tests/faults/Scenario.h"
+
+namespace faults {
+
+const char* kindName(Kind kind);
+
+/** One more; the host's and the library's answers are told apart by what the operation returns. */
+void count(const std::string& scenario, const Fault& fault);
+
+/** A line for a scenario; and when the program ends, one for all. */
+void printCount(const std::string& scenario);
+
+} // namespace faults

@@ -1,0 +1,121 @@
+// A user's gestures in the editor, told to the host at once or from the timer, and the parameters'
+// texts.
+#include "editorlib/VstIControllerInterface.h"
+#include "tests/faults/Scenario.h"
+
+namespace faults {
+namespace {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using doubles::HostFamily;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/** A host that knows the extensions but has no name: changes wait for the timer. */
+HostFamily nameless()
+{
+    auto family = HostFamily::cubase("7.5.1");
+    family.hasApplicationW = false;
+    return family;
+}
+
+/** The volume ranges from 0 to 4. */
+class Gesture : public Scenario {
+public:
+    explicit Gesture(const HostFamily& family)
+    : Scenario(family)
+    {
+    }
+
+    void act() override
+    {
+        auto& controller = *world.controller;
+        // From another value than the one to come, which else would be no change.
+        world.step("setVSTManageParameter",
+                   [&] { world.library.controller->setVSTManageParameter(kVolume1, 1); });
+        world.trace.clear();
+        world.step("turn", [&] { world.library.turn(kVolume1, 3); });
+        toldAtOnce = world.calls({"host."});
+        world.step("timer", [&] { world.host.runLoop.tick(); });
+        world.step("getParamNormalized", [&] { shown = controller.getParamNormalized(kVolume1); });
+        String128 text = {};
+        world.step("getParamStringByValue",
+                   [&] { textResult = controller.getParamStringByValue(kVolume1, 0.5, text); });
+        firstOfText = text[0];
+        TChar typed[] = {'+', '1', 0};
+        parsed = -1;
+        world.step("getParamValueByString",
+                   [&] { controller.getParamValueByString(kVolume1, typed, parsed); });
+        int value = 0;
+        world.step("isSetVSTValue",
+                   [&] { world.library.controller->isSetVSTValue(kVolume1, 0, value); });
+    }
+
+    void expectDone() override
+    {
+        EXPECT_THAT(world.calls({"host."}),
+                    ElementsAre("host.beginEdit(37012000)", "host.performEdit(37012000, 0.75)",
+                                "host.endEdit(37012000)"));
+        EXPECT_EQ(shown, 0.75);
+        EXPECT_EQ(textResult, kResultOk);
+        EXPECT_EQ(firstOfText, '2'); // 0 + 4 * 0.5 + 0.5, cut
+        EXPECT_EQ(parsed, 0.25);
+    }
+
+    /** The other two still reach a host that fails at one. */
+    void expectStated(const Fault& fault) override
+    {
+        if (fault.hit("host.")) {
+            EXPECT_EQ(world.calls({"host."}).size(), 3u);
+        }
+        if (fault.kind != Kind::kNoMemory) {
+            EXPECT_EQ(parsed, 0.25);
+        }
+    }
+
+    std::vector<std::string> toldAtOnce;
+    ParamValue shown = -1;
+    ParamValue parsed = -1;
+    tresult textResult = kResultFalse;
+    TChar firstOfText = 0;
+};
+
+class DirectGesture : public Gesture {
+public:
+    DirectGesture()
+    : Gesture(HostFamily::cubase("7.5.1"))
+    {
+    }
+    void expectDone() override
+    {
+        Gesture::expectDone();
+        EXPECT_EQ(toldAtOnce.size(), 3u);
+    }
+};
+
+class QueuedGesture : public Gesture {
+public:
+    QueuedGesture()
+    : Gesture(nameless())
+    {
+    }
+    void expectDone() override
+    {
+        Gesture::expectDone();
+        EXPECT_THAT(toldAtOnce, IsEmpty());
+    }
+};
+
+TEST(Faults, GesturesToldAtOnce)
+{
+    injectFaults<DirectGesture>("gestures, at once");
+}
+
+TEST(Faults, GesturesToldByTheTimer)
+{
+    injectFaults<QueuedGesture>("gestures, by timer");
+}
+
+} // namespace
+} // namespace faults

@@ -1,0 +1,84 @@
+#include "tests/faults/OwnCode.h"
+
+#include <cstring>
+#include <link.h>
+#include <unwind.h>
+
+namespace faults {
+namespace {
+
+struct Range {
+    std::uintptr_t begin = 0;
+    std::uintptr_t end = 0;
+
+    bool holds(std::uintptr_t address) const { return address >= begin && address < end; }
+};
+
+Range own;
+Range runtime;
+
+struct Search {
+    const char* namePart;
+    Range* found;
+};
+
+int look(dl_phdr_info* info, size_t, void* argument)
+{
+    auto& search = *static_cast<Search*>(argument);
+    if (!info->dlpi_name || !std::strstr(info->dlpi_name, search.namePart))
+        return 0;
+    for (int index = 0; index < info->dlpi_phnum; ++index) {
+        const auto& header = info->dlpi_phdr[index];
+        if (header.p_type != PT_LOAD || (header.p_flags & PF_X) == 0)
+            continue;
+        search.found->begin = info->dlpi_addr + header.p_vaddr;
+        search.found->end = search.found->begin + header.p_memsz;
+    }
+    return 1;
+}
+
+struct Walk {
+    std::uintptr_t from;
+    bool reached = false;
+    bool isOwn = false;
+};
+
+_Unwind_Reason_Code visit(_Unwind_Context* context, void* argument)
+{
+    auto& walk = *static_cast<Walk*>(argument);
+    const std::uintptr_t address = _Unwind_GetIP(context);
+    walk.reached = walk.reached || address == walk.from;
+    if (!walk.reached || runtime.holds(address))
+        return _URC_NO_REASON;
+    walk.isOwn = own.holds(address);
+    return _URC_END_OF_STACK;
+}
+
+} // namespace
+
+void learnOwnCode(const char* moduleFile)
+{
+    const char* name = std::strrchr(moduleFile, '/');
+    Search module{name ? name : moduleFile, &own};
+    dl_iterate_phdr(look, &module);
+    Search cxx{"/libstdc++.so", &runtime};
+    dl_iterate_phdr(look, &cxx);
+}
+
+bool isOwnCode(std::uintptr_t address)
+{
+    return own.holds(address);
+}
+
+bool isCalledByOwnCode(std::uintptr_t returnAddress)
+{
+    if (own.holds(returnAddress))
+        return true;
+    if (!runtime.holds(returnAddress))
+        return false;
+    Walk walk{returnAddress};
+    _Unwind_Backtrace(visit, &walk);
+    return walk.isOwn;
+}
+
+} // namespace faults

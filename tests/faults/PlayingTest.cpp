@@ -1,0 +1,130 @@
+// Notes, automation and MIDI of the library through process(); the latency.
+#include "editorlib/VstIEffectInterface.h"
+#include "tests/doubles/EventListDouble.h"
+#include "tests/faults/HostBlock.h"
+#include "tests/faults/Scenario.h"
+
+namespace faults {
+namespace {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using testing::ElementsAre;
+
+constexpr unsigned kPan1 = 37013000;
+
+/** The library sends every message that it gets back at once, as an instrument's driver does. */
+class Playing : public Scenario {
+public:
+    void setUp() override
+    {
+        Scenario::setUp();
+        processor = FUnknownPtr<IAudioProcessor>(world.component);
+        world.library.latencyMode = 2;
+        world.library.onCall = [this](const std::string& text) {
+            unsigned bytes[3];
+            if (std::sscanf(text.c_str(), "library.receiveHostMidi(%2X %2X %2X)", &bytes[0],
+                            &bytes[1], &bytes[2]) != 3)
+                return;
+            const unsigned char midi[] = {static_cast<unsigned char>(bytes[0]),
+                                          static_cast<unsigned char>(bytes[1]),
+                                          static_cast<unsigned char>(bytes[2])};
+            world.library.effect->writeMidi(midi, 3);
+        };
+    }
+
+    void tearDown() override
+    {
+        world.library.onCall = nullptr;
+        processor = nullptr;
+        Scenario::tearDown();
+    }
+
+    void act() override
+    {
+        world.trace.clear();
+        ProcessSetup setup{kRealtime, kSample32, 64, 44100};
+        world.step("setupProcessing", [&] { processor->setupProcessing(setup); });
+        world.step("setActive", [&] { world.component->setActive(true); });
+        world.step("getLatencySamples", [&] { latency = processor->getLatencySamples(); });
+        HostBlock block(world.host);
+        Event pressure{};
+        pressure.type = Event::kPolyPressureEvent;
+        block.in.events = {doubles::noteOn(0, 60, 0.5F), doubles::noteOff(1, 62), pressure};
+        block.changes.add(kVolume1, 0.5);
+        block.changes.add(kPan1, 0.25);
+        world.step("process", [&] { result = processor->process(block.data); });
+        sent = block.out.events;
+        failedInBlock = world.host.faultyText() + world.library.faultyText();
+        HostBlock next(world.host); // what the host refused or failed to take is gone
+        world.step("process", [&] { processor->process(next.data); });
+        world.step("setActive", [&] { world.component->setActive(false); });
+        EXPECT_EQ(block.in.references, 1);
+        EXPECT_EQ(block.out.references, 1);
+        EXPECT_EQ(block.changes.references, 1);
+    }
+
+    void expectDone() override
+    {
+        EXPECT_EQ(result, kResultOk);
+        EXPECT_EQ(latency, 220u); // 5 ms at 44100 Hz
+        EXPECT_THAT(world.calls({"library.hostParameterChanged", "library.receiveHostMidi"}),
+                    ElementsAre("library.hostParameterChanged(37012000, 0.5)",
+                                "library.hostParameterChanged(37013000, 0.25)",
+                                "library.receiveHostMidi(90 3C 7F)",
+                                "library.receiveHostMidi(81 3E 00)",
+                                "library.receiveHostMidi(00 00 00)"));
+        ASSERT_EQ(sent.size(), 3u);
+        const int16 channels[] = {0, 1, 0};
+        const int16 pitches[] = {60, 62, 0};
+        const float velocities[] = {1, 0, 0};
+        for (size_t index = 0; index < sent.size(); ++index) {
+            EXPECT_EQ(sent[index].type, Event::kNoteOnEvent);
+            EXPECT_EQ(sent[index].noteOn.channel, channels[index]);
+            EXPECT_EQ(sent[index].noteOn.pitch, pitches[index]);
+            EXPECT_EQ(sent[index].noteOn.velocity, velocities[index]);
+        }
+    }
+
+    /** One that cannot be read holds back no other; a list that does not tell its length has none.
+        An event that the host does not take, or whose memory ran out, is one less. */
+    void expectStated(const Fault& anyFault) override
+    {
+        const Fault fault{anyFault.kind, anyFault.call, failedInBlock};
+        EXPECT_EQ(result, kResultOk);
+        size_t notes = 3;
+        if (fault.hit("getEventCount"))
+            notes = 0;
+        else if (fault.hit("getEvent("))
+            notes = 2;
+        EXPECT_EQ(world.calls({"library.receiveHostMidi"}).size(), notes);
+        size_t changes = 2;
+        if (fault.hit("getParameterCount"))
+            changes = 0;
+        else if (fault.hit("getParameterData") || fault.hit("getPoint") ||
+                 (fault.hit("getParameterId") && fault.kind == Kind::kHostThrows))
+            changes = 1;
+        EXPECT_EQ(world.calls({"library.hostParameterChanged"}).size(), changes);
+        uint32 samples = 220;
+        if (fault.hit("getLatencyMode")) // mode 0 is 1 ms; an exception is no mode
+            samples = fault.kind == Kind::kLibraryAnswers ? 44 : 0;
+        EXPECT_EQ(latency, samples);
+        EXPECT_GE(sent.size() + (fault.hit("addEvent") || fault.kind == Kind::kNoMemory ? 3 : 0),
+                  notes - (fault.hit("receiveHostMidi") ? 1 : 0));
+    }
+
+private:
+    IPtr<IAudioProcessor> processor;
+    tresult result = kResultFalse;
+    uint32 latency = 0;
+    std::vector<Event> sent;
+    std::string failedInBlock; ///< and not in the one after it
+};
+
+TEST(Faults, NotesAutomationAndMidiOut)
+{
+    injectFaults<Playing>("notes, automation, MIDI out");
+}
+
+} // namespace
+} // namespace faults

@@ -1,0 +1,104 @@
+// The host's tracks and the synthesizer's parts, in both generations of hosts.
+#include "editorlib/VstIControllerInterface.h"
+#include "tests/faults/Scenario.h"
+
+namespace faults {
+namespace {
+
+using doubles::HostFamily;
+using testing::ElementsAre;
+
+constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
+
+/** Tracks 0 and 1 play the plug-in on the channels 3 and 4; track 2 plays another one. */
+class Routing : public Scenario {
+public:
+    explicit Routing(const HostFamily& family)
+    : Scenario(family)
+    {
+    }
+
+    void act() override
+    {
+        auto& devices = world.host.devices;
+        world.trace.clear();
+        devices.mixer().children[0]->value("channel").integer = 3;
+        world.step("select", [&] { devices.select(2); });
+        world.step("select", [&] { devices.select(0); });
+        auto& channel = devices.mixer().children[0]->value("channel");
+        channel.integer = 5;
+        world.step("channel", [&] { devices.tell(channel, Steinberg::IDependent::kChanged); });
+        auto& output = devices.mixer().children[0]->value("output");
+        world.step("output", [&] { devices.tell(output, Steinberg::IDependent::kChanged); });
+        world.step("tracks", [&] { devices.tellTracksChanged(); });
+        world.step("editorPartSyncMidiCh",
+                   [&] { world.library.controller->editorPartSyncMidiCh(4); });
+        selected = devices.mixer().value("selected").integer;
+    }
+
+    void expectDone() override
+    {
+        if (isBroken)
+            return;
+        EXPECT_THAT(world.calls({"library."}), ElementsAre("library.syncPartToMidiChannel(3)",
+                                                           "library.syncPartToMidiChannel(5)",
+                                                           "library.syncPartToMidiChannel(5)",
+                                                           "library.syncPartToMidiChannel(4)"));
+        EXPECT_EQ(selected, 1);
+    }
+
+    void expectStated(const Fault& fault) override
+    {
+        for (const auto& text : world.calls({"library."}))
+            EXPECT_THAT(text, testing::HasSubstr("library.syncPartToMidiChannel("));
+        // A dependent that the host did not take, or kept, changes what it tells from then on.
+        isBroken = fault.hit("addDependent") || fault.hit("removeDependent") ||
+                   fault.hit("IUpdateHandler");
+        if (isBroken)
+            world.host.updates.forgetDependents();
+    }
+
+private:
+    int selected = -1;
+    bool isBroken = false;
+};
+
+class NewerHost : public Routing {
+public:
+    NewerHost()
+    : Routing(HostFamily::cubase("7.5.1"))
+    {
+        auto& devices = world.host.devices;
+        auto& first = devices.addMidiTrack("Piano", "elsewhere", 3);
+        auto& second = devices.addInstrumentTrack("Lead", "elsewhere", 4);
+        devices.addMidiTrack("Other", kRoutedHere, 4);
+        devices.addInstrument("Synth 2", "Other VST");
+        auto& instrument = devices.addInstrument("Synth 1", "RDL3/RDL5 VST", &first);
+        instrument.children[0]->connectTo(second);
+    }
+};
+
+class OlderHost : public Routing {
+public:
+    OlderHost()
+    : Routing(HostFamily::cubase("7.4.0"))
+    {
+        auto& devices = world.host.devices;
+        devices.addMidiTrack("Piano", kRoutedHere, 3);
+        devices.addMidiTrack("Lead", kRoutedHere, 4);
+        devices.addMidiTrack("Other", "Synth 2 - Other VST", 4);
+    }
+};
+
+TEST(Faults, TrackRoutingInANewerHost)
+{
+    injectFaults<NewerHost>("track routing, newer host");
+}
+
+TEST(Faults, TrackRoutingInAnOlderHost)
+{
+    injectFaults<OlderHost>("track routing, older host");
+}
+
+} // namespace
+} // namespace faults

@@ -1,0 +1,238 @@
+#include "tests/faults/SystemFaults.h"
+
+#include "tests/faults/OwnCode.h"
+#include "tests/unit/Sanitized.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <new>
+#include <sys/stat.h>
+
+namespace {
+
+struct Counter {
+    bool counts = false;
+    size_t calls = 0;
+    size_t failing = 0;
+
+    void start(size_t n) { *this = {true, 0, n}; }
+    bool fails() { return ++calls == failing; }
+};
+
+thread_local Counter memory;
+thread_local Counter files;
+thread_local FILE* openedLast = nullptr; ///< by the plug-in, which has taken no memory since
+std::atomic<long> objects{0};
+
+std::uintptr_t address(const void* returnAddress)
+{
+    return reinterpret_cast<std::uintptr_t>(returnAddress);
+}
+
+bool memoryFails(const void* returnAddress)
+{
+    if (!memory.counts || !faults::isCalledByOwnCode(address(returnAddress)))
+        return false;
+    FILE* opened = openedLast;
+    openedLast = nullptr;
+    if (!memory.fails())
+        return false;
+    // The SDK's FileStream does not close the file that it has no memory to keep.
+    if (opened)
+        fclose(opened);
+    return true;
+}
+
+bool fileFails(const void* returnAddress)
+{
+    if (!files.counts || !faults::isOwnCode(address(returnAddress)) || !files.fails())
+        return false;
+    errno = ENOSPC;
+    return true;
+}
+
+void* allocate(size_t size, const void* returnAddress)
+{
+    if (memoryFails(returnAddress))
+        return nullptr;
+    void* result = std::malloc(size > 0 ? size : 1);
+    if (result)
+        ++objects;
+    return result;
+}
+
+void* allocateOrThrow(size_t size, const void* returnAddress)
+{
+    if (void* result = allocate(size, returnAddress))
+        return result;
+    throw std::bad_alloc();
+}
+
+void end(void* object)
+{
+    if (object)
+        --objects;
+    std::free(object);
+}
+
+/** The system's own function behind one of ours. */
+template <typename Function>
+Function real(Function, const char* name)
+{
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+namespace faults {
+
+void SystemFaults::failMemoryAt(size_t n)
+{
+    openedLast = nullptr;
+    memory.start(n);
+}
+
+void SystemFaults::failFilesAt(size_t n)
+{
+    files.start(n);
+}
+
+void SystemFaults::clear()
+{
+    memory.counts = false;
+    files.counts = false;
+}
+
+size_t SystemFaults::memoryCalls()
+{
+    return memory.calls;
+}
+
+size_t SystemFaults::fileCalls()
+{
+    return files.calls;
+}
+
+long SystemFaults::liveObjects()
+{
+    return objects;
+}
+
+} // namespace faults
+
+// The program's own operators are the first that a loaded library binds to. A sanitizer sees what
+// they do with malloc.
+void* operator new(size_t size)
+{
+    return allocateOrThrow(size, __builtin_return_address(0));
+}
+
+void* operator new[](size_t size)
+{
+    return allocateOrThrow(size, __builtin_return_address(0));
+}
+
+void* operator new(size_t size, const std::nothrow_t&) noexcept
+{
+    return allocate(size, __builtin_return_address(0));
+}
+
+void* operator new[](size_t size, const std::nothrow_t&) noexcept
+{
+    return allocate(size, __builtin_return_address(0));
+}
+
+void operator delete(void* object) noexcept
+{
+    end(object);
+}
+
+void operator delete[](void* object) noexcept
+{
+    end(object);
+}
+
+void operator delete(void* object, size_t) noexcept
+{
+    end(object);
+}
+
+void operator delete[](void* object, size_t) noexcept
+{
+    end(object);
+}
+
+void operator delete(void* object, const std::nothrow_t&) noexcept
+{
+    end(object);
+}
+
+void operator delete[](void* object, const std::nothrow_t&) noexcept
+{
+    end(object);
+}
+
+#pragma GCC visibility push(default) // for the plug-in, which looks them up
+extern "C" {
+
+#ifndef VSTK2X_SANITIZED // a sanitizer's own must be the one that is called
+void* __libc_calloc(size_t count, size_t size);
+
+void* calloc(size_t count, size_t size) noexcept
+{
+    return memoryFails(__builtin_return_address(0)) ? nullptr : __libc_calloc(count, size);
+}
+#endif
+
+FILE* fopen(const char* name, const char* mode)
+{
+    static const auto next = real(&fopen, "fopen");
+    FILE* file = fileFails(__builtin_return_address(0)) ? nullptr : next(name, mode);
+    if (memory.counts && faults::isOwnCode(address(__builtin_return_address(0))))
+        openedLast = file;
+    return file;
+}
+
+size_t fwrite(const void* data, size_t size, size_t count, FILE* file)
+{
+    static const auto next = real(&fwrite, "fwrite");
+    return fileFails(__builtin_return_address(0)) ? 0 : next(data, size, count, file);
+}
+
+int fseek(FILE* file, long offset, int origin)
+{
+    static const auto next = real(&fseek, "fseek");
+    return fileFails(__builtin_return_address(0)) ? -1 : next(file, offset, origin);
+}
+
+int fclose(FILE* file)
+{
+    static const auto next = real(&fclose, "fclose");
+    const bool fails = fileFails(__builtin_return_address(0));
+    const int result = next(file);
+    return fails ? EOF : result;
+}
+
+int mkdir(const char* path, mode_t mode) noexcept
+{
+    static const auto next = real(&mkdir, "mkdir");
+    return fileFails(__builtin_return_address(0)) ? -1 : next(path, mode);
+}
+
+int stat(const char* path, struct stat* status) noexcept
+{
+    static const auto next = real(&stat, "stat");
+    return fileFails(__builtin_return_address(0)) ? -1 : next(path, status);
+}
+
+int lstat(const char* path, struct stat* status) noexcept
+{
+    static const auto next = real(&lstat, "lstat");
+    return fileFails(__builtin_return_address(0)) ? -1 : next(path, status);
+}
+
+} // extern "C"
+#pragma GCC visibility pop

@@ -1,0 +1,143 @@
+#include "tests/faults/World.h"
+
+#include "tests/faults/OwnCode.h"
+
+#include <dlfcn.h>
+
+namespace faults {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+namespace {
+
+VST3::Hosting::Module::Ptr loadPlugIn()
+{
+    std::string error;
+    auto module = VST3::Hosting::Module::create(BUNDLE_FOLDER, error);
+    EXPECT_TRUE(module) << error;
+    learnOwnCode(MODULE_FILE);
+    return module;
+}
+
+/** Loaded for all tests. */
+const VST3::Hosting::PluginFactory& plugIn()
+{
+    // Never unloaded: the leak sanitizer names what was left by the code that stands there.
+    static const auto& module = *new VST3::Hosting::Module::Ptr(loadPlugIn());
+    return module->getFactory();
+}
+
+VST3::UID classID(const std::string& digits)
+{
+    const auto id = VST3::UID::fromString(digits);
+    return id ? *id : VST3::UID();
+}
+
+} // namespace
+
+World::World(const doubles::HostFamily& family, Binding bound)
+: binding(bound)
+, host(trace, family)
+, library(bound == Binding::kLibrary ? *file.emplace(trace) : inProcess.emplace(trace))
+{
+    plugIn();
+    // A range of one value has no texts to fetch; one parameter has some.
+    library.defaultParameter = {0, 0, 0, 0, {}};
+    library.setParameter(kVolume1, {2, 0, 4, 0, {}});
+    if (inProcess)
+        host.service.offer(&library, inProcess->handle());
+}
+
+World::~World() = default;
+
+void World::create()
+{
+    step("setHostContext", [this] { plugIn().setHostContext(&host.context); });
+    step("createInstance", [this] {
+        component =
+            plugIn().createInstance<IComponent>(classID("13EEE3484D664261B90352CE35DD18B4"));
+    });
+    step("createInstance", [this] {
+        controller =
+            plugIn().createInstance<IEditController>(classID("31DFD31BDBB84D128E0ABBC94E1BB134"));
+    });
+}
+
+void World::initialize()
+{
+    if (component)
+        step("processor.initialize", [this] { component->initialize(&host.context); });
+    if (!controller)
+        return;
+    step("controller.initialize",
+         [this] { initializeResult = controller->initialize(&host.context); });
+    if (initializeResult != kResultOk) { // after which a host may just let go
+        EXPECT_EQ(library.controller, nullptr) << "bound, and did not initialize";
+    }
+    step("setComponentHandler", [this] { controller->setComponentHandler(&host.handler); });
+}
+
+void World::connect()
+{
+    if (!component || !controller)
+        return;
+    step("processor.connect", [this] { processorPoint()->connect(controllerPoint()); });
+    step("controller.connect", [this] { controllerPoint()->connect(processorPoint()); });
+}
+
+void World::disconnect()
+{
+    if (!component || !controller)
+        return;
+    step("controller.disconnect", [this] { controllerPoint()->disconnect(processorPoint()); });
+    step("processor.disconnect", [this] { processorPoint()->disconnect(controllerPoint()); });
+}
+
+void World::terminate()
+{
+    if (component)
+        step("processor.terminate", [this] { component->terminate(); });
+    if (!controller)
+        return;
+    step("controller.terminate", [this] { terminateResult = controller->terminate(); });
+    step("setComponentHandler", [this] { controller->setComponentHandler(nullptr); });
+}
+
+void World::release()
+{
+    const auto letGo = [](auto& object) {
+        if (auto* last = object.take()) {
+            EXPECT_EQ(last->release(), 0u) << "somebody else holds a component";
+        }
+    };
+    step("release", [&] { letGo(component); });
+    step("release", [&] { letGo(controller); });
+    step("setHostContext", [] { plugIn().setHostContext(nullptr); });
+}
+
+void World::start()
+{
+    create();
+    initialize();
+    connect();
+}
+
+void World::end()
+{
+    disconnect();
+    terminate();
+    release();
+}
+
+IPtr<IConnectionPoint> World::controllerPoint() const
+{
+    return FUnknownPtr<IConnectionPoint>(controller);
+}
+
+IPtr<IConnectionPoint> World::processorPoint() const
+{
+    return FUnknownPtr<IConnectionPoint>(component);
+}
+
+} // namespace faults
