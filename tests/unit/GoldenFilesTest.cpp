@@ -1,0 +1,208 @@
+// The states and preset files of this version, as users have them on their disks: they are loaded
+// by every later version, and this one writes exactly them. Each is written down byte by byte in
+// tests/golden/ from the format's definition; none of them ever changes.
+#include "module/PlugInInfo.h"
+#include "presets/VstK2xPresetCreater.h"
+#include "processor/VstK2x.h"
+#include "tests/doubles/StreamDouble.h"
+#include "tests/doubles/TemporaryHome.h"
+#include "tests/unit/BoundController.h"
+
+#include "public.sdk/source/vst/vstpresetfile.h"
+
+#include <fstream>
+#include <sstream>
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using doubles::BufferAnswer;
+using doubles::StreamDouble;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+/** The text between two quotes, where a backslash makes a tab, a line end or a quote. */
+std::string quotedBytes(const std::string& line)
+{
+    std::string bytes;
+    for (size_t at = 1; at < line.size() && line[at] != '"'; ++at) {
+        if (line[at] != '\\') {
+            bytes += line[at];
+            continue;
+        }
+        const char code = line[++at];
+        if (code == 'n')
+            bytes += '\n';
+        else
+            bytes += code == 't' ? '\t' : code;
+    }
+    return bytes;
+}
+
+/** A line of tests/golden/: a quoted text, or bytes in hexadecimal; then a comment behind "#". */
+std::string lineBytes(const std::string& line)
+{
+    if (!line.empty() && line[0] == '"')
+        return quotedBytes(line);
+    std::istringstream digits(line.substr(0, line.find('#')));
+    std::string bytes;
+    unsigned value = 0;
+    while (digits >> std::hex >> value)
+        bytes += static_cast<char>(value);
+    return bytes;
+}
+
+std::string golden(const std::string& name)
+{
+    std::ifstream file(std::string(GOLDEN_FOLDER) + "/" + name + ".hex");
+    EXPECT_TRUE(file) << name;
+    std::string bytes;
+    for (std::string line; std::getline(file, line);)
+        bytes += lineBytes(line);
+    EXPECT_FALSE(bytes.empty()) << name;
+    return bytes;
+}
+
+const std::vector<char> kState = {0, 1, '\x7F', '\x80', '\xFF', '\n', '\r', '\x1A', 0};
+const std::vector<char> kUserBank = {0, '\xFF', '\x7F', '\x80', '\n', 'A'};
+
+/** Both components as in a project, with a library. */
+class GoldenFiles : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        bound.initialize();
+        ASSERT_EQ(processor->initialize(&bound.host.context), kResultOk);
+        ASSERT_EQ(bound.controller->connect(processor), kResultOk);
+        bound.trace.clear();
+    }
+
+    void TearDown() override
+    {
+        bound.controller->disconnect(processor);
+        processor->terminate();
+    }
+
+    tresult setState(const std::string& name)
+    {
+        StreamDouble stream(golden(name));
+        return processor->setState(&stream);
+    }
+
+    std::string savedState(const std::vector<char>& state)
+    {
+        bound.library.state = state;
+        StreamDouble stream;
+        EXPECT_EQ(processor->getState(&stream), kResultOk);
+        return stream.data;
+    }
+
+    /** As a host loads a preset file. */
+    bool load(const std::string& name)
+    {
+        StreamDouble stream(golden(name));
+        return PresetFile::loadPreset(&stream, kProcessorUID, processor, bound.controller);
+    }
+
+    /** The bytes of the file that the generator writes for the voice "Grand Suite". */
+    std::string storedFile(int bank, int number)
+    {
+        const doubles::TemporaryHome home;
+        bound.library.voiceData = [](int, int) { return BufferAnswer{"0:Grand Suite", 0}; };
+        bound.library.categoryName = [](int) { return BufferAnswer{"Acoustic Piano", 0}; };
+        bound.library.subCategoryName = [](int, int) { return BufferAnswer{"Acoustic", 0}; };
+        bound.library.userBank = [](int, int) { return kUserBank; };
+        VstK2xPresetCreater creater(bound.library);
+        creater.setVoiceDataInfo(static_cast<VoiceBank::Bank>(bank), number,
+                                 static_cast<VstK2xPresetCreater::PresetType>(0x1707FF),
+                                 VstK2xPresetCreater::kUserFolder);
+        return home.content("Grand Suite.vstpreset");
+    }
+
+    std::vector<std::string> applied() const { return bound.trace.textsOf({"library.apply"}); }
+
+    doubles::BoundController bound;
+    IPtr<VstK2x> processor = owned(new VstK2x);
+};
+
+} // namespace
+
+TEST_F(GoldenFiles, StateReachesTheLibraryByteForByte)
+{
+    EXPECT_EQ(setState("state"), kResultOk);
+    EXPECT_THAT(bound.library.statesSet, ElementsAre(kState));
+}
+
+TEST_F(GoldenFiles, StateIsWrittenAsItAlwaysWas)
+{
+    EXPECT_EQ(savedState(kState), golden("state"));
+    EXPECT_EQ(savedState({}), golden("state-empty"));
+}
+
+TEST_F(GoldenFiles, EmptyStateIsRefused)
+{
+    EXPECT_EQ(setState("state-empty"), kResultFalse);
+    EXPECT_THAT(bound.library.statesSet, IsEmpty());
+}
+
+TEST_F(GoldenFiles, StateOfALaterVersionIsAcceptedAndLeftAlone)
+{
+    EXPECT_EQ(setState("state-version-1"), kResultOk);
+    EXPECT_THAT(bound.library.statesSet, IsEmpty());
+}
+
+TEST_F(GoldenFiles, TextStateReachesTheLibraryAsText)
+{
+    bound.library.stateFormat = 1;
+    EXPECT_EQ(setState("state-text"), kResultOk);
+    EXPECT_THAT(bound.library.stateTextsSet, ElementsAre(u"Grand \u266A"));
+}
+
+TEST_F(GoldenFiles, VoicePresetsSelectTheirVoice)
+{
+    for (const char* name : {"voice", "voice-bare"}) {
+        bound.trace.clear();
+        EXPECT_TRUE(load(name)) << name;
+        EXPECT_THAT(applied(), ElementsAre("library.applyPreset(0, 3)")) << name;
+    }
+}
+
+TEST_F(GoldenFiles, UserBankReachesTheLibraryByteForByte)
+{
+    EXPECT_TRUE(load("user-bank"));
+    EXPECT_THAT(applied(), ElementsAre("library.applyUserBank(8, 5, 6 bytes)"));
+    EXPECT_THAT(bound.library.userBanksApplied, ElementsAre(kUserBank));
+}
+
+TEST_F(GoldenFiles, UserBankThatIsCutShortEndsWithZeros)
+{
+    EXPECT_TRUE(load("user-bank-cut"));
+    EXPECT_THAT(bound.library.userBanksApplied,
+                ElementsAre(std::vector<char>{0, '\xFF', '\x7F', '\x80', 0, 0}));
+}
+
+TEST_F(GoldenFiles, UserBankWithoutBytesAndUnknownKindsAreLeftAlone)
+{
+    for (const char* name : {"user-bank-empty", "unknown-marker"}) {
+        EXPECT_TRUE(load(name)) << name;
+        EXPECT_THAT(applied(), IsEmpty()) << name;
+    }
+}
+
+TEST_F(GoldenFiles, PresetFilesAreWrittenAsTheyAlwaysWere)
+{
+    EXPECT_EQ(storedFile(0, 3), golden("voice"));
+    EXPECT_EQ(storedFile(8, 5), golden("user-bank"));
+}
+
+/** A host does not load another plug-in's file; the controller state in it names no plug-in. */
+TEST_F(GoldenFiles, ForeignPresetIsTheHostsToRefuse)
+{
+    EXPECT_FALSE(load("foreign"));
+    EXPECT_THAT(applied(), IsEmpty());
+
+    StreamDouble controllerState(golden("foreign").substr(48, 12));
+    EXPECT_EQ(bound.controller->setState(&controllerState), kResultOk);
+    EXPECT_THAT(applied(), ElementsAre("library.applyPreset(7, 9)"));
+}
