@@ -52,6 +52,24 @@ void CallScript::throwAtCall(size_t n)
     setFaultAtCall(n, Fault::kThrow);
 }
 
+void CallScript::talkNonsenseAtCall(size_t n)
+{
+    setFaultAtCall(n, Fault::kNonsense);
+}
+
+bool CallScript::nonsenseTold() const
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    return toldNonsense;
+}
+
+int CallScript::told(int answer)
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    toldNonsense = toldNonsense || talksNonsense;
+    return talksNonsense ? kNonsense : answer;
+}
+
 void CallScript::setFaultAtCall(size_t n, Fault fault)
 {
     const std::lock_guard<std::mutex> guard(mutex);
@@ -59,6 +77,8 @@ void CallScript::setFaultAtCall(size_t n, Fault fault)
     faultyCall = n;
     faultOfCall = fault;
     faulty.clear();
+    talksNonsense = false;
+    toldNonsense = false;
 }
 
 void CallScript::clearFaults()
@@ -68,6 +88,7 @@ void CallScript::clearFaults()
     count = 0;
     faultyCall = 0;
     faulty.clear();
+    talksNonsense = false;
 }
 
 size_t CallScript::callCount() const
@@ -101,6 +122,7 @@ bool CallScript::asked(const std::string& text)
                 fault = named.fault;
         if (fault)
             faulty = text;
+        talksNonsense = fault == Fault::kNonsense;
     }
     if (onCall)
         onCall(text);
@@ -111,7 +133,7 @@ bool CallScript::apply(Fault fault, const std::string& text) const
 {
     if (fault == Fault::kThrow)
         throw ScriptedFailure(text);
-    return false;
+    return fault == Fault::kNonsense;
 }
 
 } // namespace doubles

@@ -42,6 +42,12 @@ public:
     /** The n-th call from now (1 is the next one) fails or throws. Interface queries count too. */
     void failAtCall(size_t n);
     void throwAtCall(size_t n);
+
+    /** The n-th call from now answers a number that makes no sense, where it answers with a number;
+        nonsenseTold tells whether it did. */
+    void talkNonsenseAtCall(size_t n);
+    bool nonsenseTold() const;
+    static constexpr int kNonsense = -7;
     void clearFaults();
 
     /** Calls since the last failAtCall, throwAtCall or clearFaults. */
@@ -59,8 +65,11 @@ public:
     /** The same without a record. */
     bool asked(const std::string& text);
 
+    /** For doubles: the answer to the call that was just asked, or nonsense as the test said. */
+    int told(int answer);
+
 private:
-    enum class Fault { kFail, kThrow };
+    enum class Fault { kFail, kThrow, kNonsense };
     struct NamedFault {
         std::string call;
         Fault fault;
@@ -76,6 +85,8 @@ private:
     size_t faultyCall = 0; ///< 0: none
     Fault faultOfCall = Fault::kFail;
     std::string faulty;
+    bool talksNonsense = false; ///< in the call that was asked last
+    bool toldNonsense = false;
 };
 
 } // namespace doubles

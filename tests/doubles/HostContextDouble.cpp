@@ -30,7 +30,7 @@ public:
     }
     tresult PLUGIN_API getCharacterSet() override
     {
-        return called("getCharacterSet") ? context.characterSet : kResultFalse;
+        return called("getCharacterSet") ? books.script.told(context.characterSet) : kResultFalse;
     }
 
 private:

@@ -77,7 +77,7 @@ IValue* HostDeviceDouble::getValue(const char* name)
 
 int32 HostDeviceDouble::countChildren()
 {
-    return called("countChildren") ? static_cast<int32>(children.size()) : 0;
+    return called("countChildren") ? books.script.told(static_cast<int32>(children.size())) : 0;
 }
 
 IDevice* HostDeviceDouble::getChild(int32 index)

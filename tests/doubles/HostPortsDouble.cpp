@@ -16,7 +16,7 @@ public:
     {
         if (!called("getPortCount"))
             return 0;
-        return ports.portCount.value_or(static_cast<int32>(ports.list.size()));
+        return books.script.told(ports.portCount.value_or(static_cast<int32>(ports.list.size())));
     }
 
     IHostPort* PLUGIN_API getPortByIndex(int32 index) override
@@ -42,7 +42,7 @@ public:
         if (!called("removeFromAllMidiInputs", name))
             return kResultFalse;
         ports.removedFromAllMidiInputs.push_back(name);
-        return ports.removalResult;
+        return books.script.told(ports.removalResult);
     }
 
 private:

@@ -23,7 +23,7 @@ void* HostValueDouble::face(const TUID queried)
 
 int32 HostValueDouble::getInteger()
 {
-    return called("getInteger") ? integer.load() : 0;
+    return called("getInteger") ? books.script.told(integer) : 0;
 }
 
 void HostValueDouble::getString(char16* buffer, int32* size)

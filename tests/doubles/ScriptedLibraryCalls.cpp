@@ -72,7 +72,7 @@ int32 ScriptedLibrary::prepareEditor(void* newParent, const char* platformType)
     if (!call("prepareEditor", newParent, platformType))
         return 1;
     parent = newParent;
-    return prepareResult;
+    return told(prepareResult);
 }
 
 int32 ScriptedLibrary::getEditorRect(ViewRect* out)
@@ -94,7 +94,7 @@ int32 ScriptedLibrary::openEditor(void* newParent, const ViewRect* newRect)
 
 int32 ScriptedLibrary::closeEditor()
 {
-    return call("closeEditor") ? closeResult : 1;
+    return call("closeEditor") ? told(closeResult) : 1;
 }
 
 int32 ScriptedLibrary::editorOpened()
@@ -109,7 +109,7 @@ void ScriptedLibrary::parametersReady()
 
 int32 ScriptedLibrary::getParameterStepCount(uint32 id)
 {
-    return call("getParameterStepCount", id) ? getParameter(id).stepCount : 0;
+    return call("getParameterStepCount", id) ? told(getParameter(id).stepCount) : 0;
 }
 
 void ScriptedLibrary::hostParameterChanged(uint32 id, double value)
@@ -120,17 +120,17 @@ void ScriptedLibrary::hostParameterChanged(uint32 id, double value)
 
 int32 ScriptedLibrary::getParameterValue(uint32 id)
 {
-    return call("getParameterValue", id) ? getParameter(id).value : 0;
+    return call("getParameterValue", id) ? told(getParameter(id).value) : 0;
 }
 
 int32 ScriptedLibrary::getParameterMin(uint32 id)
 {
-    return call("getParameterMin", id) ? getParameter(id).minimum : 0;
+    return call("getParameterMin", id) ? told(getParameter(id).minimum) : 0;
 }
 
 int32 ScriptedLibrary::getParameterMax(uint32 id)
 {
-    return call("getParameterMax", id) ? getParameter(id).maximum : 0;
+    return call("getParameterMax", id) ? told(getParameter(id).maximum) : 0;
 }
 
 int32 ScriptedLibrary::getParameterValueString(uint32 id, int32 value, std::string& text)
@@ -185,7 +185,7 @@ int32 ScriptedLibrary::getSubCategoryName(int32 mainCategory, int32 subCategory,
 
 int32 ScriptedLibrary::applyPreset(int32 bank, int32 number)
 {
-    return call("applyPreset", bank, number) ? 0 : 1;
+    return call("applyPreset", bank, number) ? told(0) : 1;
 }
 
 int32 ScriptedLibrary::getVoiceDataString(int32 bank, int32 number, char* buffer)
@@ -252,12 +252,12 @@ void ScriptedLibrary::reserved34()
 
 int32 ScriptedLibrary::getLatencyMode()
 {
-    return call("getLatencyMode") ? latencyMode : 0;
+    return call("getLatencyMode") ? told(latencyMode) : 0;
 }
 
 int32 ScriptedLibrary::getFirstStartState()
 {
-    return call("getFirstStartState") ? firstStartState : 0;
+    return call("getFirstStartState") ? told(firstStartState) : 0;
 }
 
 bool ScriptedLibrary::isDisplayAudioPort(const char* displayName)
@@ -306,7 +306,7 @@ int32 ScriptedLibrary::setStateText(const char16* text)
     if (!call("setStateText", std::to_string(units.size()) + " units"))
         return 1;
     stateTextsSet.push_back(units);
-    return stateTextResult;
+    return told(stateTextResult);
 }
 
 void ScriptedLibrary::setHostType(int32 hostType)
@@ -316,7 +316,7 @@ void ScriptedLibrary::setHostType(int32 hostType)
 
 int32 ScriptedLibrary::getStateFormat()
 {
-    return call("getStateFormat") ? stateFormat : 0;
+    return call("getStateFormat") ? told(stateFormat) : 0;
 }
 
 } // namespace doubles

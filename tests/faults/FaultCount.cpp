@@ -73,6 +73,10 @@ const char* kindName(Kind kind)
         return "host answers";
     case Kind::kHostThrows:
         return "host exception";
+    case Kind::kHostNonsense:
+        return "host nonsense";
+    case Kind::kLibraryNonsense:
+        return "library nonsense";
     case Kind::kLibraryAnswers:
         return "library answers";
     case Kind::kLibraryThrows:

@@ -13,7 +13,7 @@ using doubles::callText;
 
 int32 EventsOfHost::getEventCount()
 {
-    return host.asked("events.getEventCount()") ? static_cast<int32>(events.size()) : 0;
+    return host.asked("events.getEventCount()") ? host.told(static_cast<int32>(events.size())) : 0;
 }
 
 tresult EventsOfHost::getEvent(int32 index, Event& event)
@@ -35,7 +35,8 @@ tresult EventsOfHost::addEvent(Event& event)
 
 int32 ChangesOfHost::getParameterCount()
 {
-    return host.asked("changes.getParameterCount()") ? static_cast<int32>(queues.size()) : 0;
+    return host.asked("changes.getParameterCount()") ? host.told(static_cast<int32>(queues.size()))
+                                                     : 0;
 }
 
 IParamValueQueue* ChangesOfHost::getParameterData(int32 index)
@@ -53,7 +54,7 @@ ParamID ChangesOfHost::Queue::getParameterId()
 
 int32 ChangesOfHost::Queue::getPointCount()
 {
-    return host.asked("queue.getPointCount()") ? 1 : 0;
+    return host.asked("queue.getPointCount()") ? host.told(1) : 0;
 }
 
 tresult ChangesOfHost::Queue::getPoint(int32 index, int32& sampleOffset, ParamValue& point)
@@ -81,7 +82,7 @@ tresult HostStream::read(void* buffer, int32 size, int32* sizeRead)
     std::memcpy(buffer, bytes.data() + begin, length);
     position = begin + length;
     if (sizeRead)
-        *sizeRead = static_cast<int32>(length);
+        *sizeRead = host.told(static_cast<int32>(length));
     return kResultOk;
 }
 

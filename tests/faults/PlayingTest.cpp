@@ -90,7 +90,7 @@ public:
         An event that the host does not take, or whose memory ran out, is one less. */
     void expectStated(const Fault& anyFault) override
     {
-        const Fault fault{anyFault.kind, anyFault.call, failedInBlock};
+        const Fault fault{anyFault.kind, anyFault.call, failedInBlock, false};
         EXPECT_EQ(result, kResultOk);
         size_t notes = 3;
         if (fault.hit("getEventCount"))

@@ -15,8 +15,10 @@ namespace faults {
 enum class Kind {
     kHostAnswers, ///< null, false, an error code, or nothing done
     kHostThrows,
+    kHostNonsense, ///< a number that makes no sense
     kLibraryAnswers,
     kLibraryThrows,
+    kLibraryNonsense,
     kShortTransfer, ///< a stream moves a byte less than asked
     kNoMemory,
     kFileCall,
@@ -24,8 +26,9 @@ enum class Kind {
 
 struct Fault {
     Kind kind = Kind::kHostAnswers;
-    size_t call = 0;  ///< 1 is the first; 0: no fault at all
-    std::string text; ///< the call that failed, once it did
+    size_t call = 0;     ///< 1 is the first; 0: no fault at all
+    std::string text;    ///< the call that failed, once it did
+    bool isTold = false; ///< nonsense was the answer of a call that answers with a number
 
     bool hit(const std::string& part) const { return text.find(part) != std::string::npos; }
 };
@@ -51,7 +54,8 @@ public:
     /** What an act without fault, the last one, has brought about. */
     virtual void expectDone() = 0;
 
-    /** What holds after an act with that fault, and what at the very end. */
+    /** What holds after an act with that fault, and what at the very end. Nonsense is not asked
+        for the first: it may well be believed. */
     virtual void expectStated(const Fault&) {}
     virtual void expectEnded(const Fault&) {}
 
