@@ -1,0 +1,430 @@
+// What the processor's block asks of the allocator, of the locks and of the kernel, in this program
+// and in the bundle that ships: no memory, no system call, no lock but the outgoing queue's.
+#include "processor/VstK2x.h"
+#include "tests/doubles/ParameterChangesDouble.h"
+#include "tests/doubles/ScriptedLibrary.h"
+#include "tests/realtime/CallRecord.h"
+#include "tests/realtime/SystemCalls.h"
+
+#include "public.sdk/source/vst/hosting/hostclasses.h"
+#include "public.sdk/source/vst/hosting/module.h"
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <gmock/gmock.h>
+#include <set>
+#include <sys/syscall.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using namespace doubles;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+/** The host's list of events, which takes no memory and looks whether the caller holds a lock. */
+class FixedEventList final : public IEventList {
+public:
+    virtual ~FixedEventList() = default;
+
+    int32 PLUGIN_API getEventCount() override { return count; }
+    tresult PLUGIN_API getEvent(int32 index, Event& event) override
+    {
+        look();
+        event = events[static_cast<size_t>(index)];
+        return kResultOk;
+    }
+    tresult PLUGIN_API addEvent(Event& event) override
+    {
+        look();
+        events[static_cast<size_t>(count++)] = event;
+        return kResultOk;
+    }
+    tresult PLUGIN_API queryInterface(const TUID, void** obj) override
+    {
+        *obj = nullptr;
+        return kNoInterface;
+    }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
+
+    void look() { callsUnderLock += watched && watched->getHeld() > 0 ? 1 : 0; }
+
+    std::array<Event, 512> events = {};
+    int32 count = 0;
+    const CallRecord* watched = nullptr;
+    int callsUnderLock = 0;
+};
+
+/** The editor library on the audio thread: counts, and may answer. */
+class LiveLibrary final : public ScriptedLibrary {
+public:
+    using ScriptedLibrary::ScriptedLibrary;
+
+    void receiveHostMidi(const uint8* data, int32 length) override
+    {
+        callsUnderLock += watched && watched->getHeld() > 0 ? 1 : 0;
+        ++received;
+        if (!answers)
+            return;
+        const NotRecorded itself; // what it takes for its own call is not the block's
+        effect->writeMidi(data, length);
+    }
+    void hostParameterChanged(uint32 /*id*/, double /*value*/) override
+    {
+        callsUnderLock += watched && watched->getHeld() > 0 ? 1 : 0;
+        ++changed;
+    }
+
+    const CallRecord* watched = nullptr;
+    bool answers = false;
+    int callsUnderLock = 0;
+    int received = 0;
+    int changed = 0;
+};
+
+Event note(uint16 type, int16 pitch)
+{
+    Event event = {};
+    event.type = type;
+    if (type == Event::kNoteOnEvent)
+        event.noteOn = {0, pitch, 0, 1, 0, -1};
+    else
+        event.noteOff = {0, pitch, 0, -1, 0};
+    return event;
+}
+
+/** The processor as linked into this program, or as the bundle's factory makes it. */
+class ProcessCalls : public testing::TestWithParam<bool> {
+protected:
+    void SetUp() override
+    {
+        {
+            const Recording recording(preparing);
+            make();
+        }
+        ASSERT_TRUE(processor);
+        const auto component = FUnknownPtr<IComponent>(processor);
+        component->initialize(nullptr);
+        connect(&library);
+        component->setActive(true);
+        data.numSamples = 64;
+        data.inputEvents = &in;
+        data.outputEvents = &out;
+        data.inputParameterChanges = &changes;
+        library.watched = in.watched = out.watched = &record;
+        midiLock = lockOfWriteMidi();
+    }
+
+    void make()
+    {
+        if (!GetParam()) {
+            processor = owned(static_cast<IAudioProcessor*>(new VstK2x));
+            return;
+        }
+        std::string error;
+        module = VST3::Hosting::Module::create(BUNDLE_FOLDER, error);
+        ASSERT_TRUE(module) << error;
+        const auto id = VST3::UID::fromString(std::string("13EEE3484D664261B90352CE35DD18B4"));
+        ASSERT_TRUE(id);
+        processor = module->getFactory().createInstance<IAudioProcessor>(*id);
+    }
+
+    void connect(VstIEditorConnect* editor)
+    {
+        const auto message = owned(new HostMessage);
+        message->setMessageID("VST_CONNECT_MESSAGE_ID");
+        message->getAttributes()->setBinary("VST_CONNECT_BINARY_ID", &editor, sizeof(editor));
+        FUnknownPtr<IConnectionPoint>(processor)->notify(message);
+    }
+
+    void writeMidi(int number)
+    {
+        const uint8 bytes[] = {0x90, static_cast<uint8>(number % 128), 127};
+        const Recording recording(preparing);
+        library.effect->writeMidi(bytes, sizeof(bytes));
+    }
+
+    /** writeMidi takes the queue's lock and no other, which tells which one that is. */
+    const void* lockOfWriteMidi()
+    {
+        const size_t before = preparing.size();
+        writeMidi(0);
+        const void* lock = nullptr;
+        for (size_t index = before; index < preparing.size(); ++index) {
+            if (preparing[index].kind != CallRecord::kLock)
+                continue;
+            EXPECT_EQ(lock, nullptr);
+            lock = preparing[index].object;
+        }
+        EXPECT_NE(lock, nullptr);
+        ProcessData drain;
+        FixedEventList list;
+        drain.outputEvents = &list;
+        processor->process(drain);
+        EXPECT_EQ(list.count, 1);
+        return lock;
+    }
+
+    void fillInput()
+    {
+        for (int16 pitch = 0; pitch < 128; ++pitch) {
+            in.events[static_cast<size_t>(in.count++)] = note(Event::kNoteOnEvent, pitch);
+            in.events[static_cast<size_t>(in.count++)] = note(Event::kNoteOffEvent, pitch);
+            changes.add(37012000u + static_cast<ParamID>(pitch), {{0, 0.25}, {63, 0.5}});
+        }
+    }
+
+    void fillQueue()
+    {
+        for (int number = 0; number < 100; ++number)
+            writeMidi(number);
+    }
+
+    void process()
+    {
+        const Recording recording(record);
+        EXPECT_EQ(processor->process(data), kResultOk);
+    }
+
+    /** The lock operations, which are the queue's alone, taken and given back one after the other;
+        gives how often. */
+    size_t turnsOfTheLock() const
+    {
+        size_t turns = 0;
+        bool isHeld = false;
+        for (const auto& entry : record) {
+            if (entry.kind != CallRecord::kLock && entry.kind != CallRecord::kUnlock)
+                continue;
+            EXPECT_EQ(entry.object, midiLock);
+            EXPECT_EQ(entry.kind == CallRecord::kUnlock, isHeld);
+            isHeld = !isHeld;
+            turns += isHeld ? 1 : 0;
+        }
+        EXPECT_FALSE(isHeld);
+        return turns;
+    }
+
+    std::vector<long> systemCalls()
+    {
+        const auto calls = systemCallsOf([this] { processor->process(data); });
+        EXPECT_TRUE(calls);
+        return calls.value_or(std::vector<long>{-1});
+    }
+
+    CallRecord record;    ///< of process
+    CallRecord preparing; ///< of construction and writeMidi
+    Trace trace;
+    LiveLibrary library{trace};
+    VST3::Hosting::Module::Ptr module;
+    IPtr<IAudioProcessor> processor;
+    FixedEventList in;
+    FixedEventList out;
+    ParameterChangesDouble changes;
+    ProcessData data;
+    const void* midiLock = nullptr;
+};
+
+INSTANTIATE_TEST_SUITE_P(Places, ProcessCalls, testing::Bool(), [](const auto& tested) {
+    return tested.param ? "InTheBundle" : "InThisProgram";
+});
+
+TEST_P(ProcessCalls, TakeNoMemoryAndOneLookAtTheQueueForNotesAndAutomation)
+{
+    fillInput();
+    process();
+    EXPECT_EQ(library.received, 256);
+    EXPECT_EQ(library.changed, 128);
+    EXPECT_EQ(turnsOfTheLock(), 1u);
+    EXPECT_EQ(record.size(), 2u);
+}
+
+TEST_P(ProcessCalls, AreNoneAtAllWithoutAnOutputList)
+{
+    fillInput();
+    fillQueue();
+    data.outputEvents = nullptr;
+    process();
+    EXPECT_EQ(library.received, 256);
+    EXPECT_EQ(record.size(), 0u);
+}
+
+TEST_P(ProcessCalls, TakeTheQueuesLockOnceForEachEvent)
+{
+    fillQueue();
+    process();
+    EXPECT_EQ(out.count, 100);
+    EXPECT_EQ(turnsOfTheLock(), 100u);
+    EXPECT_EQ(record.count(CallRecord::kBlocked), 0u);
+    EXPECT_EQ(record.count(CallRecord::kWait), 0u);
+    EXPECT_EQ(record.count(CallRecord::kAllocate), 0u);
+}
+
+/** Round by round, so that every block of the queue's own is taken and given back many times. */
+TEST_P(ProcessCalls, FreeOnlyWhatTheQueueTook)
+{
+    size_t freed = 0;
+    std::set<const void*> taken;
+    for (int round = 0; round < 20; ++round) {
+        fillQueue();
+        for (const auto& entry : preparing)
+            if (entry.kind == CallRecord::kAllocate)
+                taken.insert(entry.object);
+        preparing.clear();
+        process();
+        for (const auto& entry : record) {
+            if (entry.kind != CallRecord::kFree)
+                continue;
+            ++freed;
+            EXPECT_EQ(taken.count(entry.object), 1u);
+        }
+        EXPECT_EQ(record.count(CallRecord::kAllocate), 0u);
+        // An event at a time is removed, and with it at most one block.
+        EXPECT_LE(record.count(CallRecord::kFree), 100u);
+        record.clear();
+        out.count = 0;
+    }
+    EXPECT_GT(freed, 0u);
+}
+
+TEST_P(ProcessCalls, ReachHostAndLibraryWithNoLockHeld)
+{
+    fillInput();
+    fillQueue();
+    process();
+    EXPECT_EQ(out.count, 100);
+    EXPECT_EQ(library.callsUnderLock, 0);
+    EXPECT_EQ(in.callsUnderLock, 0);
+    EXPECT_EQ(out.callsUnderLock, 0);
+}
+
+TEST_P(ProcessCalls, StayTheSameWhenTheLibraryAnswersFromInside)
+{
+    fillInput();
+    library.answers = true;
+    process();
+    // 256 answers into a queue that is emptied at each 101st: 56 are left.
+    EXPECT_EQ(out.count, 56);
+    EXPECT_EQ(turnsOfTheLock(), 56u);
+    EXPECT_EQ(record.count(CallRecord::kAllocate), 0u);
+}
+
+TEST_P(ProcessCalls, LookAtTheQueueAloneWithoutALibrary)
+{
+    connect(nullptr);
+    fillInput();
+    process();
+    EXPECT_EQ(library.received, 0);
+    EXPECT_EQ(turnsOfTheLock(), 1u);
+    EXPECT_EQ(record.size(), 2u);
+}
+
+TEST_P(ProcessCalls, MakeNoSystemCall)
+{
+    EXPECT_THAT(systemCalls(), IsEmpty());
+    fillInput();
+    fillQueue();
+    EXPECT_THAT(systemCalls(), IsEmpty());
+    data.outputEvents = nullptr;
+    EXPECT_THAT(systemCalls(), IsEmpty());
+}
+
+/** writeMidi is stopped with the lock in its hands. The block waits for that one event and no more:
+    what the writer does between taking the lock and giving it back is one event's move. */
+TEST_P(ProcessCalls, WaitForOneEventsMoveAtMost)
+{
+    CallRecord writing;
+    struct Meeting {
+        std::atomic<bool> writerHolds{false};
+        std::atomic<bool> audioWaits{false};
+    } meeting;
+    writing.context = record.context = &meeting;
+    writing.onEntry = [](void* context, const CallRecord::Entry& entry) {
+        auto& place = *static_cast<Meeting*>(context);
+        if (entry.kind == CallRecord::kUnlock) {
+            place.writerHolds = true;
+            while (!place.audioWaits)
+                std::this_thread::yield();
+        }
+    };
+    record.onEntry = [](void* context, const CallRecord::Entry& entry) {
+        if (entry.kind == CallRecord::kBlocked)
+            static_cast<Meeting*>(context)->audioWaits = true;
+    };
+    std::thread writer([&] {
+        const uint8 bytes[] = {0x90, 60, 127};
+        const Recording recording(writing);
+        library.effect->writeMidi(bytes, sizeof(bytes));
+    });
+    while (!meeting.writerHolds)
+        std::this_thread::yield();
+    process();
+    writer.join();
+    EXPECT_EQ(record.count(CallRecord::kBlocked), 1u);
+    EXPECT_EQ(out.count, 1); // the one event that it waited for
+    EXPECT_EQ(turnsOfTheLock(), 1u);
+    EXPECT_EQ(writing.count(CallRecord::kLock), 1u);
+    EXPECT_EQ(writing.count(CallRecord::kUnlock), 1u);
+    EXPECT_EQ(writing.count(CallRecord::kWait), 0u);
+    // A new block of the queue's, and a larger table of them, are all that one event can need.
+    EXPECT_LE(writing.count(CallRecord::kAllocate), 2u);
+}
+
+// The instruments themselves ---------------------------------------------------
+
+TEST(CallRecordTest, SeesMemoryLocksAndWaits)
+{
+    CallRecord record;
+    std::mutex lock;
+    std::condition_variable condition;
+    {
+        const Recording recording(record);
+        auto* number = new int(7);
+        delete number;
+        std::free(std::calloc(1, 100));
+        std::unique_lock<std::mutex> guard(lock);
+        condition.wait_for(guard, std::chrono::milliseconds(1));
+        guard.unlock();
+        if (guard.try_lock())
+            guard.unlock();
+    }
+    std::vector<CallRecord::Kind> kinds;
+    for (const auto& entry : record)
+        kinds.push_back(entry.kind);
+    EXPECT_THAT(kinds, ElementsAre(CallRecord::kAllocate, CallRecord::kFree, CallRecord::kAllocate,
+                                   CallRecord::kFree, CallRecord::kLock, CallRecord::kWait,
+                                   CallRecord::kUnlock, CallRecord::kLock, CallRecord::kUnlock));
+    EXPECT_EQ(record.getHeld(), 0u);
+}
+
+TEST(CallRecordTest, LeavesOutOtherThreadsAndWhatIsNotRecorded)
+{
+    CallRecord record;
+    std::thread other;
+    {
+        const Recording recording(record);
+        const NotRecorded meanwhile;
+        other = std::thread([] { delete new int(7); });
+        delete new int(7);
+    }
+    other.join();
+    EXPECT_EQ(record.size(), 0u);
+}
+
+TEST(SystemCallsTest, AreCountedByTheKernel)
+{
+    const auto calls = systemCallsOf([] {
+        syscall(SYS_gettid);
+        syscall(SYS_getppid);
+    });
+    ASSERT_TRUE(calls);
+    EXPECT_THAT(*calls, ElementsAre(SYS_gettid, SYS_getppid));
+    EXPECT_EQ(systemCallsOf([] { _exit(0); }), std::nullopt);
+    EXPECT_EQ(systemCallsOf([] { std::abort(); }), std::nullopt);
+}
+
+} // namespace
