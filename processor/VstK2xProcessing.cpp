@@ -3,6 +3,7 @@
 
 #include "editorlib/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
+#include "processor/AudioThreadGuard.h"
 
 #include "pluginterfaces/vst/ivstevents.h"
 #include "pluginterfaces/vst/ivstparameterchanges.h"
@@ -64,6 +65,7 @@ Event toNoteOn(const uint8* midi)
 
 tresult PLUGIN_API VstK2x::process(ProcessData& data)
 {
+    const AudioThreadGuard block(AudioThreadGuard::kInBlock);
     // Each list on its own: one that fails must not hold back notes on the others.
     if (VstIEditorConnect* editor = editorConnection) {
         guarded([&] { forwardParameterChanges(*editor, data.inputParameterChanges); });
@@ -88,8 +90,11 @@ void VstK2x::forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue
     const int32 points = queue ? queue->getPointCount() : 0;
     int32 sampleOffset = 0;
     ParamValue value = 0;
-    if (points > 0 && queue->getPoint(points - 1, sampleOffset, value) == kResultOk)
-        editor.hostParameterChanged(queue->getParameterId(), value);
+    if (points <= 0 || queue->getPoint(points - 1, sampleOffset, value) != kResultOk)
+        return;
+    const ParamID id = queue->getParameterId();
+    const AudioThreadGuard libraryCall(AudioThreadGuard::kElsewhere);
+    editor.hostParameterChanged(id, value);
 }
 
 void VstK2x::forwardEvents(VstIEditorConnect& editor, IEventList* events)
@@ -103,6 +108,7 @@ void VstK2x::forwardEvents(VstIEditorConnect& editor, IEventList* events)
             if (events->getEvent(index, event) != kResultOk)
                 return;
             const MidiMessage midi = toMidi(event);
+            const AudioThreadGuard libraryCall(AudioThreadGuard::kElsewhere);
             editor.receiveHostMidi(midi.bytes, sizeof(midi.bytes));
         });
 }
@@ -117,6 +123,7 @@ void VstK2x::sendQueuedEvents(IEventList* events)
     for (bool first = true; remaining > 0; first = false, --remaining) {
         Event event;
         {
+            const AudioThreadGuard queue(AudioThreadGuard::kAtQueue);
             const FGuard guard(*midiOutLock);
             if (midiOutQueue.empty())
                 return;

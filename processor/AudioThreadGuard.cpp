@@ -1,0 +1,50 @@
+#include "processor/AudioThreadGuard.h"
+
+#ifdef VSTK2X_AUDIO_GUARD
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+/** In the module's fixed storage: a lazily made one would take memory on the audio thread. */
+__attribute__((tls_model("initial-exec"))) thread_local AudioThreadGuard::Place current =
+    AudioThreadGuard::kElsewhere;
+
+bool isAllowed(AudioThreadGuard::Place place, AudioThreadGuard::Call call)
+{
+    if (place == AudioThreadGuard::kElsewhere)
+        return true;
+    return place == AudioThreadGuard::kAtQueue &&
+           (call == AudioThreadGuard::kFree || call == AudioThreadGuard::kLock);
+}
+
+} // namespace
+
+AudioThreadGuard::AudioThreadGuard(Place place)
+: outer(std::exchange(current, place))
+{
+}
+
+AudioThreadGuard::~AudioThreadGuard()
+{
+    current = outer;
+}
+
+void AudioThreadGuard::check(Call call, const char* name)
+{
+    if (isAllowed(current, call))
+        return;
+    current = kElsewhere; // the message may take memory
+    std::fprintf(stderr, "%s on the audio thread, inside process\n", name);
+    std::abort();
+}
+
+} // namespace Vst
+} // namespace Steinberg
+
+#endif

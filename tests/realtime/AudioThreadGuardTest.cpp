@@ -1,0 +1,41 @@
+// The guard of builds for finding faults: it lets a block do what it may and nothing else.
+#include "processor/AudioThreadGuard.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Guard = Steinberg::Vst::AudioThreadGuard;
+
+TEST(AudioThreadGuardDeathTest, EndsABlockThatTakesMemoryOrALock)
+{
+    const Guard guard(Guard::kInBlock);
+    EXPECT_DEATH(Guard::check(Guard::kAllocate, "malloc"), "malloc on the audio thread");
+    EXPECT_DEATH(Guard::check(Guard::kFree, "free"), "free on the audio thread");
+    EXPECT_DEATH(Guard::check(Guard::kLock, "lock"), "lock on the audio thread");
+    EXPECT_DEATH(Guard::check(Guard::kWait, "wait"), "wait on the audio thread");
+}
+
+TEST(AudioThreadGuardDeathTest, LetsAnEventBeTakenOutOfTheQueue)
+{
+    const Guard block(Guard::kInBlock);
+    {
+        const Guard queue(Guard::kAtQueue);
+        Guard::check(Guard::kLock, "lock");
+        Guard::check(Guard::kFree, "free");
+        EXPECT_DEATH(Guard::check(Guard::kAllocate, "malloc"), "malloc");
+        EXPECT_DEATH(Guard::check(Guard::kWait, "wait"), "wait");
+    }
+    EXPECT_DEATH(Guard::check(Guard::kLock, "lock"), "lock");
+}
+
+TEST(AudioThreadGuardTest, LeavesTheLibrarysOwnWorkAlone)
+{
+    Guard::check(Guard::kAllocate, "malloc");
+    const Guard block(Guard::kInBlock);
+    const Guard library(Guard::kElsewhere);
+    Guard::check(Guard::kAllocate, "malloc");
+    Guard::check(Guard::kLock, "lock");
+}
+
+} // namespace
