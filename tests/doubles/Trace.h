@@ -4,6 +4,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace doubles {
@@ -62,6 +63,13 @@ public:
     {
         const std::lock_guard<std::mutex> guard(mutex);
         return calls;
+    }
+
+    /** All calls so far, which the trace then forgets: none is in neither or in both. */
+    std::vector<Call> take()
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        return std::exchange(calls, {});
     }
 
     void clear()

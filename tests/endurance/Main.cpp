@@ -23,10 +23,9 @@ constexpr size_t kResidentSlack = 1024 * 1024;
 /** Without it the allocator keeps freed memory aside for each size and counts it as in use. */
 constexpr const char* kTunables = "glibc.malloc.tcache_count=0";
 
-/** The simulated instrument remembers so many presets and calls and no more; memory is flat from
-    then on. */
-constexpr int kPresetsRemembered = 1000;
-constexpr int kViewsRemembered = 10000 / 4;
+/** Minutes of presets, saves and views after which the simulated instrument's record of its newest
+    calls is full, with as much of each as later: memory is flat from then on. */
+constexpr int kMinutesRemembered = 1000;
 
 void print(const Counts& counts, const EditCounter& edits)
 {
@@ -73,16 +72,24 @@ void play(LongHost& host, Instance& instance, double hours)
     }
 }
 
+/** What play brings in a minute beside the music. */
+void actForAMinute(LongHost& host, Instance& instance)
+{
+    for (int preset = 0; preset < 6; ++preset) {
+        instance.changePreset();
+        host.loop.tick();
+    }
+    instance.saveAndRestore();
+    instance.saveAndRestore();
+    instance.openAndCloseView();
+}
+
 bool runSession(LongHost& host, double hours)
 {
     std::printf("session of %g hours of host time\n", hours);
     Instance instance(host, 1);
-    for (int preset = 0; preset < kPresetsRemembered; ++preset) {
-        instance.changePreset();
-        host.loop.tick();
-    }
-    for (int view = 0; view < kViewsRemembered; ++view)
-        instance.openAndCloseView();
+    for (int minute = 0; minute < kMinutesRemembered; ++minute)
+        actForAMinute(host, instance);
     play(host, instance, 0.05);
     const Footprint before = Footprint::take();
     play(host, instance, hours);

@@ -1,0 +1,233 @@
+// A whole session on all its threads at once: the host's audio thread, four threads of the library
+// that write MIDI, two on which a user's hands turn knobs, and the host's main thread with the
+// timer, the view and the project. THREADS_SECONDS makes it longer than its one second.
+#include "processor/VstK2x.h"
+#include "tests/doubles/EventListDouble.h"
+#include "tests/doubles/ParameterChangesDouble.h"
+#include "tests/doubles/StreamDouble.h"
+#include "tests/unit/BoundController.h"
+
+#include "public.sdk/source/common/memorystream.h"
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using namespace doubles;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr size_t kWriters = 4;
+constexpr size_t kHands = 2;
+constexpr unsigned kKnobs[kHands] = {37012000, 37013005};
+
+std::chrono::milliseconds sessionLength()
+{
+    const char* seconds = std::getenv("THREADS_SECONDS");
+    return std::chrono::milliseconds(seconds ? std::atol(seconds) * 1000 : 1000);
+}
+
+class SessionThreads : public testing::TestWithParam<bool> {
+protected:
+    SessionThreads()
+    {
+        for (const unsigned id : kKnobs)
+            bound.library.setParameter(id, {0, 0, 127, 0, {}});
+        bound.library.state = {'s', 't', 'a', 't', 'e'};
+        bound.initialize();
+        processor = owned(new VstK2x);
+        EXPECT_EQ(processor->initialize(&bound.host.context), kResultOk);
+        EXPECT_EQ(processor->connect(bound.controller), kResultOk);
+        EXPECT_EQ(bound.controller->connect(processor), kResultOk);
+        EXPECT_EQ(processor->setActive(true), kResultOk);
+        EXPECT_NE(bound.library.effect, nullptr);
+        bound.library.quiet = true; // its record of the audio path would grow without end
+    }
+
+    ~SessionThreads() override
+    {
+        processor->setActive(false);
+        EXPECT_EQ(bound.controller->disconnect(processor), kResultOk);
+        EXPECT_EQ(processor->disconnect(bound.controller), kResultOk);
+        EXPECT_EQ(processor->terminate(), kResultOk);
+        bound.end();
+    }
+
+    /** One channel each, pitches in rising order. Stays below the queue's bound with the others, so
+        that each note must arrive. */
+    void writeNotes(size_t writer)
+    {
+        auto* effect = bound.library.effect;
+        for (size_t note = 0; !stop;) {
+            if (waiting.fetch_add(1) >= 90) {
+                --waiting;
+                std::this_thread::yield();
+                continue;
+            }
+            const uint8 bytes[] = {static_cast<uint8>(0x90 | writer),
+                                   static_cast<uint8>(note++ % 128), 127};
+            effect->writeMidi(bytes, sizeof(bytes));
+            ++written[writer];
+        }
+    }
+
+    void playBlocks()
+    {
+        EventListDouble in;
+        ParameterChangesDouble changes;
+        in.add(noteOn(0, 60, 1));
+        in.add(noteOff(0, 60));
+        changes.add(kKnobs[0], {{0, 0.25}});
+        while (!stop)
+            playBlock(in, changes);
+    }
+
+    void playBlock(EventListDouble& in, ParameterChangesDouble& changes)
+    {
+        EventListDouble out;
+        ProcessData data;
+        data.numSamples = 64;
+        data.inputEvents = &in;
+        data.inputParameterChanges = &changes;
+        data.outputEvents = &out;
+        EXPECT_EQ(processor->process(data), kResultOk);
+        ++blocks;
+        for (const Event& event : out.events) {
+            const auto writer = static_cast<size_t>(event.noteOn.channel);
+            ASSERT_LT(writer, kWriters);
+            EXPECT_EQ(static_cast<size_t>(event.noteOn.pitch), read[writer]++ % 128);
+            --waiting;
+        }
+    }
+
+    /** Each value differs from the one before, so that each reaches the host. */
+    void turnKnob(size_t hand)
+    {
+        const auto* observer = bound.library.observer(kKnobs[hand]);
+        while (!stop) {
+            observer->beginEdit();
+            observer->changeValue(static_cast<int>(turned[hand] % 127 + 1));
+            observer->endEdit();
+            ++turned[hand];
+        }
+    }
+
+    void useHost()
+    {
+        bound.tick();
+        openAndCloseView();
+        saveAndRestore();
+        for (const unsigned id : kKnobs) {
+            bound.controller->setParamNormalized(id, 0.5);
+            bound.controller->getParamNormalized(id);
+            String128 text = {};
+            bound.controller->getParamStringByValue(id, 0.5, text);
+        }
+        processor->getLatencySamples();
+        ProcessSetup setup{kRealtime, kSample32, 64, 48000};
+        EXPECT_EQ(processor->setupProcessing(setup), kResultOk);
+        collectEdits();
+        ++rounds;
+    }
+
+    void openAndCloseView()
+    {
+        const auto view = owned(bound.controller->createView(ViewType::kEditor));
+        ASSERT_TRUE(view);
+        EXPECT_EQ(view->attached(&rounds, kPlatformTypeNSView), kResultOk);
+        EXPECT_EQ(view->removed(), kResultOk);
+    }
+
+    void saveAndRestore()
+    {
+        MemoryStream state;
+        EXPECT_EQ(processor->getState(&state), kResultOk);
+        state.seek(0, IBStream::kIBSeekSet, nullptr);
+        EXPECT_EQ(processor->setState(&state), kResultOk);
+        bound.library.statesSet.clear();
+        int32 preset[] = {1, 0, 3};
+        MemoryStream presetState(preset, sizeof(preset));
+        EXPECT_EQ(bound.controller->setState(&presetState), kResultOk);
+    }
+
+    /** The trace is emptied now and then; texts that come in between are not lost by it. */
+    void collectEdits()
+    {
+        for (const auto& call : bound.trace.take()) {
+            begun += call.text.rfind("host.beginEdit(", 0) == 0 ? 1 : 0;
+            performed += call.text.rfind("host.performEdit(", 0) == 0 ? 1 : 0;
+            ended += call.text.rfind("host.endEdit(", 0) == 0 ? 1 : 0;
+        }
+    }
+
+    void run()
+    {
+        std::vector<std::thread> threads;
+        threads.emplace_back([this] { playBlocks(); });
+        for (size_t writer = 0; writer < kWriters; ++writer)
+            threads.emplace_back([this, writer] { writeNotes(writer); });
+        for (size_t hand = 0; hand < kHands; ++hand)
+            threads.emplace_back([this, hand] { turnKnob(hand); });
+        const auto end = std::chrono::steady_clock::now() + sessionLength();
+        while (std::chrono::steady_clock::now() < end)
+            useHost();
+        stop = true;
+        for (auto& thread : threads)
+            thread.join();
+    }
+
+    BoundController bound{GetParam() ? HostFamily::cubase("7.5.1")
+                                     : BoundController::withoutUnicode()};
+    IPtr<VstK2x> processor;
+    std::atomic<bool> stop{false};
+    std::atomic<int> waiting{0}; ///< notes written and not read
+    // Each is one thread's own until all have ended.
+    std::array<size_t, kWriters> written = {};
+    std::array<size_t, kWriters> read = {};
+    std::array<size_t, kHands> turned = {};
+    size_t blocks = 0;
+    size_t rounds = 0;
+    size_t begun = 0;
+    size_t performed = 0;
+    size_t ended = 0;
+};
+
+INSTANTIATE_TEST_SUITE_P(DirectAndQueued, SessionThreads, testing::Bool(), [](const auto& tested) {
+    return tested.param ? "InAUnicodeHost" : "InAnyOtherHost";
+});
+
+TEST_P(SessionThreads, LoseNoNoteAndNoGesture)
+{
+    run();
+    EventListDouble none;
+    ParameterChangesDouble unchanged;
+    playBlock(none, unchanged); // what was written last
+    bound.tick();
+    collectEdits();
+    EXPECT_EQ(read, written);
+    EXPECT_EQ(waiting, 0);
+    const size_t gestures = turned[0] + turned[1];
+    EXPECT_EQ(begun, gestures);
+    EXPECT_EQ(ended, gestures);
+    EXPECT_EQ(performed, gestures);
+    EXPECT_THAT(bound.host.handler.unpairedEdits(), IsEmpty());
+    for (size_t hand = 0; hand < kHands; ++hand) {
+        EXPECT_GT(turned[hand], 0u);
+        EXPECT_EQ(bound.parameter(kKnobs[hand])->getEditorParameter(),
+                  static_cast<int>((turned[hand] - 1) % 127 + 1));
+    }
+    for (const size_t notes : written)
+        EXPECT_GT(notes, 0u);
+    std::printf(
+        "%zu threads, %lld s: %zu blocks, %zu notes, %zu gestures, %zu rounds of the host\n",
+        2 + kWriters + kHands, static_cast<long long>(sessionLength().count() / 1000), blocks,
+        read[0] + read[1] + read[2] + read[3], gestures, rounds);
+}
+
+} // namespace
