@@ -2,14 +2,14 @@
 // module's own calls here (--wrap); those of the host and of the library go where they always went.
 #include "processor/AudioThreadGuard.h"
 
+#ifdef VSTK2X_AUDIO_GUARD
+
 #include <cstddef>
 #include <pthread.h>
 
 using Steinberg::Vst::AudioThreadGuard;
 
 extern "C" {
-
-// NOLINTBEGIN(bugprone-reserved-identifier): these names are the linker's.
 
 void* __real_malloc(std::size_t size);
 void* __wrap_malloc(std::size_t size)
@@ -96,6 +96,6 @@ int __wrap_pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* lock)
     return __real_pthread_cond_wait(condition, lock);
 }
 
-// NOLINTEND(bugprone-reserved-identifier)
-
 } // extern "C"
+
+#endif
