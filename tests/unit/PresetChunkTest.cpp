@@ -146,6 +146,19 @@ TEST(PresetChunk, SaveFailsWhereTheStreamThrows)
     }
 }
 
+/** The SDK's list of chunks has 128 places. */
+TEST(PresetChunk, StateWithoutAPlaceInTheListIsLeftOut)
+{
+    StreamDouble stream;
+    VstK2xPreset file(&stream);
+    for (int place = 0; place < 128; ++place)
+        ASSERT_TRUE(file.storeEditControllerPresetData(7, 300));
+    EXPECT_EQ(stream.data.size(), 128u * 12u);
+    EXPECT_TRUE(file.storeEditControllerPresetData(7, 300));
+    EXPECT_TRUE(file.storeComponentPresetData(7, 300));
+    EXPECT_EQ(stream.data.size(), 128u * 12u);
+}
+
 TEST(PresetChunk, StateOperationsAreAlwaysTrue)
 {
     VstK2xPreset none(nullptr);

@@ -74,6 +74,19 @@ public:
 
 } // namespace
 
+/** The SDK's list of chunks has 128 places. */
+TEST(UserBankChunk, StateWithoutAPlaceInTheListIsLeftOut)
+{
+    StreamDouble stream;
+    VstK2xUserBank file(&stream);
+    char data[] = "bank";
+    for (int place = 0; place < 128; ++place)
+        ASSERT_TRUE(file.storeEditControllerUserBankData(9, 4, 4, data));
+    EXPECT_EQ(stream.data.size(), 128u * 20u);
+    EXPECT_TRUE(file.storeEditControllerUserBankData(9, 4, 4, data));
+    EXPECT_EQ(stream.data.size(), 128u * 20u);
+}
+
 TEST(UserBankChunk, FileHoldsSizeAndDataAfterTheNumber)
 {
     StreamDouble stream;
