@@ -15,10 +15,11 @@ function(vstk2x_own_code target)
 endfunction()
 
 # vstk2x_test_code(target): own code that only tries other code. It runs once for each time it is
-# compiled, so it is compiled fast; undefined behaviour is looked for in what ships.
+# compiled, so it is compiled fast, unless a fuzzer runs it for hours; undefined behaviour is looked
+# for in what ships.
 function(vstk2x_test_code target)
   vstk2x_own_code(${target})
-  target_compile_options(${target} PRIVATE -O0 -g1)
+  target_compile_options(${target} PRIVATE $<IF:$<BOOL:${VSTK2X_FUZZ}>,-O1,-O0> -g1)
   if(VSTK2X_SANITIZE MATCHES undefined)
     target_compile_options(${target} PRIVATE -fno-sanitize=undefined)
   endif()

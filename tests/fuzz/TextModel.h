@@ -1,0 +1,17 @@
+// The texts that must come out of a conversion, worked out here without the code under test.
+#pragma once
+
+#include <string>
+
+namespace fuzz {
+
+/** UTF-8 of the text up to its first zero unit; each surrogate without its partner gives "?". */
+std::string utf8Of(const std::u16string& text);
+
+/** ASCII as it is, every other character one "?". */
+std::string asciiOf(const std::u16string& text);
+
+/** Only A to Z change. */
+std::string lowerCaseOf(std::string text);
+
+} // namespace fuzz
