@@ -3,7 +3,7 @@
 #include "tests/faults/FaultCount.h"
 #include "tests/faults/HostBlock.h"
 #include "tests/faults/SystemFaults.h"
-#include "tests/unit/Sanitized.h"
+#include "tests/doubles/Sanitized.h"
 
 #include <algorithm>
 #include <cctype>

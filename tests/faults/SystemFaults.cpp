@@ -1,7 +1,7 @@
 #include "tests/faults/SystemFaults.h"
 
 #include "tests/faults/OwnCode.h"
-#include "tests/unit/Sanitized.h"
+#include "tests/doubles/Sanitized.h"
 
 #include <atomic>
 #include <cerrno>
