@@ -1,9 +1,9 @@
 #include "tests/faults/Scenario.h"
 
+#include "tests/doubles/Sanitized.h"
 #include "tests/faults/FaultCount.h"
 #include "tests/faults/HostBlock.h"
 #include "tests/faults/SystemFaults.h"
-#include "tests/doubles/Sanitized.h"
 
 #include <algorithm>
 #include <cctype>

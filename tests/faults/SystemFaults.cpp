@@ -1,7 +1,7 @@
 #include "tests/faults/SystemFaults.h"
 
-#include "tests/faults/OwnCode.h"
 #include "tests/doubles/Sanitized.h"
+#include "tests/faults/OwnCode.h"
 
 #include <atomic>
 #include <cerrno>
