@@ -1,5 +1,7 @@
 #include "tests/endurance/Footprint.h"
 
+#include "tests/doubles/Sanitized.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -8,14 +10,9 @@
 
 // A sanitizer's allocator keeps freed memory back and tells nothing of it; leaks are its own
 // matter.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VSTK2X_SANITIZED
 #define JUDGES_MEMORY 0
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define JUDGES_MEMORY 0
-#endif
-#endif
-#ifndef JUDGES_MEMORY
+#else
 #define JUDGES_MEMORY 1
 #endif
 

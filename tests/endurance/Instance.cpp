@@ -21,7 +21,7 @@ template <typename Interface>
 IPtr<Interface> create(LongHost& host, const char* digits)
 {
     const auto id = VST3::UID::fromString(std::string(digits));
-    auto made = host.module->getFactory().createInstance<Interface>(*id);
+    auto made = id ? host.module->getFactory().createInstance<Interface>(*id) : nullptr;
     if (!made)
         throw std::runtime_error("the factory made nothing");
     return made;
