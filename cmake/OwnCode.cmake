@@ -23,11 +23,12 @@ function(vstk2x_test_code target)
   if(VSTK2X_SANITIZE MATCHES undefined)
     target_compile_options(${target} PRIVATE -fno-sanitize=undefined)
   endif()
-  get_target_property(type ${target} TYPE)
-  if(type STREQUAL "EXECUTABLE")
-    target_precompile_headers(${target} PRIVATE <gmock/gmock.h>)
-    # ccache takes what was precompiled into account by these.
-    target_compile_options(${target} PRIVATE
-      $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
-  endif()
+endfunction()
+
+# vstk2x_precompile_gmock(target): for a test program of many files; it is most of what each has to
+# read. ccache takes what was precompiled into account by the options.
+function(vstk2x_precompile_gmock target)
+  target_precompile_headers(${target} PRIVATE <gmock/gmock.h>)
+  target_compile_options(${target} PRIVATE
+    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endfunction()
