@@ -1,0 +1,109 @@
+#include "hostapi/IDevice.h"
+#include "tests/unit/ProjectScene.h"
+
+using namespace Steinberg;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(Notice, OfAnObjectThatIsNotObservedChangesNothing)
+{
+    ProjectScene scene;
+    for (doubles::HostObject* object : std::initializer_list<doubles::HostObject*>{
+             &scene.organ, &scene.organ.value("output"), &scene.organ.value("channel"),
+             &scene.host.context})
+        scene.routing.update(object->unknown(), kChanged);
+    scene.routing.update(nullptr, kChanged);
+    EXPECT_THAT(scene.trace.texts(), IsEmpty());
+}
+
+TEST(Notice, IsNeverTakenForAFieldThatIsEmpty)
+{
+    TrackScene scene(olderHost());
+    auto& piano = scene.host.devices.addMidiTrack("Piano", kRoutedHere, 3);
+    // Nothing is observed: no value and no device may be the same as nothing.
+    for (doubles::HostObject* object : std::initializer_list<doubles::HostObject*>{
+             &piano, &piano.value("output"), &scene.host.context, &scene.host.devices.mixer(),
+             &scene.host.devices.mixer().value("selected")})
+        for (const int32 message : {kChanged, kDestroyed})
+            scene.routing.update(object->unknown(), message);
+    EXPECT_THAT(scene.trace.texts(), IsEmpty());
+}
+
+TEST(Notice, ChangesNothingWithoutHostClasses)
+{
+    ProjectScene scene;
+    scene.host.hide(IHostClasses::iid);
+    scene.host.devices.select(1);
+    scene.context.hostContext = nullptr;
+    scene.host.devices.select(2);
+    EXPECT_THAT(scene.calls({"updateHandler.", "library.", "device(", "value("}), IsEmpty());
+    scene.context.hostContext = &scene.host.context;
+}
+
+TEST(Notice, OfAnObjectOfTheOtherCharacterSetChangesNothing)
+{
+    ProjectScene scene;
+    scene.context.unicode = false; // asks for the flavour that this host does not have
+    scene.host.devices.select(1);
+    EXPECT_THAT(scene.calls({"updateHandler.", "library.", "device(", "value("}), IsEmpty());
+}
+
+TEST(Notice, WithoutUpdateHandlerKeepsTheValuesThatAreObserved)
+{
+    ProjectScene scene;
+    scene.host.hide(IUpdateHandler::iid);
+    scene.organ.value("output").text = kRoutedHere;
+    scene.host.devices.select(1);
+    EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));
+    EXPECT_THAT(scene.synced(), ElementsAre(kSync3)) << "the old track's channel is still held";
+}
+
+TEST(Notice, ReleasesWhatItAskedFor)
+{
+    ProjectScene scene;
+    scene.host.traceReferences();
+    scene.routing.update(scene.organ.unknown(), kChanged);
+    EXPECT_THAT(scene.trace.texts(),
+                ElementsAre("device(Organ).addRef()", "hostClasses.addRef()",
+                            "hostClasses.release()", "device(Organ).release()"));
+}
+
+TEST(Notice, WhicheverHostCallFailsTheReferencesComeBack)
+{
+    for (size_t call = 1;; ++call) {
+        ProjectScene scene;
+        scene.organ.value("output").text = kRoutedHere;
+        scene.host.failAtCall(call);
+        scene.host.devices.select(1);
+        scene.host.devices.removeTrack(2);
+        scene.host.devices.select(0);
+        scene.tell(scene.piano.value("output"), kChanged);
+        scene.tell(scene.piano.value("output"), kDestroyed);
+        const bool failed = scene.host.callCount() >= call;
+        scene.host.clearFaults();
+        // A host that did not take a dependent off its list still has it there.
+        for (auto* track : {&scene.piano, &scene.organ})
+            for (const char* name : {"output", "channel"})
+                scene.host.updates.removeDependent(&track->value(name),
+                                                   scene.context.getDependent());
+        if (!failed)
+            break;
+    }
+}
+
+TEST(Notice, WhicheverHostCallThrowsTheReferencesComeBack)
+{
+    for (size_t call = 1;; ++call) {
+        ProjectScene scene;
+        scene.organ.value("output").text = kRoutedHere;
+        scene.host.devices.mixer().value("selected").integer = 1;
+        scene.host.throwAtCall(call);
+        try {
+            scene.routing.update(scene.host.devices.mixer().value("selected").unknown(), kChanged);
+        } catch (const doubles::ScriptedFailure&) {
+            continue;
+        }
+        EXPECT_LT(scene.host.callCount(), call);
+        break;
+    }
+}
