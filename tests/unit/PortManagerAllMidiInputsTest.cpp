@@ -1,4 +1,3 @@
-#include "hostapi/IHostClasses.h"
 #include "tests/unit/PortScene.h"
 
 using doubles::HostFamily;
@@ -132,29 +131,16 @@ TEST(AllMidiInputRemove, RemovesNothingWithoutWhatItNeeds)
 {
     PortScene scene;
     scene.host.ports.midiInput("4", "Tavrin RDL3/RDL5 Port4");
-    const auto result = [&] { return scene.ports.allMidiInputRemove("Port4"); };
+    const auto removesNone = [&] { EXPECT_EQ(scene.ports.allMidiInputRemove("Port4"), 1); };
     EXPECT_EQ(scene.ports.allMidiInputRemove(""), 1);
-    scene.context.handler = nullptr;
-    EXPECT_EQ(result(), 1);
-    scene.context.handler = &scene.host.handler;
-    scene.host.hide(IComponentPortHandler::iid);
-    EXPECT_EQ(result(), 1);
+    scene.withoutPortHandler(removesNone);
     EXPECT_THAT(scene.trace.texts(), IsEmpty()) << "the handler is asked for first";
-    scene.host.show(IComponentPortHandler::iid);
-    scene.host.hide(IHostClasses::iid);
-    EXPECT_EQ(result(), 1);
-    scene.host.show(IHostClasses::iid);
-    scene.host.hide(IPortRegistry::iid);
-    EXPECT_EQ(result(), 1);
-    scene.host.show(IPortRegistry::iid);
-    scene.context.hostContext = nullptr;
-    EXPECT_EQ(result(), 1);
-    scene.context.hostContext = &scene.host.context;
+    scene.withoutPorts(removesNone);
     scene.context.library = nullptr;
-    EXPECT_EQ(result(), 1);
+    removesNone();
     EXPECT_THAT(scene.host.ports.removedFromAllMidiInputs, IsEmpty());
     scene.context.library = &scene.library;
-    EXPECT_EQ(result(), 0);
+    EXPECT_EQ(scene.ports.allMidiInputRemove("Port4"), 0);
 }
 
 TEST(AllMidiInputRemove, AMatcherThatThrowsHasNotMatched)

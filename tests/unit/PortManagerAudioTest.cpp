@@ -1,4 +1,3 @@
-#include "hostapi/IHostClasses.h"
 #include "tests/unit/PortScene.h"
 
 using doubles::HostFamily;
@@ -171,20 +170,8 @@ TEST(SetAudioPortList, DoesNothingWithoutHandlerOrPorts)
     PortScene scene;
     auto& port = scene.host.ports.audioInput("A", "Mic");
     const auto connect = [&] { scene.setAudio("A", nullptr, nullptr, nullptr); };
-    scene.host.hide(IComponentPortHandler::iid);
-    connect();
-    scene.host.show(IComponentPortHandler::iid);
-    scene.host.hide(IPortRegistry::iid);
-    connect();
-    scene.host.show(IPortRegistry::iid);
-    scene.host.hide(IHostClasses::iid);
-    connect();
-    scene.host.show(IHostClasses::iid);
-    scene.context.handler = nullptr;
-    connect();
-    scene.context.handler = &scene.host.handler;
-    scene.context.hostContext = nullptr;
-    connect();
+    scene.withoutPortHandler(connect);
+    scene.withoutPorts(connect);
     EXPECT_THAT(scene.calls({"portHandler.", "port(", "bus("}), IsEmpty());
     EXPECT_TRUE(port.displayed);
     EXPECT_FALSE(scene.ports.isConnectAudioPort());

@@ -1,4 +1,3 @@
-#include "hostapi/IHostClasses.h"
 #include "tests/unit/PortScene.h"
 
 using doubles::HostFamily;
@@ -65,24 +64,14 @@ TEST(AudioPortList, IsEmptyWhereTheHostOffersNoPorts)
     PortScene scene;
     scene.host.ports.audioInput("A", "Mic");
     ASSERT_EQ(scene.audioList().size(), 1u);
-    scene.host.hide(IPortRegistry::iid);
-    EXPECT_THAT(scene.audioList(), IsEmpty());
-    scene.host.show(IPortRegistry::iid);
-    scene.host.hide(IHostClasses::iid);
-    EXPECT_THAT(scene.audioList(), IsEmpty());
-    scene.host.show(IHostClasses::iid);
-    scene.context.hostContext = nullptr;
-    EXPECT_THAT(scene.audioList(), IsEmpty());
+    scene.withoutPorts([&] { EXPECT_THAT(scene.audioList(), IsEmpty()); });
 }
 
 TEST(AudioPortList, NeedsNoPortHandler)
 {
     PortScene scene;
     scene.host.ports.audioInput("A", "Mic");
-    scene.host.hide(IComponentPortHandler::iid);
-    EXPECT_THAT(scene.audioList(), ElementsAre("A=Mic"));
-    scene.context.handler = nullptr;
-    EXPECT_THAT(scene.audioList(), ElementsAre("A=Mic"));
+    scene.withoutPortHandler([&] { EXPECT_THAT(scene.audioList(), ElementsAre("A=Mic")); });
 }
 
 TEST(AudioPortList, AsksEachPortNoMoreThanItNeeds)
@@ -186,10 +175,7 @@ TEST(MidiPortList, IsEmptyWithoutAPortHandlerAndDoesNotAskForPorts)
     scene.host.ports.midiOutput("A", "Box");
     ASSERT_EQ(scene.midiList().size(), 1u);
     scene.trace.clear();
-    scene.host.hide(IComponentPortHandler::iid);
-    EXPECT_THAT(scene.midiList(), IsEmpty());
-    scene.context.handler = nullptr;
-    EXPECT_THAT(scene.midiList(), IsEmpty());
+    scene.withoutPortHandler([&] { EXPECT_THAT(scene.midiList(), IsEmpty()); });
     EXPECT_THAT(scene.trace.texts(), IsEmpty());
 }
 
@@ -198,14 +184,7 @@ TEST(MidiPortList, IsEmptyWhereTheHostOffersNoPorts)
     PortScene scene;
     scene.host.ports.midiOutput("A", "Box");
     ASSERT_EQ(scene.midiList().size(), 1u);
-    scene.host.hide(IPortRegistry::iid);
-    EXPECT_THAT(scene.midiList(), IsEmpty());
-    scene.host.show(IPortRegistry::iid);
-    scene.host.hide(IHostClasses::iid);
-    EXPECT_THAT(scene.midiList(), IsEmpty());
-    scene.host.show(IHostClasses::iid);
-    scene.context.hostContext = nullptr;
-    EXPECT_THAT(scene.midiList(), IsEmpty());
+    scene.withoutPorts([&] { EXPECT_THAT(scene.midiList(), IsEmpty()); });
 }
 
 TEST(MidiPortList, AsksEachPortNoMoreThanItNeeds)

@@ -1,4 +1,3 @@
-#include "hostapi/IHostClasses.h"
 #include "tests/unit/PortScene.h"
 
 using doubles::HostFamily;
@@ -70,20 +69,8 @@ TEST(SetMidiOutPort, DoesNothingWithoutHandlerOrPorts)
     PortScene scene;
     scene.host.ports.midiOutput("A", "Box");
     const auto connect = [&] { scene.ports.setMidiOutPort("A"); };
-    scene.host.hide(IComponentPortHandler::iid);
-    connect();
-    scene.host.show(IComponentPortHandler::iid);
-    scene.host.hide(IPortRegistry::iid);
-    connect();
-    scene.host.show(IPortRegistry::iid);
-    scene.host.hide(IHostClasses::iid);
-    connect();
-    scene.host.show(IHostClasses::iid);
-    scene.context.handler = nullptr;
-    connect();
-    scene.context.handler = &scene.host.handler;
-    scene.context.hostContext = nullptr;
-    connect();
+    scene.withoutPortHandler(connect);
+    scene.withoutPorts(connect);
     EXPECT_THAT(scene.calls({"portHandler.", "port("}), IsEmpty());
 }
 

@@ -1,4 +1,3 @@
-#include "hostapi/IHostClasses.h"
 #include "tests/unit/PortScene.h"
 
 using doubles::HostFamily;
@@ -181,11 +180,7 @@ TEST(FirstStart, DoesNothingWithoutLibraryOrPorts)
     scene.context.library = nullptr;
     scene.ports.firstStartAudioportDisplayCompulsorily();
     scene.context.library = &scene.library;
-    scene.host.hide(IPortRegistry::iid);
-    scene.ports.firstStartAudioportDisplayCompulsorily();
-    scene.host.show(IPortRegistry::iid);
-    scene.host.hide(IHostClasses::iid);
-    scene.ports.firstStartAudioportDisplayCompulsorily();
+    scene.withoutPorts([&] { scene.ports.firstStartAudioportDisplayCompulsorily(); });
     EXPECT_THAT(scene.calls({"port(", "library.is"}), IsEmpty());
 }
 

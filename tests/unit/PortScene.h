@@ -2,6 +2,7 @@
 #pragma once
 
 #include "controller/PortManager.h"
+#include "hostapi/IHostClasses.h"
 #include "tests/doubles/ControllerContextDouble.h"
 
 #include <gmock/gmock.h>
@@ -33,6 +34,26 @@ struct PortScene {
         ports.setAudioPortList(ids);
     }
 
+    /** Runs act once without each step of the way to the host's ports, and leaves the way whole. */
+    template <class Act>
+    void withoutPorts(const Act& act)
+    {
+        without(Steinberg::IPortRegistry::iid, act);
+        without(Steinberg::IHostClasses::iid, act);
+        context.hostContext = nullptr;
+        act();
+        context.hostContext = &host.context;
+    }
+    /** The same for the host's port handler. */
+    template <class Act>
+    void withoutPortHandler(const Act& act)
+    {
+        without(Steinberg::IComponentPortHandler::iid, act);
+        context.handler = nullptr;
+        act();
+        context.handler = &host.handler;
+    }
+
     std::vector<std::string> calls(const std::vector<std::string>& prefixes) const
     {
         return trace.textsOf(prefixes);
@@ -45,6 +66,14 @@ struct PortScene {
     Steinberg::Vst::PortManager ports;
 
 private:
+    template <class Act>
+    void without(const Steinberg::FUID& iid, const Act& act)
+    {
+        host.hide(iid);
+        act();
+        host.show(iid);
+    }
+
     template <class Info>
     static std::vector<std::string> textsOf(const std::vector<Info>& list)
     {
