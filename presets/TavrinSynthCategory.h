@@ -1,15 +1,5 @@
-// The synthesizer's own voice categories by name.
+// The synthesizer's own voice categories by name. The editor library's boundary has them, since the
+// library answers with the same texts; whoever deals with presets finds them here.
 #pragma once
 
-namespace Steinberg {
-namespace Vst {
-namespace TavrinSynth {
-
-/** The synth's category names by their index. */
-extern const char* const VoiceCategoryName[18];
-/** Their sub-category names by [category][sub-category]; rows with fewer end with empty texts. */
-extern const char* const VoiceSubCategoryName[18][6];
-
-} // namespace TavrinSynth
-} // namespace Vst
-} // namespace Steinberg
+#include "editorlib/TavrinSynthCategory.h" // IWYU pragma: export

@@ -4,48 +4,6 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-const char* const categoryNames[mainCategories] = {
-    "Acoustic Piano",
-    "Keyboard",
-    "Organ",
-    "Guitar",
-    "Bass",
-    "Strings",
-    "Brass",
-    "Sax / Woodwind",
-    "Synth Lead",
-    "SynthPad/Choir",
-    "Synth Comping",
-    "Chromatic Percussion",
-    "Drum / Percussion",
-    "Sound Effect",
-    "Musical Effect",
-    "Ethnic",
-    "Vocoder",
-    "No Assign",
-};
-
-const char* const subCategoryNames[mainCategories][subCategories] = {
-    {"Acoustic", "Layer", "Modern", "Vintage", "Arpeggio", "No Assign"},
-    {"Electric Piano", "FM Piano", "Clavi", "Synth", "Arpeggio", "No Assign"},
-    {"Tone Wheel", "Combo", "Pipe", "Synth", "Arpeggio", "No Assign"},
-    {"Acoustic", "Electric Clean", "Electric Distortion", "Synth", "Arpeggio", "No Assign"},
-    {"Acoustic", "Electric", "Synth", "Arpeggio", "No Assign", ""},
-    {"Solo", "Ensemble", "Pizzicato", "Synth", "Arpeggio", "No Assign"},
-    {"Solo", "Brass Ensemble", "Orchestra", "Synth", "Arpeggio", "No Assign"},
-    {"Saxophone", "Flute", "Woodwind", "Reed / Pipe", "Arpeggio", "No Assign"},
-    {"Analog", "Digital", "Hip Hop", "Dance", "Arpeggio", "No Assign"},
-    {"Analog", "Warm", "Bright", "Choir", "Arpeggio", "No Assign"},
-    {"Analog", "Digital", "Fade", "Hook", "Arpeggio", "No Assign"},
-    {"Mallet Percussion", "Bell", "Synth Bell", "Pitched Drum", "Arpeggio", "No Assign"},
-    {"Drums", "Percussion", "Synth", "Arpeggio", "No Assign", ""},
-    {"Moving", "Ambient", "Nature", "Sci-Fi", "Arpeggio", "No Assign"},
-    {"Moving", "Ambient", "Sweep", "Hit", "Arpeggio", "No Assign"},
-    {"Bowed", "Plucked", "Struck", "Blown", "Arpeggio", "No Assign"},
-    {"No Assign", "", "", "", "", ""},
-    {"No Assign", "", "", "", "", ""},
-};
-
 // Every category and sub-category has a voice, and so have the words in names by which a host's
 // browser tells them further apart. The last banks hold names that are hard on file names and
 // buffers.

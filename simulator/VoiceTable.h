@@ -1,4 +1,4 @@
-// VoiceTable: the names in the simulated instrument, every one of them made up.
+// VoiceTable: the voices of the simulated instrument, every name made up.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -9,16 +9,10 @@ namespace simulator {
 
 struct VoiceRow {
     int32 bank;
-    int32 mainCategory;
+    int32 mainCategory; ///< this and the next are indices of TavrinSynth
     int32 subCategory;
     const char* name; ///< UTF-8
 };
-
-constexpr int32 mainCategories = 18;
-constexpr int32 subCategories = 6;
-
-extern const char* const categoryNames[mainCategories];
-extern const char* const subCategoryNames[mainCategories][subCategories];
 
 /** Ordered by bank; a voice's number is its place within its bank. */
 extern const VoiceRow voiceTable[];

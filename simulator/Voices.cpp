@@ -1,9 +1,11 @@
 #include "simulator/Voices.h"
 
+#include "editorlib/TavrinSynthCategory.h"
 #include "simulator/VoiceTable.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <string>
 
 namespace Steinberg {
@@ -12,6 +14,8 @@ namespace simulator {
 
 namespace {
 
+constexpr auto mainCategories = static_cast<int32>(std::size(TavrinSynth::VoiceCategoryName));
+constexpr auto subCategories = static_cast<int32>(std::size(TavrinSynth::VoiceSubCategoryName[0]));
 constexpr int32 bareBank = 11; ///< the bank whose voice data has no middle field
 
 const VoiceRow* findVoice(int32 bank, int32 number)
@@ -69,7 +73,7 @@ bool writeCategoryName(int32 mainCategory, char* buffer)
 {
     if (mainCategory < 0 || mainCategory >= mainCategories)
         return false;
-    return writeText(categoryNames[mainCategory], buffer);
+    return writeText(TavrinSynth::VoiceCategoryName[mainCategory], buffer);
 }
 
 bool writeSubCategoryName(int32 mainCategory, int32 subCategory, char* buffer)
@@ -77,7 +81,7 @@ bool writeSubCategoryName(int32 mainCategory, int32 subCategory, char* buffer)
     if (mainCategory < 0 || mainCategory >= mainCategories || subCategory < 0 ||
         subCategory >= subCategories)
         return false;
-    return writeText(subCategoryNames[mainCategory][subCategory], buffer);
+    return writeText(TavrinSynth::VoiceSubCategoryName[mainCategory][subCategory], buffer);
 }
 
 } // namespace simulator

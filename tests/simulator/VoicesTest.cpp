@@ -1,3 +1,4 @@
+#include "editorlib/TavrinSynthCategory.h"
 #include "tests/simulator/SimulatorFixture.h"
 
 #include <cstring>
@@ -104,30 +105,20 @@ TEST_F(SimulatorVoices, HaveCategoriesThatAreInTheList)
 
 TEST_F(SimulatorVoices, KnowEveryCategoryByName)
 {
-    const std::array<const char*, 18> names{"Acoustic Piano",
-                                            "Keyboard",
-                                            "Organ",
-                                            "Guitar",
-                                            "Bass",
-                                            "Strings",
-                                            "Brass",
-                                            "Sax / Woodwind",
-                                            "Synth Lead",
-                                            "SynthPad/Choir",
-                                            "Synth Comping",
-                                            "Chromatic Percussion",
-                                            "Drum / Percussion",
-                                            "Sound Effect",
-                                            "Musical Effect",
-                                            "Ethnic",
-                                            "Vocoder",
-                                            "No Assign"};
-    for (size_t index = 0; index < names.size(); ++index) {
+    namespace Synth = Steinberg::Vst::TavrinSynth;
+    for (int32 main = 0; main < 18; ++main) {
         auto buffer = filled();
-        EXPECT_EQ(0, editor->getCategoryName(static_cast<int32>(index), buffer.data()));
-        EXPECT_EQ(names[index], textIn(buffer));
+        EXPECT_EQ(0, editor->getCategoryName(main, buffer.data()));
+        EXPECT_EQ(Synth::VoiceCategoryName[main], textIn(buffer));
+        for (int32 sub = 0; sub < 6; ++sub) {
+            buffer = filled();
+            EXPECT_EQ(0, editor->getSubCategoryName(main, sub, buffer.data()));
+            EXPECT_EQ(Synth::VoiceSubCategoryName[main][sub], textIn(buffer));
+        }
     }
     auto buffer = filled();
+    EXPECT_EQ(0, editor->getCategoryName(11, buffer.data()));
+    EXPECT_EQ("Chromatic Percussion", textIn(buffer));
     EXPECT_EQ(0, editor->getSubCategoryName(3, 2, buffer.data()));
     EXPECT_EQ("Electric Distortion", textIn(buffer));
     EXPECT_EQ(0, editor->getSubCategoryName(4, 4, buffer.data()));

@@ -1,11 +1,14 @@
-#include "presets/TavrinSynthCategory.h"
+// The synthesizer's own voice categories by name. The editor library answers with these texts, and
+// the plug-in knows a voice's category by nothing else.
+#pragma once
 
 namespace Steinberg {
 namespace Vst {
 namespace TavrinSynth {
 
 // clang-format off
-constexpr const char* VoiceCategoryName[18] = {
+/** By the category's index. */
+inline constexpr const char* VoiceCategoryName[18] = {
     "Acoustic Piano",
     "Keyboard",
     "Organ",
@@ -26,7 +29,8 @@ constexpr const char* VoiceCategoryName[18] = {
     "No Assign",
 };
 
-constexpr const char* VoiceSubCategoryName[18][6] = {
+/** By [category][sub-category]; rows with fewer end with empty texts. */
+inline constexpr const char* VoiceSubCategoryName[18][6] = {
     {"Acoustic", "Layer", "Modern", "Vintage", "Arpeggio", "No Assign"},
     {"Electric Piano", "FM Piano", "Clavi", "Synth", "Arpeggio", "No Assign"},
     {"Tone Wheel", "Combo", "Pipe", "Synth", "Arpeggio", "No Assign"},
