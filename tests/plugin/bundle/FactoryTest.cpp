@@ -15,6 +15,8 @@ namespace {
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
+struct ClassRow;
+
 class Factory : public ::testing::Test {
 protected:
     void SetUp() override
@@ -46,6 +48,8 @@ protected:
 
     static std::string hex(const TUID id) { return VST3::UID::fromTUID(id).toString(); }
 
+    void expectClass(int32 index, const ClassRow& row) const;
+
     void* handle = nullptr;
     bool (*entry)(void*) = nullptr;
     bool (*leave)() = nullptr;
@@ -76,6 +80,33 @@ std::string field(const char (&bytes)[size])
     return text.substr(0, end);
 }
 
+/** In which the two classes differ; they are of the same version. */
+struct ClassRow {
+    const char* id;
+    const char* category;
+    const char* name;
+    uint32 flags;
+    const char* subCategories;
+};
+
+void Factory::expectClass(int32 index, const ClassRow& row) const
+{
+    const FUnknownPtr<IPluginFactory2> factory2(factory);
+    ASSERT_TRUE(factory2);
+    PClassInfo2 info;
+    std::memset(static_cast<void*>(&info), 0x55, sizeof(info));
+    ASSERT_EQ(factory2->getClassInfo2(index, &info), kResultOk);
+    EXPECT_EQ(hex(info.cid), row.id);
+    EXPECT_EQ(info.cardinality, 2147483647);
+    EXPECT_EQ(field(info.category), row.category);
+    EXPECT_EQ(field(info.name), row.name);
+    EXPECT_EQ(info.classFlags, row.flags);
+    EXPECT_EQ(field(info.subCategories), row.subCategories);
+    EXPECT_EQ(field(info.vendor), "");
+    EXPECT_EQ(field(info.version), "1.6.6");
+    EXPECT_EQ(field(info.sdkVersion), "VST 3.5.0");
+}
+
 TEST_F(Factory, NamesItsMaker)
 {
     PFactoryInfo info;
@@ -101,38 +132,14 @@ TEST_F(Factory, OffersTheProcessorFirstAndTheControllerSecond)
 
 TEST_F(Factory, DescribesTheProcessor)
 {
-    const FUnknownPtr<IPluginFactory2> factory2(factory);
-    ASSERT_TRUE(factory2);
-    PClassInfo2 info;
-    std::memset(static_cast<void*>(&info), 0x55, sizeof(info));
-    ASSERT_EQ(factory2->getClassInfo2(0, &info), kResultOk);
-    EXPECT_EQ(hex(info.cid), "13EEE3484D664261B90352CE35DD18B4");
-    EXPECT_EQ(info.cardinality, 2147483647);
-    EXPECT_EQ(field(info.category), "Audio Module Class");
-    EXPECT_EQ(field(info.name), "RDL3/RDL5 VST");
-    EXPECT_EQ(info.classFlags, 2u);
-    EXPECT_EQ(field(info.subCategories), "Instrument|External|OnlyRT|DSPBased");
-    EXPECT_EQ(field(info.vendor), "");
-    EXPECT_EQ(field(info.version), "1.6.6");
-    EXPECT_EQ(field(info.sdkVersion), "VST 3.5.0");
+    expectClass(0, {"13EEE3484D664261B90352CE35DD18B4", "Audio Module Class", "RDL3/RDL5 VST", 2,
+                    "Instrument|External|OnlyRT|DSPBased"});
 }
 
 TEST_F(Factory, DescribesTheController)
 {
-    const FUnknownPtr<IPluginFactory2> factory2(factory);
-    ASSERT_TRUE(factory2);
-    PClassInfo2 info;
-    std::memset(static_cast<void*>(&info), 0x55, sizeof(info));
-    ASSERT_EQ(factory2->getClassInfo2(1, &info), kResultOk);
-    EXPECT_EQ(hex(info.cid), "31DFD31BDBB84D128E0ABBC94E1BB134");
-    EXPECT_EQ(info.cardinality, 2147483647);
-    EXPECT_EQ(field(info.category), "Component Controller Class");
-    EXPECT_EQ(field(info.name), "RDL3/RDL5 VST Controller");
-    EXPECT_EQ(info.classFlags, 0u);
-    EXPECT_EQ(field(info.subCategories), "");
-    EXPECT_EQ(field(info.vendor), "");
-    EXPECT_EQ(field(info.version), "1.6.6");
-    EXPECT_EQ(field(info.sdkVersion), "VST 3.5.0");
+    expectClass(1, {"31DFD31BDBB84D128E0ABBC94E1BB134", "Component Controller Class",
+                    "RDL3/RDL5 VST Controller", 0, ""});
 }
 
 TEST_F(Factory, SaysTheSameInWideText)
