@@ -55,7 +55,7 @@ TEST(SimulatorFile, DependsOnTheCppRuntimeOnly)
 TEST(SimulatorFile, IsGoneFromTheProcessOnceClosed)
 {
     {
-        const LoadedLibrary library;
+        const LoadedSimulator library;
         VstIEditorConnect* editor = nullptr;
         library.connect(&editor);
         editor->matchRegularExpression("^a+$",
@@ -72,7 +72,7 @@ TEST(SimulatorFile, IsGoneFromTheProcessOnceClosed)
 
 TEST(SimulatorEntryPoints, TakeNullOutSlots)
 {
-    const LoadedLibrary library;
+    const LoadedSimulator library;
     library.connect(nullptr);
     library.observe(nullptr, nullptr, 0, 0, 0, 0, nullptr, VstIObserver::ParamModePart, nullptr,
                     nullptr);
@@ -82,7 +82,7 @@ TEST(SimulatorEntryPoints, TakeNullOutSlots)
 
 TEST(SimulatorEntryPoints, MakeOneInstanceACallAndListThemOldestFirst)
 {
-    const LoadedLibrary library;
+    const LoadedSimulator library;
     VstIEditorConnect* first = nullptr;
     VstIEditorConnect* second = nullptr;
     library.connect(&first);

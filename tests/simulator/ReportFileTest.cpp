@@ -36,7 +36,7 @@ protected:
         return result;
     }
 
-    static VstIEditorConnect* create(const LoadedLibrary& library)
+    static VstIEditorConnect* create(const LoadedSimulator& library)
     {
         VstIEditorConnect* editor = nullptr;
         library.connect(&editor);
@@ -48,7 +48,7 @@ protected:
 
 TEST_F(SimulatorReport, TellsWhatReachedTheInstrumentWhenItEnds)
 {
-    const LoadedLibrary library;
+    const LoadedSimulator library;
     auto* editor = create(library);
     EXPECT_EQ(lines(), std::vector<std::string>{"begin 1"});
     editor->setHostType(2);
@@ -68,7 +68,7 @@ TEST_F(SimulatorReport, TellsWhatReachedTheInstrumentWhenItEnds)
 
 TEST_F(SimulatorReport, CountsInstruments)
 {
-    const LoadedLibrary library;
+    const LoadedSimulator library;
     auto* first = create(library);
     auto* second = create(library);
     second->destroy();
@@ -83,7 +83,7 @@ TEST_F(SimulatorReport, CountsInstruments)
 TEST_F(SimulatorReport, IsNotWrittenUnasked)
 {
     unsetenv("SIMULATOR_REPORT");
-    const LoadedLibrary library;
+    const LoadedSimulator library;
     create(library)->destroy();
     EXPECT_THAT(lines(), IsEmpty());
 }
@@ -91,7 +91,7 @@ TEST_F(SimulatorReport, IsNotWrittenUnasked)
 TEST_F(SimulatorReport, DoesNotNeedAFileThatCanBeWritten)
 {
     setenv("SIMULATOR_REPORT", (file / "no/such/folder").c_str(), 1);
-    const LoadedLibrary library;
+    const LoadedSimulator library;
     auto* editor = create(library);
     ASSERT_TRUE(editor);
     editor->destroy();

@@ -3,13 +3,11 @@
 #pragma once
 
 #include "editorlib/VstIControllerInterface.h"
-#include "editorlib/VstIEditorConnect.h"
 #include "editorlib/VstIEffectInterface.h"
-#include "simulator/SimulatorControl.h"
 #include "tests/doubles/Trace.h"
+#include "tests/simulator/LoadedSimulator.h"
 
 #include <array>
-#include <dlfcn.h>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
@@ -21,44 +19,7 @@ namespace doubles {
 using Steinberg::int32;
 using Steinberg::uint32;
 using Steinberg::uint8;
-using Steinberg::Vst::SimulatorControl;
 using Steinberg::Vst::VoiceBank;
-using Steinberg::Vst::VstIEditorConnect;
-using Steinberg::Vst::VstIObserver;
-
-/** The library's file, loaded with every symbol bound. */
-class LoadedLibrary {
-public:
-    LoadedLibrary()
-    : handle(dlopen(SIMULATOR_FILE, RTLD_NOW | RTLD_LOCAL))
-    {
-        if (!handle)
-            throw std::runtime_error(dlerror());
-        find(connect, "getVSTEditorConnectObject");
-        find(observe, "getVSTObserverObject");
-        find(control, Steinberg::Vst::getSimulatorControlName);
-    }
-    ~LoadedLibrary() { dlclose(handle); }
-    LoadedLibrary(const LoadedLibrary&) = delete;
-    LoadedLibrary& operator=(const LoadedLibrary&) = delete;
-
-    void (*connect)(VstIEditorConnect**) = nullptr;
-    void (*observe)(VstIObserver**, void*, int, int, int, int, void (*)(void*, unsigned, int),
-                    VstIObserver::ParamModeType, void (*)(void*, unsigned),
-                    void (*)(void*, unsigned)) = nullptr;
-    Steinberg::Vst::GetSimulatorControl control = nullptr;
-
-private:
-    template <typename Function>
-    void find(Function& function, const char* name)
-    {
-        function = reinterpret_cast<Function>(dlsym(handle, name));
-        if (!function)
-            throw std::runtime_error(std::string("not exported: ") + name);
-    }
-
-    void* handle;
-};
 
 /** Writes every call into a trace and answers what the test sets. */
 class ListeningController : public Steinberg::Vst::VstIControllerInterface {
@@ -185,7 +146,7 @@ protected:
         observers.clear();
     }
 
-    LoadedLibrary library;
+    LoadedSimulator library;
     VstIEditorConnect* editor = nullptr;
     SimulatorControl* user = nullptr;
     std::vector<VstIObserver*> observers;
