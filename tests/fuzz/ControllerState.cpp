@@ -3,20 +3,17 @@
 #include "controller/VstK2xController.h"
 #include "tests/doubles/InProcessLibrary.h"
 #include "tests/doubles/ScriptedHost.h"
-#include "tests/doubles/StreamDouble.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/LimitedMemory.h"
+#include "tests/fuzz/StreamFaults.h"
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
 namespace {
 
-enum StreamOptions : uint8_t {
-    kShortReads = 1,
-    kFails = 2,
-    kThrowsOnce = 4,
-    kFailsFrom = 8,
+/** Beside those of fuzz::StreamOptions. */
+enum Options : uint8_t {
     kNotSeekable = 16,
     kLibraryThrows = 32,
     kNoStream = 64,
@@ -98,21 +95,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 
     const fuzz::LimitedMemory limited;
     fuzz::FuzzInput input(data, size);
-    const uint8_t options = input.byte();
-    const size_t faultyCall = input.byte();
-    const size_t most = input.byte();
+    const fuzz::StreamFaults faults(input);
+    const uint8_t options = faults.options;
     const size_t front = input.byte();
     const auto bytes = input.rest();
     doubles::StreamDouble stream(std::string(front, '\x01') + bytes);
     stream.position = static_cast<int64>(front);
-    if (options & kShortReads)
-        stream.shortRead = most;
-    if (options & kFails)
-        stream.failAtCall = faultyCall;
-    if (options & kThrowsOnce)
-        stream.throwAtCall = faultyCall;
-    if (options & kFailsFrom)
-        stream.failFrom = faultyCall;
+    faults.applyTo(stream);
     stream.seekable = (options & kNotSeekable) == 0;
     if (options & kLibraryThrows) {
         scene.library.throwAt("applyPreset");

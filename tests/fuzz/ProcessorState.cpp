@@ -3,9 +3,9 @@
 // and what the library is told is worked out here from the bytes alone.
 #include "processor/VstK2x.h"
 #include "tests/doubles/ScriptedLibrary.h"
-#include "tests/doubles/StreamDouble.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/LimitedMemory.h"
+#include "tests/fuzz/StreamFaults.h"
 
 #include "public.sdk/source/vst/hosting/hostclasses.h"
 
@@ -23,8 +23,6 @@ enum Options : uint8_t {
     kNoLibrary = 8,
     kNoStream = 16,
 };
-
-enum StreamOptions : uint8_t { kShortReads = 1, kFails = 2, kThrowsOnce = 4, kFailsFrom = 8 };
 
 /** Looks at every byte that it is given, and keeps the first ones. */
 class StateLibrary : public doubles::ScriptedLibrary {
@@ -140,9 +138,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const fuzz::LimitedMemory limited;
     fuzz::FuzzInput input(data, size);
     const uint8_t options = input.byte();
-    const uint8_t streamOptions = input.byte();
-    const size_t faultyCall = input.byte();
-    const size_t most = input.byte();
+    const fuzz::StreamFaults faults(input);
 
     doubles::Trace trace;
     StateLibrary library(trace);
@@ -153,14 +149,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         library.throwAt("setStateChunk");
         library.throwAt("setStateText");
     }
-    if (streamOptions & kShortReads)
-        stream.shortRead = most;
-    if (streamOptions & kFails)
-        stream.failAtCall = faultyCall;
-    if (streamOptions & kThrowsOnce)
-        stream.throwAtCall = faultyCall;
-    if (streamOptions & kFailsFrom)
-        stream.failFrom = faultyCall;
+    faults.applyTo(stream);
 
     const auto processor = owned(new VstK2x);
     if (!(options & kNoLibrary))
@@ -169,8 +158,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     FUZZ_CHECK(stream.getReferences() == 1);
     FUZZ_CHECK(result == kResultOk || result == kResultFalse);
 
-    const bool faulty = (streamOptions & (kFails | kThrowsOnce | kFailsFrom)) != 0;
-    const size_t mostAtOnce = (streamOptions & kShortReads) ? most : stream.data.size();
+    const bool faulty =
+        (faults.options & (fuzz::kFails | fuzz::kThrowsOnce | fuzz::kFailsFrom)) != 0;
+    const size_t mostAtOnce =
+        (faults.options & fuzz::kShortReads) ? faults.most : stream.data.size();
     if (options & kNoLibrary)
         FUZZ_CHECK(result == kResultOk && trace.texts().empty());
     else if (options & kNoStream)
