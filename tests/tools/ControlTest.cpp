@@ -1,11 +1,10 @@
 // Parameters as play lists, automates and turns them.
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
+#include "tools/common/Failure.h"
 #include "tools/play/Automation.h"
 #include "tools/play/EditSummary.h"
-#include "tools/play/Failure.h"
 #include "tools/play/ParameterList.h"
-#include "tools/play/ProgressBar.h"
 
 #include <gmock/gmock.h>
 #include <sstream>
@@ -60,8 +59,8 @@ TEST(ParameterList, FindsATitle)
     auto controller = owned(new SmallController);
     const ParameterList list(*controller);
     EXPECT_EQ(list.find("Volume 1").id, 100U);
-    EXPECT_THROW(list.find("volume 1"), Failure);
-    EXPECT_THROW(list.find(""), Failure);
+    EXPECT_THROW(list.find("volume 1"), tools::Failure);
+    EXPECT_THROW(list.find(""), tools::Failure);
     EXPECT_EQ(list.titleOf(100), "Volume 1");
     EXPECT_EQ(list.titleOf(200), "200");
     EXPECT_EQ(list.titleOf(300), "300");
@@ -141,42 +140,4 @@ TEST(EditSummary, SeesEveryDisorder)
     EXPECT_FALSE(inOrder({Kind::begin, Kind::begin, Kind::perform, Kind::end}));
     EXPECT_FALSE(inOrder({Kind::begin, Kind::perform, Kind::end, Kind::perform}));
     EXPECT_FALSE(inOrder({Kind::begin, Kind::perform}));
-}
-
-TEST(ProgressBar, ShowsHowFarTheSongIs)
-{
-    EXPECT_EQ(ProgressBar::line(0, 60), "[" + std::string(40, ' ') + "]   0 %  0:00 of 1:00");
-    EXPECT_EQ(ProgressBar::line(30, 60),
-              "[" + std::string(20, '#') + std::string(20, ' ') + "]  50 %  0:30 of 1:00");
-    EXPECT_EQ(ProgressBar::line(90, 60), "[" + std::string(40, '#') + "] 100 %  1:00 of 1:00");
-    EXPECT_EQ(ProgressBar::line(0, 0), "[" + std::string(40, '#') + "] 100 %  0:00 of 0:00");
-}
-
-TEST(ProgressBar, WritesOnlyWhatChangedAndWipesItsLine)
-{
-    std::ostringstream stream;
-    {
-        ProgressBar bar(&stream);
-        bar.show(0, 60);
-        const auto once = stream.str();
-        bar.show(0.01, 60);
-        EXPECT_EQ(stream.str(), once);
-        bar.show(30, 60);
-        EXPECT_EQ(stream.str(), once + "\r" + ProgressBar::line(30, 60));
-    }
-    const auto text = stream.str();
-    EXPECT_EQ(text.substr(text.size() - 2), " \r");
-}
-
-TEST(ProgressBar, DrawsNothingWithoutATerminal)
-{
-    ProgressBar bar(nullptr);
-    bar.show(1, 2);
-}
-
-TEST(ProgressBar, WritesMinutesAndSeconds)
-{
-    EXPECT_EQ(minutes(0), "0:00");
-    EXPECT_EQ(minutes(125.9), "2:05");
-    EXPECT_EQ(minutes(3600), "60:00");
 }

@@ -3,7 +3,7 @@
 #include "editorlib/FComponentPtr.h"
 #include "editorlib/IExternalPlugin.h"
 #include "tests/tools/ScratchFolder.h"
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 #include "tools/play/HostContext.h"
 #include "tools/play/Simulator.h"
 
@@ -88,7 +88,7 @@ TEST(EditorLibrary, SaysWhatIsWrongWithAFile)
         try {
             const EditorLibrary library(path);
             return "";
-        } catch (const Failure& failure) {
+        } catch (const tools::Failure& failure) {
             return failure.what();
         }
     };

@@ -3,7 +3,7 @@
 #include "hostapi/IHostApplicationA.h"
 #include "hostapi/IHostApplicationW.h"
 #include "pluginterfaces/vst/ivstmessage.h"
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 #include "tools/play/HostContext.h"
 #include "tools/play/HostString.h"
 #include "tools/play/RunLoop.h"
@@ -79,7 +79,7 @@ TEST(HostFamily, GivesEveryHostButThePlainOneItsOwnObjects)
 TEST(HostFamily, RefusesWhatIsNone)
 {
     for (const char* text : {"", "reaper", ":7.5.1", "cubase:", "cubase:new", "plain:1.0"})
-        EXPECT_THROW(parseHostFamily(text, true), Failure) << text;
+        EXPECT_THROW(parseHostFamily(text, true), tools::Failure) << text;
 }
 
 TEST(HostContext, GivesAUnicodeHostsTextsInWideUnits)

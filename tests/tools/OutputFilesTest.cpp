@@ -1,8 +1,8 @@
 // What play writes is read back: MIDI files byte by byte and as songs, audio by its samples.
 #include "tests/tools/MidiBytes.h"
 #include "tests/tools/ScratchFolder.h"
+#include "tools/common/Failure.h"
 #include "tools/play/AudioRenderer.h"
-#include "tools/play/Failure.h"
 #include "tools/play/MidiFileWriter.h"
 #include "tools/play/Song.h"
 
@@ -13,6 +13,7 @@
 using namespace Steinberg;
 using namespace Steinberg::Vst::play;
 using doubles::ScratchFolder;
+using Steinberg::Vst::tools::Failure;
 using testing::HasSubstr;
 
 namespace {

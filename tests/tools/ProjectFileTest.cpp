@@ -1,11 +1,12 @@
 // The projects that play's host opens.
 #include "tools/play/ProjectFile.h"
 #include "tests/tools/ScratchFolder.h"
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <gmock/gmock.h>
 
 using namespace Steinberg::Vst::play;
+using Steinberg::Vst::tools::Failure;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::StartsWith;

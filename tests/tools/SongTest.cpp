@@ -1,7 +1,7 @@
 #include "tools/play/Song.h"
 #include "tests/tools/MidiBytes.h"
 #include "tests/tools/ScratchFolder.h"
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <gmock/gmock.h>
 
@@ -11,6 +11,7 @@ using doubles::midiFile;
 using doubles::midiHeader;
 using doubles::MidiTrack;
 using doubles::ScratchFolder;
+using Steinberg::Vst::tools::Failure;
 using testing::HasSubstr;
 
 namespace {

@@ -4,7 +4,7 @@
 #include "editorlib/EditorLibraryNames.h"
 #include "editorlib/EntryPoints.h"
 #include "editorlib/VstIEditorConnect.h"
-#include "tools/make-presets/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <dlfcn.h>
 
@@ -40,11 +40,11 @@ EditorConnection::EditorConnection(const std::string& file)
     const auto path = file.find('/') == std::string::npos ? "./" + file : file;
     handle = dlopen(path.c_str(), RTLD_LAZY);
     if (!handle)
-        throw Failure("The editor library cannot be loaded: " + loaderMessage() + ".");
+        throw tools::Failure("The editor library cannot be loaded: " + loaderMessage() + ".");
     connection = connectionOf(handle);
     if (!connection) {
         dlclose(handle);
-        throw Failure("'" + file + "' is no editor library: it gives no connection.");
+        throw tools::Failure("'" + file + "' is no editor library: it gives no connection.");
     }
     guarded([this] { connection->setControllerInterface(&controller); });
     guarded([this] { connection->setHostType(kAnyHost); });

@@ -1,6 +1,6 @@
 #include "tools/make-presets/ExcludedNames.h"
 
-#include "tools/make-presets/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <cerrno>
 #include <cstring>
@@ -25,8 +25,8 @@ std::set<std::string> readExcludedNames(const std::string& path)
             names.insert(line);
     }
     if (!file.is_open() || file.bad() || errno == EISDIR)
-        throw Failure("The list of excluded names '" + path +
-                      "' cannot be read: " + std::strerror(errno) + ".");
+        throw tools::Failure("The list of excluded names '" + path +
+                             "' cannot be read: " + std::strerror(errno) + ".");
     return names;
 }
 

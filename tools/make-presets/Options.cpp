@@ -1,6 +1,7 @@
 #include "tools/make-presets/Options.h"
 
 #include "editorlib/EditorLibraryNames.h"
+#include "tools/common/Program.h"
 
 #include <CLI/CLI.hpp>
 #include <set>
@@ -58,7 +59,7 @@ Options parseOptions(int argc, const char* const* argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        throw CommandLineExit{app.exit(error) == 0 ? 0 : 2};
+        throw tools::CommandLineExit{app.exit(error) == 0 ? 0 : 2};
     }
     options.overwrite = !keep;
     if (system)

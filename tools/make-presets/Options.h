@@ -20,12 +20,8 @@ struct Options {
     bool verbose = false;
 };
 
-/** The command line was answered or refused already; the program ends with status. */
-struct CommandLineExit {
-    int status;
-};
-
-/** @throws CommandLineExit */
+/** Reads the command line; help and complaints go to the standard streams.
+    @throws tools::CommandLineExit after --help, or for a command line that does not make sense */
 Options parseOptions(int argc, const char* const* argv);
 
 } // namespace makepresets

@@ -2,7 +2,7 @@
 
 #include "pluginterfaces/base/smartpointer.h"
 #include "public.sdk/source/vst/vstpresetfile.h"
-#include "tools/make-presets/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -52,7 +52,8 @@ std::string folderPath(VstK2xPresetCreater::OutputDir dir)
 {
     std::string path;
     if (VstK2xPresetCreater::outputPath(path, dir) != 0)
-        throw Failure("The environment variable HOME names no folder to hold the user's presets.");
+        throw tools::Failure(
+            "The environment variable HOME names no folder to hold the user's presets.");
     return path;
 }
 
@@ -65,11 +66,12 @@ PresetFolder::PresetFolder(VstK2xPresetCreater::OutputDir dir, bool make)
         return;
     std::error_code error;
     if (VstK2xPresetCreater::createOutputPath(folder, dir) != 0 || !fs::is_directory(folder, error))
-        throw Failure("The preset folder '" + folder + "' cannot be made: " + obstacle(folder));
+        throw tools::Failure("The preset folder '" + folder +
+                             "' cannot be made: " + obstacle(folder));
     auto pattern = folder + PathSlash + ".make-presets-XXXXXX";
     if (!mkdtemp(pattern.data()))
-        throw Failure("The preset folder '" + folder +
-                      "' cannot be written to: " + std::strerror(errno) + ".");
+        throw tools::Failure("The preset folder '" + folder +
+                             "' cannot be written to: " + std::strerror(errno) + ".");
     stagingFolder = pattern;
 }
 

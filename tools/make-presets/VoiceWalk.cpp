@@ -1,7 +1,7 @@
 #include "tools/make-presets/VoiceWalk.h"
 
 #include "presets/VoiceText.h"
-#include "tools/make-presets/Failure.h"
+#include "tools/common/Failure.h"
 #include "tools/make-presets/Interruption.h"
 
 namespace Steinberg {
@@ -23,8 +23,8 @@ std::vector<Voice> collectVoices(VstK2xPresetCreater& creater, const std::vector
         int number = 0;
         for (; !isInterrupted() && creater.fetchVoiceData(bank, number, text) == 0; ++number) {
             if (number == kMostVoices)
-                throw Failure("The editor library has no end of voices in bank " +
-                              std::to_string(value) + ".");
+                throw tools::Failure("The editor library has no end of voices in bank " +
+                                     std::to_string(value) + ".");
             voices.push_back({bank, number, text});
         }
     }

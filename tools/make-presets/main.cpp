@@ -1,11 +1,11 @@
 // make-presets: writes the synthesizer's voices as a library of preset files.
+#include "tools/common/Program.h"
+#include "tools/common/ProgressBar.h"
 #include "tools/make-presets/EditorConnection.h"
 #include "tools/make-presets/ExcludedNames.h"
-#include "tools/make-presets/Failure.h"
 #include "tools/make-presets/Interruption.h"
 #include "tools/make-presets/Options.h"
 #include "tools/make-presets/PresetWriter.h"
-#include "tools/make-presets/ProgressBar.h"
 #include "tools/make-presets/Summary.h"
 
 #include <iostream>
@@ -23,10 +23,11 @@ constexpr int kInterruptedStatus = 130;
 size_t writeAll(const std::vector<Voice>& voices, PresetWriter& writer, const Options& options,
                 Summary& summary)
 {
-    ProgressBar bar(isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr, voices.size());
+    tools::ProgressBar bar(isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
+    const auto all = static_cast<double>(voices.size());
     size_t done = 0;
     while (done < voices.size() && !isInterrupted()) {
-        bar.show(done);
+        bar.show(static_cast<double>(done), all);
         const auto& voice = voices[done++];
         const auto result = writer.write(voice);
         summary.add(voice, result);
@@ -40,8 +41,9 @@ size_t writeAll(const std::vector<Voice>& voices, PresetWriter& writer, const Op
     return done;
 }
 
-int run(const Options& options)
+int run(int argc, char** argv)
 {
+    const auto options = parseOptions(argc, argv);
     auto excluded = readExcludedNames(options.excludedFile);
     const EditorConnection library(options.library);
     const PresetFolder folder(options.folder, !options.dryRun);
@@ -68,14 +70,5 @@ int run(const Options& options)
 
 int main(int argc, char** argv)
 {
-    try {
-        return run(parseOptions(argc, argv));
-    } catch (const CommandLineExit& exit) {
-        return exit.status;
-    } catch (const std::exception& error) {
-        std::cerr << "make-presets: " << error.what() << '\n';
-    } catch (...) {
-        std::cerr << "make-presets: something went wrong that has no name.\n";
-    }
-    return 1;
+    return tools::runProgram("make-presets", run, argc, argv);
 }

@@ -1,6 +1,6 @@
 #include "tools/play/AudioRenderer.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <cerrno>
 #include <cstring>
@@ -45,12 +45,12 @@ void checkSoundFont(const std::string& path)
 {
     std::error_code error;
     if (!std::filesystem::exists(path, error))
-        throw Failure("There is no soundfont \"" + path +
-                      "\"; Debian's package timgm6mb-soundfont brings one.");
+        throw tools::Failure("There is no soundfont \"" + path +
+                             "\"; Debian's package timgm6mb-soundfont brings one.");
     char header[kSoundFontHeader] = {};
     std::ifstream(path, std::ios::binary).read(header, sizeof(header));
     if (std::memcmp(header, "RIFF", 4) != 0 || std::memcmp(header + 8, "sfbk", 4) != 0)
-        throw Failure("\"" + path + "\" is not a soundfont.");
+        throw tools::Failure("\"" + path + "\" is not a soundfont.");
 }
 
 } // namespace
@@ -69,10 +69,10 @@ WavMeasures AudioRenderer::render(const std::string& midiFile, const std::string
     std::filesystem::remove(wavFile, error); // so that an old file is never taken for the new one
     run(midiFile, wavFile, sampleRate);
     if (!std::filesystem::exists(wavFile, error))
-        throw Failure("The program " + program + " left no audio file \"" + wavFile + "\".");
+        throw tools::Failure("The program " + program + " left no audio file \"" + wavFile + "\".");
     const auto measures = measureWavFile(wavFile);
     if (measures.isSilent())
-        throw Failure("The audio file \"" + wavFile + "\" is silent.");
+        throw tools::Failure("The audio file \"" + wavFile + "\" is silent.");
     return measures;
 }
 
@@ -94,16 +94,17 @@ void AudioRenderer::run(const std::string& midiFile, const std::string& wavFile,
     const auto result =
         posix_spawnp(&child, program.c_str(), streams.get(), nullptr, arguments.data(), environ);
     if (result == ENOENT)
-        throw Failure("The program " + program +
-                      ", which renders the audio, is not installed (Debian package fluidsynth).");
+        throw tools::Failure(
+            "The program " + program +
+            ", which renders the audio, is not installed (Debian package fluidsynth).");
     if (result != 0)
-        throw Failure("The program " + program + " cannot be started: " + std::strerror(result) +
-                      ".");
+        throw tools::Failure("The program " + program +
+                             " cannot be started: " + std::strerror(result) + ".");
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
-        throw Failure("The program " + program + " could not render \"" + wavFile + "\".");
+        throw tools::Failure("The program " + program + " could not render \"" + wavFile + "\".");
 }
 
 } // namespace play

@@ -1,7 +1,7 @@
 #include "tools/play/BankStore.h"
 
 #include "presets/VstK2xPresetCreater.h"
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <charconv>
 #include <chrono>
@@ -62,7 +62,8 @@ BankPlace bankPlaceOf(const std::string& words)
     BankPlace place{};
     if (colon == std::string::npos || !readNumber(words.data(), words.data() + colon, place.bank) ||
         !readNumber(words.data() + colon + 1, end, place.number))
-        throw Failure("\"" + words + "\" is no user bank: give its bank and number, as in 9:2.");
+        throw tools::Failure("\"" + words +
+                             "\" is no user bank: give its bank and number, as in 9:2.");
     return place;
 }
 
@@ -70,14 +71,16 @@ Report::StoredBank storeBank(SimulatorControl& simulator, BankPlace place)
 {
     std::string folder;
     if (VstK2xPresetCreater::outputPath(folder, VstK2xPresetCreater::kUserFolder) != 0)
-        throw Failure("The environment variable HOME names no folder to hold the user's presets.");
+        throw tools::Failure(
+            "The environment variable HOME names no folder to hold the user's presets.");
     std::this_thread::sleep_for(kClockStep);
     const auto before = listingOf(folder);
     simulator.storeBank(static_cast<VoiceBank::Bank>(place.bank), place.number);
     const auto file = writtenBetween(before, listingOf(folder));
     if (file.empty())
-        throw Failure("The plug-in wrote no file for bank " + std::to_string(place.bank) +
-                      ", number " + std::to_string(place.number) + ", to \"" + folder + "\".");
+        throw tools::Failure("The plug-in wrote no file for bank " + std::to_string(place.bank) +
+                             ", number " + std::to_string(place.number) + ", to \"" + folder +
+                             "\".");
     return {place.bank, place.number, file};
 }
 

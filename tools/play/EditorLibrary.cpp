@@ -1,6 +1,6 @@
 #include "tools/play/EditorLibrary.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <dlfcn.h>
 #include <filesystem>
@@ -15,16 +15,16 @@ EditorLibrary::EditorLibrary(const std::string& path)
 {
     std::error_code error;
     if (!std::filesystem::exists(path, error))
-        throw Failure("The editor library \"" + path + "\" is missing.");
+        throw tools::Failure("The editor library \"" + path + "\" is missing.");
     library = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL);
     if (!library)
-        throw Failure("The editor library \"" + path + "\" cannot be loaded.");
+        throw tools::Failure("The editor library \"" + path + "\" cannot be loaded.");
     entry = reinterpret_cast<void (*)(VstIEditorConnect**)>(
         dlsym(library, "getVSTEditorConnectObject"));
     if (entry)
         return;
     dlclose(library);
-    throw Failure("\"" + path + "\" is not an editor library.");
+    throw tools::Failure("\"" + path + "\" is not an editor library.");
 }
 
 EditorLibrary::~EditorLibrary()

@@ -1,6 +1,7 @@
 #include "tools/play/FileBytes.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
+#include "tools/play/Wording.h"
 
 #include <filesystem>
 #include <fstream>
@@ -14,27 +15,22 @@ namespace {
 constexpr std::uintmax_t kLargestFile = std::uintmax_t{64} * 1024 * 1024;
 } // namespace
 
-std::string inQuotes(const std::string& text)
-{
-    return "\"" + text + "\"";
-}
-
 std::vector<char> readFileBytes(const std::string& path, const std::string& kind)
 {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     if (!std::filesystem::exists(status))
-        throw Failure("There is no file " + inQuotes(path) + ".");
+        throw tools::Failure("There is no file " + inQuotes(path) + ".");
     if (!std::filesystem::is_regular_file(status))
-        throw Failure(inQuotes(path) + " is not a file but a folder or a device.");
+        throw tools::Failure(inQuotes(path) + " is not a file but a folder or a device.");
     const auto size = std::filesystem::file_size(path, error);
     if (!error && size > kLargestFile)
-        throw Failure(inQuotes(path) + " is too large for " + kind + ".");
+        throw tools::Failure(inQuotes(path) + " is too large for " + kind + ".");
     std::ifstream stream(path, std::ios::binary);
     std::vector<char> bytes((std::istreambuf_iterator<char>(stream)),
                             std::istreambuf_iterator<char>());
     if (!stream)
-        throw Failure(inQuotes(path) + " cannot be read.");
+        throw tools::Failure(inQuotes(path) + " cannot be read.");
     return bytes;
 }
 

@@ -13,9 +13,6 @@ namespace play {
     @throws Failure when it is missing, too large, no file or cannot be read */
 std::vector<char> readFileBytes(const std::string& path, const std::string& kind);
 
-/** A path or name as a sentence shows it. */
-std::string inQuotes(const std::string& text);
-
 } // namespace play
 } // namespace Vst
 } // namespace Steinberg

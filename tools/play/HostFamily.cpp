@@ -1,6 +1,6 @@
 #include "tools/play/HostFamily.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <algorithm>
 #include <array>
@@ -55,7 +55,8 @@ HostFamily parseHostFamily(const std::string& text, bool unicode)
     const auto* row = std::find_if(kRows.begin(), kRows.end(),
                                    [&](const Row& candidate) { return word == candidate.word; });
     if (row == kRows.end())
-        throw Failure("There is no host \"" + word + "\"; play can be: " + hostFamilyWords() + ".");
+        throw tools::Failure("There is no host \"" + word +
+                             "\"; play can be: " + hostFamilyWords() + ".");
     HostFamily family{row->name,
                       "",
                       row->givesNames,
@@ -69,9 +70,9 @@ HostFamily parseHostFamily(const std::string& text, bool unicode)
     }
     const auto version = text.substr(colon + 1);
     if (!row->version)
-        throw Failure("The host \"" + word + "\" tells no version.");
+        throw tools::Failure("The host \"" + word + "\" tells no version.");
     if (version.empty() || std::isdigit(static_cast<unsigned char>(version[0])) == 0)
-        throw Failure("\"" + version + "\" is no version, which begins with a digit.");
+        throw tools::Failure("\"" + version + "\" is no version, which begins with a digit.");
     family.version = "Version " + version;
     return family;
 }

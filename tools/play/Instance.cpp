@@ -1,7 +1,7 @@
 #include "tools/play/Instance.h"
 
 #include "public.sdk/source/common/memorystream.h"
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 namespace Steinberg {
 namespace Vst {
@@ -12,9 +12,9 @@ Instance::Instance(const PlugIn& plugIn, FUnknown& hostContext, IComponentHandle
     componentPart = plugIn.factory().createInstance<IComponent>(plugIn.instrument().ID());
     processorPart = FUnknownPtr<IAudioProcessor>(componentPart);
     if (!processorPart)
-        throw Failure("The plug-in gives no audio processor.");
+        throw tools::Failure("The plug-in gives no audio processor.");
     if (componentPart->initialize(&hostContext) != kResultOk)
-        throw Failure("The plug-in's audio processor does not initialize.");
+        throw tools::Failure("The plug-in's audio processor does not initialize.");
     initializedComponent.reset(componentPart);
     makeController(plugIn, hostContext, handler);
     connect();
@@ -27,10 +27,11 @@ void Instance::makeController(const PlugIn& plugIn, FUnknown& hostContext,
     if (componentPart->getControllerClassId(controllerID) == kResultOk)
         controllerPart = plugIn.factory().createInstance<IEditController>(VST3::UID(controllerID));
     if (!controllerPart)
-        throw Failure("The plug-in gives no edit controller.");
+        throw tools::Failure("The plug-in gives no edit controller.");
     if (controllerPart->initialize(&hostContext) != kResultOk)
-        throw Failure("The plug-in's controller does not initialize: it found no editor library, "
-                      "neither from the host nor installed on this machine.");
+        throw tools::Failure(
+            "The plug-in's controller does not initialize: it found no editor library, "
+            "neither from the host nor installed on this machine.");
     initializedController.reset(controllerPart);
     controllerPart->setComponentHandler(&handler);
 }
@@ -42,7 +43,7 @@ void Instance::connect()
     if (!componentPoint || !controllerPoint ||
         componentPoint->connect(controllerPoint) != kResultOk ||
         controllerPoint->connect(componentPoint) != kResultOk)
-        throw Failure("The plug-in's two parts do not connect.");
+        throw tools::Failure("The plug-in's two parts do not connect.");
 }
 
 Instance::~Instance()
@@ -61,12 +62,12 @@ void Instance::start(int32 sampleRate, int32 blockSize)
     ProcessSetup setup{kRealtime, kSample32, blockSize, static_cast<SampleRate>(sampleRate)};
     activateBuses(true);
     if (processorPart->setupProcessing(setup) != kResultOk)
-        throw Failure("The plug-in refuses " + std::to_string(sampleRate) + " Hz with blocks of " +
-                      std::to_string(blockSize) + " samples.");
+        throw tools::Failure("The plug-in refuses " + std::to_string(sampleRate) +
+                             " Hz with blocks of " + std::to_string(blockSize) + " samples.");
     if (!data.prepare(*componentPart, blockSize, kSample32))
-        throw Failure("The plug-in's buses cannot be set up.");
+        throw tools::Failure("The plug-in's buses cannot be set up.");
     if (componentPart->setActive(true) != kResultOk)
-        throw Failure("The plug-in does not become active.");
+        throw tools::Failure("The plug-in does not become active.");
     isStarted = true;
     processorPart->setProcessing(true); // optional for a plug-in: any answer will do
 }
@@ -94,7 +95,7 @@ std::vector<char> Instance::state()
 {
     MemoryStream stream;
     if (componentPart->getState(&stream) != kResultOk)
-        throw Failure("The plug-in does not save its state.");
+        throw tools::Failure("The plug-in does not save its state.");
     return {stream.getData(), stream.getData() + stream.getSize()};
 }
 
@@ -103,7 +104,7 @@ void Instance::restore(const std::vector<char>& bytes)
     auto copy = bytes;
     MemoryStream componentStream(copy.data(), static_cast<TSize>(copy.size()));
     if (componentPart->setState(&componentStream) != kResultOk)
-        throw Failure("The plug-in refuses the state that it saved.");
+        throw tools::Failure("The plug-in refuses the state that it saved.");
     MemoryStream controllerStream(copy.data(), static_cast<TSize>(copy.size()));
     controllerPart->setComponentState(&controllerStream);
 }

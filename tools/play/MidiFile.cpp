@@ -1,7 +1,8 @@
 #include "tools/play/MidiFile.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 #include "tools/play/FileBytes.h"
+#include "tools/play/Wording.h"
 
 #include <cerrno>
 #include <cstring>
@@ -47,15 +48,16 @@ private:
 void checkHeader(const std::string& path, const Bytes& bytes)
 {
     if (bytes.empty())
-        throw Failure(inQuotes(path) + " is empty.");
+        throw tools::Failure(inQuotes(path) + " is empty.");
     if (bytes.size() < kHeaderSize || std::memcmp(bytes.data(), "MThd", 4) != 0)
-        throw Failure(inQuotes(path) + " is not a MIDI file.");
+        throw tools::Failure(inQuotes(path) + " is not a MIDI file.");
     if ((bytes[12] & 0x80) != 0)
-        throw Failure(inQuotes(path) + " counts time in film frames (SMPTE), which play does not.");
+        throw tools::Failure(inQuotes(path) +
+                             " counts time in film frames (SMPTE), which play does not.");
     if (bytes[8] == 0 && bytes[9] == 2)
-        throw Failure(inQuotes(path) +
-                      " holds independent patterns (format 2), which play does not "
-                      "play.");
+        throw tools::Failure(inQuotes(path) +
+                             " holds independent patterns (format 2), which play does not "
+                             "play.");
 }
 
 smf_t* load(const Bytes& bytes)
@@ -69,7 +71,8 @@ bool loadsSafely(const Bytes& bytes)
 {
     const auto child = fork();
     if (child < 0)
-        throw Failure(std::string("No process could be started: ") + std::strerror(errno) + ".");
+        throw tools::Failure(std::string("No process could be started: ") + std::strerror(errno) +
+                             ".");
     if (child == 0) {
         const rlimit noCore{0, 0};
         setrlimit(RLIMIT_CORE, &noCore);
@@ -94,7 +97,7 @@ MidiFile readMidiFile(const std::string& path)
     const LibraryLog log;
     MidiFile file(loadsSafely(bytes) ? load(bytes) : nullptr);
     if (!file || file->ppqn <= 0)
-        throw Failure(inQuotes(path) + " is a damaged MIDI file.");
+        throw tools::Failure(inQuotes(path) + " is a damaged MIDI file.");
     return file;
 }
 
@@ -102,7 +105,7 @@ void writeMidiFile(smf_t& file, const std::string& path)
 {
     const LibraryLog log;
     if (smf_save(&file, path.c_str()) != 0)
-        throw Failure("The MIDI file " + inQuotes(path) + " cannot be written.");
+        throw tools::Failure("The MIDI file " + inQuotes(path) + " cannot be written.");
 }
 
 } // namespace play

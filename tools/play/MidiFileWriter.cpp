@@ -1,6 +1,6 @@
 #include "tools/play/MidiFileWriter.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <algorithm>
 
@@ -27,7 +27,7 @@ void append(smf_track_t& track, int64 sample, const uint8* bytes, int length)
     auto* copy = const_cast<uint8*>(bytes); // libsmf copies it
     auto* event = smf_event_new_from_pointer(copy, length);
     if (!event)
-        throw Failure("The MIDI file cannot be put together.");
+        throw tools::Failure("The MIDI file cannot be put together.");
     smf_track_add_event_pulses(&track, event, static_cast<int>(sample));
 }
 
@@ -77,7 +77,7 @@ void MidiFileWriter::write(const std::string& path) const
     const MidiFile file(smf_new());
     auto* track = file ? smf_track_new() : nullptr;
     if (!track || smf_set_ppqn(file.get(), pulsesPerQuarterNote) != 0)
-        throw Failure("The MIDI file cannot be put together.");
+        throw tools::Failure("The MIDI file cannot be put together.");
     smf_add_track(file.get(), track);
     writeTempo(*track);
     for (const auto& message : sorted)
@@ -85,7 +85,7 @@ void MidiFileWriter::write(const std::string& path) const
     const auto last = sorted.empty() ? 0 : sorted.back().sample;
     const auto end = static_cast<int>(last + sampleRate + sampleRate / 2);
     if (smf_track_add_eot_pulses(track, end) != 0)
-        throw Failure("The MIDI file cannot be put together.");
+        throw tools::Failure("The MIDI file cannot be put together.");
     writeMidiFile(*file, path);
 }
 

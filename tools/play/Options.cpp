@@ -1,5 +1,6 @@
 #include "tools/play/Options.h"
 
+#include "tools/common/Program.h"
 #include "tools/play/EditorLibrary.h"
 #include "tools/play/HostFamily.h"
 
@@ -137,7 +138,7 @@ Options parseOptions(int argc, const char* const* argv)
             !options.wantsTracks())
             throw CLI::RequiredError("song.mid");
     } catch (const CLI::ParseError& error) {
-        throw CommandLineExit{app.exit(error)};
+        throw tools::CommandLineExit{app.exit(error)};
     }
     return options;
 }

@@ -39,13 +39,8 @@ struct Options {
     bool wantsTracks() const { return !tracks.empty(); }
 };
 
-/** Thrown instead of options when the command line ends the program by itself. */
-struct CommandLineExit {
-    int status;
-};
-
 /** Reads the command line; help and complaints go to the standard streams.
-    @throws CommandLineExit after --help, or for a command line that does not make sense */
+    @throws tools::CommandLineExit after --help, or for a command line that does not make sense */
 Options parseOptions(int argc, const char* const* argv);
 
 } // namespace play

@@ -1,9 +1,9 @@
 #include "tools/play/ParameterList.h"
 
 #include "pluginterfaces/vst/ivstunits.h"
-#include "tools/play/Columns.h"
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 #include "tools/play/HostString.h"
+#include "tools/play/Wording.h"
 
 #include <algorithm>
 #include <iomanip>
@@ -63,8 +63,8 @@ const ParameterList::Parameter& ParameterList::find(const std::string& title) co
         std::find_if(allParameters.begin(), allParameters.end(),
                      [&](const Parameter& parameter) { return parameter.title == title; });
     if (found == allParameters.end() || title.empty())
-        throw Failure("The plug-in has no parameter \"" + title +
-                      "\"; --list-parameters shows all of them.");
+        throw tools::Failure("The plug-in has no parameter \"" + title +
+                             "\"; --list-parameters shows all of them.");
     return *found;
 }
 

@@ -1,7 +1,7 @@
 #include "tools/play/PlugIn.h"
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -16,13 +16,13 @@ VST3::Hosting::Module::Ptr load(const std::string& bundlePath)
 {
     std::error_code error;
     if (!std::filesystem::is_directory(bundlePath, error))
-        throw Failure("There is no plug-in bundle \"" + bundlePath + "\".");
+        throw tools::Failure("There is no plug-in bundle \"" + bundlePath + "\".");
     std::string reason;
     auto module = VST3::Hosting::Module::create(bundlePath, reason);
     if (module)
         return module;
     std::replace(reason.begin(), reason.end(), '\n', ' ');
-    throw Failure("The plug-in \"" + bundlePath + "\" cannot be loaded: " + reason + ".");
+    throw tools::Failure("The plug-in \"" + bundlePath + "\" cannot be loaded: " + reason + ".");
 }
 
 } // namespace
@@ -36,7 +36,7 @@ PlugIn::PlugIn(const std::string& bundlePath, FUnknown& hostContext)
         return info.category() == kVstAudioEffectClass;
     });
     if (found == classes.end())
-        throw Failure("\"" + bundlePath + "\" has no audio class.");
+        throw tools::Failure("\"" + bundlePath + "\" has no audio class.");
     audioClass = *found;
 }
 

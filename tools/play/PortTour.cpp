@@ -1,7 +1,7 @@
 #include "tools/play/PortTour.h"
+#include "tools/play/Wording.h"
 
-#include "tools/play/Failure.h"
-#include "tools/play/FileBytes.h"
+#include "tools/common/Failure.h"
 
 namespace Steinberg {
 namespace Vst {
@@ -19,9 +19,9 @@ std::vector<std::string> fourIDs(const std::string& list)
             ids.back() += character;
     }
     if (ids.size() != PortHandler::kChannels)
-        throw Failure(inQuotes(list) +
-                      " does not name four audio ports with commas between them, of "
-                      "which each may be left out.");
+        throw tools::Failure(inQuotes(list) +
+                             " does not name four audio ports with commas between them, of "
+                             "which each may be left out.");
     return ids;
 }
 

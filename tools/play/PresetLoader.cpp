@@ -1,7 +1,7 @@
 #include "tools/play/PresetLoader.h"
 
 #include "public.sdk/source/vst/vstpresetfile.h"
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <filesystem>
 
@@ -13,19 +13,19 @@ void loadPreset(const std::string& path, const PlugIn& plugIn, Instance& instanc
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error))
-        throw Failure("There is no preset file \"" + path + "\".");
+        throw tools::Failure("There is no preset file \"" + path + "\".");
     const auto stream = owned(FileStream::open(path.c_str(), "rb"));
     if (!stream)
-        throw Failure("The preset \"" + path + "\" cannot be read.");
+        throw tools::Failure("The preset \"" + path + "\" cannot be read.");
     PresetFile file(stream);
     if (!file.readChunkList())
-        throw Failure("\"" + path + "\" is not a VST 3 preset.");
+        throw tools::Failure("\"" + path + "\" is not a VST 3 preset.");
     const auto classID = FUID::fromTUID(plugIn.instrument().ID().data());
     if (file.getClassID() != classID)
-        throw Failure("\"" + path + "\" is a preset of another plug-in.");
+        throw tools::Failure("\"" + path + "\" is a preset of another plug-in.");
     stream->seek(0, IBStream::kIBSeekSet, nullptr);
     if (!PresetFile::loadPreset(stream, classID, &instance.component(), &instance.controller()))
-        throw Failure("The plug-in refuses the preset \"" + path + "\".");
+        throw tools::Failure("The plug-in refuses the preset \"" + path + "\".");
 }
 
 } // namespace play

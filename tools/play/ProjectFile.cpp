@@ -1,7 +1,8 @@
 #include "tools/play/ProjectFile.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 #include "tools/play/FileBytes.h"
+#include "tools/play/Wording.h"
 
 #include <algorithm>
 #include <array>
@@ -60,7 +61,7 @@ public:
 
     [[noreturn]] void fail(const std::string& what) const
     {
-        throw Failure(where + " " + what + ".");
+        throw tools::Failure(where + " " + what + ".");
     }
 
     bool has(const char* key) const { return json.contains(key); }
@@ -191,8 +192,8 @@ Json parse(const Text& text, const std::string& fileName)
         const auto read = std::min<size_t>(error.byte, text.size());
         const auto lines =
             std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(read), '\n');
-        throw Failure(fileName + " is not JSON; the fault shows in line " +
-                      std::to_string(lines + 1) + ".");
+        throw tools::Failure(fileName + " is not JSON; the fault shows in line " +
+                             std::to_string(lines + 1) + ".");
     }
 }
 

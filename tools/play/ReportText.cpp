@@ -1,5 +1,5 @@
-#include "tools/play/ProgressBar.h"
 #include "tools/play/Report.h"
+#include "tools/play/Wording.h"
 
 #include <cstdio>
 #include <sstream>

@@ -1,15 +1,16 @@
 #include "tools/play/Session.h"
 
+#include "tools/common/Failure.h"
+#include "tools/common/ProgressBar.h"
 #include "tools/play/AudioRenderer.h"
-#include "tools/play/Failure.h"
 #include "tools/play/HostString.h"
 #include "tools/play/MidiFileWriter.h"
 #include "tools/play/PortTour.h"
 #include "tools/play/PresetArrival.h"
 #include "tools/play/PresetLoader.h"
-#include "tools/play/ProgressBar.h"
 #include "tools/play/Simulator.h"
 #include "tools/play/TrackTour.h"
+#include "tools/play/Wording.h"
 
 #include <filesystem>
 #include <unistd.h>
@@ -72,8 +73,8 @@ SimulatorControl& Session::simulatorTo(const std::string& deed) const
 {
     if (simulator)
         return *simulator;
-    throw Failure("Only the simulated editor library has a user who can " + deed +
-                  ", and it is not what the plug-in loaded.");
+    throw tools::Failure("Only the simulated editor library has a user who can " + deed +
+                         ", and it is not what the plug-in loaded.");
 }
 
 PortsReport Session::ports()
@@ -95,7 +96,7 @@ StudioReport Session::studio()
     if (!options.wantsTracks())
         return report;
     if (!host.studio())
-        throw Failure("The host shows its tracks to no plug-in: " + report.host + ".");
+        throw tools::Failure("The host shows its tracks to no plug-in: " + report.host + ".");
     report.tracks = TrackTour(*host.studio(), simulatorTo("pick parts")).run(options.select);
     return report;
 }
@@ -105,7 +106,7 @@ void Session::prepareControl()
     for (const auto& title : options.automate) {
         const auto& parameter = list.find(title);
         if (!parameter.canAutomate())
-            throw Failure("The parameter \"" + title + "\" cannot be automated.");
+            throw tools::Failure("The parameter \"" + title + "\" cannot be automated.");
         automations.emplace_back(instance.controller(), parameter.id);
     }
     for (const auto& title : options.userTurns)
@@ -153,7 +154,7 @@ void Session::playSong(const Song& song, Report& report, std::ostream* terminal)
     report.settings = {options.sampleRate, options.blockSize, options.realtime};
     instance.start(options.sampleRate, options.blockSize);
     describe(report);
-    ProgressBar bar(terminal);
+    tools::ProgressBar bar(terminal);
     Player player(instance.processor(), instance.processData(), song, report.settings);
     report.played = player.run(
         [&](int64 position, int64 length, double blockSeconds, ParameterChanges& changes) {
@@ -163,7 +164,8 @@ void Session::playSong(const Song& song, Report& report, std::ostream* terminal)
             for (auto& turn : turns)
                 turn.play(seconds);
             host.runLoop().advance(blockSeconds);
-            bar.show(seconds, static_cast<double>(length) / options.sampleRate);
+            const auto all = static_cast<double>(length) / options.sampleRate;
+            bar.show(seconds, all, minutesOf(seconds, all));
         });
     instance.stop();
 }

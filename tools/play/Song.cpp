@@ -1,6 +1,6 @@
 #include "tools/play/Song.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -42,9 +42,9 @@ Song::Song(const std::string& path, MidiFile file)
     readTempo(*file);
     readEvents(*file);
     if (noteEvents.empty())
-        throw Failure("\"" + path + "\" has no notes to play.");
+        throw tools::Failure("\"" + path + "\" has no notes to play.");
     if (tempoMap.secondsAt(length) >= kLongestSongInSeconds)
-        throw Failure("\"" + path + "\" lasts longer than three hours.");
+        throw tools::Failure("\"" + path + "\" lasts longer than three hours.");
 }
 
 void Song::readTempo(smf_t& file)
@@ -64,7 +64,7 @@ void Song::readEvents(smf_t& file)
 void Song::readEvent(const smf_event_t& event)
 {
     if (event.time_pulses < 0)
-        throw Failure("\"" + fileName + "\" is a damaged MIDI file.");
+        throw tools::Failure("\"" + fileName + "\" is a damaged MIDI file.");
     length = std::max<int64>(length, event.time_pulses);
     if (event.midi_buffer_length < 2)
         return;

@@ -1,6 +1,5 @@
-#include "tools/play/Columns.h"
-#include "tools/play/FileBytes.h"
 #include "tools/play/StudioReport.h"
+#include "tools/play/Wording.h"
 
 #include <algorithm>
 #include <sstream>

@@ -1,6 +1,6 @@
 #include "tools/play/TrackTour.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <numeric>
 #include <utility>
@@ -18,8 +18,8 @@ TracksReport TrackTour::run(std::vector<int> tracks)
     const auto count = static_cast<int>(studio.project().tracks.size());
     for (const auto track : tracks)
         if (track < 1 || track > count)
-            throw Failure("There is no track " + std::to_string(track) + "; the project has " +
-                          std::to_string(count) + ".");
+            throw tools::Failure("There is no track " + std::to_string(track) +
+                                 "; the project has " + std::to_string(count) + ".");
     if (tracks.empty()) {
         tracks.resize(static_cast<size_t>(count));
         std::iota(tracks.begin(), tracks.end(), 1);

@@ -1,6 +1,6 @@
 #include "tools/play/WavFile.h"
 
-#include "tools/play/Failure.h"
+#include "tools/common/Failure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -73,8 +73,8 @@ WavMeasures measureWavFile(const std::string& path)
     std::ifstream stream(path, std::ios::binary);
     const Bytes bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
     if (!stream)
-        throw Failure("The audio file \"" + path + "\" cannot be read.");
-    const Failure noWave("\"" + path + "\" is not a WAVE file with 16-bit samples.");
+        throw tools::Failure("The audio file \"" + path + "\" cannot be read.");
+    const tools::Failure noWave("\"" + path + "\" is not a WAVE file with 16-bit samples.");
     if (bytes.size() < kRiffHeader || std::memcmp(bytes.data(), "RIFF", 4) != 0 ||
         std::memcmp(&bytes[8], "WAVE", 4) != 0)
         throw noWave;

@@ -1,5 +1,5 @@
 // play: plays a MIDI file through the plug-in, as a host would.
-#include "tools/play/Failure.h"
+#include "tools/common/Program.h"
 #include "tools/play/Session.h"
 
 #include <iostream>
@@ -9,8 +9,9 @@ namespace {
 
 using namespace Steinberg::Vst::play;
 
-int run(const Options& options)
+int run(int argc, char** argv)
 {
+    const auto options = parseOptions(argc, argv);
     Session session(options);
     if (options.listParameters)
         session.parameters().print(std::cout);
@@ -33,14 +34,5 @@ int run(const Options& options)
 
 int main(int argc, char** argv)
 {
-    try {
-        return run(parseOptions(argc, argv));
-    } catch (const CommandLineExit& exit) {
-        return exit.status;
-    } catch (const std::exception& error) {
-        std::cerr << "play: " << error.what() << '\n';
-    } catch (...) {
-        std::cerr << "play: something went wrong that has no name.\n";
-    }
-    return 1;
+    return Steinberg::Vst::tools::runProgram("play", run, argc, argv);
 }

@@ -1,12 +1,13 @@
-#include "tools/play/ProgressBar.h"
+#include "tools/common/ProgressBar.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <ostream>
+#include <utility>
 
 namespace Steinberg {
 namespace Vst {
-namespace play {
+namespace tools {
 
 namespace {
 constexpr int kWidth = 40;
@@ -14,39 +15,37 @@ constexpr int kWidth = 40;
 
 ProgressBar::~ProgressBar()
 {
-    if (!shown.empty())
-        *stream << '\r' << std::string(shown.size(), ' ') << '\r' << std::flush;
+    wipe();
 }
 
-void ProgressBar::show(double done, double all)
+void ProgressBar::show(double done, double all, const std::string& remark)
 {
     if (!stream)
         return;
-    auto text = line(done, all);
+    auto text = line(done, all, remark);
     if (text == shown)
         return;
     *stream << '\r' << text << std::flush;
     shown = std::move(text);
 }
 
-std::string ProgressBar::line(double done, double all)
+void ProgressBar::wipe()
+{
+    if (!shown.empty())
+        *stream << '\r' << std::string(shown.size(), ' ') << '\r' << std::flush;
+    shown.clear();
+}
+
+std::string ProgressBar::line(double done, double all, const std::string& remark)
 {
     const auto part = all > 0 ? std::clamp(done / all, 0.0, 1.0) : 1.0;
     const auto filled = static_cast<size_t>(part * kWidth);
     char percent[16];
     std::snprintf(percent, sizeof(percent), "%3d %%", static_cast<int>(part * 100));
     return "[" + std::string(filled, '#') + std::string(kWidth - filled, ' ') + "] " + percent +
-           "  " + minutes(std::min(done, all)) + " of " + minutes(all);
+           (remark.empty() ? "" : "  ") + remark;
 }
 
-std::string minutes(double seconds)
-{
-    const auto whole = static_cast<long long>(seconds);
-    char text[32];
-    std::snprintf(text, sizeof(text), "%lld:%02lld", whole / 60, whole % 60);
-    return text;
-}
-
-} // namespace play
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg

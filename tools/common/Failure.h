@@ -5,15 +5,15 @@
 
 namespace Steinberg {
 namespace Vst {
-namespace play {
+namespace tools {
 
-/** what() is one whole sentence for the user. Thrown anywhere in play, printed once by main, after
-    which the program ends with a status other than 0. */
+/** what() is one whole sentence for the user. Thrown anywhere in a tool, printed once by
+   runProgram, after which the program ends with a status other than 0. */
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-} // namespace play
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg

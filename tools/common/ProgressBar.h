@@ -6,7 +6,7 @@
 
 namespace Steinberg {
 namespace Vst {
-namespace play {
+namespace tools {
 
 /** Draws over its own line; writes only when the picture changes, and wipes the line at its end. */
 class ProgressBar {
@@ -20,20 +20,20 @@ public:
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    /** @param done, all in seconds of the song */
-    void show(double done, double all);
+    /** @param done, all in any one unit; with nothing to do it is all done
+        @param remark shown behind the bar */
+    void show(double done, double all, const std::string& remark = {});
+    /** Takes the line away until the next show, for a text of somebody else's. */
+    void wipe();
 
-    /** The line for a state: "[#####     ]  50 %  1:00 of 2:00". */
-    static std::string line(double done, double all);
+    /** The line for a state: "[#####     ]  50 %  and a remark". */
+    static std::string line(double done, double all, const std::string& remark = {});
 
 private:
     std::ostream* stream;
     std::string shown;
 };
 
-/** Seconds as minutes and seconds: "2:05". */
-std::string minutes(double seconds);
-
-} // namespace play
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg

@@ -1,0 +1,19 @@
+// Program: how a command-line tool runs and ends.
+#pragma once
+
+namespace Steinberg {
+namespace Vst {
+namespace tools {
+
+/** Thrown where the command line ends the program by itself: it was answered or refused already. */
+struct CommandLineExit {
+    int status;
+};
+
+/** What main does: runs the tool and gives its exit status. Whatever else than CommandLineExit
+   leaves run becomes one line on the standard error stream, "NAME: the reason", and status 1. */
+int runProgram(const char* name, int (*run)(int argc, char** argv), int argc, char** argv) noexcept;
+
+} // namespace tools
+} // namespace Vst
+} // namespace Steinberg
