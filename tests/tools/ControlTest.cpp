@@ -2,9 +2,9 @@
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
 #include "tools/common/Failure.h"
-#include "tools/play/Automation.h"
-#include "tools/play/EditSummary.h"
-#include "tools/play/ParameterList.h"
+#include "tools/play/music/Automation.h"
+#include "tools/play/output/EditSummary.h"
+#include "tools/play/plugin/ParameterList.h"
 
 #include <gmock/gmock.h>
 #include <sstream>

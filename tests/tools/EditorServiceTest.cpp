@@ -1,11 +1,11 @@
 // The service that lends a plug-in the host's editor library, with the simulator as that library.
-#include "tools/play/EditorService.h"
+#include "tools/play/host/EditorService.h"
 #include "editorlib/FComponentPtr.h"
 #include "editorlib/IExternalPlugin.h"
 #include "tests/tools/ScratchFolder.h"
 #include "tools/common/Failure.h"
-#include "tools/play/HostContext.h"
-#include "tools/play/Simulator.h"
+#include "tools/play/host/HostContext.h"
+#include "tools/play/user/Simulator.h"
 
 #include <gmock/gmock.h>
 

@@ -4,9 +4,9 @@
 #include "hostapi/IHostApplicationW.h"
 #include "pluginterfaces/vst/ivstmessage.h"
 #include "tools/common/Failure.h"
-#include "tools/play/HostContext.h"
-#include "tools/play/HostString.h"
-#include "tools/play/RunLoop.h"
+#include "tools/play/host/HostContext.h"
+#include "tools/play/host/HostString.h"
+#include "tools/play/host/RunLoop.h"
 
 #include <cstring>
 #include <gmock/gmock.h>

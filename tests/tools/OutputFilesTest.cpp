@@ -2,9 +2,9 @@
 #include "tests/tools/MidiBytes.h"
 #include "tests/tools/ScratchFolder.h"
 #include "tools/common/Failure.h"
-#include "tools/play/AudioRenderer.h"
-#include "tools/play/MidiFileWriter.h"
-#include "tools/play/Song.h"
+#include "tools/play/music/Song.h"
+#include "tools/play/output/AudioRenderer.h"
+#include "tools/play/output/MidiFileWriter.h"
 
 #include <cmath>
 #include <filesystem>

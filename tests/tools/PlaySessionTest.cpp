@@ -1,8 +1,8 @@
 // The built program, the built plug-in and the simulated editor library together.
 #include "tests/tools/MidiBytes.h"
 #include "tests/tools/PlayProgram.h"
-#include "tools/play/Song.h"
-#include "tools/play/WavFile.h"
+#include "tools/play/music/Song.h"
+#include "tools/play/output/WavFile.h"
 
 #include <chrono>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "tools/play/Player.h"
+#include "tools/play/music/Player.h"
 #include "tests/tools/MidiBytes.h"
 #include "tests/tools/RecordingProcessor.h"
 #include "tests/tools/ScratchFolder.h"

@@ -1,4 +1,4 @@
-#include "tools/play/Report.h"
+#include "tools/play/output/Report.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>

@@ -1,4 +1,4 @@
-#include "tools/play/Song.h"
+#include "tools/play/music/Song.h"
 #include "tests/tools/MidiBytes.h"
 #include "tests/tools/ScratchFolder.h"
 #include "tools/common/Failure.h"

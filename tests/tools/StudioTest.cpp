@@ -1,7 +1,7 @@
 // The ports and devices of play's host, as a plug-in sees them.
-#include "tools/play/Studio.h"
+#include "tools/play/studio/Studio.h"
 #include "hostapi/IConnector.h"
-#include "tools/play/ComponentHandler.h"
+#include "tools/play/host/ComponentHandler.h"
 
 #include <cstring>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "tools/play/TempoMap.h"
+#include "tools/play/music/TempoMap.h"
 
 #include <gtest/gtest.h>
 

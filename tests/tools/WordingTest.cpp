@@ -1,4 +1,4 @@
-#include "tools/play/Wording.h"
+#include "tools/play/basics/Wording.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "tools/play/Host.h"
 
 #include "hostapi/IExternalEffectUsingSKI.h"
-#include "tools/play/ProjectFile.h"
+#include "tools/play/studio/ProjectFile.h"
 
 namespace Steinberg {
 namespace Vst {

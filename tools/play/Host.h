@@ -1,11 +1,11 @@
 // Host: the whole host that play pretends to be.
 #pragma once
 
-#include "tools/play/ComponentHandler.h"
-#include "tools/play/EditorService.h"
-#include "tools/play/HostContext.h"
+#include "tools/play/host/ComponentHandler.h"
+#include "tools/play/host/EditorService.h"
+#include "tools/play/host/HostContext.h"
 #include "tools/play/Options.h"
-#include "tools/play/Studio.h"
+#include "tools/play/studio/Studio.h"
 
 #include <memory>
 #include <string>

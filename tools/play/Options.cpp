@@ -1,8 +1,8 @@
 #include "tools/play/Options.h"
 
 #include "tools/common/Program.h"
-#include "tools/play/EditorLibrary.h"
-#include "tools/play/HostFamily.h"
+#include "tools/play/host/EditorLibrary.h"
+#include "tools/play/host/HostFamily.h"
 
 #include <CLI/CLI.hpp>
 #include <filesystem>

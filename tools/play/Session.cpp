@@ -2,15 +2,15 @@
 
 #include "tools/common/Failure.h"
 #include "tools/common/ProgressBar.h"
-#include "tools/play/AudioRenderer.h"
-#include "tools/play/HostString.h"
-#include "tools/play/MidiFileWriter.h"
-#include "tools/play/PortTour.h"
-#include "tools/play/PresetArrival.h"
-#include "tools/play/PresetLoader.h"
-#include "tools/play/Simulator.h"
-#include "tools/play/TrackTour.h"
-#include "tools/play/Wording.h"
+#include "tools/play/basics/Wording.h"
+#include "tools/play/host/HostString.h"
+#include "tools/play/output/AudioRenderer.h"
+#include "tools/play/output/MidiFileWriter.h"
+#include "tools/play/plugin/PresetLoader.h"
+#include "tools/play/user/PortTour.h"
+#include "tools/play/user/PresetArrival.h"
+#include "tools/play/user/Simulator.h"
+#include "tools/play/user/TrackTour.h"
 
 #include <filesystem>
 #include <unistd.h>

@@ -1,14 +1,14 @@
 // Session: one run of play, from the command line's wishes to the report.
 #pragma once
 
-#include "tools/play/Automation.h"
-#include "tools/play/BankStore.h"
 #include "tools/play/Host.h"
-#include "tools/play/Instance.h"
+#include "tools/play/music/Automation.h"
 #include "tools/play/Options.h"
-#include "tools/play/ParameterList.h"
-#include "tools/play/Report.h"
-#include "tools/play/UserTurns.h"
+#include "tools/play/output/Report.h"
+#include "tools/play/plugin/Instance.h"
+#include "tools/play/plugin/ParameterList.h"
+#include "tools/play/user/BankStore.h"
+#include "tools/play/user/UserTurns.h"
 
 #include <iosfwd>
 #include <vector>

@@ -1,0 +1,84 @@
+#include "tools/play/host/HostContext.h"
+
+#include "public.sdk/source/vst/utility/stringconvert.h"
+#include "tools/play/host/HostTexts.h"
+
+#include <algorithm>
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+namespace {
+
+using Offers = std::vector<std::pair<FUID, IPtr<FUnknown>>>;
+
+/** queryInterface on the first object that was offered under iid. */
+tresult answer(const Offers& offers, const TUID iid, void** obj)
+{
+    const auto found = std::find_if(offers.begin(), offers.end(), [&](const auto& offer) {
+        return FUnknownPrivate::iidEqual(iid, offer.first);
+    });
+    return found == offers.end() ? kNoInterface : found->second->queryInterface(iid, obj);
+}
+
+} // namespace
+
+void HostClasses::offer(const TUID wanted, const IPtr<FUnknown>& object)
+{
+    objects.emplace_back(FUID::fromTUID(wanted), object);
+}
+
+tresult PLUGIN_API HostClasses::getHostInterface(const TUID wanted, void** obj)
+{
+    if (!obj)
+        return kInvalidArgument;
+    for (const auto& [offered, make] : makers)
+        if (FUnknownPrivate::iidEqual(wanted, offered))
+            return make()->queryInterface(wanted, obj);
+    return answer(objects, wanted, obj);
+}
+
+void HostClasses::offerNew(const TUID wanted, std::function<IPtr<FUnknown>()> make)
+{
+    makers.emplace_back(FUID::fromTUID(wanted), std::move(make));
+}
+
+HostContext::HostContext(const HostFamily& family, const IPtr<RunLoop>& runLoop)
+: name(family.name)
+{
+    add(Linux::IRunLoop::iid, runLoop);
+    const auto texts = owned(family.givesNames ? new HostTexts(family) : nullptr);
+    const auto mark = owned(family.isOlder ? new OlderHostMark : nullptr);
+    add(IHostApplicationW::iid, texts);
+    add(IHostApplicationA::iid, mark);
+}
+
+void HostContext::offerExtension(const IPtr<HostClasses>& hostClasses)
+{
+    add(IHostClasses::iid, hostClasses);
+}
+
+void HostContext::add(const FUID& offered, FUnknown* object)
+{
+    if (object)
+        offers.emplace_back(offered, object);
+}
+
+tresult PLUGIN_API HostContext::getName(String128 text)
+{
+    return VST3::StringConvert::convert(name, text) ? kResultOk : kInternalError;
+}
+
+tresult PLUGIN_API HostContext::queryInterface(const TUID wanted, void** obj)
+{
+    if (!obj)
+        return kInvalidArgument;
+    if (answer(offers, wanted, obj) == kResultOk)
+        return kResultOk;
+    return HostApplication::queryInterface(wanted, obj);
+}
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg

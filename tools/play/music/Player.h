@@ -1,0 +1,84 @@
+// Player: sends a song through a plug-in, block by block.
+#pragma once
+
+#include "pluginterfaces/vst/ivstaudioprocessor.h"
+#include "public.sdk/source/vst/hosting/eventlist.h"
+#include "public.sdk/source/vst/hosting/parameterchanges.h"
+#include "tools/play/music/Song.h"
+
+#include <functional>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+/** A note that left the plug-in. */
+struct OutgoingNote {
+    int64 sample;   ///< from the song's start
+    uint8 channel;  ///< 0 to 15
+    uint8 pitch;    ///< 0 to 127
+    uint8 velocity; ///< 0 to 127; 0 is a note-off
+};
+
+struct PlayResult {
+    NoteCounts sent;
+    NoteCounts left;
+    std::vector<OutgoingNote> outgoing; ///< in the order in which they left
+    int64 samples = 0;
+    int64 blocks = 0;
+    int64 crowdedBlocks = 0;   ///< blocks with more notes than the plug-in's queue holds
+    int64 otherOutgoing = 0;   ///< outgoing events that are no notes
+    double longestProcess = 0; ///< seconds
+    double allProcess = 0;     ///< seconds
+};
+
+class Player {
+public:
+    struct Settings {
+        int32 sampleRate = 44100; ///< Hz
+        int32 blockSize = 512;    ///< samples
+        bool realtime = false;    ///< wait for the clock; else as fast as possible
+    };
+
+    /** What the song's host does between two blocks, on the main thread.
+        @param position, length in samples
+        @param blockSeconds length of the block that follows
+        @param changes parameter changes that go with that block */
+    using BetweenBlocks = std::function<void(int64 position, int64 length, double blockSeconds,
+                                             ParameterChanges& changes)>;
+
+    /** The largest number of events that the plug-in's outgoing queue holds. */
+    static constexpr int64 kPlugInQueue = 100;
+
+    /** @param data process data with the plug-in's buffers; events, parameter changes, context and
+        sample count are set for each block
+        All borrowed; they outlive this object. */
+    Player(IAudioProcessor& processor, ProcessData& data, const Song& song,
+           const Settings& settings);
+
+    /** Plays the whole song and half a second more, in which late events leave. */
+    PlayResult run(const BetweenBlocks& betweenBlocks = {});
+
+private:
+    void sendNotes(int64 start, int32 count);
+    void send(const NoteEvent& note, int32 offset);
+    void processBlock(int64 start, int32 count);
+    void takeOutgoing(int64 start);
+    int32 mostNotesInABlock() const;
+
+    IAudioProcessor& processor;
+    ProcessData& data;
+    const Song& song;
+    Settings settings;
+    ProcessContext context{};
+    EventList input;
+    EventList output;
+    ParameterChanges changes;
+    size_t next = 0;
+    PlayResult result;
+};
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,81 @@
+// Report: what play found out, for people and for machines.
+#pragma once
+
+#include "tools/play/music/Player.h"
+#include "tools/play/output/EditSummary.h"
+#include "tools/play/output/StudioReport.h"
+#include "tools/play/output/WavFile.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+struct Report {
+    struct Bus {
+        std::string name;
+        bool isAudio;
+        bool isOutput;
+        int32 channels;
+    };
+    struct AutomatedParameter {
+        std::string title;
+        int64 points; ///< sent to the processor, one a block
+    };
+    struct LoadedPreset {
+        std::string file;
+        std::string reached;    ///< "voice 17 of bank 3"; empty when the library does not tell
+        std::vector<char> data; ///< the bytes of a user bank that reached it; empty for a voice
+    };
+    /** A user bank that the plug-in stored. */
+    struct StoredBank {
+        int32 bank;
+        int32 number;
+        std::string file;
+    };
+    /** What the editor library says that it got; only the simulator tells. */
+    struct LibrarySide {
+        int32 hostType; ///< 0 a host of the Cubase family, 1 stand-alone, 2 another
+        NoteCounts received;
+        int64 automation;
+    };
+
+    std::string plugIn; ///< name and version
+    std::string vendor;
+    std::string host;
+    std::string binding;
+    std::vector<Bus> buses;
+    uint32 latency = 0; ///< samples
+    std::string song;
+    Player::Settings settings;
+    PlayResult played;
+    std::optional<LibrarySide> library;
+    size_t stateSize = 0;       ///< bytes
+    bool stateCameBack = false; ///< a second instance saved the same bytes after restoring them
+    int64 timerTicks = 0;
+    std::vector<AutomatedParameter> automated;
+    std::vector<EditSummary> turned;
+    std::optional<LoadedPreset> preset;
+    std::vector<StoredBank> stored;
+    std::string midiFile;  ///< empty: none was written
+    std::string audioFile; ///< empty: none was rendered
+    WavMeasures audio;
+    StudioReport studio; ///< what was done before the song; a report of its own for people
+    size_t copiedProgramChanges = 0; ///< of the song, in the audio only
+};
+
+/** The report for a musician, several lines. */
+std::string textOf(const Report& report);
+
+/** The report as one JSON object. */
+std::string jsonOf(const Report& report);
+
+/** A number with a comma at each thousand. */
+std::string grouped(int64 number);
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,51 @@
+// HostValue: one observable value of a device of play's host.
+#pragma once
+
+#include "hostapi/IValue.h"
+#include "pluginterfaces/base/iupdatehandler.h"
+#include "tools/play/host/HostText.h"
+#include "tools/play/studio/TreeObject.h"
+
+namespace Steinberg {
+namespace Vst {
+namespace play {
+
+/** A number and a text. [host main thread] */
+class HostValue final : public TreeObject<IValue> {
+public:
+    /** @param updateHandler told of changes; borrowed, outlives this object */
+    HostValue(const std::string& textOfValue, int32 numberOfValue, bool isUnicode,
+              IUpdateHandler& updateHandler);
+
+    /** How often setInteger was called. */
+    int64 timesSet() const { return sets; }
+
+    int32 PLUGIN_API getInteger() override { return number; }
+    void PLUGIN_API getString(char16* buffer, int32* size) override { text.copyTo(buffer, size); }
+    void PLUGIN_API setInteger(int32 newNumber, bool notify) override;
+
+    void PLUGIN_API reserved3() override {}
+    void PLUGIN_API reserved4() override {}
+    void PLUGIN_API reserved6() override {}
+    void PLUGIN_API reserved7() override {}
+    void PLUGIN_API reserved8() override {}
+    void PLUGIN_API reserved9() override {}
+    void PLUGIN_API reserved10() override {}
+    void PLUGIN_API reserved11() override {}
+    void PLUGIN_API reserved12() override {}
+    void PLUGIN_API reserved13() override {}
+    void PLUGIN_API reserved14() override {}
+    void PLUGIN_API reserved15() override {}
+    void PLUGIN_API reserved16() override {}
+    void PLUGIN_API reserved18() override {}
+
+private:
+    HostText text;
+    int32 number;
+    int64 sets = 0;
+    IUpdateHandler& updates;
+};
+
+} // namespace play
+} // namespace Vst
+} // namespace Steinberg
