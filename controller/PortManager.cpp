@@ -11,6 +11,7 @@
 #include "hostapi/IPortRegistry.h"
 #include "support/CharacterConvert.h"
 #include "support/DAWInfo.h"
+#include "support/HostKind.h"
 
 #include <algorithm>
 
@@ -35,7 +36,6 @@ constexpr size_t kChannels = 4;
 constexpr int64 kLeftAndRight = 3;
 constexpr int32 kNothingRemoved = 1;
 constexpr int32 kFirstStart = 1;
-constexpr int32 kStandaloneHost = 1;
 
 IPtr<IPortRegistry> portRegistry(const ControllerContext& context)
 {

@@ -6,15 +6,12 @@
 #include "editorlib/CallGuard.h"
 #include "editorlib/ConnectionMessages.h"
 #include "editorlib/VstIEditorConnect.h"
-#include "hostapi/IHostApplicationA.h"
-#include "hostapi/IHostApplicationW.h"
 #include "hostapi/IHostClasses.h"
 #include "hostapi/IPortRegistry.h"
 #include "module/PlugInInfo.h"
 #include "presets/VstK2xPreset.h"
 #include "presets/VstK2xUserBank.h"
-#include "support/CharacterConvert.h"
-#include "support/DAWInfo.h"
+#include "support/HostKind.h"
 #include "view/VstK2xEditorView.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
@@ -27,33 +24,6 @@ namespace Vst {
 namespace {
 
 constexpr int kTimerPeriod = 50; // milliseconds
-
-constexpr const char* kStandaloneHostName = "Standalone";
-
-enum HostKind : int { kCubaseFamilyHost = 0, kStandaloneHost = 1, kOtherHost = 2 };
-
-HostKind hostKindOf(FUnknown* context)
-{
-    if (!context)
-        return kOtherHost;
-    const FUnknownPtr<IHostApplicationW> application(context);
-    if (!application) {
-        const FUnknownPtr<IHostApplicationA> older(context);
-        return older ? kCubaseFamilyHost : kOtherHost;
-    }
-    const DAWInfo info(application);
-    if (info.getHostType() != DAWInfo::kUnknownHost)
-        return kCubaseFamilyHost;
-    const CharacterConvert name(application->getApplicationName(),
-                                application->getCharacterSet() == kResultOk);
-    return name.getStdString() == kStandaloneHostName ? kStandaloneHost : kOtherHost;
-}
-
-bool hasUnicode(FUnknown* context)
-{
-    const FUnknownPtr<IHostApplicationW> application(context);
-    return application && application->getCharacterSet() == kResultOk;
-}
 
 /** Sets a flag for as long as it lives. */
 class ConnectingScope {

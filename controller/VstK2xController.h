@@ -122,7 +122,7 @@ public:
     tresult PLUGIN_API setPluginInfo(VstIEditorConnect* connect, void* libraryHandle) override;
 
     // What the host is.
-    /** 0: a host of the Cubase family, 1: the maker's stand-alone host, 2: any other. */
+    /** As support/HostKind.h numbers them. */
     int getVSTHostType() const;
     bool isUnicodeAppHost() const;
     VstIEditorConnect* getEditorConnection() const { return library.getConnection(); }

@@ -4,6 +4,7 @@
 #include "editorlib/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "platform/CurrentEvent.h"
+#include "support/HostKind.h"
 #include "view/InputConversion.h"
 
 namespace Steinberg {
@@ -13,8 +14,6 @@ namespace {
 
 constexpr int32 kSuccess = 0;
 constexpr int32 kFailure = 1;
-
-constexpr int kCubaseFamilyHost = 0;
 
 /** The rectangle's extent, at the origin. In 64 bits, since a library may answer anything. */
 ViewRect atOrigin(const ViewRect& rect)
