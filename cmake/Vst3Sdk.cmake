@@ -25,7 +25,7 @@ if(NOT EXISTS "${VST3_SDK_DIR}/pluginterfaces/base/funknown.h")
   message(FATAL_ERROR "VST3_SDK_DIR is '${VST3_SDK_DIR}', which is no VST 3 SDK checkout.")
 endif()
 
-# A function, so that the SDK's include_directories and variables stay in its own scope.
+# A function, so that the SDK's variables stay in its own scope.
 function(vstk2x_add_sdk)
   list(APPEND CMAKE_MODULE_PATH "${VST3_SDK_DIR}/cmake/modules")
   set(SDK_ROOT "${VST3_SDK_DIR}")
@@ -39,7 +39,6 @@ function(vstk2x_add_sdk)
   smtg_setup_symbol_visibility()
 
   set(bin "${CMAKE_CURRENT_BINARY_DIR}/sdk")
-  include_directories(SYSTEM "${SDK_ROOT}")
   foreach(part pluginterfaces base public.sdk public.sdk/samples/vst-hosting/validator
                public.sdk/samples/vst-utilities/moduleinfotool)
     add_subdirectory("${SDK_ROOT}/${part}" "${bin}/${part}" EXCLUDE_FROM_ALL)
@@ -68,6 +67,7 @@ function(vstk2x_add_sdk)
     set_target_properties(${target} PROPERTIES
       POSITION_INDEPENDENT_CODE ON CXX_CLANG_TIDY "" CXX_VISIBILITY_PRESET hidden
       VISIBILITY_INLINES_HIDDEN ON)
+    target_include_directories(${target} SYSTEM PRIVATE "${SDK_ROOT}")
     target_compile_options(${target} PRIVATE -w -ffunction-sections -fdata-sections)
     target_compile_definitions(${target} PRIVATE
       $<IF:$<CONFIG:Debug>,DEVELOPMENT=1;DEBUG=1,RELEASE=1;NDEBUG=1>)
