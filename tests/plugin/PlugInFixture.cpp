@@ -95,4 +95,12 @@ bool PlugInFixture::isLibraryLoaded()
     return handle != nullptr;
 }
 
+void PlugInFixture::closeLibrary()
+{
+    while (void* handle = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD)) {
+        dlclose(handle); // what was just opened
+        dlclose(handle);
+    }
+}
+
 } // namespace plugin

@@ -51,6 +51,9 @@ protected:
 
     /** Whether a file stands loaded in the editor library's place. */
     static bool isLibraryLoaded();
+
+    /** Closes that file as often as it is open. */
+    static void closeLibrary();
 };
 
 /** Class IDs, in a factory's byte order, from their 32 digits. */
