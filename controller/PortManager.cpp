@@ -60,6 +60,21 @@ bool isAudioInput(IHostPort& port)
     return port.isPortType("audio") && port.isInputPort();
 }
 
+/** Shows each audio input to visit, with whether its texts are Unicode. */
+template <typename Visit>
+void visitAudioInputs(const ControllerContext& context, Visit&& visit)
+{
+    const auto registry = portRegistry(context);
+    if (!registry)
+        return;
+    const bool isUnicode = context.isUnicodeAppHost();
+    visitPorts(*registry, [&](IHostPort& port) {
+        if (isAudioInput(port))
+            visit(port, isUnicode);
+        return true;
+    });
+}
+
 bool isMidiOutput(IHostPort& port)
 {
     return !port.isInputPort() && port.isPortType("midi");
@@ -108,19 +123,12 @@ std::vector<VSTiAudioPort::AudioPortInfo>* PortManager::getAudioPortList() noexc
 void PortManager::listAudioPorts()
 {
     audioPortInfoList.clear();
-    const auto registry = portRegistry(context);
-    if (!registry)
-        return;
-    const bool isUnicode = context.isUnicodeAppHost();
-    visitPorts(*registry, [&](IHostPort& port) {
-        if (!isAudioInput(port))
-            return true;
+    visitAudioInputs(context, [&](IHostPort& port, bool isUnicode) {
         VSTiAudioPort::AudioPortInfo info;
         info.portName = toText(port.getDisplayName(), isUnicode);
         // A hidden port is shown to the library only when we are the ones who hid it.
         if (readPortId(port, isUnicode, info.portId) && (port.isDisplayed() || isHeld(info.portId)))
             audioPortInfoList.push_back(std::move(info));
-        return true;
     });
 }
 
@@ -306,17 +314,10 @@ void PortManager::firstStartAudioportDisplayCompulsorily()
     if (!connection ||
         guarded(int32{0}, [&] { return connection->getFirstStartState(); }) != kFirstStart)
         return;
-    const auto registry = portRegistry(context);
-    if (!registry)
-        return;
-    const bool isUnicode = context.isUnicodeAppHost();
-    visitPorts(*registry, [&](IHostPort& port) {
-        if (!isAudioInput(port))
-            return true;
+    visitAudioInputs(context, [&](IHostPort& port, bool isUnicode) {
         const std::string name = toText(port.getDisplayName(), isUnicode);
         if (guarded(false, [&] { return connection->isDisplayAudioPort(name.c_str()); }))
             port.setDisplayed(true);
-        return true;
     });
 }
 
