@@ -23,6 +23,10 @@ VST3::UID controllerID()
     return classID("31DFD31BDBB84D128E0ABBC94E1BB134");
 }
 
+const std::string PlugInFixture::kCreate =
+    "componentFactory.createComponent(UID, BBA9E2BA9E28483CAA608081B0166B85)";
+const std::string PlugInFixture::kGiveBack = "componentFactory.destroyComponent(component(1))";
+
 PlugInFixture::PlugInFixture(const doubles::HostFamily& family)
 : host(trace, family)
 {
@@ -101,6 +105,17 @@ void PlugInFixture::closeLibrary()
         dlclose(handle); // what was just opened
         dlclose(handle);
     }
+}
+
+SimulatorControl* PlugInFixture::simulator()
+{
+    void* file = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
+    if (!file)
+        return nullptr;
+    const auto get = reinterpret_cast<GetSimulatorControl>(dlsym(file, getSimulatorControlName));
+    auto* control = get ? get(-1) : nullptr;
+    dlclose(file);
+    return control;
 }
 
 } // namespace plugin

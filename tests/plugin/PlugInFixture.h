@@ -7,6 +7,7 @@
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "pluginterfaces/vst/ivstmessage.h"
 #include "public.sdk/source/vst/hosting/module.h"
+#include "simulator/SimulatorControl.h"
 #include "tests/doubles/LoadedLibrary.h"
 #include "tests/doubles/ScriptedHost.h"
 
@@ -54,6 +55,14 @@ protected:
 
     /** Closes that file as often as it is open. */
     static void closeLibrary();
+
+    /** The newest connection of that file where it is the simulator, else null. Valid while
+        something keeps it loaded. */
+    static Steinberg::Vst::SimulatorControl* simulator();
+
+    /** How the host's component factory is asked for the service, and gets it back. */
+    static const std::string kCreate;
+    static const std::string kGiveBack;
 };
 
 /** Class IDs, in a factory's byte order, from their 32 digits. */

@@ -14,10 +14,6 @@ using namespace Steinberg::Vst;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string kCreate =
-    "componentFactory.createComponent(UID, BBA9E2BA9E28483CAA608081B0166B85)";
-const std::string kGiveBack = "componentFactory.destroyComponent(component(1))";
-
 class ServiceBinding : public plugin::PlugInFixture {
 protected:
     doubles::InProcessLibrary library{trace};

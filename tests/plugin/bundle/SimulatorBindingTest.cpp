@@ -1,10 +1,6 @@
 // Bound to the library file in its fixed place: the simulator, as it ships with this build.
 #include "tests/plugin/PlugInFixture.h"
 
-#include "simulator/SimulatorControl.h"
-
-#include <dlfcn.h>
-
 namespace {
 
 using namespace Steinberg;
@@ -20,15 +16,8 @@ protected:
 
     static int32 hostTypeSeen()
     {
-        void* library = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
-        if (!library)
-            return -2;
-        const auto get =
-            reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
-        auto* control = get ? get(-1) : nullptr;
-        const int32 type = control ? control->hostType() : -3;
-        dlclose(library);
-        return type;
+        auto* control = simulator();
+        return control ? control->hostType() : -2;
     }
 };
 

@@ -4,12 +4,9 @@
 
 #include "public.sdk/source/common/memorystream.h"
 #include "public.sdk/source/vst/vstpresetfile.h"
-#include "simulator/SimulatorControl.h"
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/doubles/PresetXml.h"
 #include "tests/doubles/TemporaryHome.h"
-
-#include <dlfcn.h>
 
 namespace {
 
@@ -48,18 +45,12 @@ protected:
         PlugInFixture::SetUp();
         ASSERT_EQ(initialize(), kResultOk);
         startProcessor();
-        library = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
-        ASSERT_TRUE(library);
-        const auto get =
-            reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
-        ASSERT_TRUE(get);
-        user = get(-1);
+        user = simulator();
         ASSERT_TRUE(user);
     }
 
     void TearDown() override
     {
-        dlclose(library);
         stopProcessor();
         EXPECT_EQ(controller->terminate(), kResultOk);
         releaseComponents();
@@ -84,7 +75,6 @@ protected:
     }
 
     doubles::TemporaryHome home;
-    void* library = nullptr;
     SimulatorControl* user = nullptr;
 };
 

@@ -2,7 +2,6 @@
 #include "tests/plugin/PlugInFixture.h"
 
 #include <algorithm>
-#include <dlfcn.h>
 
 namespace {
 
@@ -10,10 +9,6 @@ using namespace Steinberg;
 using namespace Steinberg::Vst;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-const std::string kCreate =
-    "componentFactory.createComponent(UID, BBA9E2BA9E28483CAA608081B0166B85)";
-const std::string kGiveBack = "componentFactory.destroyComponent(component(1))";
 
 class LibraryBinding : public plugin::PlugInFixture {
 protected:
@@ -32,16 +27,6 @@ protected:
         EXPECT_THAT(host.ledger(), IsEmpty());
         EXPECT_THAT(library->complaints(), IsEmpty());
         return library.closeAndAskWhetherStillLoaded();
-    }
-
-    /** Undoes the dlopen that the plug-in is meant to leave. */
-    static void unload()
-    {
-        void* handle = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
-        if (!handle)
-            return;
-        dlclose(handle);
-        dlclose(handle);
     }
 };
 
@@ -261,7 +246,7 @@ TEST_F(RefusingService, GetterWithoutServiceMakesTheLibraryStayAsAServicesOwn)
                             "library.detachService()"));
     EXPECT_EQ(trace.count("library.destroy()"), 0u);
     EXPECT_TRUE(isLeftLoaded());
-    unload();
+    closeLibrary();
 }
 
 TEST_F(RefusingService, NullHandleLoadsTheLibraryWhichStaysAsAServicesOwn)
@@ -277,7 +262,7 @@ TEST_F(RefusingService, NullHandleLoadsTheLibraryWhichStaysAsAServicesOwn)
                             "library.start()", kGiveBack, "library.setControllerInterface(null)",
                             "library.detachService()", "service.unregisterPlugin(object)"));
     EXPECT_TRUE(isLeftLoaded());
-    unload();
+    closeLibrary();
 }
 
 TEST_F(RefusingService, BindingBeginsAsAServicesAgainAfterTerminate)
@@ -298,7 +283,7 @@ TEST_F(RefusingService, BindingBeginsAsAServicesAgainAfterTerminate)
     EXPECT_EQ(trace.count("library.detachService()"), 1u);
     EXPECT_EQ(trace.count("library.destroy()"), 0u);
     EXPECT_TRUE(isLeftLoaded());
-    unload();
+    closeLibrary();
 }
 
 TEST_F(RefusingService, BindingIsChosenAnewAfterTerminate)
