@@ -28,10 +28,7 @@ protected:
     Json report(Words arguments)
     {
         arguments.insert(arguments.begin(), song);
-        arguments.emplace_back("--json");
-        const auto outcome = play(arguments);
-        EXPECT_EQ(outcome.status, 0) << outcome.err;
-        return Json::parse(outcome.out, nullptr, false);
+        return doubles::playReport(arguments);
     }
 
     doubles::TemporaryHome home;

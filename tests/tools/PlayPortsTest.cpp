@@ -21,10 +21,8 @@ using Texts = std::vector<std::string>;
 
 Json ports(Words arguments)
 {
-    arguments.insert(arguments.end(), {"--ports", "--json"});
-    const auto outcome = play(arguments);
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    return Json::parse(outcome.out, nullptr, false)["ports"];
+    arguments.emplace_back("--ports");
+    return doubles::playReport(arguments)["ports"];
 }
 
 Texts ids(const Json& list)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -75,6 +76,15 @@ Outcome playWithScriptedLibrary(const Words& arguments)
 Outcome playOnThisMachine(const Words& arguments)
 {
     return run({PLAY_PROGRAM}, arguments);
+}
+
+nlohmann::json playReport(Words arguments, Outcome (*program)(const Words&))
+{
+    arguments.emplace_back("--json");
+    const auto outcome = program(arguments);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(outcome.err, "");
+    return nlohmann::json::parse(outcome.out, nullptr, false);
 }
 
 } // namespace doubles

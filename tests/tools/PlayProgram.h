@@ -3,6 +3,7 @@
 
 #include "tests/tools/ScratchFolder.h"
 
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -31,5 +32,8 @@ Outcome playWithScriptedLibrary(const Words& arguments);
 
 /** Runs play just so, on the machine as it is. */
 Outcome playOnThisMachine(const Words& arguments);
+
+/** The report in JSON of a run that must succeed, and say nothing on the error stream. */
+nlohmann::json playReport(Words arguments, Outcome (*program)(const Words&) = play);
 
 } // namespace doubles

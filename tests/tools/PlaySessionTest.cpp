@@ -15,6 +15,7 @@ using doubles::midiFile;
 using doubles::MidiTrack;
 using doubles::play;
 using doubles::playOnThisMachine;
+using doubles::playReport;
 using doubles::ScratchFolder;
 using doubles::Words;
 using testing::HasSubstr;
@@ -34,16 +35,6 @@ std::string shortSong()
                              .noteOn(0, 9, 36, 0));
 }
 
-/** The report of a run that must succeed. */
-Json report(Words arguments, doubles::Outcome (*program)(const Words&) = play)
-{
-    arguments.emplace_back("--json");
-    const auto outcome = program(arguments);
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_EQ(outcome.err, "");
-    return Json::parse(outcome.out, nullptr, false);
-}
-
 class PlaySession : public testing::Test {
 protected:
     ScratchFolder folder;
@@ -54,7 +45,7 @@ protected:
 
 TEST_F(PlaySession, PlaysThroughTheInstalledLibrary)
 {
-    const auto json = report({song});
+    const auto json = playReport({song});
     EXPECT_EQ(json["plugIn"], "RDL3/RDL5 VST 1.6.6");
     EXPECT_EQ(json["vendor"], "Tavrin Corporation");
     EXPECT_THAT(json["binding"].get<std::string>(),
@@ -70,8 +61,8 @@ TEST_F(PlaySession, PlaysThroughTheInstalledLibrary)
 
 TEST_F(PlaySession, PlaysThroughTheHostsService)
 {
-    const auto json =
-        report({song, "--binding", "service", "--library", SIMULATOR_LIBRARY}, playOnThisMachine);
+    const auto json = playReport({song, "--binding", "service", "--library", SIMULATOR_LIBRARY},
+                                 playOnThisMachine);
     EXPECT_THAT(json["binding"].get<std::string>(), HasSubstr("lent by the host's service from "));
     EXPECT_EQ(json["notes"]["editor"], json["notes"]["sent"]);
     EXPECT_EQ(json["notes"]["midiOut"], json["notes"]["sent"]);
@@ -80,7 +71,7 @@ TEST_F(PlaySession, PlaysThroughTheHostsService)
 
 TEST_F(PlaySession, ShowsTheFourBuses)
 {
-    const auto buses = report({song})["buses"];
+    const auto buses = playReport({song})["buses"];
     ASSERT_EQ(buses.size(), 4U);
     const auto is = [&](size_t i, const char* name, const char* type, const char* direction,
                         int channels) {
@@ -98,7 +89,7 @@ TEST_F(PlaySession, ShowsTheFourBuses)
 TEST_F(PlaySession, IsTakenForTheHostThatItPretendsToBe)
 {
     const auto hostType = [&](const std::string& host) {
-        return report({song, "--host", host})["hostType"];
+        return playReport({song, "--host", host})["hostType"];
     };
     EXPECT_EQ(hostType("cubase:7.5.1"), 0);
     EXPECT_EQ(hostType("nuendo:6.5.0"), 0);
@@ -106,22 +97,22 @@ TEST_F(PlaySession, IsTakenForTheHostThatItPretendsToBe)
     EXPECT_EQ(hostType("older"), 0);
     EXPECT_EQ(hostType("standalone"), 1);
     EXPECT_EQ(hostType("plain"), 2);
-    EXPECT_EQ(report({song, "--host", "cubase", "--no-unicode"})["hostType"], 0);
+    EXPECT_EQ(playReport({song, "--host", "cubase", "--no-unicode"})["hostType"], 0);
 }
 
 TEST_F(PlaySession, TellsTheLatencyOfOneMillisecondInAUnicodeHostOnly)
 {
-    EXPECT_EQ(report({song})["latency"], 44);
-    EXPECT_EQ(report({song, "--rate", "96000"})["latency"], 96);
-    EXPECT_EQ(report({song, "--host", "plain"})["latency"], 0);
-    EXPECT_EQ(report({song, "--no-unicode"})["latency"], 0);
+    EXPECT_EQ(playReport({song})["latency"], 44);
+    EXPECT_EQ(playReport({song, "--rate", "96000"})["latency"], 96);
+    EXPECT_EQ(playReport({song, "--host", "plain"})["latency"], 0);
+    EXPECT_EQ(playReport({song, "--no-unicode"})["latency"], 0);
 }
 
 TEST_F(PlaySession, TakesAnyRateAndBlock)
 {
     for (const char* rate : {"44100", "48000", "96000"})
         for (const char* block : {"1", "333", "512", "65536"}) {
-            const auto json = report({song, "--rate", rate, "--block", block});
+            const auto json = playReport({song, "--rate", rate, "--block", block});
             EXPECT_EQ(json["notes"]["midiOut"], json["notes"]["sent"]) << rate << " " << block;
         }
 }
@@ -129,7 +120,7 @@ TEST_F(PlaySession, TakesAnyRateAndBlock)
 TEST_F(PlaySession, LetsTheTimerTickTwentyTimesASecondOfTheSong)
 {
     // 12 s and half a second after them are 250 ticks of 50 ms.
-    EXPECT_EQ(report({song, "--rate", "48000", "--block", "480"})["timerTicks"], 250);
+    EXPECT_EQ(playReport({song, "--rate", "48000", "--block", "480"})["timerTicks"], 250);
 }
 
 TEST_F(PlaySession, ShowsWhatACrowdedBlockLoses)
@@ -138,7 +129,7 @@ TEST_F(PlaySession, ShowsWhatACrowdedBlockLoses)
     MidiTrack track;
     for (int i = 0; i < 101; ++i)
         track.noteOn(0, 3, i, 100);
-    const auto json = report({folder.write("crowd.mid", midiFile(480, track))});
+    const auto json = playReport({folder.write("crowd.mid", midiFile(480, track))});
     EXPECT_EQ(json["notes"]["sent"]["noteOns"][3], 101);
     EXPECT_EQ(json["notes"]["editor"]["noteOns"][3], 101);
     EXPECT_EQ(json["notes"]["midiOut"]["noteOns"][3], 1);
@@ -149,7 +140,7 @@ TEST_F(PlaySession, ShowsWhatACrowdedBlockLoses)
 TEST_F(PlaySession, WritesWhatLeftAsAMidiFile)
 {
     const auto file = folder.file("out.mid");
-    const auto json = report({song, "--rate", "48000", "--block", "512", "--midi-out", file});
+    const auto json = playReport({song, "--rate", "48000", "--block", "512", "--midi-out", file});
     EXPECT_EQ(json["midiFile"], file);
     const Song out(file);
     ASSERT_EQ(out.notes().size(), 4U);
@@ -167,7 +158,7 @@ TEST_F(PlaySession, WritesWhatLeftAsAMidiFile)
 TEST_F(PlaySession, RendersWhatLeftAsAudio)
 {
     const auto file = folder.file("out.wav");
-    const auto json = report({song, "--audio", file});
+    const auto json = playReport({song, "--audio", file});
     EXPECT_EQ(json["audio"]["file"], file);
     EXPECT_EQ(json["audio"]["copiedProgramChanges"], 1);
     EXPECT_GT(json["audio"]["seconds"], 12);
@@ -194,7 +185,7 @@ TEST_F(PlaySession, TakesTheSongsTimeInRealtime)
     const auto quick = folder.write(
         "quick.mid", midiFile(480, MidiTrack().noteOn(0, 0, 60, 1).noteOff(480, 0, 60, 0)));
     const auto begin = std::chrono::steady_clock::now();
-    report({quick, "--realtime"});
+    playReport({quick, "--realtime"});
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - begin;
     EXPECT_GE(passed.count(), 0.98);
 }
@@ -209,7 +200,7 @@ TEST(PlaySongs, SendsEveryNoteOfEverySongOnceAndInOrder)
         if (entry.path().extension() != ".mid")
             continue;
         ++songs;
-        const auto json = report({entry.path().string(), "--midi-out", folder.file("out.mid")});
+        const auto json = playReport({entry.path().string(), "--midi-out", folder.file("out.mid")});
         const auto& notes = json["notes"];
         EXPECT_EQ(notes["editor"], notes["sent"]) << entry.path();
         ASSERT_EQ(notes["crowdedBlocks"], 0) << entry.path();

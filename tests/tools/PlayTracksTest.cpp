@@ -17,12 +17,9 @@ using Numbers = std::vector<int>;
 
 constexpr int kNothing = 0; ///< stands for null: told nothing, or no track
 
-Json tracks(Words arguments)
+Json tracks(const Words& arguments)
 {
-    arguments.emplace_back("--json");
-    const auto outcome = play(arguments);
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    return Json::parse(outcome.out, nullptr, false)["tracks"];
+    return doubles::playReport(arguments)["tracks"];
 }
 
 Json demo(const Words& host, const Words& more = {})
