@@ -7,6 +7,7 @@
 #include "tests/doubles/ScriptedLibrary.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/LimitedMemory.h"
+#include "tests/fuzz/LoneObject.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
 
@@ -33,9 +34,8 @@ constexpr const char* kAttributes[] = {"VST_CONNECT_BINARY_ID", "VST_ISUNICODE_H
                                        "VST_DISCONNECT_BINARY_ID", "other"};
 
 /** Numbers and bytes by their name, on the stack. A name has one or the other. */
-class Attributes : public IAttributeList {
+class Attributes : public fuzz::LoneObject<IAttributeList> {
 public:
-    virtual ~Attributes() = default;
     tresult PLUGIN_API setInt(AttrID id, int64 value) override
     {
         binaries.erase(id);
@@ -71,14 +71,6 @@ public:
     tresult PLUGIN_API getFloat(AttrID, double&) override { return kNotImplemented; }
     tresult PLUGIN_API setString(AttrID, const TChar*) override { return kNotImplemented; }
     tresult PLUGIN_API getString(AttrID, TChar*, uint32) override { return kNotImplemented; }
-    tresult PLUGIN_API queryInterface(const TUID, void** obj) override
-    {
-        *obj = nullptr;
-        return kNoInterface;
-    }
-    uint32 PLUGIN_API addRef() override { return ++references; }
-    uint32 PLUGIN_API release() override { return --references; }
-    uint32 references = 1;
 
 private:
     std::map<std::string, int64> integers;
@@ -86,25 +78,16 @@ private:
 };
 
 /** A message whose ID or attributes a host may have left out. */
-class BareMessage : public IMessage {
+class BareMessage : public fuzz::LoneObject<IMessage> {
 public:
     BareMessage(const char* messageID, IAttributeList* attributeList)
     : id(messageID)
     , attributes(attributeList)
     {
     }
-    virtual ~BareMessage() = default;
     FIDString PLUGIN_API getMessageID() override { return id; }
     void PLUGIN_API setMessageID(FIDString) override {}
     IAttributeList* PLUGIN_API getAttributes() override { return attributes; }
-    tresult PLUGIN_API queryInterface(const TUID, void** obj) override
-    {
-        *obj = nullptr;
-        return kNoInterface;
-    }
-    uint32 PLUGIN_API addRef() override { return ++references; }
-    uint32 PLUGIN_API release() override { return --references; }
-    uint32 references = 1;
 
 private:
     const char* id;

@@ -6,6 +6,7 @@
 #include "support/DAWInfo.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/LimitedMemory.h"
+#include "tests/fuzz/LoneObject.h"
 #include "tests/fuzz/TextModel.h"
 
 #include <algorithm>
@@ -115,7 +116,7 @@ void checkEightBitText(const std::string& text, const std::string& needle, int b
 }
 
 /** A host of which only the texts matter, on the stack. */
-class TextHost : public IHostApplicationW {
+class TextHost : public fuzz::LoneObject<IHostApplicationW> {
 public:
     TextHost(const std::u16string& name, const std::u16string& version, uint8_t hostOptions)
     : nameBuffer(name, (hostOptions & kNoUnicode) == 0)
@@ -123,7 +124,6 @@ public:
     , options(hostOptions)
     {
     }
-    virtual ~TextHost() = default;
     const char16* PLUGIN_API getApplicationName() override
     {
         return (options & kNoName) ? nullptr : nameBuffer.get();
@@ -136,15 +136,6 @@ public:
     {
         return (options & kNoUnicode) ? kResultFalse : kResultOk;
     }
-    tresult PLUGIN_API queryInterface(const TUID, void** obj) override
-    {
-        *obj = nullptr;
-        return kNoInterface;
-    }
-    uint32 PLUGIN_API addRef() override { return ++references; }
-    uint32 PLUGIN_API release() override { return --references; }
-
-    uint32 references = 1;
 
 private:
     HostBuffer nameBuffer;
