@@ -24,6 +24,14 @@ protected:
 
     bool initialize(Holder& holder) { return holder.initialize(&host.context, "UID", kID); }
 
+    /** The component cannot be had, and the holder ends without one. */
+    void expectRefused()
+    {
+        Holder holder;
+        EXPECT_FALSE(initialize(holder));
+        EXPECT_FALSE(holder);
+    }
+
     /** What was made, asked, started, stopped and handed back. */
     std::vector<std::string> calls() const
     {
@@ -131,11 +139,7 @@ TEST_F(ServiceComponent, ThatDoesNotStartGoesBackUnstopped)
 {
     host.service.offersPluginBase = true;
     host.service.initializeResult = kResultFalse;
-    {
-        Holder holder;
-        EXPECT_FALSE(initialize(holder));
-        EXPECT_FALSE(holder);
-    }
+    expectRefused();
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
                                      kDestroyed));
     EXPECT_THAT(host.ledger(), IsEmpty());
@@ -145,11 +149,7 @@ TEST_F(ServiceComponent, ThatThrowsWhenStartedGoesBackUnstopped)
 {
     host.service.offersPluginBase = true;
     host.throwAt("initialize");
-    {
-        Holder holder;
-        EXPECT_FALSE(initialize(holder));
-        EXPECT_FALSE(holder);
-    }
+    expectRefused();
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
                                      kDestroyed));
     EXPECT_THAT(host.ledger(), IsEmpty());
@@ -158,11 +158,7 @@ TEST_F(ServiceComponent, ThatThrowsWhenStartedGoesBackUnstopped)
 TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStartsGoesBackUnstopped)
 {
     host.throwAt("query(component(1), IPluginBase)");
-    {
-        Holder holder;
-        EXPECT_FALSE(initialize(holder));
-        EXPECT_FALSE(holder);
-    }
+    expectRefused();
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
     EXPECT_THAT(host.ledger(), IsEmpty());
 }

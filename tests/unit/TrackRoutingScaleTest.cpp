@@ -102,6 +102,14 @@ struct LargeProject {
         EXPECT_THAT(host.ledger(), testing::IsEmpty());
     }
 
+    /** The host's user selects the last track. */
+    void selectLast()
+    {
+        auto& selected = host.devices.mixer().value("selected");
+        selected.integer = kLast;
+        routing.update(selected.unknown(), IDependent::kChanged);
+    }
+
     doubles::Trace trace;
     doubles::ScriptedHost host;
     doubles::ScriptedLibrary library;
@@ -161,9 +169,7 @@ TEST(LargeProject, FindsItsTrackInANewerHostWithOneLookUpOfTheRack)
 TEST(LargeProject, ASelectionCostsTheSameHoweverManyTracksThereAre)
 {
     LargeProject project(olderHost());
-    auto& selected = project.host.devices.mixer().value("selected");
-    selected.integer = kLast;
-    project.routing.update(selected.unknown(), IDependent::kChanged);
+    project.selectLast();
     EXPECT_THAT(project.calls,
                 UnorderedElementsAre(
                     Pair(kQuery, 3), // a value, a device, the host's classes
@@ -177,9 +183,7 @@ TEST(LargeProject, ASelectionCostsTheSameHoweverManyTracksThereAre)
 TEST(LargeProject, ASelectionInANewerHostWalksTheRackOnce)
 {
     LargeProject project(newerHost());
-    auto& selected = project.host.devices.mixer().value("selected");
-    selected.integer = kLast;
-    project.routing.update(selected.unknown(), IDependent::kChanged);
+    project.selectLast();
     EXPECT_THAT(project.calls,
                 UnorderedElementsAre(
                     Pair(kQuery, 4 + kInstruments), Pair("Mixer.selected.getInteger", 3),
