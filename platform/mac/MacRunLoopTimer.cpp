@@ -13,10 +13,15 @@ namespace {
 
 class MacTimerFactory : public TimerPlatformFactory {
 public:
+    /** Null when memory ran out, which VSTGUI's timer takes for one that never ticks. */
     VSTGUI::PlatformTimerPtr
     createTimer(VSTGUI::IPlatformTimerCallback* callback) const noexcept override
     {
-        return VSTGUI::makeOwned<VSTGUI::MacTimer>(callback);
+        try {
+            return VSTGUI::makeOwned<VSTGUI::MacTimer>(callback);
+        } catch (...) {
+            return nullptr;
+        }
     }
 };
 

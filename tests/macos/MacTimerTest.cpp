@@ -1,4 +1,6 @@
+#include "platform/TimerPlatformFactory.h"
 #include "tests/macos/fakes/FakeCoreFoundation.h"
+#include "tests/macos/fakes/FakeMemory.h"
 #include "tests/unit/BoundController.h"
 
 #include <thread>
@@ -61,6 +63,23 @@ TEST_F(MacTimerTest, NeedsNoRunLoopOfTheHost)
     bound.initialize();
     EXPECT_THAT(bound.host.runLoop.intervals(), testing::IsEmpty());
     bound.end();
+}
+
+class NobodyTicks : public VSTGUI::IPlatformTimerCallback {
+public:
+    void fire() override {}
+};
+
+/** VSTGUI asks for timers where nothing may be thrown. */
+TEST(MacTimerFactory, GivesNoTimerWhereMemoryRanOutForIt)
+{
+    FakeCoreFoundation::reset();
+    NobodyTicks listener;
+    const auto factory = platform::makeTimerPlatformFactory();
+    FakeMemory::failsNext = true;
+    EXPECT_EQ(factory->createTimer(&listener), nullptr);
+    EXPECT_FALSE(FakeMemory::failsNext) << "no memory was asked for";
+    EXPECT_NE(factory->createTimer(&listener), nullptr);
 }
 
 } // namespace
