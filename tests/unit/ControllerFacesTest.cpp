@@ -203,6 +203,16 @@ TEST_F(ControllerMessages, ThatCannotBeMadeAreSkipped)
     EXPECT_THAT(sent(), IsEmpty());
 }
 
+TEST_F(ControllerMessages, WithoutAttributesGoOutBare)
+{
+    bound.initialize();
+    bound.host.failAt("getAttributes");
+    EXPECT_EQ(bound.controller->connect(peer()), kResultOk);
+    EXPECT_EQ(bound.controller->disconnect(peer()), kResultOk);
+    EXPECT_THAT(sent(), ElementsAre("VST_CONNECT_MESSAGE_ID", "VST_ISUNICODE_HOST_MESSAGE_ID",
+                                    "VST_DISCONNECT_MESSAGE_ID"));
+}
+
 TEST_F(ControllerMessages, ToAPeerThatThrowsAreFailures)
 {
     bound.initialize();

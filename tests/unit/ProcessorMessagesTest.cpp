@@ -16,10 +16,11 @@ using testing::IsEmpty;
 class SparseMessage : public IMessage {
 public:
     const char* id = nullptr;
+    IAttributeList* attributes = nullptr;
 
     const char* PLUGIN_API getMessageID() override { return id; }
     void PLUGIN_API setMessageID(const char* newId) override { id = newId; }
-    IAttributeList* PLUGIN_API getAttributes() override { return nullptr; }
+    IAttributeList* PLUGIN_API getAttributes() override { return attributes; }
     tresult PLUGIN_API queryInterface(const TUID, void** obj) override
     {
         *obj = nullptr;
@@ -259,6 +260,40 @@ TEST_F(ProcessorMessages, MessageWithoutAttributeListHoldsNothing)
     EXPECT_FALSE(isConnected());
     message.id = "VST_DISCONNECT_MESSAGE_ID";
     EXPECT_EQ(processor->notify(&message), kResultOk);
+}
+
+/** Finds every attribute, and claims bytes where it gives none. */
+class HollowAttributes : public IAttributeList {
+public:
+    virtual ~HollowAttributes() = default;
+
+    tresult PLUGIN_API setInt(AttrID, int64) override { return kResultOk; }
+    tresult PLUGIN_API getInt(AttrID, int64&) override { return kResultOk; }
+    tresult PLUGIN_API setFloat(AttrID, double) override { return kResultOk; }
+    tresult PLUGIN_API getFloat(AttrID, double&) override { return kResultOk; }
+    tresult PLUGIN_API setString(AttrID, const TChar*) override { return kResultOk; }
+    tresult PLUGIN_API getString(AttrID, TChar*, uint32) override { return kResultOk; }
+    tresult PLUGIN_API setBinary(AttrID, const void*, uint32) override { return kResultOk; }
+    tresult PLUGIN_API getBinary(AttrID, const void*& data, uint32& size) override
+    {
+        data = nullptr;
+        size = sizeof(void*);
+        return kResultOk;
+    }
+    tresult PLUGIN_API queryInterface(const TUID, void**) override { return kNoInterface; }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
+};
+
+TEST_F(ProcessorMessages, AttributeWithoutBytesIsANullAddress)
+{
+    connect();
+    HollowAttributes attributes;
+    SparseMessage message;
+    message.id = "VST_CONNECT_MESSAGE_ID";
+    message.attributes = &attributes;
+    EXPECT_EQ(processor->notify(&message), kResultOk);
+    EXPECT_FALSE(isConnected());
 }
 
 TEST_F(ProcessorMessages, AreNotHeld)

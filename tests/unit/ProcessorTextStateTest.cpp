@@ -1,5 +1,9 @@
 // The library's state read as text, for a library that asks for that.
+#include "tests/doubles/Sanitized.h"
 #include "tests/unit/ProcessorFixture.h"
+
+#include <limits>
+#include <sys/resource.h>
 
 namespace {
 
@@ -160,6 +164,24 @@ TEST_F(ProcessorTextState, FailsForASizeThatNoReadCanTake)
         EXPECT_EQ(processor->setState(&stream), kResultFalse) << size;
         EXPECT_EQ(stream.reads, 0u) << size;
     }
+}
+
+TEST_F(ProcessorTextState, ClaimingMoreThanThereIsMemoryFails)
+{
+#if defined(VSTK2X_SANITIZED)
+    GTEST_SKIP() << "sanitizers need more address space than the limit leaves";
+#endif
+    BoastingStream stream(std::numeric_limits<int32>::max());
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
+    rlimit tight = before;
+    tight.rlim_cur = rlim_t(1) << 30;
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &tight), 0);
+    const tresult result = processor->setState(&stream);
+    setrlimit(RLIMIT_AS, &before);
+    EXPECT_EQ(result, kResultFalse);
+    EXPECT_EQ(stream.reads, 0u);
+    EXPECT_THAT(library.stateTextsSet, IsEmpty());
 }
 
 TEST_F(ProcessorTextState, FailsWhenTheLibraryThrows)

@@ -1,0 +1,118 @@
+#include "tests/unit/FoldedMemory.h"
+
+#ifndef VSTK2X_SANITIZED
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t kFold = std::size_t(2) << 20;
+constexpr std::size_t kLeastFolded = std::size_t(1) << 30;
+
+std::atomic<bool> folds{false};
+
+// One block at a time is enough.
+std::atomic<void*> block{nullptr};
+std::size_t blockSize = 0;
+
+/** Shows the file's megabytes at every place of an area. */
+bool fillArea(char* area, std::size_t size, int file)
+{
+    for (std::size_t offset = 0; offset < size; offset += kFold)
+        if (mmap(area + offset, kFold, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED, file, 0) ==
+            MAP_FAILED)
+            return false;
+    return true;
+}
+
+void* mapFolded(std::size_t size)
+{
+    const std::size_t whole = (size + kFold - 1) / kFold * kFold;
+    void* area = mmap(nullptr, whole, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (area == MAP_FAILED)
+        return nullptr;
+    std::FILE* file = std::tmpfile();
+    const bool filled = file && ftruncate(fileno(file), kFold) == 0 &&
+                        fillArea(static_cast<char*>(area), whole, fileno(file));
+    if (file)
+        std::fclose(file);
+    if (!filled) {
+        munmap(area, whole);
+        return nullptr;
+    }
+    blockSize = whole;
+    block = area;
+    return area;
+}
+
+void* allocate(std::size_t size)
+{
+    void* memory = folds && size >= kLeastFolded && !block ? mapFolded(size)
+                                                           : std::malloc(size > 0 ? size : 1);
+    if (!memory)
+        throw std::bad_alloc();
+    return memory;
+}
+
+void giveBack(void* memory)
+{
+    if (!memory || memory != block) {
+        std::free(memory);
+        return;
+    }
+    block = nullptr;
+    munmap(memory, blockSize);
+}
+
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    return allocate(size);
+}
+
+void* operator new[](std::size_t size)
+{
+    return allocate(size);
+}
+
+void operator delete(void* memory) noexcept
+{
+    giveBack(memory);
+}
+
+void operator delete[](void* memory) noexcept
+{
+    giveBack(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept
+{
+    giveBack(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/) noexcept
+{
+    giveBack(memory);
+}
+
+namespace unit {
+
+FoldedMemory::FoldedMemory()
+{
+    folds = true;
+}
+
+FoldedMemory::~FoldedMemory()
+{
+    folds = false;
+}
+
+} // namespace unit
+
+#endif
