@@ -3,6 +3,7 @@
 #include "tests/endurance/Footprint.h"
 #include "tests/endurance/Instance.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -72,6 +73,11 @@ void play(LongHost& host, Instance& instance, double hours)
     }
 }
 
+double hoursOf(const Counts& counts)
+{
+    return static_cast<double>(counts.blocks) * Instance::kBlockSize / Instance::kSampleRate / 3600;
+}
+
 /** What play brings in a minute beside the music. */
 void actForAMinute(LongHost& host, Instance& instance)
 {
@@ -95,12 +101,41 @@ bool runSession(LongHost& host, double hours)
     play(host, instance, hours);
     const Footprint after = Footprint::take();
     instance.settle();
+    std::printf("  host time %.2f hours\n", hoursOf(instance.counts));
     print(instance.counts, instance.edits);
     return verdict(before, after, kHeapSlackOfSession, instance.counts.failures == 0);
 }
 
-/** One life with everything in it. @return its failures */
-uint64_t live(LongHost& host, unsigned seed)
+/** Of several instances together. */
+struct Totals {
+    uint64_t instances = 0;
+    size_t most = 1; ///< at once
+    uint64_t notesIn = 0;
+    uint64_t notesOut = 0;
+    uint64_t wrongNotes = 0;
+    uint64_t failures = 0;
+
+    void add(const Counts& counts)
+    {
+        ++instances;
+        notesIn += counts.notesIn;
+        notesOut += counts.notesOut;
+        wrongNotes += counts.wrongNotes;
+        failures += counts.failures;
+    }
+    void print() const
+    {
+        const auto number = [](uint64_t count) { return static_cast<unsigned long long>(count); };
+        std::printf(
+            "  instances ended %llu, at once %zu, notes in %llu, notes out %llu, wrong notes %llu, "
+            "failures %llu\n",
+            number(instances), most, number(notesIn), number(notesOut), number(wrongNotes),
+            number(failures));
+    }
+};
+
+/** One life with everything in it. */
+Counts live(LongHost& host, unsigned seed)
 {
     Instance instance(host, seed);
     for (int block = 0; block < 4; ++block)
@@ -110,28 +145,28 @@ uint64_t live(LongHost& host, unsigned seed)
     instance.saveAndRestore();
     instance.changePreset();
     instance.settle();
-    return instance.counts.failures;
+    return instance.counts;
 }
 
 bool runLives(LongHost& host, int cycles)
 {
     std::printf("%d lives from creation to release\n", cycles);
     constexpr int kWarmUp = 20;
-    uint64_t failures = 0;
+    Totals totals;
     for (int cycle = 0; cycle < kWarmUp; ++cycle)
-        failures += live(host, 1);
+        totals.failures += live(host, 1).failures;
     const Footprint before = Footprint::take();
     for (int cycle = 0; cycle < cycles; ++cycle)
-        failures += live(host, static_cast<unsigned>(cycle + 1));
+        totals.add(live(host, static_cast<unsigned>(cycle + 1)));
     const Footprint after = Footprint::take();
-    std::printf("  failures %llu, timers left %zu\n", static_cast<unsigned long long>(failures),
-                host.loop.getTimerCount());
+    totals.print();
+    std::printf("  timers left %zu\n", host.loop.getTimerCount());
     return verdict(before, after, kHeapSlackOfLives,
-                   failures == 0 && host.loop.getTimerCount() == 0);
+                   totals.failures == 0 && host.loop.getTimerCount() == 0);
 }
 
 /** All at once, each with music of its own, ended in another order than they began. */
-uint64_t playTogether(LongHost& host, int instances, int blocks, bool prints)
+void playTogether(LongHost& host, int instances, int blocks, Totals& totals)
 {
     std::vector<std::unique_ptr<Instance>> all;
     for (int index = 0; index < instances; ++index)
@@ -143,37 +178,28 @@ uint64_t playTogether(LongHost& host, int instances, int blocks, bool prints)
         }
         host.loop.tick();
     }
-    uint64_t failures = 0;
-    uint64_t notesIn = 0;
-    uint64_t notesOut = 0;
+    totals.most = std::max(totals.most, all.size());
     for (auto& instance : all) {
         instance->settle();
-        failures += instance->counts.failures;
-        notesIn += instance->counts.notesIn;
-        notesOut += instance->counts.notesOut;
+        totals.add(instance->counts);
     }
-    if (prints)
-        std::printf("  notes in %llu, notes out %llu, failures %llu\n",
-                    static_cast<unsigned long long>(notesIn),
-                    static_cast<unsigned long long>(notesOut),
-                    static_cast<unsigned long long>(failures));
     for (size_t index = 0; index < all.size(); index += 2)
         all[index].reset();
-    return failures;
 }
 
 bool runInstances(LongHost& host, int instances, int blocks)
 {
     std::printf("%d instances in one process, %d blocks each\n", instances, blocks);
-    uint64_t failures = 0;
+    Totals totals;
     for (int round = 0; round < 2; ++round)
-        failures += playTogether(host, instances, blocks, false);
+        playTogether(host, instances, blocks, totals);
     const Footprint before = Footprint::take();
-    failures += playTogether(host, instances, blocks, true);
-    failures += playTogether(host, instances, blocks, false);
+    for (int round = 0; round < 2; ++round)
+        playTogether(host, instances, blocks, totals);
     const Footprint after = Footprint::take();
+    totals.print();
     return verdict(before, after, kHeapSlackOfLives,
-                   failures == 0 && host.loop.getTimerCount() == 0);
+                   totals.failures == 0 && host.loop.getTimerCount() == 0);
 }
 
 int usage()

@@ -185,6 +185,20 @@ protected:
                std::all_of(turned.begin(), turned.end(), some);
     }
 
+    void print(size_t gestures) const
+    {
+        size_t in = 0;
+        size_t out = 0;
+        for (size_t writer = 0; writer < kWriters; ++writer) {
+            in += written[writer];
+            out += read[writer];
+        }
+        std::printf("%zu threads, %lld s: %zu blocks, notes in %zu, notes out %zu, gestures %zu, "
+                    "begun %zu, performed %zu, ended %zu, rounds of the host %zu\n",
+                    2 + kWriters + kHands, static_cast<long long>(sessionLength().count() / 1000),
+                    blocks, in, out, gestures, begun, performed, ended, rounds);
+    }
+
     void run()
     {
         std::vector<std::thread> threads;
@@ -242,10 +256,7 @@ TEST_P(SessionThreads, LoseNoNoteAndNoGesture)
     for (size_t hand = 0; hand < kHands; ++hand)
         EXPECT_EQ(bound.parameter(kKnobs[hand])->getEditorParameter(),
                   static_cast<int>((turned[hand] - 1) % 127 + 1));
-    std::printf(
-        "%zu threads, %lld s: %zu blocks, %zu notes, %zu gestures, %zu rounds of the host\n",
-        2 + kWriters + kHands, static_cast<long long>(sessionLength().count() / 1000), blocks,
-        read[0] + read[1] + read[2] + read[3], gestures, rounds);
+    print(gestures);
 }
 
 } // namespace
