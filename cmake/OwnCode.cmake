@@ -32,3 +32,14 @@ function(vstk2x_precompile_gmock target)
   target_compile_options(${target} PRIVATE
     $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endfunction()
+
+# vstk2x_linux_module(target): how a plug-in module for Linux is linked: ours, and one to compare with.
+function(vstk2x_linux_module target)
+  target_link_options(${target} PRIVATE
+    "LINKER:--version-script=${PROJECT_SOURCE_DIR}/module/linux/exports.map"
+    LINKER:--as-needed LINKER:-z,relro,-z,now LINKER:--gc-sections)
+  if(NOT VSTK2X_SANITIZE)
+    target_link_options(${target} PRIVATE LINKER:--no-undefined)
+  endif()
+  set_target_properties(${target} PROPERTIES PREFIX "" SUFFIX ".so")
+endfunction()

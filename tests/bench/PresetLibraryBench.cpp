@@ -4,22 +4,22 @@
 //   ours    VstK2xPresetCreater::setVoiceDataInfo over every single voice of the library
 //   floor   open, write, close, once a file, with contents and names made beforehand
 //
-// Each iteration times both, one after the other, into folders of their own, so that "ratio" holds
-// however fast the machine is at that moment.
+// Each side has a folder of its own.
 #include "editorlib/EditorLibraryNames.h"
 #include "presets/VstK2xPresetCreater.h"
+#include "tests/bench/Lines.h"
+#include "tests/bench/Table.h"
 #include "tools/make-presets/EditorConnection.h"
 #include "tools/make-presets/VoiceWalk.h"
 
-#include <benchmark/benchmark.h>
-
-#include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <unistd.h>
+
+namespace bench {
 
 namespace {
 
@@ -93,14 +93,6 @@ bool writeFloor(const fs::path& folder, const std::vector<File>& files)
     return whole;
 }
 
-template <typename Work>
-double secondsOf(Work&& work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
 void presetLibrary(benchmark::State& state)
 {
     const makepresets::EditorConnection library(editorLibraryPath());
@@ -110,31 +102,21 @@ void presetLibrary(benchmark::State& state)
     setenv("HOME", home.path.c_str(), 1);
     writeOurs(library.get(), voices);
     const std::vector<File> files = readBack(home.path);
-    if (files.empty()) {
-        state.SkipWithError("the generator wrote no file");
-        return;
-    }
-    double ours = 0;
-    double bare = 0;
-    for (auto iteration : state) {
-        static_cast<void>(iteration);
-        bool whole = false;
-        bare += secondsOf([&] { whole = writeFloor(floor.path, files); });
-        if (!whole) {
-            state.SkipWithError("the floor could not write its files");
-            return;
-        }
-        const double seconds = secondsOf([&] { writeOurs(library.get(), voices); });
-        ours += seconds;
-        state.SetIterationTime(seconds);
-    }
-    state.counters["files"] = static_cast<double>(files.size());
-    state.counters["ours files/s"] = static_cast<double>(files.size() * state.iterations()) / ours;
-    state.counters["floor files/s"] = static_cast<double>(files.size() * state.iterations()) / bare;
-    state.counters["ratio"] = ours / bare;
+    if (files.empty())
+        return fail(state, "the generator wrote no file");
+    if (!writeFloor(floor.path, files))
+        return fail(state, "the floor could not write its files");
+    compare(state, static_cast<double>(files.size()), {[&] { writeOurs(library.get(), voices); }},
+            {[&] { writeFloor(floor.path, files); }});
 }
-BENCHMARK(presetLibrary)->UseManualTime()->Unit(benchmark::kMillisecond)->Repetitions(5);
 
 } // namespace
 
-BENCHMARK_MAIN();
+void addPresetLibraryLines()
+{
+    addLine({"preset library, all single voices, each file", "open, write, close of the same bytes",
+             Unit::seconds, 1.3},
+            presetLibrary);
+}
+
+} // namespace bench

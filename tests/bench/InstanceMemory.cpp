@@ -1,0 +1,85 @@
+// instance-memory: prints the bytes of heap that the parts of an instance take, and the editor's
+// texts as an array. A program of its own, whose heap has no holes that would hide an allocation;
+// the allocator's cache of freed pieces, which would too, is switched off from outside.
+#include "tests/bench/Instance.h"
+
+#include <cstdio>
+#include <malloc.h>
+
+namespace {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using bench::LeanHost;
+using bench::LeanLibrary;
+
+constexpr size_t kParameters = 225;
+
+size_t heapBytes()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+/** @return what is still there of what make took when make has returned */
+template <typename Make>
+size_t bytesOf(Make&& make)
+{
+    const size_t before = heapBytes();
+    const auto kept = make();
+    return heapBytes() - before;
+}
+
+size_t arrayOfTexts(const LeanLibrary& library)
+{
+    return bytesOf([&] {
+        std::vector<std::string> texts;
+        texts.reserve((kParameters - 1) * library.texts.size() + 1);
+        for (size_t parameter = 0; parameter + 1 < kParameters; ++parameter)
+            texts.insert(texts.end(), library.texts.begin(), library.texts.end());
+        texts.push_back(library.texts[0]);
+        return texts;
+    });
+}
+
+size_t oneParameter(int32 highest)
+{
+    LeanLibrary library(highest);
+    return bytesOf([&] {
+        return owned(new EditorParameter(&library, 0, 37012000, 2, 0, "AEG Attack Time 16"));
+    });
+}
+
+void print(size_t bytes, const char* name)
+{
+    std::printf("%zu %s\n", bytes, name);
+}
+
+} // namespace
+
+int main()
+{
+    const size_t bare = oneParameter(0) * kParameters;
+    const size_t texts = oneParameter(127) * kParameters - bare;
+    LeanLibrary library;
+    LeanHost host(library, false);
+    // What the first instance in a process sets up for all of them is not counted.
+    {
+        const bench::Instance first(host);
+    }
+    const size_t all = bytesOf([&] { return std::make_unique<bench::Instance>(host); });
+    const size_t processor = bytesOf([&] {
+        auto made = owned(new VstK2x);
+        made->initialize(host.context());
+        return made;
+    });
+    const size_t controller = bytesOf([] { return owned(new VstK2xController); });
+    print(arrayOfTexts(library), "array of texts");
+    print(all, "whole");
+    print(texts, "value texts");
+    print(bare, "parameters");
+    print(processor, "processor");
+    print(controller, "controller");
+    print(all - texts - bare - processor - controller, "lists");
+    return 0;
+}

@@ -1,0 +1,93 @@
+// The module file, beside the lightest of the SDK's sample plug-ins.
+#include "tests/bench/Lines.h"
+#include "tests/bench/OtherProgram.h"
+#include "tests/bench/Table.h"
+
+#include <cstring>
+#include <elf.h>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace bench {
+
+namespace {
+
+constexpr auto kPeer = "the SDK's legacy MIDI CC out";
+
+/** @return 0 when the module could not be scanned */
+double scanNanoseconds(const std::string& module)
+{
+    const auto answers = runOther("'" SCAN_PROGRAM "' '" + module + "'");
+    return answers.empty() ? 0 : answers.begin()->second;
+}
+
+void scan(benchmark::State& state)
+{
+    std::vector<double> ours;
+    std::vector<double> peers;
+    for (auto iteration : state) {
+        static_cast<void>(iteration);
+        peers.push_back(scanNanoseconds(PEER_MODULE) * 1e-9);
+        ours.push_back(scanNanoseconds(OUR_MODULE) * 1e-9);
+        if (ours.back() <= 0 || peers.back() <= 0)
+            return fail(state, "a module could not be scanned");
+        state.SetIterationTime(ours.back() + peers.back());
+    }
+    report(state, medianOf(std::move(ours)), medianOf(std::move(peers)));
+}
+
+void fileSize(benchmark::State& state)
+{
+    for (auto iteration : state) {
+        static_cast<void>(iteration);
+        state.SetIterationTime(1);
+    }
+    report(state, static_cast<double>(std::filesystem::file_size(OUR_MODULE)),
+           static_cast<double>(std::filesystem::file_size(PEER_MODULE)));
+}
+
+template <typename Record>
+Record recordAt(const std::vector<char>& bytes, size_t offset)
+{
+    Record record = {};
+    if (offset <= bytes.size() && bytes.size() - offset >= sizeof(record))
+        std::memcpy(&record, bytes.data() + offset, sizeof(record));
+    return record;
+}
+
+/** What the loader has to put right before the module can run. */
+double relocationsOf(const char* module)
+{
+    std::ifstream stream(module, std::ios::binary);
+    const std::vector<char> bytes{std::istreambuf_iterator<char>(stream), {}};
+    const auto header = recordAt<Elf64_Ehdr>(bytes, 0);
+    size_t count = 0;
+    for (size_t number = 0; number < header.e_shnum; ++number) {
+        const auto section =
+            recordAt<Elf64_Shdr>(bytes, header.e_shoff + number * sizeof(Elf64_Shdr));
+        if (section.sh_type == SHT_RELA)
+            count += section.sh_size / sizeof(Elf64_Rela);
+    }
+    return static_cast<double>(count);
+}
+
+void relocations(benchmark::State& state)
+{
+    for (auto iteration : state) {
+        static_cast<void>(iteration);
+        state.SetIterationTime(1);
+    }
+    report(state, relocationsOf(OUR_MODULE), relocationsOf(PEER_MODULE));
+}
+
+} // namespace
+
+void addModuleLines()
+{
+    addLine({"scan in a fresh process", kPeer, Unit::seconds, 1.0}, scan);
+    addLine({"module size on disk", kPeer, Unit::bytes, 1.5, true}, fileSize);
+    addLine({"module relocations", kPeer, Unit::count, 1.5, true}, relocations);
+}
+
+} // namespace bench

@@ -1,0 +1,23 @@
+// benchmarks: prints what the plug-in costs beside what nobody can save, or beside its peers.
+//
+//   scripts/benchmarks                                     builds and prints the whole table
+//   scripts/benchmarks --benchmark_filter='process.*'      lines of this kind only
+//
+// docs/performance.md says what each line is about. Google Benchmark's options work here too.
+#include "tests/bench/Lines.h"
+#include "tests/bench/Table.h"
+
+int main(int argc, char** argv)
+{
+    bench::addModuleLines();
+    bench::addLifeLines();
+    bench::addMemoryLines();
+    bench::addProcessLines();
+    bench::addMidiOutLines();
+    bench::addTickLines();
+    bench::addTextLines();
+    bench::addStudioLines();
+    bench::addPresetLibraryLines();
+    bench::addInstancesLines();
+    return bench::printTable(argc, argv);
+}
