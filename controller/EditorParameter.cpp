@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <string>
 #include <string_view>
-#include <utility>
 
 namespace Steinberg {
 namespace Vst {
@@ -60,14 +60,16 @@ void EditorParameter::fetchValueTexts()
         return;
     const int64 count =
         std::min(static_cast<int64>(maximum) - static_cast<int64>(minimum) + 1, kMaxValueTexts);
-    valueTexts.resize(static_cast<size_t>(count));
+    valueTexts.reserve(static_cast<size_t>(count));
+    std::string text;
     for (int64 index = 0; index < count; ++index) {
         const auto value = static_cast<int32>(minimum + index);
-        guarded([&] {
-            std::string text;
+        text.clear();
+        const bool isTold = guarded(false, [&] {
             editor->getParameterValueString(info.id, value, text);
-            valueTexts[static_cast<size_t>(index)] = std::move(text);
+            return true;
         });
+        valueTexts.add(isTold ? text : std::string_view());
     }
 }
 
@@ -113,9 +115,7 @@ void EditorParameter::toString(ParamValue normalized, String128 string) const
 {
     if (hasValueTexts) {
         const int64 index = static_cast<int64>(convertToEditorValue(normalized)) - minimum;
-        const bool known = index >= 0 && index < static_cast<int64>(valueTexts.size());
-        utf8ToString128(known ? std::string_view(valueTexts[static_cast<size_t>(index)]) : "",
-                        string);
+        utf8ToString128(valueTexts.at(index), string);
         return;
     }
     char number[128];

@@ -2,13 +2,12 @@
 #pragma once
 
 #include "controller/ParameterText.h"
+#include "controller/ValueTexts.h"
 #include "public.sdk/source/vst/vstparameters.h"
 
 #include "base/thread/include/flock.h"
 
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace Steinberg {
 namespace Vst {
@@ -81,7 +80,7 @@ private:
     int32 minimum = 0;
     std::unique_ptr<Base::Thread::FLock> lock;
     /** The text of editor value minimum + index. */
-    std::vector<std::string> valueTexts;
+    ValueTexts valueTexts;
 };
 
 } // namespace Vst

@@ -1,0 +1,58 @@
+// The texts of a parameter's values in one piece of memory.
+#include "controller/ValueTexts.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Steinberg::Vst::ValueTexts;
+
+TEST(ValueTexts, AreFoundByTheirIndex)
+{
+    ValueTexts texts;
+    texts.reserve(3);
+    texts.add("Off");
+    texts.add("L63");
+    texts.add("a text that is longer than the room that was made for it");
+    EXPECT_EQ(texts.at(0), "Off");
+    EXPECT_EQ(texts.at(1), "L63");
+    EXPECT_EQ(texts.at(2), "a text that is longer than the room that was made for it");
+}
+
+TEST(ValueTexts, KeepTheirPlaceWhenSomeAreEmpty)
+{
+    ValueTexts texts;
+    texts.add("");
+    texts.add("one");
+    texts.add({});
+    texts.add("three");
+    EXPECT_EQ(texts.at(0), "");
+    EXPECT_EQ(texts.at(1), "one");
+    EXPECT_EQ(texts.at(2), "");
+    EXPECT_EQ(texts.at(3), "three");
+}
+
+TEST(ValueTexts, AreEmptyWhereThereAreNone)
+{
+    ValueTexts texts;
+    EXPECT_EQ(texts.at(0), "");
+    texts.add("zero");
+    EXPECT_EQ(texts.at(-1), "");
+    EXPECT_EQ(texts.at(1), "");
+    EXPECT_EQ(texts.at(INT64_MAX), "");
+    EXPECT_EQ(texts.at(INT64_MIN), "");
+}
+
+TEST(ValueTexts, KeepMoreThanAHostCanShowOfALongOne)
+{
+    ValueTexts texts;
+    texts.add(std::string(100'000, 'x'));
+    texts.add("next");
+    // 127 characters of three bytes each.
+    EXPECT_GE(texts.at(0).size(), 381u);
+    EXPECT_LT(texts.at(0).size(), 1'000u);
+    EXPECT_EQ(texts.at(0).find_first_not_of('x'), std::string_view::npos);
+    EXPECT_EQ(texts.at(1), "next");
+}
+
+} // namespace
