@@ -14,7 +14,7 @@ public:
     enum Place {
         kElsewhere, ///< everything goes; also the library's own work inside a block
         kInBlock,   ///< nothing goes
-        kAtQueue    ///< one event is taken out: the queue's lock, and the memory that it leaves
+        kAtQueue    ///< one event is taken out: the queue's lock goes
     };
     enum Call { kAllocate, kFree, kLock, kWait };
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "editorlib/VstIEffectInterface.h"
+#include "processor/MidiOutQueue.h"
 #include "public.sdk/source/vst/vstaudioeffect.h"
 
 #include "base/thread/include/flock.h"
@@ -10,7 +11,6 @@
 #include "pluginterfaces/vst/ivstparameterchanges.h"
 
 #include <atomic>
-#include <deque>
 #include <memory>
 
 namespace Steinberg {
@@ -65,14 +65,15 @@ private:
     void connectEditor(IMessage& message);
     void disconnectEditor();
     void readUnicodeFlag(IMessage& message);
-    void forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges* changes);
+    static void forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges& changes);
     static void forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue);
-    void forwardEvents(VstIEditorConnect& editor, IEventList* events);
-    void sendQueuedEvents(IEventList* events);
+    static void forwardEvents(VstIEditorConnect& editor, IEventList& events);
+    void sendQueuedEvents(IEventList& events);
+    bool takeQueuedEvent(Event& event);
     tresult setTextState(VstIEditorConnect& editor, IBStream* state);
     tresult setBinaryState(VstIEditorConnect& editor, IBStream* state);
 
-    std::deque<Event> midiOutQueue; ///< at most 100 events
+    MidiOutQueue midiOutQueue;
     std::unique_ptr<Base::Thread::FLock> midiOutLock;
     std::unique_ptr<Base::Thread::FLock> sampleRateLock;
     // Lone words that need no lock; atomic only so that reading them while they are written is

@@ -8,17 +8,12 @@
 #include "pluginterfaces/vst/ivstevents.h"
 #include "pluginterfaces/vst/ivstparameterchanges.h"
 
-#include <cmath>
-
 namespace Steinberg {
 namespace Vst {
 
 using Base::Thread::FGuard;
 
 namespace {
-
-/** A host that stops processing must not make the queue grow without limit. */
-constexpr size_t kMaxQueuedEvents = 100;
 
 constexpr uint8 kNoteOff = 0x80;
 constexpr uint8 kNoteOn = 0x90;
@@ -27,10 +22,12 @@ struct MidiMessage {
     uint8 bytes[3] = {0, 0, 0};
 };
 
-/** The instrument's parts know played and not played: any velocity above 0 becomes 127. */
+/** The instrument's parts know played and not played: any velocity above 0 becomes 127. What counts
+    is the velocity rounded up, which is 0 above -1 already. */
 uint8 switchVelocity(float velocity)
 {
-    return std::ceil(velocity) != 0 ? 127 : 0;
+    const bool roundsUpToZero = velocity > -1 && velocity <= 0;
+    return roundsUpToZero ? 0 : 127;
 }
 
 /** Events that are no notes give three zero bytes, which the library expects all the same. */
@@ -68,21 +65,22 @@ tresult PLUGIN_API VstK2x::process(ProcessData& data)
     const AudioThreadGuard block(AudioThreadGuard::kInBlock);
     // Each list on its own: one that fails must not hold back notes on the others.
     if (VstIEditorConnect* editor = editorConnection) {
-        guarded([&] { forwardParameterChanges(*editor, data.inputParameterChanges); });
-        guarded([&] { forwardEvents(*editor, data.inputEvents); });
+        if (IParameterChanges* changes = data.inputParameterChanges)
+            guarded([&] { forwardParameterChanges(*editor, *changes); });
+        if (IEventList* events = data.inputEvents)
+            guarded([&] { forwardEvents(*editor, *events); });
     }
-    guarded([&] { sendQueuedEvents(data.outputEvents); });
+    if (IEventList* events = data.outputEvents)
+        guarded([&] { sendQueuedEvents(*events); });
     return kResultOk;
 }
 
-void VstK2x::forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges* changes)
+void VstK2x::forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges& changes)
 {
-    if (!changes)
-        return;
-    const int32 count = changes->getParameterCount();
+    const int32 count = changes.getParameterCount();
     // Each on its own: one that throws is unreadable, and the others are not.
     for (int32 index = 0; index < count; ++index)
-        guarded([&] { forwardLastPoint(editor, changes->getParameterData(index)); });
+        guarded([&] { forwardLastPoint(editor, changes.getParameterData(index)); });
 }
 
 void VstK2x::forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue)
@@ -97,15 +95,13 @@ void VstK2x::forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue
     editor.hostParameterChanged(id, value);
 }
 
-void VstK2x::forwardEvents(VstIEditorConnect& editor, IEventList* events)
+void VstK2x::forwardEvents(VstIEditorConnect& editor, IEventList& events)
 {
-    if (!events)
-        return;
-    const int32 count = events->getEventCount();
+    const int32 count = events.getEventCount();
     for (int32 index = 0; index < count; ++index)
         guarded([&] {
             Event event = {};
-            if (events->getEvent(index, event) != kResultOk)
+            if (events.getEvent(index, event) != kResultOk)
                 return;
             const MidiMessage midi = toMidi(event);
             const AudioThreadGuard libraryCall(AudioThreadGuard::kElsewhere);
@@ -113,27 +109,21 @@ void VstK2x::forwardEvents(VstIEditorConnect& editor, IEventList* events)
         });
 }
 
-void VstK2x::sendQueuedEvents(IEventList* events)
+void VstK2x::sendQueuedEvents(IEventList& events)
 {
-    if (!events)
-        return;
     // Events that the library adds meanwhile leave with the next block: a library that never stops
-    // must not hold the audio thread.
-    size_t remaining = kMaxQueuedEvents;
-    for (bool first = true; remaining > 0; first = false, --remaining) {
-        Event event;
-        {
-            const AudioThreadGuard queue(AudioThreadGuard::kAtQueue);
-            const FGuard guard(*midiOutLock);
-            if (midiOutQueue.empty())
-                return;
-            if (first)
-                remaining = midiOutQueue.size();
-            event = midiOutQueue.front();
-            midiOutQueue.pop_front();
-        }
-        events->addEvent(event);
-    }
+    // must not hold the audio thread. Most blocks find the queue empty and take no lock.
+    Event event;
+    for (size_t remaining = midiOutQueue.size(); remaining > 0 && takeQueuedEvent(event);
+         --remaining)
+        events.addEvent(event);
+}
+
+bool VstK2x::takeQueuedEvent(Event& event)
+{
+    const AudioThreadGuard queue(AudioThreadGuard::kAtQueue);
+    const FGuard guard(*midiOutLock);
+    return midiOutQueue.pop(event);
 }
 
 void VstK2x::writeMidi(const void* data, int length)
@@ -143,9 +133,7 @@ void VstK2x::writeMidi(const void* data, int length)
     const Event event = toNoteOn(static_cast<const uint8*>(data));
     guarded([this, &event] {
         const FGuard guard(*midiOutLock);
-        if (midiOutQueue.size() >= kMaxQueuedEvents)
-            midiOutQueue.clear();
-        midiOutQueue.push_back(event);
+        midiOutQueue.push(event);
     });
 }
 

@@ -22,7 +22,7 @@ TEST(AudioThreadGuardDeathTest, LetsAnEventBeTakenOutOfTheQueue)
     {
         const Guard queue(Guard::kAtQueue);
         Guard::check(Guard::kLock, "lock");
-        Guard::check(Guard::kFree, "free");
+        EXPECT_DEATH(Guard::check(Guard::kFree, "free"), "free");
         EXPECT_DEATH(Guard::check(Guard::kAllocate, "malloc"), "malloc");
         EXPECT_DEATH(Guard::check(Guard::kWait, "wait"), "wait");
     }
