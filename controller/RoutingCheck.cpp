@@ -39,13 +39,14 @@ IPtr<IConnector> outputConnector(IDevice& instrument)
 RoutingCheck::RoutingCheck(const ControllerContext& controller, bool throughInstrumentRack)
 : context(controller)
 , useInstrumentRack(throughInstrumentRack)
+, outputHere(std::string(kOutputSeparator) + kPlugInName)
 {
 }
 
 bool RoutingCheck::isRoutedHere(IValue* output, IDevice* track)
 {
     if (!useInstrumentRack)
-        return containsText(output, std::string(kOutputSeparator) + kPlugInName);
+        return containsText(output, outputHere);
     return track && containsText(effectTypeOf(track), kPlugInName);
 }
 

@@ -47,6 +47,7 @@ private:
 
     const ControllerContext& context;
     const bool useInstrumentRack;
+    const std::string outputHere; ///< what the text of an output to this plug-in contains
     std::optional<bool> unicode;
     IPtr<IDeviceList> deviceList; ///< held as long as the folder, which is borrowed
     std::optional<IDevice*> foundFolder;
