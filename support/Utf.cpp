@@ -10,6 +10,11 @@ namespace {
 constexpr char32_t kReplacement = U'?';
 constexpr size_t kString128Units = 128;
 
+bool isAscii(char32_t unit)
+{
+    return unit < 0x80;
+}
+
 bool isHighSurrogate(char32_t unit)
 {
     return unit >= 0xD800 && unit <= 0xDBFF;
@@ -112,8 +117,10 @@ Units toUnits(char32_t character)
 
 std::string utf16ToUtf8(std::u16string_view text)
 {
-    std::string result;
-    result.reserve(text.size());
+    // Most of a host's texts are ASCII to their end.
+    const auto rest = std::find_if_not(text.begin(), text.end(), isAscii);
+    std::string result(text.begin(), rest);
+    text.remove_prefix(result.size());
     while (!text.empty())
         append(result, takeCharacter(text));
     return result;
