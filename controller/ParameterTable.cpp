@@ -10,13 +10,21 @@ namespace {
 
 constexpr int kCommonPart = 16;
 
+/** As every field of the instrument has: the text of such an ID need not be written and read. */
+constexpr bool hasThreeDigits(int field)
+{
+    return field >= 0 && field < 1000;
+}
+
 } // namespace
 
 unsigned vstParameterID(int block, int number, int part, VstIObserver::ParamModeType mode)
 {
+    const int last = mode == VstIObserver::ParamModeCommon ? kCommonPart : part;
+    if (hasThreeDigits(block) && hasThreeDigits(number) && hasThreeDigits(last))
+        return static_cast<unsigned>((block * 1000 + number) * 1000 + last);
     char text[40]; // three integers of at most eleven characters each
-    std::snprintf(text, sizeof(text), "%d%03d%03d", block, number,
-                  mode == VstIObserver::ParamModeCommon ? kCommonPart : part);
+    std::snprintf(text, sizeof(text), "%d%03d%03d", block, number, last);
     return static_cast<unsigned>(std::strtoll(text, nullptr, 10));
 }
 
