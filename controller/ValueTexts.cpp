@@ -5,24 +5,14 @@ namespace Vst {
 
 namespace {
 
-/** A host shows 127 units of UTF-16, which come from 381 bytes of UTF-8 at most. */
-constexpr size_t kMaxShownBytes = 512;
-
 constexpr size_t kUsualBytes = 4;
 
 } // namespace
 
 void ValueTexts::reserve(size_t count)
 {
-    bytes.reserve(count * kUsualBytes);
+    bytes.resize(count * kUsualBytes);
     ends.reserve(count);
-}
-
-void ValueTexts::add(std::string_view text)
-{
-    text = text.substr(0, kMaxShownBytes);
-    bytes.insert(bytes.end(), text.begin(), text.end());
-    ends.push_back(static_cast<uint32>(bytes.size()));
 }
 
 std::string_view ValueTexts::at(int64 index) const

@@ -17,14 +17,26 @@ public:
     void reserve(size_t count);
 
     /** Adds the next value's text. Of a text that is longer than any host shows, the part that is
-        shown is kept. */
-    void add(std::string_view text);
+        shown is kept. Inline, since an instance begins with 29,000 calls. */
+    void add(std::string_view text)
+    {
+        text = text.substr(0, kMaxShownBytes);
+        const size_t begin = ends.empty() ? 0 : ends.back();
+        const size_t end = begin + text.size();
+        if (end > bytes.size())
+            bytes.resize(end + bytes.size());
+        text.copy(bytes.data() + begin, text.size());
+        ends.push_back(static_cast<uint32>(end));
+    }
 
     /** @return the text at index, borrowed until the next add; empty where there is none */
     std::string_view at(int64 index) const;
 
 private:
-    std::vector<char> bytes;
+    /** A host shows 127 units of UTF-16, which come from 381 bytes of UTF-8 at most. */
+    static constexpr size_t kMaxShownBytes = 512;
+
+    std::vector<char> bytes;  ///< the texts, and room for more behind them
     std::vector<uint32> ends; ///< one past each text's last byte
 };
 
