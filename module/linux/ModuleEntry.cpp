@@ -2,10 +2,13 @@
 #include "module/ModuleInit.h"
 #include "pluginterfaces/base/fplatform.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 #include <dlfcn.h>
-#include <filesystem>
 #include <string>
+#include <string_view>
+#include <unistd.h>
 
 extern "C" {
 
@@ -16,6 +19,34 @@ SMTG_EXPORT_SYMBOL bool ModuleExit();
 }
 
 namespace {
+
+void removeLast(std::string& path)
+{
+    path.erase(std::min(path.rfind('/'), path.size()));
+}
+
+/** The file's path from the root, with "." and ".." taken out as they are written, so that symbolic
+    links stay in it; empty when the current folder is not known. With the C++ library's own path,
+    whose first use is slow, finding the bundle would be nine tenths of the entry. */
+std::string absolutePath(std::string_view file)
+{
+    std::string path;
+    if (file.substr(0, 1) != "/") {
+        char folder[PATH_MAX];
+        if (!getcwd(folder, sizeof(folder)))
+            return {};
+        path = folder;
+    }
+    while (!file.empty()) {
+        const std::string_view name = file.substr(0, file.find('/'));
+        file.remove_prefix(std::min(name.size() + 1, file.size()));
+        if (name == "..")
+            removeLast(path);
+        else if (!name.empty() && name != ".")
+            path.append("/").append(name);
+    }
+    return path;
+}
 
 /** The bundle folder of a file <bundle>/Contents/<architecture>/<file>, or empty. */
 std::string bundleOf(std::string file)
@@ -32,11 +63,11 @@ std::string bundleOf(std::string file)
 void readOwnPath()
 {
     Dl_info info = {};
-    if (dladdr(reinterpret_cast<void*>(&ModuleEntry), &info) == 0 || !info.dli_fname)
+    if (dladdr(reinterpret_cast<void*>(&ModuleEntry), &info) == 0 || !info.dli_fname ||
+        !*info.dli_fname)
         return;
     // The loader's name of the file is as the host gave it, which may be from the host's folder.
-    const auto file = std::filesystem::absolute(info.dli_fname).lexically_normal();
-    const std::string bundle = bundleOf(file.string());
+    const std::string bundle = bundleOf(absolutePath(info.dli_fname));
     if (bundle.size() < kMaxModulePath)
         std::memcpy(gPath, bundle.c_str(), bundle.size() + 1);
 }

@@ -109,6 +109,34 @@ TEST_F(ModulePath, IsWholeInAHostThatLoadsFromItsOwnFolder)
     EXPECT_EQ(module.path(), bundle.string());
 }
 
+TEST_F(ModulePath, IsWrittenWithoutDetours)
+{
+    const auto bundle = folder / "RDL3_RDL5 VST.vst3";
+    install(bundle);
+    fs::create_directories(bundle / "Contents" / "MacOS");
+    fs::create_directories(folder / "host" / "bin");
+    fs::current_path(folder / "host" / "bin");
+    const std::string name = bundle.filename().string();
+    for (const std::string& file :
+         {"../.././" + name + "//Contents/./x86_64-linux/Plug-in.so",
+          "../../" + name + "/Contents/MacOS/../x86_64-linux/../x86_64-linux/Plug-in.so",
+          "/../../.." + bundle.string() + "/Contents/x86_64-linux///././Plug-in.so"}) {
+        const Module module(file);
+        EXPECT_TRUE(module.enter());
+        EXPECT_EQ(module.path(), bundle.string()) << file;
+    }
+}
+
+TEST_F(ModulePath, IsTheLinksWhereTheBundleIsLinked)
+{
+    const auto bundle = folder / "RDL3_RDL5 VST.vst3";
+    install(folder / "store" / "bundle");
+    fs::create_directory_symlink(folder / "store" / "bundle", bundle);
+    const Module module(fileIn(bundle));
+    EXPECT_TRUE(module.enter());
+    EXPECT_EQ(module.path(), bundle.string());
+}
+
 TEST_F(ModulePath, IsNotKnownAfterANullHandle)
 {
     const auto bundle = folder / "RDL3_RDL5 VST.vst3";
