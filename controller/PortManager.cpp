@@ -82,7 +82,7 @@ bool isMidiOutput(IHostPort& port)
 
 std::string toText(const char16* text, bool isUnicode)
 {
-    return CharacterConvert(text, isUnicode).getStdString();
+    return CharacterConvert::ConvertHostText(text, isUnicode);
 }
 
 bool readPortId(IHostPort& port, bool isUnicode, std::string& id)

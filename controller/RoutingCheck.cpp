@@ -58,8 +58,8 @@ bool RoutingCheck::containsText(IValue* value, const std::string& text)
     int32 size = kTextUnits;
     value->getString(buffer, &size);
     // The host may have filled the buffer to the last unit, without a terminator.
-    return CharacterConvert(buffer, isUnicode(), kTextUnits)
-        .IsContainedInString(text.c_str(), false);
+    const std::string said = CharacterConvert::ConvertHostText(buffer, isUnicode(), kTextUnits);
+    return said.find(text) != std::string::npos;
 }
 
 bool RoutingCheck::isUnicode()

@@ -10,16 +10,28 @@ namespace Vst {
 
 namespace {
 
+std::u16string_view wideText(const char16* text, int32 limit)
+{
+    if (limit < 0)
+        return text;
+    return {text, boundedLength(text, static_cast<size_t>(limit))};
+}
+
+/** 8-bit text in a field of limit units. */
+std::string_view packedText(const char16* field, int32 limit)
+{
+    const auto* bytes = reinterpret_cast<const char8*>(field);
+    if (limit < 0)
+        return bytes;
+    return {bytes, boundedLength(bytes, static_cast<size_t>(limit) * sizeof(char16))};
+}
+
 /** Length of packed 8-bit text in whole units. The text ends at its zero byte, and the copy appends
     a zero unit, so neither that byte nor the rest of its unit is needed: a host that ends such a
     text with a single byte is not read past its end. */
-int32 packedLength(const char16* text, int32 limit)
+int32 packedLength(const char16* field, int32 limit)
 {
-    const auto* bytes = reinterpret_cast<const char8*>(text);
-    const size_t byteLimit = static_cast<size_t>(limit) * sizeof(char16);
-    const size_t length =
-        limit < 0 ? std::char_traits<char8>::length(bytes) : boundedLength(bytes, byteLimit);
-    return static_cast<int32>((length + 1) / sizeof(char16));
+    return static_cast<int32>((packedText(field, limit).size() + 1) / sizeof(char16));
 }
 
 /** Units to copy, or -1 to let String look for the terminator, which it does without a limit. */
@@ -29,7 +41,7 @@ int32 unitsOf(const char16* text, bool isUnicode, int32 limit, bool isTerminated
         return limit;
     if (!isUnicode)
         return packedLength(text, limit);
-    return limit < 0 ? -1 : static_cast<int32>(boundedLength(text, static_cast<size_t>(limit)));
+    return limit < 0 ? -1 : static_cast<int32>(wideText(text, limit).size());
 }
 
 int32 bytesOf(const char8* text, int32 limit, bool isTerminated)
@@ -84,6 +96,13 @@ const char16* CharacterConvert::text16() const
 std::string CharacterConvert::getStdString() const
 {
     return unicode ? ConvertTo8BitString(text16(), true) : std::string(text8());
+}
+
+std::string CharacterConvert::ConvertHostText(const char16* text, bool isUnicode, int32 length)
+{
+    if (!text)
+        return {};
+    return isUnicode ? utf16ToUtf8(wideText(text, length)) : std::string(packedText(text, length));
 }
 
 std::string CharacterConvert::ConvertTo8BitString(const char16* text, bool utf8)

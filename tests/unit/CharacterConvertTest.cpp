@@ -79,6 +79,26 @@ TEST(CharacterConvert, Utf16ReadWithAClearFlagGivesItsFirstCharacterOnly)
     EXPECT_EQ(CharacterConvert(u"Nuendo", false).getStdString(), "N");
 }
 
+TEST(CharacterConvert, AHostsTextIsTheSameWithoutAnObject)
+{
+    EXPECT_EQ(CharacterConvert::ConvertHostText(u"Gr\u00F6\u00DFe \U0001F3B9", true),
+              "Gr\xC3\xB6\xC3\x9F"
+              "e \xF0\x9F\x8E\xB9");
+    const char16 lone[] = {u'a', 0xD800, u'b', 0};
+    EXPECT_EQ(CharacterConvert::ConvertHostText(lone, true), "a?b");
+    const auto field = unterminated(u"selected");
+    EXPECT_EQ(CharacterConvert::ConvertHostText(field.get(), true, 8), "selected");
+    EXPECT_EQ(CharacterConvert::ConvertHostText(field.get(), true, 0), "");
+    const auto odd = pack({"Cubase5\0", 8});
+    EXPECT_EQ(CharacterConvert::ConvertHostText(odd.get(), false), "Cubase5");
+    const auto ended = pack({"Nuendo\0z", 8});
+    EXPECT_EQ(CharacterConvert::ConvertHostText(ended.get(), false, 4), "Nuendo");
+    EXPECT_EQ(CharacterConvert::ConvertHostText(pack("Nuendo").get(), false, 2), "Nuen");
+    EXPECT_EQ(CharacterConvert::ConvertHostText(pack("\xC4\xD6\xFF").get(), false, 1), "\xC4\xD6");
+    for (const bool isUnicode : {false, true})
+        EXPECT_EQ(CharacterConvert::ConvertHostText(nullptr, isUnicode, 8), "");
+}
+
 TEST(CharacterConvert, TheCopyOfA16BitTextIsWideWhicheverTheFlag)
 {
     const CharacterConvert wide(u"Nuendo", true);
