@@ -1,4 +1,4 @@
-// The module file, beside the lightest of the SDK's sample plug-ins.
+// The module file, beside sample plug-ins of the SDK.
 #include "tests/bench/Lines.h"
 #include "tests/bench/OtherProgram.h"
 #include "tests/bench/Table.h"
@@ -13,7 +13,14 @@ namespace bench {
 
 namespace {
 
-constexpr auto kPeer = "the SDK's legacy MIDI CC out";
+struct Peer {
+    const char* module;
+    const char* name;
+    const char* what;
+};
+constexpr Peer kPeers[] = {
+    {SYNC_DELAY_MODULE, "sync delay", "the SDK's lightest sample"},
+    {MIDI_CC_OUT_MODULE, "MIDI CC out", "the SDK's sample that passes MIDI on"}};
 
 /** @return 0 when the module could not be scanned */
 double scanNanoseconds(const std::string& module)
@@ -22,13 +29,13 @@ double scanNanoseconds(const std::string& module)
     return answers.empty() ? 0 : answers.begin()->second;
 }
 
-void scan(benchmark::State& state)
+void scan(benchmark::State& state, const Peer& peer)
 {
     std::vector<double> ours;
     std::vector<double> peers;
     for (auto iteration : state) {
         static_cast<void>(iteration);
-        peers.push_back(scanNanoseconds(PEER_MODULE) * 1e-9);
+        peers.push_back(scanNanoseconds(peer.module) * 1e-9);
         ours.push_back(scanNanoseconds(OUR_MODULE) * 1e-9);
         if (ours.back() <= 0 || peers.back() <= 0)
             return fail(state, "a module could not be scanned");
@@ -37,14 +44,14 @@ void scan(benchmark::State& state)
     report(state, medianOf(std::move(ours)), medianOf(std::move(peers)));
 }
 
-void fileSize(benchmark::State& state)
+void fileSize(benchmark::State& state, const Peer& peer)
 {
     for (auto iteration : state) {
         static_cast<void>(iteration);
         state.SetIterationTime(1);
     }
     report(state, static_cast<double>(std::filesystem::file_size(OUR_MODULE)),
-           static_cast<double>(std::filesystem::file_size(PEER_MODULE)));
+           static_cast<double>(std::filesystem::file_size(peer.module)));
 }
 
 template <typename Record>
@@ -72,22 +79,28 @@ double relocationsOf(const char* module)
     return static_cast<double>(count);
 }
 
-void relocations(benchmark::State& state)
+void relocations(benchmark::State& state, const Peer& peer)
 {
     for (auto iteration : state) {
         static_cast<void>(iteration);
         state.SetIterationTime(1);
     }
-    report(state, relocationsOf(OUR_MODULE), relocationsOf(PEER_MODULE));
+    report(state, relocationsOf(OUR_MODULE), relocationsOf(peer.module));
 }
 
 } // namespace
 
 void addModuleLines()
 {
-    addLine({"scan in a fresh process", kPeer, Unit::seconds, 1.0}, scan);
-    addLine({"module size on disk", kPeer, Unit::bytes, 1.5, true}, fileSize);
-    addLine({"module relocations", kPeer, Unit::count, 1.5, true}, relocations);
+    for (const Peer& peer : kPeers) {
+        const std::string beside = std::string(" beside ") + peer.name;
+        addLine({"scan in a fresh process" + beside, peer.what, Unit::seconds, 1.0},
+                [peer](benchmark::State& state) { scan(state, peer); });
+        addLine({"module size on disk" + beside, peer.what, Unit::bytes, 1.5, true},
+                [peer](benchmark::State& state) { fileSize(state, peer); });
+        addLine({"module relocations" + beside, peer.what, Unit::count, 1.5, true},
+                [peer](benchmark::State& state) { relocations(state, peer); });
+    }
 }
 
 } // namespace bench
