@@ -8,7 +8,6 @@
 
 #include "base/thread/include/flock.h"
 #include "pluginterfaces/vst/ivstevents.h"
-#include "pluginterfaces/vst/ivstparameterchanges.h"
 
 #include <atomic>
 #include <memory>
@@ -65,9 +64,6 @@ private:
     void connectEditor(IMessage& message);
     void disconnectEditor();
     void readUnicodeFlag(IMessage& message);
-    static void forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges& changes);
-    static void forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue);
-    static void forwardEvents(VstIEditorConnect& editor, IEventList& events);
     void sendQueuedEvents(IEventList& events);
     bool takeQueuedEvent(Event& event);
     tresult setTextState(VstIEditorConnect& editor, IBStream* state);

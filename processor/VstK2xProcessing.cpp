@@ -58,6 +58,40 @@ Event toNoteOn(const uint8* midi)
     return event;
 }
 
+void forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue)
+{
+    const int32 points = queue ? queue->getPointCount() : 0;
+    int32 sampleOffset = 0;
+    ParamValue value = 0;
+    if (points <= 0 || queue->getPoint(points - 1, sampleOffset, value) != kResultOk)
+        return;
+    const ParamID id = queue->getParameterId();
+    const AudioThreadGuard libraryCall(AudioThreadGuard::kElsewhere);
+    editor.hostParameterChanged(id, value);
+}
+
+void forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges& changes)
+{
+    const int32 count = changes.getParameterCount();
+    // Each on its own: one that throws is unreadable, and the others are not.
+    for (int32 index = 0; index < count; ++index)
+        guarded([&] { forwardLastPoint(editor, changes.getParameterData(index)); });
+}
+
+void forwardEvents(VstIEditorConnect& editor, IEventList& events)
+{
+    const int32 count = events.getEventCount();
+    for (int32 index = 0; index < count; ++index)
+        guarded([&] {
+            Event event = {};
+            if (events.getEvent(index, event) != kResultOk)
+                return;
+            const MidiMessage midi = toMidi(event);
+            const AudioThreadGuard libraryCall(AudioThreadGuard::kElsewhere);
+            editor.receiveHostMidi(midi.bytes, sizeof(midi.bytes));
+        });
+}
+
 } // namespace
 
 tresult PLUGIN_API VstK2x::process(ProcessData& data)
@@ -73,40 +107,6 @@ tresult PLUGIN_API VstK2x::process(ProcessData& data)
     if (IEventList* events = data.outputEvents)
         guarded([&] { sendQueuedEvents(*events); });
     return kResultOk;
-}
-
-void VstK2x::forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges& changes)
-{
-    const int32 count = changes.getParameterCount();
-    // Each on its own: one that throws is unreadable, and the others are not.
-    for (int32 index = 0; index < count; ++index)
-        guarded([&] { forwardLastPoint(editor, changes.getParameterData(index)); });
-}
-
-void VstK2x::forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue)
-{
-    const int32 points = queue ? queue->getPointCount() : 0;
-    int32 sampleOffset = 0;
-    ParamValue value = 0;
-    if (points <= 0 || queue->getPoint(points - 1, sampleOffset, value) != kResultOk)
-        return;
-    const ParamID id = queue->getParameterId();
-    const AudioThreadGuard libraryCall(AudioThreadGuard::kElsewhere);
-    editor.hostParameterChanged(id, value);
-}
-
-void VstK2x::forwardEvents(VstIEditorConnect& editor, IEventList& events)
-{
-    const int32 count = events.getEventCount();
-    for (int32 index = 0; index < count; ++index)
-        guarded([&] {
-            Event event = {};
-            if (events.getEvent(index, event) != kResultOk)
-                return;
-            const MidiMessage midi = toMidi(event);
-            const AudioThreadGuard libraryCall(AudioThreadGuard::kElsewhere);
-            editor.receiveHostMidi(midi.bytes, sizeof(midi.bytes));
-        });
 }
 
 void VstK2x::sendQueuedEvents(IEventList& events)
