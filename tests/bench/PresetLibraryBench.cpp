@@ -1,7 +1,7 @@
 // The preset library's generator against a bare loop that writes the same bytes under the same
 // names.
 //
-//   ours    VstK2xPresetCreater::setVoiceDataInfo over every single voice of the library
+//   ours    VstK2xPresetCreater::setVoiceDataInfo over every bank of the library
 //   floor   open, write, close, once a file, with contents and names made beforehand
 //
 // Each side has a folder of its own.
@@ -48,21 +48,24 @@ struct File {
     std::string content;
 };
 
-Voices singleVoices(VstIEditorConnect& library)
+Voices allVoices(VstIEditorConnect& library)
 {
     VstK2xPresetCreater creater(library);
+    std::vector<int> banks;
+    for (int bank = VoiceBank::kFirst; bank <= VoiceBank::kLast; ++bank)
+        banks.push_back(bank);
     Voices voices;
-    for (const auto& voice :
-         makepresets::collectVoices(creater, {0, 1, 2, 3, 4, 5, 6, 7, 11, 12, 13}))
+    for (const auto& voice : makepresets::collectVoices(creater, banks))
         voices[static_cast<unsigned>(voice.bank)][static_cast<unsigned>(voice.number)] = voice.text;
     return voices;
 }
 
 void writeOurs(VstIEditorConnect& library, Voices& voices)
 {
-    VstK2xPresetCreater(library).setVoiceDataInfo(voices, VstK2xPresetCreater::kAllVoiceBanks,
-                                                  VstK2xPresetCreater::kUserFolder, nullptr, true,
-                                                  false);
+    constexpr auto allBanks = static_cast<VstK2xPresetCreater::PresetType>(
+        VstK2xPresetCreater::kAllVoiceBanks | VstK2xPresetCreater::kAllUserBanks);
+    VstK2xPresetCreater(library).setVoiceDataInfo(
+        voices, allBanks, VstK2xPresetCreater::kUserFolder, nullptr, true, false);
 }
 
 std::vector<File> readBack(const fs::path& folder)
@@ -96,7 +99,7 @@ bool writeFloor(const fs::path& folder, const std::vector<File>& files)
 void presetLibrary(benchmark::State& state)
 {
     const makepresets::EditorConnection library(editorLibraryPath());
-    Voices voices = singleVoices(library.get());
+    Voices voices = allVoices(library.get());
     const ScratchFolder home;
     const ScratchFolder floor;
     setenv("HOME", home.path.c_str(), 1);
@@ -114,7 +117,7 @@ void presetLibrary(benchmark::State& state)
 
 void addPresetLibraryLines()
 {
-    addLine({"preset library, all single voices, each file", "open, write, close of the same bytes",
+    addLine({"preset library, all banks, each file", "open, write, close of the same bytes",
              Unit::seconds, 1.3},
             presetLibrary);
 }
