@@ -18,9 +18,8 @@ struct Peer {
     const char* name;
     const char* what;
 };
-constexpr Peer kPeers[] = {
-    {SYNC_DELAY_MODULE, "sync delay", "the SDK's lightest sample"},
-    {MIDI_CC_OUT_MODULE, "MIDI CC out", "the SDK's sample that passes MIDI on"}};
+constexpr Peer kPeers[] = {{SYNC_DELAY_MODULE, "sync delay", "the SDK's lightest sample"},
+                           {MIDI_CC_OUT_MODULE, "MIDI CC out", "the SDK's sample that sends MIDI"}};
 
 /** @return 0 when the module could not be scanned */
 double scanNanoseconds(const std::string& module)
