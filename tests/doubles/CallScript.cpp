@@ -1,7 +1,5 @@
 #include "tests/doubles/CallScript.h"
 
-#include <optional>
-
 namespace doubles {
 namespace {
 
@@ -28,6 +26,11 @@ bool isNamedBy(const std::string& text, const std::string& call)
            beginsWith(operationOf(text), call + "(");
 }
 
+unsigned bitOf(Nonsense what)
+{
+    return 1U << static_cast<unsigned>(what);
+}
+
 } // namespace
 
 void CallScript::failAt(const std::string& call)
@@ -52,9 +55,9 @@ void CallScript::throwAtCall(size_t n)
     setFaultAtCall(n, Fault::kThrow);
 }
 
-void CallScript::talkNonsenseAtCall(size_t n)
+void CallScript::talkNonsenseAtCall(size_t n, Nonsense what)
 {
-    setFaultAtCall(n, Fault::kNonsense);
+    setFaultAtCall(n, Fault::kNonsense, what);
 }
 
 bool CallScript::nonsenseTold() const
@@ -63,22 +66,66 @@ bool CallScript::nonsenseTold() const
     return toldNonsense;
 }
 
-int CallScript::told(int answer)
+void CallScript::watchAnswers()
 {
     const std::lock_guard<std::mutex> guard(mutex);
-    toldNonsense = toldNonsense || talksNonsense;
-    return talksNonsense ? kNonsense : answer;
+    count = 0;
+    watched = true;
+    answers.clear();
 }
 
-void CallScript::setFaultAtCall(size_t n, Fault fault)
+bool CallScript::hadAnswer(size_t n, Nonsense what) const
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    return n >= 1 && n <= answers.size() && (answers[n - 1] & bitOf(what)) != 0;
+}
+
+bool CallScript::tells(Nonsense what)
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    if (watched && !answers.empty())
+        answers.back() |= bitOf(what);
+    const bool result = talksNonsense && nonsense == what;
+    toldNonsense = toldNonsense || result;
+    return result;
+}
+
+int CallScript::told(int answer, int most)
+{
+    if (tells(Nonsense::kWrong))
+        return kNonsense;
+    return tells(Nonsense::kHuge) ? most : answer;
+}
+
+bool CallScript::toldFlag(bool answer)
+{
+    return tells(Nonsense::kWrong) != answer;
+}
+
+bool CallScript::toldWithoutObject()
+{
+    return tells(Nonsense::kWrong);
+}
+
+std::optional<Nonsense> CallScript::toldText()
+{
+    for (const auto what : {Nonsense::kEmptyText, Nonsense::kBrokenText, Nonsense::kEndlessText})
+        if (tells(what))
+            return what;
+    return std::nullopt;
+}
+
+void CallScript::setFaultAtCall(size_t n, Fault fault, Nonsense what)
 {
     const std::lock_guard<std::mutex> guard(mutex);
     count = 0;
     faultyCall = n;
     faultOfCall = fault;
+    nonsense = what;
     faulty.clear();
     talksNonsense = false;
     toldNonsense = false;
+    watched = false;
 }
 
 void CallScript::clearFaults()
@@ -89,6 +136,7 @@ void CallScript::clearFaults()
     faultyCall = 0;
     faulty.clear();
     talksNonsense = false;
+    watched = false;
 }
 
 size_t CallScript::callCount() const
@@ -123,6 +171,8 @@ bool CallScript::asked(const std::string& text)
         if (fault)
             faulty = text;
         talksNonsense = fault == Fault::kNonsense;
+        if (watched)
+            answers.push_back(0);
     }
     if (onCall)
         onCall(text);

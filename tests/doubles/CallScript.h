@@ -11,6 +11,8 @@
 #include "tests/doubles/Trace.h"
 
 #include <functional>
+#include <limits>
+#include <optional>
 #include <stdexcept>
 
 namespace doubles {
@@ -19,6 +21,16 @@ namespace doubles {
 class ScriptedFailure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
+};
+
+/** What a call answers that makes no sense. Which of them it can depends on what it answers with.
+ */
+enum class Nonsense {
+    kWrong, ///< -7; a flag the other way; success without the object that it stands for
+    kHuge,  ///< the largest number, with nothing behind it
+    kEmptyText,
+    kBrokenText,  ///< lone surrogates, or bytes that are no UTF-8
+    kEndlessText, ///< longer than any buffer, and so without a terminator where there is one
 };
 
 /** Calls come from any thread; tests set the hook and the faults while none is under way. */
@@ -43,12 +55,17 @@ public:
     void failAtCall(size_t n);
     void throwAtCall(size_t n);
 
-    /** The n-th call from now answers a number that makes no sense, where it answers with a number;
+    /** The n-th call from now answers nonsense of that kind, where it has such an answer;
         nonsenseTold tells whether it did. */
-    void talkNonsenseAtCall(size_t n);
+    void talkNonsenseAtCall(size_t n, Nonsense what = Nonsense::kWrong);
     bool nonsenseTold() const;
     static constexpr int kNonsense = -7;
     void clearFaults();
+
+    /** From now on keeps which nonsense each call could have answered. */
+    void watchAnswers();
+    /** Whether the n-th call since then could have. */
+    bool hadAnswer(size_t n, Nonsense what) const;
 
     /** Calls since the last failAtCall, throwAtCall or clearFaults. */
     size_t callCount() const;
@@ -65,8 +82,14 @@ public:
     /** The same without a record. */
     bool asked(const std::string& text);
 
-    /** For doubles: the answer to the call that was just asked, or nonsense as the test said. */
-    int told(int answer);
+    // For doubles: the answer to the call that was just asked, or nonsense as the test said.
+    /** @param most a number that the asker can go through one by one, where it is to */
+    int told(int answer, int most = std::numeric_limits<int>::max());
+    bool toldFlag(bool answer);
+    /** Whether the call answers success and gives no object. */
+    bool toldWithoutObject();
+    /** Which text instead of its own, if any. */
+    std::optional<Nonsense> toldText();
 
 private:
     enum class Fault { kFail, kThrow, kNonsense };
@@ -75,8 +98,9 @@ private:
         Fault fault;
     };
 
-    void setFaultAtCall(size_t n, Fault fault);
+    void setFaultAtCall(size_t n, Fault fault, Nonsense what = Nonsense::kWrong);
     bool apply(Fault fault, const std::string& text) const;
+    bool tells(Nonsense what);
 
     Trace* record;
     mutable std::mutex mutex;
@@ -84,9 +108,12 @@ private:
     size_t count = 0;
     size_t faultyCall = 0; ///< 0: none
     Fault faultOfCall = Fault::kFail;
+    Nonsense nonsense = Nonsense::kWrong;
     std::string faulty;
     bool talksNonsense = false; ///< in the call that was asked last
     bool toldNonsense = false;
+    bool watched = false;
+    std::vector<unsigned> answers; ///< by call: one bit for each kind of nonsense
 };
 
 } // namespace doubles

@@ -20,6 +20,8 @@ public:
         *obj = nullptr;
         if (!books.offers(getName(), queried))
             return Steinberg::kNoInterface;
+        if (books.script.toldWithoutObject())
+            return Steinberg::kResultOk;
         *obj = face(queried);
         return *obj ? Steinberg::kResultOk : Steinberg::kNoInterface;
     }

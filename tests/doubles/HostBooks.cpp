@@ -1,5 +1,7 @@
 #include "tests/doubles/HostBooks.h"
 
+#include "tests/doubles/NonsenseText.h"
+
 #include "editorlib/IExtensionVSTServiceGetter.h"
 #include "editorlib/IExternalPlugin.h"
 #include "hostapi/HostInterfaceIDs.h"
@@ -49,6 +51,11 @@ bool HostBooks::offers(const std::string& asked, const TUID queried)
     const std::string text = "query(" + asked + ", " + interfaceName(queried) + ")";
     const bool goesOn = traceQueries ? script.called(text) : script.asked(text);
     return goesOn && !isHidden(queried);
+}
+
+const char16* HostBooks::told(const HostText& own)
+{
+    return doubles::told(script, own).get(unicode);
 }
 
 std::vector<std::string> HostBooks::unbalanced() const

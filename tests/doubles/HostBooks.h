@@ -9,6 +9,7 @@
 #include "pluginterfaces/base/funknown.h"
 #include "tests/doubles/CallScript.h"
 #include "tests/doubles/HostObject.h"
+#include "tests/doubles/HostText.h"
 
 #include <array>
 #include <deque>
@@ -47,6 +48,9 @@ public:
     /** Whether the host offers the interface now: a question that tests can step into, recorded as
         "query(context, IHostClasses)" when traceQueries is set. */
     bool offers(const std::string& asked, const Steinberg::TUID queried);
+
+    /** The host's text in its character set, or nonsense as the test said. */
+    const Steinberg::char16* told(const HostText& own);
 
     /** "name: expected n, is m" for every object that is not back at its count, and a line for each
         that was released too often in between. */

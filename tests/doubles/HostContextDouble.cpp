@@ -22,11 +22,11 @@ public:
 
     const char16* PLUGIN_API getApplicationName() override
     {
-        return called("getApplicationName") ? context.name.get(books.unicode) : nullptr;
+        return called("getApplicationName") ? books.told(context.name) : nullptr;
     }
     const char16* PLUGIN_API getVersionString() override
     {
-        return called("getVersionString") ? context.versionText.get(books.unicode) : nullptr;
+        return called("getVersionString") ? books.told(context.versionText) : nullptr;
     }
     tresult PLUGIN_API getCharacterSet() override
     {
@@ -57,6 +57,10 @@ public:
     {
         if (!called("getHostInterface", interfaceName(queried)) || books.isHidden(queried))
             return kNoInterface;
+        if (books.script.toldWithoutObject()) {
+            *obj = nullptr;
+            return kResultOk;
+        }
         void* found = object(queried);
         if (!found)
             return kNoInterface;
@@ -131,6 +135,8 @@ tresult HostContextDouble::createInstance(TUID cid, TUID queried, void** obj)
     *obj = nullptr;
     if (!called("createInstance", interfaceName(cid)))
         return kResultFalse;
+    if (books.script.toldWithoutObject())
+        return kResultOk;
     const auto is = [&](const FUID& other) {
         return FUnknownPrivate::iidEqual(cid, other) && FUnknownPrivate::iidEqual(queried, other);
     };

@@ -1,5 +1,7 @@
 #include "tests/doubles/HostDeviceDouble.h"
 
+#include "tests/doubles/NonsenseText.h"
+
 namespace doubles {
 
 using namespace Steinberg;
@@ -13,7 +15,8 @@ public:
     void PLUGIN_API reserved3() override { called("reserved3"); }
     bool PLUGIN_API isConnectedTo(IDevice* device) override
     {
-        return called("isConnectedTo", books.nameOf(device)) && fed.count(device) > 0;
+        return called("isConnectedTo", books.nameOf(device)) &&
+               books.script.toldFlag(fed.count(device) > 0);
     }
 };
 
@@ -64,7 +67,11 @@ void* HostDeviceDouble::face(const TUID queried)
 
 const char* HostDeviceDouble::getDeviceType()
 {
-    return called("getDeviceType") && hasType ? type.c_str() : nullptr;
+    if (!called("getDeviceType") || !hasType)
+        return nullptr;
+    const auto nonsense = books.script.toldText();
+    toldType = nonsense ? nonsenseBytes(*nonsense) : type;
+    return toldType.c_str();
 }
 
 IValue* HostDeviceDouble::getValue(const char* name)

@@ -52,6 +52,7 @@ private:
     const std::string label;
     std::map<std::string, HostValueDouble*> values;
     Connector* connector = nullptr;
+    std::string toldType; ///< by the last getDeviceType; lives until the next
 };
 
 } // namespace doubles

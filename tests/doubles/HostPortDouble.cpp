@@ -1,5 +1,7 @@
 #include "tests/doubles/HostPortDouble.h"
 
+#include "tests/doubles/NonsenseText.h"
+
 namespace doubles {
 
 using namespace Steinberg;
@@ -14,41 +16,56 @@ bool HostPortDouble::getPortId(StringObject& out)
 {
     if (!called("getPortId") || !idReadable)
         return false;
-    if (books.unicode && !idAsEightBit)
+    if (books.script.toldWithoutObject())
+        return true;
+    if (const auto nonsense = books.script.toldText())
+        tellNonsense(out, *nonsense);
+    else if (books.unicode && !idAsEightBit)
         out.setText16(id.get(true));
     else
         out.setText8(id.utf8().c_str());
     return true;
 }
 
+/** Broken texts come in the character set that is not the host's. */
+void HostPortDouble::tellNonsense(StringObject& out, Nonsense what) const
+{
+    const bool wide = books.unicode != (what == Nonsense::kBrokenText);
+    if (wide)
+        out.setText16(nonsenseText(what).get(true));
+    else
+        out.setText8(nonsenseBytes(what).c_str());
+}
+
 bool HostPortDouble::isPortType(const char* asked)
 {
-    return called("isPortType", asked) && asked && type == asked;
+    return called("isPortType", asked) && asked && books.script.toldFlag(type == asked);
 }
 
 bool HostPortDouble::hasPortAttribute(const char* attribute)
 {
-    return called("hasPortAttribute", attribute) && attribute && attributes.count(attribute) > 0;
+    return called("hasPortAttribute", attribute) && attribute &&
+           books.script.toldFlag(attributes.count(attribute) > 0);
 }
 
 bool HostPortDouble::isInputPort()
 {
-    return called("isInputPort") && input;
+    return called("isInputPort") && books.script.toldFlag(input);
 }
 
 const char16* HostPortDouble::getSystemName()
 {
-    return called("getSystemName") ? systemName.get(books.unicode) : nullptr;
+    return called("getSystemName") ? books.told(systemName) : nullptr;
 }
 
 const char16* HostPortDouble::getDisplayName()
 {
-    return called("getDisplayName") ? displayName.get(books.unicode) : nullptr;
+    return called("getDisplayName") ? books.told(displayName) : nullptr;
 }
 
 bool HostPortDouble::isDisplayed()
 {
-    return called("isDisplayed") && displayed;
+    return called("isDisplayed") && books.script.toldFlag(displayed);
 }
 
 void HostPortDouble::setDisplayed(bool state)

@@ -36,6 +36,9 @@ public:
     void PLUGIN_API reserved10() override { called("reserved10"); }
     bool PLUGIN_API isDisplayed() override;
     void PLUGIN_API setDisplayed(bool state) override;
+
+private:
+    void tellNonsense(Steinberg::StringObject& out, Nonsense what) const;
 };
 
 } // namespace doubles

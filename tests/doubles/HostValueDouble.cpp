@@ -1,5 +1,7 @@
 #include "tests/doubles/HostValueDouble.h"
 
+#include "tests/doubles/NonsenseText.h"
+
 #include <algorithm>
 
 namespace doubles {
@@ -30,13 +32,15 @@ void HostValueDouble::getString(char16* buffer, int32* size)
 {
     if (!called("getString", size ? *size : -1) || !buffer || !size || *size <= 0)
         return;
-    const auto units = text.units(books.unicode);
+    const auto nonsense = books.script.toldText();
+    const auto units = (nonsense ? nonsenseText(*nonsense) : text).units(books.unicode);
+    const bool fills = !terminates || nonsense == Nonsense::kEndlessText;
     const auto room = static_cast<size_t>(*size);
-    const auto length = std::min(units.size(), terminates ? room - 1 : room);
+    const auto length = std::min(units.size(), fills ? room : room - 1);
     std::copy_n(units.begin(), length, buffer);
     if (length < room)
         buffer[length] = 0;
-    *size = static_cast<int32>(length);
+    *size = books.script.told(static_cast<int32>(length));
 }
 
 void HostValueDouble::setInteger(int32 value, bool notify)

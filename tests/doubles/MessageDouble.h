@@ -1,25 +1,30 @@
 // MessageDouble: a message that the host made for the plug-in, which must release it.
 #pragma once
 
-#include "pluginterfaces/base/smartpointer.h"
+#include "tests/doubles/AttributesDouble.h"
+
 #include "pluginterfaces/vst/ivstmessage.h"
-#include "tests/doubles/Counted.h"
 
 namespace doubles {
 
-/** Its attributes are the SDK's list, which does what any host's does; the message may fail to give
-    it. */
+/** It may fail to take or give its ID, and to give its attributes, which may fail in turn. */
 class MessageDouble final : public Counted<Steinberg::Vst::IMessage> {
 public:
     MessageDouble(HostBooks& host, const std::string& name);
 
-    const char* PLUGIN_API getMessageID() override { return id.c_str(); }
-    void PLUGIN_API setMessageID(const char* newId) override { id = newId ? newId : ""; }
+    const char* PLUGIN_API getMessageID() override;
+    void PLUGIN_API setMessageID(const char* newId) override;
     Steinberg::Vst::IAttributeList* PLUGIN_API getAttributes() override;
+
+    /** Without asking the test: it is the host's own message. */
+    void makeUp(const char* newId, const char* attribute, const void* data,
+                Steinberg::uint32 sizeInBytes);
+    void makeUp(const char* newId, const char* attribute, Steinberg::int64 value);
 
 private:
     std::string id;
-    const Steinberg::IPtr<Steinberg::Vst::IAttributeList> attributes;
+    std::string toldId; ///< by the last getMessageID; lives until the next
+    AttributesDouble& attributes;
 };
 
 } // namespace doubles

@@ -11,7 +11,8 @@ namespace {
 PeerDouble::Received read(Vst::IMessage& message)
 {
     PeerDouble::Received result;
-    result.id = message.getMessageID() ? message.getMessageID() : "";
+    const char* id = message.getMessageID(); // asked once: it may fail
+    result.id = id ? id : "";
     auto* attributes = message.getAttributes();
     if (!attributes)
         return result;
@@ -19,7 +20,7 @@ PeerDouble::Received read(Vst::IMessage& message)
         const void* data = nullptr;
         uint32 size = 0;
         const bool belongs = result.id.substr(0, 7) == std::string(name).substr(0, 7);
-        if (belongs && attributes->getBinary(name, data, size) == kResultOk &&
+        if (belongs && attributes->getBinary(name, data, size) == kResultOk && data &&
             size == sizeof(void*)) {
             void* address = nullptr;
             std::memcpy(&address, data, sizeof(address));

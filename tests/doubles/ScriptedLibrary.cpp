@@ -62,7 +62,7 @@ void ScriptedLibrary::connect(VstIEditorConnect** out)
 {
     if (!call("getVSTEditorConnectObject") || !storesConnection)
         return;
-    if (storesNullConnection)
+    if (storesNullConnection || toldWithoutObject())
         *out = nullptr;
     else
         *out = connectionFor ? connectionFor() : this;
@@ -74,7 +74,7 @@ void ScriptedLibrary::makeObserver(VstIObserver** out, const ObserverArguments& 
                              arguments.c, static_cast<int>(arguments.mode));
     if (!goesOn)
         return;
-    if (!storesObservers) {
+    if (!storesObservers || toldWithoutObject()) {
         *out = nullptr;
         return;
     }

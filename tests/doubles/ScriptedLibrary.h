@@ -19,6 +19,7 @@
 
 #include <atomic>
 #include <deque>
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
@@ -95,6 +96,7 @@ public:
     std::vector<std::vector<char>> statesSet;
     std::vector<std::u16string> stateTextsSet;
     std::vector<std::vector<char>> userBanksApplied;
+    int32 mostKept = std::numeric_limits<int32>::max();    ///< bytes of each of them
     std::vector<Steinberg::Vst::VstIObserver*> registered; ///< addObserver less removeObserver
 
     // ---- what a user does ------------------------------------------------------------------

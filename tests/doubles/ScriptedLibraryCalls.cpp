@@ -1,8 +1,10 @@
 // The operations of VstIEditorConnect: record the call, then give the answer that the test set.
+#include "tests/doubles/NonsenseText.h"
 #include "tests/doubles/ScriptedLibrary.h"
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <regex>
 
 namespace doubles {
@@ -13,13 +15,19 @@ using namespace Steinberg::Vst;
 namespace {
 
 constexpr size_t kBufferSize = 30;
+constexpr int kMostValues = 3000; ///< of a parameter, each of which has a text to ask for
 
-int32 fill(char* buffer, const BufferAnswer& answer)
+// From one end of the numbers to the other, backwards.
+constexpr int32 kFarLeft = std::numeric_limits<int32>::min();
+constexpr int32 kFarRight = std::numeric_limits<int32>::max();
+
+int32 fill(CallScript& script, char* buffer, const BufferAnswer& answer)
 {
-    if (!answer.text)
+    if (!answer.text || script.toldWithoutObject())
         return answer.result;
-    const auto length = std::min(answer.text->size(), kBufferSize);
-    std::memcpy(buffer, answer.text->data(), length);
+    const auto text = told(script, *answer.text);
+    const auto length = std::min(text.size(), kBufferSize);
+    std::memcpy(buffer, text.data(), length);
     if (length < kBufferSize)
         buffer[length] = 0;
     return answer.result;
@@ -30,10 +38,20 @@ std::string sizeText(int32 size)
     return std::to_string(size) + " bytes";
 }
 
-std::vector<char> copied(const void* data, int32 size)
+std::vector<char> copied(const void* data, int32 size, int32 most)
 {
     const auto* bytes = static_cast<const char*>(data);
-    return data && size > 0 ? std::vector<char>(bytes, bytes + size) : std::vector<char>();
+    return data && size > 0 ? std::vector<char>(bytes, bytes + std::min(size, most))
+                            : std::vector<char>();
+}
+
+std::vector<char> bytesTold(CallScript& script, const std::vector<char>& own)
+{
+    const auto nonsense = script.toldText();
+    if (!nonsense)
+        return own;
+    const auto bytes = nonsenseBytes(*nonsense);
+    return {bytes.begin(), bytes.end()};
 }
 
 std::string rectText(const ViewRect* rect)
@@ -81,6 +99,8 @@ int32 ScriptedLibrary::getEditorRect(ViewRect* out)
         return 1;
     if (rect && out)
         *out = *rect;
+    if (out && toldWithoutObject())
+        *out = ViewRect(kFarRight, kFarRight, kFarLeft, kFarLeft);
     return rectResult;
 }
 
@@ -125,12 +145,12 @@ int32 ScriptedLibrary::getParameterValue(uint32 id)
 
 int32 ScriptedLibrary::getParameterMin(uint32 id)
 {
-    return call("getParameterMin", id) ? told(getParameter(id).minimum) : 0;
+    return call("getParameterMin", id) ? told(getParameter(id).minimum, kMostValues) : 0;
 }
 
 int32 ScriptedLibrary::getParameterMax(uint32 id)
 {
-    return call("getParameterMax", id) ? told(getParameter(id).maximum) : 0;
+    return call("getParameterMax", id) ? told(getParameter(id).maximum, kMostValues) : 0;
 }
 
 int32 ScriptedLibrary::getParameterValueString(uint32 id, int32 value, std::string& text)
@@ -143,19 +163,20 @@ int32 ScriptedLibrary::getParameterValueString(uint32 id, int32 value, std::stri
     }
     const auto parameter = getParameter(id);
     const auto found = parameter.texts.find(value);
-    text = found == parameter.texts.end() ? std::to_string(value) : found->second;
+    text = doubles::told(*this,
+                         found == parameter.texts.end() ? std::to_string(value) : found->second);
     return 0;
 }
 
 void ScriptedLibrary::setStateChunk(const void* data, int32 size)
 {
     if (call("setStateChunk", sizeText(size)))
-        statesSet.push_back(copied(data, size));
+        statesSet.push_back(copied(data, size, mostKept));
 }
 
 std::vector<char> ScriptedLibrary::getStateChunk()
 {
-    return call("getStateChunk") ? state : std::vector<char>();
+    return call("getStateChunk") ? bytesTold(*this, state) : std::vector<char>();
 }
 
 void ScriptedLibrary::receiveHostMidi(const uint8* data, int32 length)
@@ -173,14 +194,14 @@ int32 ScriptedLibrary::getCategoryName(int32 mainCategory, char* buffer)
 {
     if (!call("getCategoryName", mainCategory) || !categoryName)
         return 1;
-    return fill(buffer, categoryName(mainCategory));
+    return fill(*this, buffer, categoryName(mainCategory));
 }
 
 int32 ScriptedLibrary::getSubCategoryName(int32 mainCategory, int32 subCategory, char* buffer)
 {
     if (!call("getSubCategoryName", mainCategory, subCategory) || !subCategoryName)
         return 1;
-    return fill(buffer, subCategoryName(mainCategory, subCategory));
+    return fill(*this, buffer, subCategoryName(mainCategory, subCategory));
 }
 
 int32 ScriptedLibrary::applyPreset(int32 bank, int32 number)
@@ -192,7 +213,7 @@ int32 ScriptedLibrary::getVoiceDataString(int32 bank, int32 number, char* buffer
 {
     if (!call("getVoiceDataString", bank, number) || !voiceData)
         return 1;
-    return fill(buffer, voiceData(bank, number));
+    return fill(*this, buffer, voiceData(bank, number));
 }
 
 int32 ScriptedLibrary::findParameter(int32 xPos, int32 yPos, uint32& id)
@@ -200,6 +221,8 @@ int32 ScriptedLibrary::findParameter(int32 xPos, int32 yPos, uint32& id)
     if (!call("findParameter", xPos, yPos) || !parameterAt)
         return 1;
     const auto found = parameterAt(xPos, yPos);
+    if (toldWithoutObject())
+        return 0;
     id = found.value_or(id);
     return found ? 0 : 1;
 }
@@ -221,15 +244,16 @@ void ScriptedLibrary::syncPartToMidiChannel(int32 channel)
 
 std::vector<char> ScriptedLibrary::getUserBankData(int32 bank, int32 number)
 {
-    return call("getUserBankData", bank, number) && userBank ? userBank(bank, number)
-                                                             : std::vector<char>();
+    return call("getUserBankData", bank, number) && userBank
+               ? bytesTold(*this, userBank(bank, number))
+               : std::vector<char>();
 }
 
 int32 ScriptedLibrary::applyUserBank(int32 bank, int32 number, const char* data, int32 size)
 {
     if (!call("applyUserBank", bank, number, sizeText(size)))
         return 1;
-    userBanksApplied.push_back(copied(data, size));
+    userBanksApplied.push_back(copied(data, size, mostKept));
     return 0;
 }
 
@@ -262,8 +286,8 @@ int32 ScriptedLibrary::getFirstStartState()
 
 bool ScriptedLibrary::isDisplayAudioPort(const char* displayName)
 {
-    return call("isDisplayAudioPort", displayName) && displaysPort && displayName &&
-           displaysPort(displayName);
+    return call("isDisplayAudioPort", displayName) && displayName &&
+           toldFlag(displaysPort && displaysPort(displayName));
 }
 
 void ScriptedLibrary::setEffectOption(bool option)
@@ -275,9 +299,8 @@ bool ScriptedLibrary::matchRegularExpression(const char* pattern, const char* te
 {
     if (!call("matchRegularExpression", pattern, text) || !pattern || !text)
         return false;
-    if (matches)
-        return matches(pattern, text);
-    return std::regex_search(text, std::regex(pattern, std::regex::extended));
+    return toldFlag(matches ? matches(pattern, text)
+                            : std::regex_search(text, std::regex(pattern, std::regex::extended)));
 }
 
 int32 ScriptedLibrary::onFocus(bool focused)
@@ -287,17 +310,19 @@ int32 ScriptedLibrary::onFocus(bool focused)
 
 bool ScriptedLibrary::onKeyDown(char character, int16 keyCode, int16 modifiers)
 {
-    return call("onKeyDown", static_cast<int>(character), keyCode, modifiers) && handlesKeys;
+    return call("onKeyDown", static_cast<int>(character), keyCode, modifiers) &&
+           toldFlag(handlesKeys);
 }
 
 bool ScriptedLibrary::onKeyUp(char character, int16 keyCode, int16 modifiers)
 {
-    return call("onKeyUp", static_cast<int>(character), keyCode, modifiers) && handlesKeys;
+    return call("onKeyUp", static_cast<int>(character), keyCode, modifiers) &&
+           toldFlag(handlesKeys);
 }
 
 bool ScriptedLibrary::onWheel(float distance)
 {
-    return call("onWheel", distance) && handlesWheel;
+    return call("onWheel", distance) && toldFlag(handlesWheel);
 }
 
 int32 ScriptedLibrary::setStateText(const char16* text)

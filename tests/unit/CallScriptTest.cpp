@@ -5,6 +5,7 @@
 
 using doubles::CallScript;
 using doubles::callText;
+using doubles::Nonsense;
 using testing::ElementsAre;
 
 TEST(CallText, WritesArgumentsShortAndExactly)
@@ -64,4 +65,44 @@ TEST(CallScript, RunsTheHookBeforeTheCallAndLetsItThrow)
     script.called("host.a()");
     EXPECT_THROW(script.called("host.b()"), int);
     EXPECT_THAT(seen, ElementsAre("host.a()", "host.b()"));
+}
+
+TEST(CallScript, AnswersTheNonsenseThatWasAskedForAndNoOther)
+{
+    doubles::Trace trace;
+    CallScript script(trace);
+    const auto answers = [&](size_t n, Nonsense what) {
+        script.talkNonsenseAtCall(n, what);
+        script.called("host.a()");
+        return std::make_tuple(script.told(5, 100), script.toldFlag(true), script.toldFlag(false),
+                               script.toldWithoutObject(), script.toldText());
+    };
+    const auto none = std::optional<Nonsense>();
+    EXPECT_EQ(answers(1, Nonsense::kWrong),
+              std::make_tuple(CallScript::kNonsense, false, true, true, none));
+    EXPECT_EQ(answers(1, Nonsense::kHuge), std::make_tuple(100, true, false, false, none));
+    EXPECT_EQ(answers(1, Nonsense::kBrokenText),
+              std::make_tuple(5, true, false, false, std::optional(Nonsense::kBrokenText)));
+    EXPECT_TRUE(script.nonsenseTold());
+    EXPECT_EQ(answers(2, Nonsense::kHuge), std::make_tuple(5, true, false, false, none));
+    EXPECT_FALSE(script.nonsenseTold());
+}
+
+TEST(CallScript, KnowsWhichCallsHadAnAnswerForNonsense)
+{
+    doubles::Trace trace;
+    CallScript script(trace);
+    script.watchAnswers();
+    script.called("host.number()");
+    EXPECT_EQ(script.told(5), 5);
+    script.called("host.nothing()");
+    script.called("host.text()");
+    EXPECT_EQ(script.toldText(), std::nullopt);
+    EXPECT_TRUE(script.hadAnswer(1, Nonsense::kWrong));
+    EXPECT_TRUE(script.hadAnswer(1, Nonsense::kHuge));
+    EXPECT_FALSE(script.hadAnswer(1, Nonsense::kEmptyText));
+    EXPECT_FALSE(script.hadAnswer(2, Nonsense::kWrong));
+    EXPECT_TRUE(script.hadAnswer(3, Nonsense::kEndlessText));
+    EXPECT_FALSE(script.hadAnswer(3, Nonsense::kHuge));
+    EXPECT_FALSE(script.hadAnswer(4, Nonsense::kWrong));
 }
