@@ -66,7 +66,7 @@ public:
     void expectStated(const Fault& fault) override
     {
         if (!wasMade) {
-            EXPECT_EQ(fault.kind, Kind::kNoMemory);
+            EXPECT_TRUE(fault.isOutOfMemory());
             return;
         }
         ASSERT_EQ(results.size(), 10u);
@@ -76,9 +76,36 @@ public:
             std::count(results.begin(), results.end(), static_cast<tresult>(kResultFalse)));
         EXPECT_EQ(heard, isHeard ? 1u : 0u);
         EXPECT_EQ(world.trace.count("library.closeEditor()"), 1u);
+        const bool isOpened = !fault.hit("prepareEditor") && !isRectRefused(fault);
+        EXPECT_EQ(world.calls({"library.openEditor"}).size(), isOpened ? 1u : 0u);
+        EXPECT_EQ(world.calls({"library.editorOpened"}).size(), isOpened ? 1u : 0u);
+        EXPECT_EQ(found, fault.hit("findParameter") ? 0u : kVolume1);
+        if (fault.is(Kind::kLibraryThrows) && fault.hit("onWheel")) {
+            EXPECT_EQ(world.calls({"library.onWheel"}).size(), 1u) << "asked again";
+        }
+    }
+
+    /** A number that is not 0 is a failure; a rectangle is taken as it is; "found" without saying
+        what is found. */
+    void expectBelieved(const Fault& fault) override
+    {
+        ASSERT_EQ(results.size(), 10u);
+        const bool isHeard = fault.hit("onKey") || fault.hit("onWheel") || fault.hit("closeEditor");
+        for (size_t index = 0; index < results.size(); ++index)
+            EXPECT_TRUE(results[index] == kResultOk || isHeard) << index;
+        EXPECT_EQ(std::count(results.begin(), results.end(), kResultFalse), isHeard ? 1 : 0);
+        EXPECT_EQ(world.calls({"library.openEditor"}).size(), fault.hit("prepareEditor") ? 0u : 1u);
+        EXPECT_EQ(found, fault.hit("findParameter") ? 0u : kVolume1);
+        EXPECT_EQ(world.trace.count("library.closeEditor()"), 1u);
     }
 
 private:
+    /** The first time it is asked for the view's size, which does not look at the result. */
+    static bool isRectRefused(const Fault& fault)
+    {
+        return fault.hit("getEditorRect") && fault.in("attached");
+    }
+
     tresult findParameter()
     {
         const FUnknownPtr<IParameterFinder> finder(view);

@@ -1,5 +1,7 @@
 #include "tests/faults/FaultCount.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <iostream>
 #include <map>
@@ -30,9 +32,9 @@ bool givesPointer(const std::string& text)
 
 std::string columnOf(const Fault& fault)
 {
-    if (fault.kind != Kind::kHostAnswers && fault.kind != Kind::kLibraryAnswers)
+    if (!fault.is(Kind::kHostAnswers) && !fault.is(Kind::kLibraryAnswers))
         return kindName(fault.kind);
-    const std::string who = fault.kind == Kind::kHostAnswers ? "host" : "library";
+    const std::string who = fault.is(Kind::kHostAnswers) ? "host" : "library";
     return who + (givesPointer(fault.text) ? " null" : " error");
 }
 
@@ -65,31 +67,6 @@ public:
 const auto* const summary = testing::AddGlobalTestEnvironment(new Summary);
 
 } // namespace
-
-const char* kindName(Kind kind)
-{
-    switch (kind) {
-    case Kind::kHostAnswers:
-        return "host answers";
-    case Kind::kHostThrows:
-        return "host exception";
-    case Kind::kHostNonsense:
-        return "host nonsense";
-    case Kind::kLibraryNonsense:
-        return "library nonsense";
-    case Kind::kLibraryAnswers:
-        return "library answers";
-    case Kind::kLibraryThrows:
-        return "library exception";
-    case Kind::kShortTransfer:
-        return "short transfer";
-    case Kind::kNoMemory:
-        return "no memory";
-    case Kind::kFileCall:
-        return "file call";
-    }
-    return "";
-}
 
 void count(const std::string& scenario, const Fault& fault)
 {

@@ -1,11 +1,9 @@
 // FaultCount: how many faults of which kind were tried.
 #pragma once
 
-#include "tests/faults/Scenario.h"
+#include "tests/faults/FaultKinds.h"
 
 namespace faults {
-
-const char* kindName(Kind kind);
 
 /** One more; the host's and the library's answers are told apart by what the operation returns. */
 void count(const std::string& scenario, const Fault& fault);

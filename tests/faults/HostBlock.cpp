@@ -1,6 +1,7 @@
 #include "tests/faults/HostBlock.h"
 
 #include "tests/doubles/CallText.h"
+#include "tests/doubles/Sanitized.h"
 
 #include <algorithm>
 #include <cstring>
@@ -11,9 +12,23 @@ using namespace Steinberg;
 using namespace Steinberg::Vst;
 using doubles::callText;
 
+namespace {
+
+constexpr int kMostEvents = 1000; ///< each of which is asked for
+
+#ifdef VSTK2X_SANITIZED // which looks after every byte of them
+constexpr int kMostBytes = 1 << 24;
+#else
+constexpr int kMostBytes = kMaxInt32;
+#endif
+
+} // namespace
+
 int32 EventsOfHost::getEventCount()
 {
-    return host.asked("events.getEventCount()") ? host.told(static_cast<int32>(events.size())) : 0;
+    return host.asked("events.getEventCount()")
+               ? host.told(static_cast<int32>(events.size()), kMostEvents)
+               : 0;
 }
 
 tresult EventsOfHost::getEvent(int32 index, Event& event)
@@ -35,8 +50,9 @@ tresult EventsOfHost::addEvent(Event& event)
 
 int32 ChangesOfHost::getParameterCount()
 {
-    return host.asked("changes.getParameterCount()") ? host.told(static_cast<int32>(queues.size()))
-                                                     : 0;
+    return host.asked("changes.getParameterCount()")
+               ? host.told(static_cast<int32>(queues.size()), kMostEvents)
+               : 0;
 }
 
 IParamValueQueue* ChangesOfHost::getParameterData(int32 index)
@@ -68,7 +84,9 @@ tresult ChangesOfHost::Queue::getPoint(int32 index, int32& sampleOffset, ParamVa
 
 size_t HostStream::cut(size_t length)
 {
-    return ++transfers == shortTransfer && length > 0 ? length - 1 : length;
+    if (++transfers.count != transfers.faulty || length == 0)
+        return length;
+    return transfers.movesNothing ? 0 : length - 1;
 }
 
 tresult HostStream::read(void* buffer, int32 size, int32* sizeRead)
@@ -114,7 +132,7 @@ tresult HostStream::seek(int64 offset, int32 mode, int64* result)
         return kInvalidArgument;
     position = static_cast<size_t>(target);
     if (result)
-        *result = target;
+        *result = host.told(static_cast<int32>(target), kMostBytes);
     return kResultOk;
 }
 

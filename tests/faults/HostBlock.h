@@ -116,6 +116,16 @@ struct HostBlock {
     Steinberg::Vst::ProcessData data;
 };
 
+/** Reads and writes of all streams, one of which moves one byte less than asked, or none, and calls
+    that a success. */
+struct Transfers {
+    size_t count = 0;
+    size_t faulty = 0; ///< which one; 0: none
+    bool movesNothing = false;
+
+    bool hasFailed() const { return faulty > 0 && count >= faulty; }
+};
+
 class HostStream final : public OnStack<Steinberg::IBStream> {
 public:
     explicit HostStream(doubles::CallScript& script, std::string content = {})
@@ -126,9 +136,7 @@ public:
     std::string bytes;
     size_t position = 0;
 
-    // A read or write that moves one byte less than asked and calls that a success.
-    static inline size_t transfers = 0;
-    static inline size_t shortTransfer = 0; ///< which one; 0: none
+    static inline Transfers transfers;
 
     Steinberg::tresult PLUGIN_API read(void* buffer, Steinberg::int32 size,
                                        Steinberg::int32* sizeRead) override;

@@ -44,10 +44,16 @@ public:
         EXPECT_EQ(world.library.effect, nullptr);
     }
 
-    /** Whatever failed: nothing is bound any more. */
+    /** Only a library that is not given, or no memory, keeps the controller from its start; it is
+        started once, and nothing is bound any more. */
     void expectStated(const Fault& fault) override
     {
-        EXPECT_TRUE(world.initializeResult == kResultOk || world.initializeResult == kResultFalse);
+        if (!fault.isOutOfMemory()) {
+            EXPECT_EQ(world.initializeResult, isGiven(fault) ? kResultOk : kResultFalse);
+            EXPECT_EQ(world.terminateResult, kResultOk);
+            EXPECT_EQ(starts(), isGiven(fault) ? 1u : 0u);
+        }
+        EXPECT_LE(starts(), 1u);
         EXPECT_EQ(world.library.controller, nullptr);
         if (!fault.hit(".destroy()")) {
             EXPECT_THAT(world.library.liveObservers(), IsEmpty());
@@ -56,6 +62,17 @@ public:
             EXPECT_THAT(world.library.registered, testing::Each(nullptr));
         }
         world.library.registered.clear();
+    }
+
+    /** Values, ranges and texts are taken as they are. */
+    void expectBelieved(const Fault& fault) override { expectStated(fault); }
+
+    virtual size_t starts() const { return world.trace.count("library.start()"); }
+
+private:
+    bool isGiven(const Fault& fault) const
+    {
+        return world.binding == Binding::kService || !fault.hit("getVSTEditorConnectObject");
     }
 };
 
@@ -98,6 +115,7 @@ public:
     void act() override
     {
         (*world.file)->revive();
+        world.fileTrace.clear();
         Life::act();
     }
 
@@ -118,6 +136,11 @@ public:
         isKeptOpen = fault.hit("getService");
         const size_t loaded = world.fileTrace.count("library.getVSTEditorConnectObject()");
         EXPECT_EQ(world.fileTrace.count("library.destroy()"), isKeptOpen ? 0u : loaded);
+    }
+
+    size_t starts() const override
+    {
+        return Life::starts() + world.fileTrace.count("library.start()");
     }
 
     void expectEnded(const Fault&) override
@@ -170,11 +193,45 @@ public:
                                 "library.setEffectInterface(null)"));
     }
 
-    /** The parameters are refreshed and ready whatever became of the messages. */
-    void expectStated(const Fault&) override
+    /** The parameters are refreshed and ready whatever became of the messages. The processor gets a
+        library only in a whole message. */
+    void expectStated(const Fault& fault) override
     {
         EXPECT_EQ(world.trace.count("library.parametersReady()"), 1u);
         EXPECT_EQ(world.calls({"library.getParameterValue("}).size(), 225u);
+        const size_t connections = world.trace.count("library.setEffectInterface(object)");
+        if (!fault.in("controller.connect") || !isAboutAMessage(fault)) {
+            EXPECT_EQ(connections, 1u);
+        }
+        // A second message whose ID the host did not take is the first one again.
+        EXPECT_LE(connections, fault.hit("setMessageID") ? 2u : 1u);
+        if (!fault.in("controller.disconnect") || !isAboutAMessage(fault)) {
+            EXPECT_EQ(world.trace.count("library.setEffectInterface(null)"),
+                      connections > 0 ? 1u : 0u);
+        }
+    }
+
+    /** Half an address is none. */
+    void expectBelieved(const Fault& fault) override
+    {
+        EXPECT_EQ(world.trace.count("library.parametersReady()"), 1u);
+        if (fault.hit("getBinary")) {
+            EXPECT_EQ(world.trace.count("library.setEffectInterface(object)"),
+                      fault.in("controller.connect") && isCut(fault) ? 0u : 1u);
+        }
+    }
+
+private:
+    static bool isAboutAMessage(const Fault& fault)
+    {
+        return fault.hit("createInstance") || fault.hit("IHostApplication)") ||
+               fault.hit("message(");
+    }
+
+    static bool isCut(const Fault& fault)
+    {
+        return fault.is(Kind::kHostNonsense) || fault.is(Kind::kHostEmptyText) ||
+               fault.is(Kind::kHostBrokenText) || fault.is(Kind::kHostEndlessText);
     }
 };
 

@@ -9,6 +9,7 @@ namespace {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
+using doubles::HostFamily;
 using testing::ElementsAre;
 
 constexpr unsigned kPan1 = 37013000;
@@ -16,6 +17,12 @@ constexpr unsigned kPan1 = 37013000;
 /** The library sends every message that it gets back at once, as an instrument's driver does. */
 class Playing : public Scenario {
 public:
+    explicit Playing(const HostFamily& family = HostFamily::cubase("7.5.1"), uint32 expected = 220)
+    : Scenario(family)
+    , expectedLatency(expected)
+    {
+    }
+
     void setUp() override
     {
         Scenario::setUp();
@@ -67,7 +74,7 @@ public:
     void expectDone() override
     {
         EXPECT_EQ(result, kResultOk);
-        EXPECT_EQ(latency, 220u); // 5 ms at 44100 Hz
+        EXPECT_EQ(latency, expectedLatency); // 5 ms at 44100 Hz
         EXPECT_THAT(world.calls({"library.hostParameterChanged", "library.receiveHostMidi"}),
                     ElementsAre("library.hostParameterChanged(37012000, 0.5)",
                                 "library.hostParameterChanged(37013000, 0.25)",
@@ -90,7 +97,8 @@ public:
         An event that the host does not take, or whose memory ran out, is one less. */
     void expectStated(const Fault& anyFault) override
     {
-        const Fault fault{anyFault.kind, anyFault.call, failedInBlock, false};
+        Fault fault = anyFault;
+        fault.text = failedInBlock;
         EXPECT_EQ(result, kResultOk);
         size_t notes = 3;
         if (fault.hit("getEventCount"))
@@ -102,24 +110,112 @@ public:
         if (fault.hit("getParameterCount"))
             changes = 0;
         else if (fault.hit("getParameterData") || fault.hit("getPoint") ||
-                 (fault.hit("getParameterId") && fault.kind == Kind::kHostThrows))
+                 (fault.hit("getParameterId") && fault.is(Kind::kHostThrows)))
             changes = 1;
         EXPECT_EQ(world.calls({"library.hostParameterChanged"}).size(), changes);
-        uint32 samples = 220;
+        uint32 samples = expectedLatency;
         if (fault.hit("getLatencyMode")) // mode 0 is 1 ms; an exception is no mode
-            samples = fault.kind == Kind::kLibraryAnswers ? 44 : 0;
+            samples = fault.is(Kind::kLibraryAnswers) ? 44 : 0;
         EXPECT_EQ(latency, samples);
-        EXPECT_GE(sent.size() + (fault.hit("addEvent") || fault.kind == Kind::kNoMemory ? 3 : 0),
+        EXPECT_GE(sent.size() + (fault.hit("addEvent") || fault.is(Kind::kNoMemory) ? 3 : 0),
                   notes - (fault.hit("receiveHostMidi") ? 1 : 0));
     }
 
+    /** What is not there is not readable; fewer than none are none. Other modes have no latency. */
+    void expectBelieved(const Fault& anyFault) override
+    {
+        Fault fault = anyFault;
+        fault.text = failedInBlock;
+        EXPECT_EQ(result, kResultOk);
+        const bool isTooFew = fault.is(Kind::kHostNonsense);
+        EXPECT_EQ(world.calls({"library.receiveHostMidi"}).size(),
+                  fault.hit("getEventCount") && isTooFew ? 0u : 3u);
+        size_t changes = 2;
+        if (fault.hit("getParameterCount"))
+            changes = isTooFew ? 0 : 2;
+        else if (fault.hit("getPointCount"))
+            changes = 1;
+        EXPECT_EQ(world.calls({"library.hostParameterChanged"}).size(), changes);
+        EXPECT_EQ(latency, anyFault.hit("getLatencyMode") ? 0u : expectedLatency);
+    }
+
 private:
+    const uint32 expectedLatency;
     IPtr<IAudioProcessor> processor;
     tresult result = kResultFalse;
     uint32 latency = 0;
     std::vector<Event> sent;
     std::string failedInBlock; ///< and not in the one after it
 };
+
+/** The library sends more in one block than the queue holds. */
+class Overflow : public Scenario {
+public:
+    void setUp() override
+    {
+        Scenario::setUp();
+        processor = FUnknownPtr<IAudioProcessor>(world.component);
+    }
+    void tearDown() override
+    {
+        processor = nullptr;
+        Scenario::tearDown();
+    }
+
+    void act() override
+    {
+        world.step("setActive", [&] { world.component->setActive(true); });
+        world.step("writeMidi", [&] {
+            for (unsigned char pitch = 0; pitch <= 100; ++pitch) {
+                const unsigned char midi[] = {0x90, pitch, 127};
+                world.library.effect->writeMidi(midi, 3);
+            }
+        });
+        HostBlock block(world.host);
+        world.step("process", [&] { processor->process(block.data); });
+        world.step("setActive", [&] { world.component->setActive(false); });
+        sent = block.out.events;
+    }
+
+    /** The hundred before it are dropped for the newest. */
+    void expectDone() override
+    {
+        ASSERT_EQ(sent.size(), 1u);
+        EXPECT_EQ(sent[0].noteOn.pitch, 100);
+    }
+
+    /** Those for which there was no memory are missing, and then there may be no overflow. */
+    void expectStated(const Fault& fault) override
+    {
+        if (fault.isOutOfMemory()) {
+            EXPECT_LE(sent.size(), 100u);
+            return;
+        }
+        EXPECT_EQ(sent.size(), fault.hit("addEvent") ? 0u : 1u);
+    }
+
+private:
+    IPtr<IAudioProcessor> processor;
+    std::vector<Event> sent;
+};
+
+MakeScenario playingIn(const HostFamily& family, uint32 latency)
+{
+    return [=] { return std::make_unique<Playing>(family, latency); };
+}
+
+TEST(Faults, PlayingInOtherHosts)
+{
+    injectFaults("notes, host without Unicode",
+                 playingIn(HostFamily::withoutUnicode("Cubase", "7.5.1"), 0), hostKinds());
+    injectFaults("notes, plain host", playingIn(HostFamily::plain(), 0), hostKinds());
+    injectFaults("notes, stand-alone host", playingIn(HostFamily::standalone(), 220), hostKinds());
+}
+
+TEST(Faults, MoreMidiThanTheQueueHolds)
+{
+    injectFaults<Overflow>("more MIDI than the queue holds");
+}
 
 TEST(Faults, NotesAutomationAndMidiOut)
 {

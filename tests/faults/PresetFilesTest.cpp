@@ -1,5 +1,6 @@
 // A user bank stored as a preset file, with a file system that fails.
 #include "editorlib/VstIControllerInterface.h"
+#include "tests/doubles/NonsenseText.h"
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/doubles/TemporaryHome.h"
 #include "tests/faults/Scenario.h"
@@ -28,6 +29,7 @@ public:
     void act() override
     {
         world.trace.clear();
+        std::filesystem::remove_all(home.home() + "/Library");
         world.step("storeUserBank", [this] {
             world.library.controller->storeUserBank(static_cast<VoiceBank::Bank>(8), 5);
         });
@@ -44,13 +46,52 @@ public:
         EXPECT_NE(content.find("List" + le32(3)), std::string::npos);
     }
 
-    /** Never anything outside, nor under another name. */
-    void expectStated(const Fault&) override
+    /** Never anything outside, nor under another name, nor half a file that looks whole. */
+    void expectStated(const Fault& fault) override
     {
         EXPECT_TRUE(files.empty() || files == std::set<std::string>{kFile});
+        const bool isUnnamed = fault.hit("getVoiceDataString") || fault.hit("ategoryName") ||
+                               fault.hit("mkdir") || fault.hit("fopen");
+        if (isUnnamed) {
+            EXPECT_THAT(files, testing::IsEmpty());
+        } else if (fault.hit("getUserBankData")) {
+            EXPECT_THAT(files, testing::ElementsAre(kFile));
+            EXPECT_EQ(home.content(kFile), "");
+        }
+    }
+
+    void expectBelieved(const Fault& fault) override
+    {
+        if (fault.hit("getVoiceDataString")) {
+            // Without any text the code is 0 and the name is none; other bytes are no code.
+            const bool isEmpty =
+                fault.is(Kind::kLibraryNonsense) || fault.is(Kind::kLibraryEmptyText);
+            EXPECT_EQ(files,
+                      isEmpty ? std::set<std::string>{".vstpreset"} : std::set<std::string>{});
+            return;
+        }
+        EXPECT_EQ(files, std::set<std::string>{kFile});
+        const auto content = home.content(kFile);
+        if (fault.hit("getUserBankData"))
+            expectBank(fault, content);
+        else // a category that is none
+            EXPECT_NE(content.find("id=\"MusicalCategory\" value=\"\""), std::string::npos);
     }
 
 private:
+    static void expectBank(const Fault& fault, const std::string& content)
+    {
+        if (fault.is(Kind::kLibraryEmptyText)) {
+            EXPECT_EQ(content, "");
+            return;
+        }
+        const auto what = fault.is(Kind::kLibraryBrokenText) ? doubles::Nonsense::kBrokenText
+                                                             : doubles::Nonsense::kEndlessText;
+        const auto data = doubles::nonsenseBytes(what);
+        const auto state = le32(2) + le32(8) + le32(5) + le32(static_cast<int>(data.size())) + data;
+        EXPECT_EQ(content.substr(48, state.size()), state);
+    }
+
     doubles::TemporaryHome home;
     std::set<std::string> files;
 };

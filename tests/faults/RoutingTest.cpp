@@ -23,7 +23,7 @@ public:
         auto& devices = world.host.devices;
         world.trace.clear();
         devices.mixer().children[0]->value("channel").integer = 3;
-        world.step("select", [&] { devices.select(2); });
+        world.step("select another", [&] { devices.select(2); });
         world.step("select", [&] { devices.select(0); });
         auto& channel = devices.mixer().children[0]->value("channel");
         channel.integer = 5;
@@ -49,8 +49,14 @@ public:
 
     void expectStated(const Fault& fault) override
     {
-        for (const auto& text : world.calls({"library."}))
+        const auto told = world.calls({"library."});
+        for (const auto& text : told)
             EXPECT_THAT(text, testing::HasSubstr("library.syncPartToMidiChannel("));
+        expectToldBefore(fault, told);
+        if (fault.isLibraryFailure()) { // which is not the host's, nor the next notice's
+            EXPECT_EQ(told.size(), 4u);
+            EXPECT_EQ(selected, 1);
+        }
         // A dependent that the host did not take, or kept, changes what it tells from then on.
         isBroken = fault.hit("addDependent") || fault.hit("removeDependent") ||
                    fault.hit("IUpdateHandler");
@@ -58,7 +64,33 @@ public:
             world.host.updates.forgetDependents();
     }
 
+    void expectBelieved(const Fault& fault) override
+    {
+        expectToldBefore(fault, world.calls({"library."}));
+        isBroken = fault.hit("IUpdateHandler");
+        if (isBroken)
+            world.host.updates.forgetDependents();
+    }
+
 private:
+    /** What came before the fault is as if there were none. */
+    static void expectToldBefore(const Fault& fault, const std::vector<std::string>& told)
+    {
+        size_t count = 0;
+        if (fault.in("channel"))
+            count = 1;
+        else if (fault.in("output"))
+            count = 2;
+        else if (fault.in("tracks") || fault.in("editorPartSyncMidiCh"))
+            count = 3;
+        ASSERT_GE(told.size(), count);
+        const char* const expected[] = {"library.syncPartToMidiChannel(3)",
+                                        "library.syncPartToMidiChannel(5)",
+                                        "library.syncPartToMidiChannel(5)"};
+        for (size_t index = 0; index < count; ++index)
+            EXPECT_EQ(told[index], expected[index]);
+    }
+
     int selected = -1;
     bool isBroken = false;
 };
@@ -89,6 +121,41 @@ public:
         devices.addMidiTrack("Other", "Synth 2 - Other VST", 4);
     }
 };
+
+/** Another product, whose version counts from 6.5 on. */
+class NewerNuendo : public Routing {
+public:
+    NewerNuendo()
+    : Routing(HostFamily::nuendo("6.5.0"))
+    {
+        auto& devices = world.host.devices;
+        auto& first = devices.addInstrumentTrack("Piano", "elsewhere", 3);
+        auto& second = devices.addMidiTrack("Lead", "elsewhere", 4);
+        devices.addMidiTrack("Other", kRoutedHere, 4);
+        auto& instrument = devices.addInstrument("Synth 1", "RDL3/RDL5 VST", &first);
+        instrument.children[0]->connectTo(second);
+    }
+};
+
+/** Its objects have other IDs and its texts are packed; it has no version. */
+class HostWithoutUnicode : public Routing {
+public:
+    HostWithoutUnicode()
+    : Routing(HostFamily::withoutUnicode("Cubase", "7.5.1"))
+    {
+        auto& devices = world.host.devices;
+        devices.addMidiTrack("Piano", kRoutedHere, 3);
+        devices.addMidiTrack("Lead", kRoutedHere, 4);
+        devices.addMidiTrack("Other", "Synth 2 - Other VST", 4);
+    }
+};
+
+TEST(Faults, TrackRoutingInOtherHosts)
+{
+    injectFaults<HostWithoutUnicode>("track routing, host without Unicode", hostKinds());
+    injectFaults<NewerNuendo>("track routing, other product",
+                              {Kind::kHostAnswers, Kind::kHostThrows});
+}
 
 TEST(Faults, TrackRoutingInANewerHost)
 {

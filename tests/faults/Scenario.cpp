@@ -1,12 +1,12 @@
 #include "tests/faults/Scenario.h"
 
+#include "tests/doubles/NonsenseText.h"
 #include "tests/doubles/Sanitized.h"
 #include "tests/faults/FaultCount.h"
-#include "tests/faults/HostBlock.h"
+#include "tests/faults/Rehearsal.h"
 #include "tests/faults/SystemFaults.h"
 
 #include <algorithm>
-#include <cctype>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
@@ -17,17 +17,9 @@ namespace {
 
 using testing::IsEmpty;
 
-constexpr Kind kKinds[] = {Kind::kHostAnswers,    Kind::kHostThrows,    Kind::kHostNonsense,
-                           Kind::kLibraryAnswers, Kind::kLibraryThrows, Kind::kLibraryNonsense,
-                           Kind::kShortTransfer,  Kind::kNoMemory,      Kind::kFileCall};
-
-bool isNonsense(Kind kind)
-{
-    return kind == Kind::kHostNonsense || kind == Kind::kLibraryNonsense;
-}
-
 constexpr unsigned kHangSeconds = 60;
 constexpr int kMaxBadRuns = 3;
+constexpr size_t kLongestText = 200;
 
 /** Tells which fault ended the program, or made it hang. */
 char underWay[200];
@@ -54,50 +46,6 @@ void watch(const char* name, const Fault& fault)
     }();
     static_cast<void>(installed);
     alarm(kHangSeconds);
-}
-
-void arm(World& world, const Fault& fault)
-{
-    const auto at = [&](Kind kind) { return fault.kind == kind ? fault.call : 0; };
-    world.host.failAtCall(at(Kind::kHostAnswers));
-    if (fault.kind == Kind::kHostThrows)
-        world.host.throwAtCall(fault.call);
-    if (fault.kind == Kind::kHostNonsense)
-        world.host.talkNonsenseAtCall(fault.call);
-    world.library.failAtCall(at(Kind::kLibraryAnswers));
-    if (fault.kind == Kind::kLibraryThrows)
-        world.library.throwAtCall(fault.call);
-    if (fault.kind == Kind::kLibraryNonsense)
-        world.library.talkNonsenseAtCall(fault.call);
-    HostStream::transfers = 0;
-    HostStream::shortTransfer = at(Kind::kShortTransfer);
-    if (fault.kind == Kind::kNoMemory)
-        SystemFaults::failMemoryAt(fault.call);
-    if (fault.kind == Kind::kFileCall)
-        SystemFaults::failFilesAt(fault.call);
-}
-
-/** @return whether there were as many calls; the fault then knows which one failed */
-bool disarm(World& world, Fault& fault)
-{
-    SystemFaults::clear();
-    const size_t hostCalls = world.host.callCount();
-    const size_t libraryCalls = world.library.callCount();
-    const size_t counts[] = {hostCalls,
-                             hostCalls,
-                             hostCalls,
-                             libraryCalls,
-                             libraryCalls,
-                             libraryCalls,
-                             HostStream::transfers,
-                             SystemFaults::memoryCalls(),
-                             SystemFaults::fileCalls()};
-    fault.isTold = world.host.nonsenseTold() || world.library.nonsenseTold();
-    fault.text = world.host.faultyText() + world.library.faultyText();
-    HostStream::shortTransfer = 0;
-    world.host.clearFaults();
-    world.library.clearFaults();
-    return fault.call > 0 && counts[static_cast<size_t>(fault.kind)] >= fault.call;
 }
 
 /** What only the host could end, and did not. */
@@ -131,78 +79,28 @@ size_t openFiles()
     return static_cast<size_t>(std::distance(Iterator("/proc/self/fd"), Iterator()));
 }
 
-/** Calls about the parts 2 to 15 are those about part 1 with other IDs: parameter IDs end with the
-    part's index, and the fault is tried at the first part, the last and the edit flag. With
-    FAULTS_AT_EVERY_PART set it is tried everywhere. */
-bool isRepetition(const std::string& text)
+/** Before anybody counts objects. */
+void makeTextsOnce()
 {
-    static const bool everywhere = std::getenv("FAULTS_AT_EVERY_PART") != nullptr;
-    size_t at = text.find('(');
-    if (everywhere || at == std::string::npos)
-        return false;
-    const size_t begin = at + 1;
-    size_t end = begin;
-    while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end])))
-        ++end;
-    if (end - begin < 8)
-        return false;
-    const int part = std::atoi(text.substr(end - 3, 3).c_str());
-    return part >= 1 && part <= 14;
+    doubles::nonsenseText(doubles::Nonsense::kEmptyText);
 }
-
-/** Which of the library's calls and of the plug-in's allocations in an act are repetitions. An
-    allocation belongs to the library's call before it. */
-class Repetitions {
-public:
-    explicit Repetitions(const MakeScenario& make)
-    {
-        const auto scenario = make();
-        scenario->setUp();
-        auto& library = scenario->world.library;
-        const auto before = library.onCall;
-        library.onCall = [&](const std::string& text) {
-            if (before)
-                before(text);
-            allocations.resize(SystemFaults::memoryCalls(), isRepeated);
-            isRepeated = isRepetition(text);
-            calls.push_back(isRepeated);
-        };
-        SystemFaults::failMemoryAt(0);
-        scenario->act();
-        SystemFaults::clear();
-        library.onCall = before;
-        scenario->tearDown();
-    }
-
-    bool holds(Kind kind, size_t call) const
-    {
-        if (kind == Kind::kLibraryAnswers || kind == Kind::kLibraryThrows ||
-            kind == Kind::kLibraryNonsense)
-            return call <= calls.size() && calls[call - 1];
-        return kind == Kind::kNoMemory && call <= allocations.size() && allocations[call - 1];
-    }
-
-private:
-    bool isRepeated = false;
-    std::vector<bool> calls;
-    std::vector<bool> allocations;
-};
 
 int failures()
 {
     return testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count();
 }
 
-/** @return whether the fault came about */
-bool runScenario(Scenario& scenario, Fault& fault)
+void runScenario(Scenario& scenario, Fault& fault)
 {
     World& world = scenario.world;
     scenario.setUp();
     arm(world, fault);
     scenario.act();
-    const bool happened = disarm(world, fault);
+    disarm(world, fault);
     SCOPED_TRACE(fault.text);
-    if (happened && !isNonsense(fault.kind))
+    if (fault.happened && fault.isNonsense())
+        scenario.expectBelieved(fault);
+    else if (fault.happened)
         scenario.expectStated(fault);
     scenario.act();
     scenario.expectDone();
@@ -211,32 +109,33 @@ bool runScenario(Scenario& scenario, Fault& fault)
     scenario.expectEnded(fault);
     world.host.runLoop.forgetTimers();
     world.host.updates.forgetDependents();
-    return happened;
 }
 
-/** The same, and nothing is left of it. */
+/** The same, and nothing is left of it. @return whether there were so many calls */
 bool run(const char* name, const MakeScenario& make, Fault fault)
 {
     SCOPED_TRACE(std::string(kindName(fault.kind)) + " at call " + std::to_string(fault.call));
     watch(name, fault);
-    fault.text.reserve(200); // so that its memory is not taken for the plug-in's
     const int failuresBefore = failures();
+    // So that their memory is not taken for the plug-in's.
+    fault.text.reserve(kLongestText);
+    fault.step.reserve(kLongestText);
     const long objects = SystemFaults::liveObjects();
     const size_t files = openFiles();
-    const bool happened = runScenario(*make(), fault);
+    runScenario(*make(), fault);
     const long left = SystemFaults::liveObjects() - objects;
     alarm(0);
-    if (happened && (fault.isTold || !isNonsense(fault.kind)))
+    if (fault.happened)
         count(name, fault);
     if (failures() > failuresBefore)
-        return happened; // the report of a failure takes memory too
+        return fault.reached; // the report of a failure takes memory too
     EXPECT_EQ(openFiles(), files) << fault.text;
     // What the first run leaves is made once. The SDK's timer is nobody's once its host refused it
     // with an exception or did not take it back.
-    if (happened && !fault.hit("egisterTimer(")) {
+    if (fault.happened && !fault.hit("egisterTimer(")) {
         EXPECT_EQ(left, 0) << "objects left in memory: " << fault.text;
     }
-    return happened;
+    return fault.reached;
 }
 
 } // namespace
@@ -251,19 +150,20 @@ const char* __lsan_default_suppressions()
 
 namespace faults {
 
-void injectFaults(const char* name, const MakeScenario& make)
+void injectFaults(const char* name, const MakeScenario& make, const std::vector<Kind>& kinds)
 {
-    run(name, make, {});
-    run(name, make, {});
-    const Repetitions repetitions(make);
+    makeTextsOnce();
+    run(name, make, Fault());
+    run(name, make, Fault());
+    const Rehearsal rehearsal(make);
     int badRuns = 0;
-    for (const Kind kind : kKinds) {
-        bool happened = true;
-        for (size_t call = 1; happened && badRuns < kMaxBadRuns; ++call) {
-            if (repetitions.holds(kind, call))
+    for (const Kind kind : kinds) {
+        bool reached = true;
+        for (size_t call = 1; reached && badRuns < kMaxBadRuns; ++call) {
+            if (rehearsal.isIdle(kind, call))
                 continue;
             const int before = failures();
-            happened = run(name, make, {kind, call, {}, false});
+            reached = run(name, make, Fault(kind, call));
             badRuns += failures() > before ? 1 : 0;
         }
     }

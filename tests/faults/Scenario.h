@@ -6,38 +6,18 @@
 //   TEST(Faults, Playing) { injectFaults<Playing>("playing notes"); }
 #pragma once
 
+#include "tests/faults/FaultKinds.h"
 #include "tests/faults/World.h"
 
 #include <memory>
 
 namespace faults {
 
-enum class Kind {
-    kHostAnswers, ///< null, false, an error code, or nothing done
-    kHostThrows,
-    kHostNonsense, ///< a number that makes no sense
-    kLibraryAnswers,
-    kLibraryThrows,
-    kLibraryNonsense,
-    kShortTransfer, ///< a stream moves a byte less than asked
-    kNoMemory,
-    kFileCall,
-};
-
-struct Fault {
-    Kind kind = Kind::kHostAnswers;
-    size_t call = 0;     ///< 1 is the first; 0: no fault at all
-    std::string text;    ///< the call that failed, once it did
-    bool isTold = false; ///< nonsense was the answer of a call that answers with a number
-
-    bool hit(const std::string& part) const { return text.find(part) != std::string::npos; }
-};
-
 class Scenario {
 public:
     explicit Scenario(const doubles::HostFamily& family = doubles::HostFamily::cubase("7.5.1"),
                       Binding binding = Binding::kService)
-    : world(family, binding)
+    : world(family, family.hasExtensions ? binding : Binding::kLibrary)
     {
     }
     Scenario(const Scenario&) = delete;
@@ -54,9 +34,11 @@ public:
     /** What an act without fault, the last one, has brought about. */
     virtual void expectDone() = 0;
 
-    /** What holds after an act with that fault, and what at the very end. Nonsense is not asked
-        for the first: it may well be believed. */
-    virtual void expectStated(const Fault&) {}
+    /** What holds after an act with that fault. */
+    virtual void expectStated(const Fault&) = 0;
+    /** The same when the fault was nonsense, which may well be believed. */
+    virtual void expectBelieved(const Fault&) {}
+    /** And what at the very end. */
     virtual void expectEnded(const Fault&) {}
 
     World world;
@@ -64,12 +46,15 @@ public:
 
 using MakeScenario = std::function<std::unique_ptr<Scenario>()>;
 
-void injectFaults(const char* name, const MakeScenario& make);
+/** With faults of the kinds at every call that can have them. */
+void injectFaults(const char* name, const MakeScenario& make,
+                  const std::vector<Kind>& kinds = allKinds());
 
 template <class Tried>
-void injectFaults(const char* name)
+void injectFaults(const char* name, const std::vector<Kind>& kinds = allKinds())
 {
-    injectFaults(name, [] { return std::make_unique<Tried>(); });
+    injectFaults(
+        name, [] { return std::make_unique<Tried>(); }, kinds);
 }
 
 } // namespace faults

@@ -1,4 +1,5 @@
 // The project's state in both readings, and presets and user banks into the controller.
+#include "tests/doubles/NonsenseText.h"
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/faults/HostBlock.h"
 #include "tests/faults/Scenario.h"
@@ -34,10 +35,10 @@ public:
         world.step("getState", [&] { results[0] = component.getState(&saved); });
         bytes = saved.bytes;
         HostStream restored(world.host, le32(0) + le32(5) + "state");
-        world.step("setState", [&] { results[1] = component.setState(&restored); });
+        world.step("setState, binary", [&] { results[1] = component.setState(&restored); });
         HostStream text(world.host, std::string("H\0i\0", 4));
         world.library.stateFormat = 1;
-        world.step("setState", [&] { results[2] = component.setState(&text); });
+        world.step("setState, text", [&] { results[2] = component.setState(&text); });
         world.library.stateFormat = 0;
         EXPECT_EQ(saved.references, 1);
         EXPECT_EQ(restored.references, 1);
@@ -57,14 +58,14 @@ public:
     {
         const auto failures = 3 - std::count(results.begin(), results.end(), kResultOk);
         EXPECT_EQ(std::count(results.begin(), results.end(), kResultFalse), failures);
-        if (fault.kind == Kind::kHostAnswers || fault.kind == Kind::kHostThrows) {
+        if (fault.is(Kind::kHostAnswers) || fault.is(Kind::kHostThrows)) {
             EXPECT_EQ(failures, 1) << "a stream that failed was not noticed";
         }
-        if (fault.kind == Kind::kLibraryThrows) {
+        if (fault.is(Kind::kLibraryThrows)) {
             EXPECT_EQ(failures, 1) << "a library that threw was not noticed";
         }
-        if (fault.kind == Kind::kNoMemory) {
-            EXPECT_EQ(failures, 1) << "memory that was not there was not noticed";
+        if (fault.isOutOfMemory()) {
+            EXPECT_GE(failures, 1) << "memory that was not there was not noticed";
         }
         if (results[0] != kResultOk) {
             EXPECT_LE(bytes.size(), 8u) << "a state that failed was written all the same";
@@ -73,10 +74,78 @@ public:
             EXPECT_THAT(world.library.statesSet, IsEmpty());
         }
         for (const auto& state : world.library.statesSet)
-            EXPECT_TRUE(state == kState || fault.kind == Kind::kShortTransfer);
+            EXPECT_TRUE(state == kState || isTransfer(fault));
+        if (isTransfer(fault))
+            expectTransferred(fault);
+        expectOthersDone(fault);
+    }
+
+    /** A format that is not text's is the binary one; a result that is not 0 is a failure. */
+    void expectBelieved(const Fault& fault) override
+    {
+        if (fault.hit("getStateFormat")) {
+            EXPECT_THAT(results, testing::Each(kResultOk));
+            EXPECT_THAT(world.library.stateTextsSet,
+                        testing::SizeIs(fault.in("setState, text") ? 0 : 1));
+        }
+        if (fault.hit("setStateText")) {
+            EXPECT_EQ(results[2], kResultFalse);
+        }
+        if (fault.hit("seek")) { // a text of a size that is none, or of zeros behind what is there
+            EXPECT_EQ(results[2], fault.is(Kind::kHostNonsense) ? kResultFalse : kResultOk);
+            EXPECT_EQ(world.library.stateTextsSet.size(), fault.is(Kind::kHostNonsense) ? 0u : 1u);
+        }
+        if (fault.hit("getStateChunk")) { // opaque bytes, or none
+            const auto told = nonsenseOf(fault);
+            EXPECT_EQ(bytes, le32(0) + le32(static_cast<int32>(told.size())) + told);
+        }
+        expectOthersDone(fault);
     }
 
 private:
+    static bool isTransfer(const Fault& fault)
+    {
+        return fault.is(Kind::kShortTransfer) || fault.is(Kind::kEmptyTransfer);
+    }
+
+    static std::string nonsenseOf(const Fault& fault)
+    {
+        if (fault.is(Kind::kLibraryBrokenText))
+            return doubles::nonsenseBytes(doubles::Nonsense::kBrokenText);
+        if (fault.is(Kind::kLibraryEndlessText))
+            return doubles::nonsenseBytes(doubles::Nonsense::kEndlessText);
+        return {};
+    }
+
+    /** The reads say that all is well. What they did not move is the preset value of a number, and
+        zeros in a state or text. */
+    void expectTransferred(const Fault& fault) const
+    {
+        if (!fault.in("setState, binary"))
+            return;
+        const auto& states = world.library.statesSet;
+        if (results[1] != kResultOk || states.empty())
+            return; // a version that is not known, or a size of none
+        EXPECT_EQ(states.front().size(), kState.size());
+        if (fault.is(Kind::kEmptyTransfer)) {
+            EXPECT_EQ(states.front(), std::vector<char>(kState.size(), 0));
+        }
+    }
+
+    /** One call's failure is not another's. */
+    void expectOthersDone(const Fault& fault) const
+    {
+        if (!fault.in("getState") && !fault.is(Kind::kNoMoreMemory)) {
+            EXPECT_EQ(bytes, le32(0) + le32(5) + "state");
+        }
+        if (!fault.in("setState, binary") && !fault.is(Kind::kNoMoreMemory)) {
+            EXPECT_THAT(world.library.statesSet, ElementsAre(kState));
+        }
+        if (fault.in("getState") || fault.in("setState, binary")) {
+            EXPECT_TRUE(fault.is(Kind::kNoMoreMemory) || results[2] == kResultOk);
+        }
+    }
+
     std::vector<tresult> results;
     std::string bytes;
 };
@@ -93,11 +162,11 @@ public:
         world.library.userBanksApplied.clear();
         results.assign(4, -1);
         HostStream preset(world.host, kPreset);
-        world.step("setState", [&] { results[0] = controller.setState(&preset); });
+        world.step("preset", [&] { results[0] = controller.setState(&preset); });
         HostStream userBank(world.host, kUserBank);
-        world.step("setState", [&] { results[1] = controller.setState(&userBank); });
+        world.step("user bank", [&] { results[1] = controller.setState(&userBank); });
         HostStream other(world.host, le32(3) + le32(9));
-        world.step("setState", [&] { results[2] = controller.setState(&other); });
+        world.step("other", [&] { results[2] = controller.setState(&other); });
         HostStream saved(world.host);
         world.step("getState", [&] { results[3] = controller.getState(&saved); });
         EXPECT_EQ(saved.bytes, "");
@@ -114,12 +183,23 @@ public:
     }
 
     /** The host hears of no failure, and the other one is loaded all the same. */
-    void expectStated(const Fault&) override
+    void expectStated(const Fault& fault) override
     {
         EXPECT_THAT(results, testing::Each(kResultOk));
-        EXPECT_GE(world.calls({"library.apply"}).size(), 1u);
-        EXPECT_LE(world.calls({"library.apply"}).size(), 2u);
+        const auto applied = world.calls({"library.apply"});
+        EXPECT_LE(applied.size(), 2u);
+        if (!fault.in("preset")) {
+            EXPECT_EQ(applied.front(), "library.applyPreset(3, 7)");
+        }
+        if (!fault.in("user bank") && !fault.is(Kind::kNoMoreMemory)) {
+            EXPECT_EQ(applied.back(), "library.applyUserBank(9, 4, 3 bytes)");
+        }
+        if (fault.isOutOfMemory()) {
+            EXPECT_EQ(applied.size(), 1u) << "bytes for which there was no memory";
+        }
     }
+
+    void expectBelieved(const Fault& fault) override { expectStated(fault); }
 
 private:
     std::vector<tresult> results;

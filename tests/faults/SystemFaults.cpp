@@ -3,6 +3,7 @@
 #include "tests/doubles/Sanitized.h"
 #include "tests/faults/OwnCode.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
@@ -16,14 +17,21 @@ namespace {
 struct Counter {
     bool counts = false;
     size_t calls = 0;
-    size_t failing = 0;
+    size_t failing = 0; ///< 0: none
+    bool all = false;   ///< and those after it
 
-    void start(size_t n) { *this = {true, 0, n}; }
-    bool fails() { return ++calls == failing; }
+    void start(size_t n, bool forAll) { *this = {true, 0, n, forAll}; }
+    bool fails()
+    {
+        ++calls;
+        return failing > 0 && (all ? calls >= failing : calls == failing);
+    }
 };
 
 thread_local Counter memory;
 thread_local Counter files;
+thread_local bool anyFailed = false;
+thread_local const char* failedFile = "";
 thread_local FILE* openedLast = nullptr; ///< by the plug-in, which has taken no memory since
 std::atomic<long> objects{0};
 
@@ -32,31 +40,39 @@ std::uintptr_t address(const void* returnAddress)
     return reinterpret_cast<std::uintptr_t>(returnAddress);
 }
 
-bool memoryFails(const void* returnAddress)
+bool memoryFails(size_t size, const void* returnAddress)
 {
     if (!memory.counts || !faults::isCalledByOwnCode(address(returnAddress)))
         return false;
     FILE* opened = openedLast;
     openedLast = nullptr;
-    if (!memory.fails())
+    if (!memory.fails() && size <= faults::SystemFaults::kMostMemory)
         return false;
+    anyFailed = true;
     // The SDK's FileStream does not close the file that it has no memory to keep.
     if (opened)
         fclose(opened);
     return true;
 }
 
-bool fileFails(const void* returnAddress)
+enum class Access { kLooks, kChanges };
+
+bool fileFails(const char* function, Access access, const void* returnAddress)
 {
     if (!files.counts || !faults::isOwnCode(address(returnAddress)) || !files.fails())
         return false;
+    if (files.all && access == Access::kLooks)
+        return false;
+    if (*failedFile == 0)
+        failedFile = function;
+    anyFailed = true;
     errno = ENOSPC;
     return true;
 }
 
 void* allocate(size_t size, const void* returnAddress)
 {
-    if (memoryFails(returnAddress))
+    if (memoryFails(size, returnAddress))
         return nullptr;
     void* result = std::malloc(size > 0 ? size : 1);
     if (result)
@@ -89,21 +105,30 @@ Function real(Function, const char* name)
 
 namespace faults {
 
-void SystemFaults::failMemoryAt(size_t n)
+void SystemFaults::failMemory(size_t n, bool all)
 {
     openedLast = nullptr;
-    memory.start(n);
+    anyFailed = false;
+    memory.start(n, all);
 }
 
-void SystemFaults::failFilesAt(size_t n)
+void SystemFaults::failFiles(size_t n, bool all)
 {
-    files.start(n);
+    failedFile = "";
+    anyFailed = false;
+    files.start(n, all);
 }
 
 void SystemFaults::clear()
 {
     memory.counts = false;
     files.counts = false;
+    anyFailed = false;
+}
+
+bool SystemFaults::hasFailed()
+{
+    return anyFailed;
 }
 
 size_t SystemFaults::memoryCalls()
@@ -114,6 +139,11 @@ size_t SystemFaults::memoryCalls()
 size_t SystemFaults::fileCalls()
 {
     return files.calls;
+}
+
+const char* SystemFaults::failedFileCall()
+{
+    return failedFile;
 }
 
 long SystemFaults::liveObjects()
@@ -183,14 +213,18 @@ void* __libc_calloc(size_t count, size_t size);
 
 void* calloc(size_t count, size_t size) noexcept
 {
-    return memoryFails(__builtin_return_address(0)) ? nullptr : __libc_calloc(count, size);
+    // What is as large costs nothing before it is written to.
+    const size_t asked = std::min(count * size, faults::SystemFaults::kMostMemory);
+    return memoryFails(asked, __builtin_return_address(0)) ? nullptr : __libc_calloc(count, size);
 }
 #endif
 
 FILE* fopen(const char* name, const char* mode)
 {
     static const auto next = real(&fopen, "fopen");
-    FILE* file = fileFails(__builtin_return_address(0)) ? nullptr : next(name, mode);
+    FILE* file = fileFails("fopen", Access::kChanges, __builtin_return_address(0))
+                     ? nullptr
+                     : next(name, mode);
     if (memory.counts && faults::isOwnCode(address(__builtin_return_address(0))))
         openedLast = file;
     return file;
@@ -199,19 +233,23 @@ FILE* fopen(const char* name, const char* mode)
 size_t fwrite(const void* data, size_t size, size_t count, FILE* file)
 {
     static const auto next = real(&fwrite, "fwrite");
-    return fileFails(__builtin_return_address(0)) ? 0 : next(data, size, count, file);
+    return fileFails("fwrite", Access::kChanges, __builtin_return_address(0))
+               ? 0
+               : next(data, size, count, file);
 }
 
 int fseek(FILE* file, long offset, int origin)
 {
     static const auto next = real(&fseek, "fseek");
-    return fileFails(__builtin_return_address(0)) ? -1 : next(file, offset, origin);
+    return fileFails("fseek", Access::kChanges, __builtin_return_address(0))
+               ? -1
+               : next(file, offset, origin);
 }
 
 int fclose(FILE* file)
 {
     static const auto next = real(&fclose, "fclose");
-    const bool fails = fileFails(__builtin_return_address(0));
+    const bool fails = fileFails("fclose", Access::kChanges, __builtin_return_address(0));
     const int result = next(file);
     return fails ? EOF : result;
 }
@@ -219,19 +257,21 @@ int fclose(FILE* file)
 int mkdir(const char* path, mode_t mode) noexcept
 {
     static const auto next = real(&mkdir, "mkdir");
-    return fileFails(__builtin_return_address(0)) ? -1 : next(path, mode);
+    return fileFails("mkdir", Access::kChanges, __builtin_return_address(0)) ? -1
+                                                                             : next(path, mode);
 }
 
 int stat(const char* path, struct stat* status) noexcept
 {
     static const auto next = real(&stat, "stat");
-    return fileFails(__builtin_return_address(0)) ? -1 : next(path, status);
+    return fileFails("stat", Access::kLooks, __builtin_return_address(0)) ? -1 : next(path, status);
 }
 
 int lstat(const char* path, struct stat* status) noexcept
 {
     static const auto next = real(&lstat, "lstat");
-    return fileFails(__builtin_return_address(0)) ? -1 : next(path, status);
+    return fileFails("lstat", Access::kLooks, __builtin_return_address(0)) ? -1
+                                                                           : next(path, status);
 }
 
 } // extern "C"

@@ -12,14 +12,23 @@ namespace faults {
 
 /** This thread's calls; one fault at a time. */
 struct SystemFaults {
-    /** The n-th allocation from now on fails; 0: none, but they are counted from now on. */
-    static void failMemoryAt(size_t n);
-    /** The n-th file call from now on fails with "no space left"; 0: none, but they are counted. */
-    static void failFilesAt(size_t n);
+    /** The n-th allocation from now on fails, and with all those after it too; 0: none, but they
+        are counted. One of more than kMostMemory fails while they are. */
+    static void failMemory(size_t n, bool all = false);
+    static constexpr size_t kMostMemory = size_t{1} << 28;
+
+    /** The n-th file call from now on fails with "no space left"; with all, those after it too,
+        unless they only look at what is there. */
+    static void failFiles(size_t n, bool all = false);
     static void clear();
+
+    /** Whether any allocation or file call did, since. */
+    static bool hasFailed();
 
     static size_t memoryCalls();
     static size_t fileCalls();
+    /** The function that failed first, such as "mkdir"; empty when none did. */
+    static const char* failedFileCall();
 
     /** Objects of the whole process that were made with operator new and are not deleted. */
     static long liveObjects();

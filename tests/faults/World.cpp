@@ -1,6 +1,8 @@
 #include "tests/faults/World.h"
 
+#include "tests/faults/HostBlock.h"
 #include "tests/faults/OwnCode.h"
+#include "tests/faults/SystemFaults.h"
 
 #include <dlfcn.h>
 
@@ -50,6 +52,12 @@ World::World(const doubles::HostFamily& family, Binding bound)
 }
 
 World::~World() = default;
+
+bool World::hasFailed() const
+{
+    return !host.faultyText().empty() || !library.faultyText().empty() ||
+           HostStream::transfers.hasFailed() || SystemFaults::hasFailed();
+}
 
 void World::create()
 {

@@ -42,8 +42,9 @@ public:
 
     /** One call of the host's, the user's or the library's. No exception may come out of it. */
     template <typename Call>
-    static void step(const char* name, Call&& call)
+    void step(const char* name, Call&& call)
     {
+        const bool before = hasFailed();
         try {
             call();
         } catch (const std::exception& exception) {
@@ -51,7 +52,11 @@ public:
         } catch (...) {
             ADD_FAILURE() << name << " let something out";
         }
+        if (!before && hasFailed())
+            failedStep = name;
     }
+
+    std::string failedStep; ///< in which the fault came about; empty: in none yet
 
     // The life of both components, in parts. A part that failed does not keep a host from ending.
     void create();
@@ -74,6 +79,9 @@ public:
     {
         return trace.textsOf(prefixes);
     }
+
+private:
+    bool hasFailed() const;
 };
 
 } // namespace faults

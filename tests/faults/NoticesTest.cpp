@@ -1,0 +1,123 @@
+// What a host tells of its objects: their end, fewer tracks, and objects that nobody asked for.
+#include "tests/faults/Scenario.h"
+
+namespace faults {
+namespace {
+
+using namespace Steinberg;
+using doubles::HostFamily;
+using testing::ElementsAre;
+
+constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
+const std::string kSync = "library.syncPartToMidiChannel(3)";
+const std::string kSyncOfNone =
+    "library.syncPartToMidiChannel(0)"; // of a host that gives no number
+const std::vector<std::string> kOfMixer = {"device(Mixer)", "value(Mixer.selected)"};
+const std::vector<std::string> kOfTrack = {"device(Mixer)", "value(Mixer.selected)",
+                                           "value(Piano.output)", "value(Piano.channel)"};
+
+class Notices : public Scenario {
+public:
+    explicit Notices(const HostFamily& family)
+    : Scenario(family)
+    {
+        auto& devices = world.host.devices;
+        devices.addMidiTrack("Piano", kRoutedHere, 3);
+        last = &devices.addMidiTrack("Other", "elsewhere", 4);
+    }
+
+    void act() override
+    {
+        auto& devices = world.host.devices;
+        auto& updates = world.host.updates;
+        auto& track = *devices.mixer().children.front();
+        FUnknownPtr<IDependent> dependent(world.controller);
+        world.trace.clear();
+        world.step("follow", [&] { devices.select(0); });
+        world.step("of no matter", [&] {
+            devices.tell(devices.mixer().value("selected"), IDependent::kDestroyed);
+            devices.tell(devices.mixer(), IDependent::kDestroyed);
+            devices.tell(track.value("channel"), IDependent::kDestroyed);
+        });
+        world.step("strangers", [&] {
+            dependent->update(nullptr, IDependent::kChanged);
+            dependent->update(&world.host.handler, IDependent::kChanged);
+            dependent->update(world.component, IDependent::kChanged);
+        });
+        followed = updates.observed();
+        world.step("output ends",
+                   [&] { devices.tell(track.value("output"), IDependent::kDestroyed); });
+        ended = updates.observed();
+        world.step("follow again", [&] { devices.select(0); });
+        world.step("as many tracks", [&] { devices.tellTracksChanged(); });
+        devices.mixer().children.pop_back();
+        world.step("fewer tracks", [&] { devices.tellTracksChanged(); });
+        fewer = updates.observed();
+        devices.mixer().children.push_back(last);
+        dependent = nullptr;
+    }
+
+    void expectDone() override
+    {
+        if (isBroken)
+            return;
+        EXPECT_THAT(world.calls({"library."}), ElementsAre(kSync, kSync));
+        EXPECT_EQ(followed, kOfTrack);
+        EXPECT_EQ(ended, kOfMixer);
+        EXPECT_EQ(fewer, kOfMixer);
+    }
+
+    /** Only the track that is followed is told to the library, and what failed later takes nothing
+        of what was before it. */
+    void expectStated(const Fault& fault) override
+    {
+        const std::string other = fault.hit("getInteger") ? kSyncOfNone : kSync;
+        EXPECT_THAT(world.calls({"library."}), testing::Each(testing::AnyOf(kSync, other)));
+        EXPECT_LE(world.calls({"library."}).size(), 2u);
+        if (!fault.in("follow") && !fault.in("of no matter")) {
+            EXPECT_EQ(followed, kOfTrack);
+        }
+        if (fault.in("strangers") || fault.in("of no matter") || fault.isLibraryFailure()) {
+            EXPECT_EQ(world.calls({"library."}).size(), 2u);
+            EXPECT_EQ(ended, kOfMixer);
+            EXPECT_EQ(fewer, kOfMixer);
+        }
+        isBroken = fault.hit("addDependent") || fault.hit("removeDependent") ||
+                   fault.hit("IUpdateHandler");
+        if (isBroken)
+            world.host.updates.forgetDependents();
+    }
+
+    void expectBelieved(const Fault& fault) override
+    {
+        EXPECT_LE(world.calls({"library."}).size(), 2u);
+        if (!fault.in("follow") && !fault.in("of no matter")) {
+            EXPECT_EQ(followed, kOfTrack);
+        }
+        isBroken = fault.hit("IUpdateHandler");
+        if (isBroken)
+            world.host.updates.forgetDependents();
+    }
+
+private:
+    doubles::HostDeviceDouble* last = nullptr;
+    std::vector<std::string> followed;
+    std::vector<std::string> ended;
+    std::vector<std::string> fewer;
+    bool isBroken = false;
+};
+
+MakeScenario noticesOf(const HostFamily& family)
+{
+    return [=] { return std::make_unique<Notices>(family); };
+}
+
+TEST(Faults, NoticesOfTheHost)
+{
+    injectFaults("notices", noticesOf(HostFamily::cubase("7.4.0")));
+    injectFaults("notices, host without Unicode",
+                 noticesOf(HostFamily::withoutUnicode("Cubase", "7.4.0")), hostKinds());
+}
+
+} // namespace
+} // namespace faults
