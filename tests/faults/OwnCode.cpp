@@ -1,5 +1,6 @@
 #include "tests/faults/OwnCode.h"
 
+#include <algorithm>
 #include <cstring>
 #include <link.h>
 #include <unwind.h>
@@ -14,8 +15,17 @@ struct Range {
     bool holds(std::uintptr_t address) const { return address >= begin && address < end; }
 };
 
-Range own;
+constexpr size_t kMostModules = 2;
+
+Range own[kMostModules];
+size_t modules = 0;
 Range runtime;
+
+bool isOwn(std::uintptr_t address)
+{
+    return std::any_of(own, own + modules,
+                       [address](const Range& range) { return range.holds(address); });
+}
 
 struct Search {
     const char* namePart;
@@ -50,7 +60,7 @@ _Unwind_Reason_Code visit(_Unwind_Context* context, void* argument)
     walk.reached = walk.reached || address == walk.from;
     if (!walk.reached || runtime.holds(address))
         return _URC_NO_REASON;
-    walk.isOwn = own.holds(address);
+    walk.isOwn = isOwn(address);
     return _URC_END_OF_STACK;
 }
 
@@ -59,7 +69,10 @@ _Unwind_Reason_Code visit(_Unwind_Context* context, void* argument)
 void learnOwnCode(const char* moduleFile)
 {
     const char* name = std::strrchr(moduleFile, '/');
-    Search module{name ? name : moduleFile, &own};
+    if (modules == kMostModules)
+        return;
+    Search module{name ? name : moduleFile, &own[modules]};
+    ++modules;
     dl_iterate_phdr(look, &module);
     Search cxx{"/libstdc++.so", &runtime};
     dl_iterate_phdr(look, &cxx);
@@ -67,12 +80,12 @@ void learnOwnCode(const char* moduleFile)
 
 bool isOwnCode(std::uintptr_t address)
 {
-    return own.holds(address);
+    return isOwn(address);
 }
 
 bool isCalledByOwnCode(std::uintptr_t returnAddress)
 {
-    if (own.holds(returnAddress))
+    if (isOwn(returnAddress))
         return true;
     if (!runtime.holds(returnAddress))
         return false;

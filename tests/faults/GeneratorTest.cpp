@@ -1,0 +1,147 @@
+// The preset library, written from a map of voices, with a library and a file system that fail.
+#include "tests/faults/generator/Generator.h"
+#include "tests/doubles/PresetFileBytes.h"
+#include "tests/doubles/PresetXml.h"
+#include "tests/doubles/TemporaryHome.h"
+#include "tests/faults/OwnCode.h"
+#include "tests/faults/Scenario.h"
+
+#include <dlfcn.h>
+
+namespace faults {
+namespace {
+
+using doubles::BufferAnswer;
+using doubles::le32;
+using doubles::presetFileBytes;
+using doubles::presetXml;
+using testing::IsEmpty;
+
+using Write = decltype(&writeVoices);
+
+/** Loaded for all tests. */
+Write loadGenerator()
+{
+    void* file = dlopen(GENERATOR_FILE, RTLD_NOW);
+    EXPECT_NE(file, nullptr) << dlerror();
+    learnOwnCode(GENERATOR_FILE);
+    return file ? reinterpret_cast<Write>(dlsym(file, "writeVoices")) : nullptr;
+}
+
+/** Texts of a library that has all kinds of them. The second "Grand" finds the first one's file;
+    a name with a zero byte has none. */
+Voices hostileVoices()
+{
+    Voices voices;
+    voices[0] = {{0, "0:x:Grand"},
+                 {1, "no code:x:Lost"},
+                 {2, "0:A/B:C?"},
+                 {3, std::string("0:a\0b", 5)},
+                 {4, "99999999999999999999:x:Lost"},
+                 {5, "0:x:Grand"},
+                 {6, "0:x:Left Out"}};
+    voices[8] = {{5, "17:x:My/Bank"}};
+    voices[15] = {{0, "0:x:No Bank"}};
+    return voices;
+}
+
+std::string voiceFile(int number)
+{
+    return presetFileBytes(le32(1) + le32(0) + le32(number),
+                           presetXml("Piano", "A. Piano", "Acoustic"));
+}
+
+/** By name; a file can be another voice's of the same name. */
+using Files = std::map<std::string, std::set<std::string>>;
+
+const Files& wholeFiles()
+{
+    static const Files files = {{"Grand.vstpreset", {voiceFile(0), voiceFile(5)}},
+                                {"C_.vstpreset", {voiceFile(2)}},
+                                {"My_Bank.vstpreset",
+                                 {presetFileBytes(le32(2) + le32(8) + le32(5) + le32(3) + "abc",
+                                                  presetXml("Keyboard", "E. Piano", "Electric"))}}};
+    return files;
+}
+
+class WritingVoices : public Scenario {
+public:
+    void setUp() override
+    {
+        static const Write generator = loadGenerator();
+        write = generator;
+        ASSERT_TRUE(write);
+        wholeFiles(); // before anybody counts objects
+        world.library.categoryName = [](int main) {
+            return BufferAnswer{main == 0 ? "Acoustic Piano" : "Keyboard", 0};
+        };
+        world.library.subCategoryName = [](int main, int) {
+            return BufferAnswer{main == 0 ? "Acoustic" : "FM Piano", 0};
+        };
+        world.library.userBank = [](int, int) { return std::vector<char>{'a', 'b', 'c'}; };
+    }
+    void tearDown() override {}
+
+    void act() override
+    {
+        std::filesystem::remove_all(home.home() + "/Library");
+        const std::vector<const char*> excluded = {nullptr, "Left Out"};
+        world.step("write", [&] { write(world.library, voices, excluded); });
+        found.clear();
+        for (const auto& name : home.files())
+            found[name] = home.content(name);
+    }
+
+    void expectDone() override
+    {
+        EXPECT_EQ(found.size(), wholeFiles().size());
+        for (const auto& [name, contents] : wholeFiles())
+            EXPECT_EQ(found[name], *contents.begin()) << name;
+    }
+
+    /** One voice fails alone, unless there is no folder, or no disk or memory any more. */
+    void expectStated(const Fault& fault) override
+    {
+        size_t whole = 0;
+        for (const auto& [name, content] : found) {
+            const auto known = wholeFiles().find(name);
+            ASSERT_NE(known, wholeFiles().end()) << name;
+            whole += known->second.count(content);
+        }
+        const bool isLasting = fault.is(Kind::kDiskFull) || fault.is(Kind::kNoMoreMemory);
+        const bool isFolderless = fault.hit("mkdir") || (found.empty() && fault.isOutOfMemory());
+        if (isFolderless) {
+            EXPECT_THAT(found, IsEmpty());
+        } else if (!isLasting) {
+            EXPECT_GE(whole, wholeFiles().size() - 1);
+        }
+        if (fault.hit("getUserBankData")) {
+            EXPECT_EQ(found["My_Bank.vstpreset"], "");
+        }
+    }
+
+    /** An unknown category is none; the voice is written all the same. */
+    void expectBelieved(const Fault& fault) override
+    {
+        for (const auto& [name, contents] : wholeFiles())
+            EXPECT_EQ(found.count(name), 1u) << name;
+        EXPECT_EQ(found.size(), wholeFiles().size());
+        if (fault.hit("getUserBankData") && fault.is(Kind::kLibraryEmptyText)) {
+            EXPECT_EQ(found["My_Bank.vstpreset"], "");
+        }
+    }
+
+private:
+    Write write = nullptr;
+    doubles::TemporaryHome home;
+    Voices voices = hostileVoices();
+    std::map<std::string, std::string> found;
+};
+
+TEST(Faults, PresetLibrary)
+{
+    injectFaults<WritingVoices>("preset library");
+}
+
+} // namespace
+} // namespace faults

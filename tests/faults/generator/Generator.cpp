@@ -1,0 +1,15 @@
+// The generator of the preset library as a file of its own, so that its calls to the system can be
+// told from the test program's. The plug-in itself has no call that writes all voices.
+#include "tests/faults/generator/Generator.h"
+
+using namespace Steinberg::Vst;
+
+void writeVoices(VstIEditorConnect& library, Voices& voices,
+                 const std::vector<const char*>& excluded)
+{
+    VstK2xPresetCreater creater(library);
+    const auto types = static_cast<VstK2xPresetCreater::PresetType>(
+        VstK2xPresetCreater::kAllVoiceBanks | VstK2xPresetCreater::kAllUserBanks);
+    creater.setVoiceDataInfo(voices, types, VstK2xPresetCreater::kUserFolder, &excluded, false,
+                             false);
+}
