@@ -42,11 +42,12 @@ std::uintptr_t address(const void* returnAddress)
 
 bool memoryFails(size_t size, const void* returnAddress)
 {
-    if (!memory.counts || !faults::isCalledByOwnCode(address(returnAddress)))
+    const bool isTooMuch = size > faults::SystemFaults::kMostMemory;
+    if ((!memory.counts && !isTooMuch) || !faults::isCalledByOwnCode(address(returnAddress)))
         return false;
     FILE* opened = openedLast;
     openedLast = nullptr;
-    if (!memory.fails() && size <= faults::SystemFaults::kMostMemory)
+    if (!memory.fails() && !isTooMuch)
         return false;
     anyFailed = true;
     // The SDK's FileStream does not close the file that it has no memory to keep.

@@ -13,7 +13,7 @@ namespace faults {
 /** This thread's calls; one fault at a time. */
 struct SystemFaults {
     /** The n-th allocation from now on fails, and with all those after it too; 0: none, but they
-        are counted. One of more than kMostMemory fails while they are. */
+        are counted. One of more than kMostMemory always fails. */
     static void failMemory(size_t n, bool all = false);
     static constexpr size_t kMostMemory = size_t{1} << 28;
 
