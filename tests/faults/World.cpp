@@ -13,21 +13,29 @@ using namespace Steinberg::Vst;
 
 namespace {
 
-VST3::Hosting::Module::Ptr loadPlugIn()
+using VST3::Hosting::Module;
+
+Module::Ptr loadPlugIn()
 {
     std::string error;
-    auto module = VST3::Hosting::Module::create(BUNDLE_FOLDER, error);
+    auto module = Module::create(BUNDLE_FOLDER, error);
     EXPECT_TRUE(module) << error;
+    // Never unloaded: the leak sanitizer names what was left by the code that stands there.
+    dlopen(MODULE_FILE, RTLD_LAZY);
     learnOwnCode(MODULE_FILE);
     return module;
 }
 
 /** Loaded for all tests. */
+Module::Ptr& plugInModule()
+{
+    static auto& module = *new Module::Ptr(loadPlugIn());
+    return module;
+}
+
 const VST3::Hosting::PluginFactory& plugIn()
 {
-    // Never unloaded: the leak sanitizer names what was left by the code that stands there.
-    static const auto& module = *new VST3::Hosting::Module::Ptr(loadPlugIn());
-    return module->getFactory();
+    return plugInModule()->getFactory();
 }
 
 VST3::UID classID(const std::string& digits)
@@ -43,7 +51,7 @@ World::World(const doubles::HostFamily& family, Binding bound)
 , host(trace, family)
 , library(bound == Binding::kLibrary ? *file.emplace(trace) : inProcess.emplace(trace))
 {
-    plugIn();
+    plugInModule();
     // A range of one value has no texts to fetch; one parameter has some.
     library.defaultParameter = {0, 0, 0, 0, {}};
     library.setParameter(kVolume1, {2, 0, 4, 0, {}});
@@ -57,6 +65,15 @@ bool World::hasFailed() const
 {
     return !host.faultyText().empty() || !library.faultyText().empty() ||
            HostStream::transfers.hasFailed() || SystemFaults::hasFailed();
+}
+
+const VST3::Hosting::PluginFactory* World::loadAgain()
+{
+    auto& module = plugInModule();
+    module = nullptr; // and with it the factory's last reference
+    std::string error;
+    module = Module::create(BUNDLE_FOLDER, error);
+    return module ? &module->getFactory() : nullptr;
 }
 
 void World::create()

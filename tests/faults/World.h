@@ -58,6 +58,10 @@ public:
 
     std::string failedStep; ///< in which the fault came about; empty: in none yet
 
+    /** Lets go of the plug-in's factory, while no component is there, and asks for it again.
+        @return null when the plug-in has none to give; there is none then until the next time */
+    static const VST3::Hosting::PluginFactory* loadAgain();
+
     // The life of both components, in parts. A part that failed does not keep a host from ending.
     void create();
     void initialize();
