@@ -105,10 +105,10 @@ void checkEightBitText(const std::string& text, const std::string& needle, int b
     FUZZ_CHECK(plain.text8() == visible && *plain.text16() == 0);
     checkReading(plain, visible, needle, base);
 
-    // The same bytes taken for Unicode: converted, and whatever that gives stays what it is.
+    // The same bytes taken for Unicode: converted first.
     const CharacterConvert wide(text.c_str(), true, -1, true);
-    const std::u16string units = wide.text16();
-    FUZZ_CHECK(*wide.text8() == 0);
+    const auto units = fuzz::utf16Of(visible);
+    FUZZ_CHECK(*wide.text8() == 0 && wide.text16() == units);
     checkReading(wide, fuzz::utf8Of(units), needle, base);
     const StringObject object(text.c_str());
     FUZZ_CHECK(CharacterConvert(object, true, -1).text16() == units);

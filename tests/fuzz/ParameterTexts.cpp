@@ -130,10 +130,13 @@ std::u16string shown(const EditorParameter& parameter, double normalized)
     return text;
 }
 
-bool isAscii(const std::string& text)
+/** As much of a text as 127 units hold. */
+std::u16string wholeCharacters(std::u16string text)
 {
-    return std::all_of(text.begin(), text.end(),
-                       [](char byte) { return static_cast<signed char>(byte) > 0; });
+    text.resize(std::min<size_t>(text.size(), 127));
+    if (!text.empty() && (text.back() & 0xFC00) == 0xD800)
+        text.pop_back();
+    return text;
 }
 
 /** Truncated towards zero; what no 32-bit integer can hold is the nearest that can, or 0. */
@@ -155,8 +158,8 @@ void checkValueTexts(EditorParameter& parameter, double normalized, const std::s
     const int64 value = editorValueOf(normalized, minimum, maximum);
     if (maximum <= minimum || value < minimum || value > maximum)
         FUZZ_CHECK(text.empty());
-    else if (isAscii(valueText))
-        FUZZ_CHECK(fuzz::asciiOf(text) == (std::to_string(value) + valueText).substr(0, 127));
+    else
+        FUZZ_CHECK(text == wholeCharacters(fuzz::utf16Of(std::to_string(value) + valueText)));
 }
 
 void checkNumber(EditorParameter& parameter, double normalized)

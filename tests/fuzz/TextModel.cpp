@@ -55,7 +55,47 @@ void append(std::string& out, uint32_t character)
     }
 }
 
+/** The character that so many bytes at index write, if they are exactly what it is written as. */
+uint32_t writtenAs(const std::string& bytes, size_t index, size_t count)
+{
+    constexpr uint32_t kLeadBits[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
+    const auto byteAt = [&](size_t at) { return static_cast<uint8_t>(bytes[at]); };
+    if (count > bytes.size() - index)
+        return kLone;
+    uint32_t character = byteAt(index) & kLeadBits[count];
+    for (size_t at = index + 1; at < index + count; ++at)
+        character = character * 64 + (byteAt(at) & 0x3F);
+    std::string written;
+    append(written, character);
+    const bool isOne = character < 0xD800 || (character > 0xDFFF && character < 0x110000);
+    return isOne && bytes.compare(index, count, written) == 0 ? character : kLone;
+}
+
+void appendUnits(std::u16string& out, uint32_t character)
+{
+    if (character < 0x10000) {
+        out.push_back(static_cast<char16_t>(character));
+        return;
+    }
+    out.push_back(static_cast<char16_t>(0xD800 + (character - 0x10000) / 0x400));
+    out.push_back(static_cast<char16_t>(0xDC00 + (character - 0x10000) % 0x400));
+}
+
 } // namespace
+
+std::u16string utf16Of(const std::string& bytes)
+{
+    std::u16string result;
+    for (size_t index = 0; index < bytes.size() && bytes[index] != 0;) {
+        size_t count = 1;
+        uint32_t character = kLone;
+        for (; count <= 4 && character == kLone; ++count)
+            character = writtenAs(bytes, index, count);
+        index += character == kLone ? 1 : count - 1;
+        appendUnits(result, character == kLone ? U'?' : character);
+    }
+    return result;
+}
 
 std::string utf8Of(const std::u16string& text)
 {
