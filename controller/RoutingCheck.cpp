@@ -39,14 +39,13 @@ IPtr<IConnector> outputConnector(IDevice& instrument)
 RoutingCheck::RoutingCheck(const ControllerContext& controller, bool throughInstrumentRack)
 : context(controller)
 , useInstrumentRack(throughInstrumentRack)
-, outputHere(std::string(kOutputSeparator) + kPlugInName)
 {
 }
 
 bool RoutingCheck::isRoutedHere(IValue* output, IDevice* track)
 {
     if (!useInstrumentRack)
-        return containsText(output, outputHere);
+        return containsText(output, textOfOutputHere());
     return track && containsText(effectTypeOf(track), kPlugInName);
 }
 
@@ -60,6 +59,13 @@ bool RoutingCheck::containsText(IValue* value, const std::string& text)
     // The host may have filled the buffer to the last unit, without a terminator.
     const std::string said = CharacterConvert::ConvertHostText(buffer, isUnicode(), kTextUnits);
     return said.find(text) != std::string::npos;
+}
+
+const std::string& RoutingCheck::textOfOutputHere()
+{
+    if (outputHere.empty())
+        outputHere = std::string(kOutputSeparator) + kPlugInName;
+    return outputHere;
 }
 
 bool RoutingCheck::isUnicode()

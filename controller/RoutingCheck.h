@@ -41,13 +41,15 @@ public:
     bool isUnicode();
 
 private:
+    /** What the text of an output to this plug-in contains. */
+    const std::string& textOfOutputHere();
     IPtr<IValue> effectTypeOf(IDevice* track);
     IDevice* instrumentFolder();
     IDevice* findInstrumentFolder();
 
     const ControllerContext& context;
     const bool useInstrumentRack;
-    const std::string outputHere; ///< what the text of an output to this plug-in contains
+    std::string outputHere; ///< empty until it is asked for: not every operation needs memory
     std::optional<bool> unicode;
     IPtr<IDeviceList> deviceList; ///< held as long as the folder, which is borrowed
     std::optional<IDevice*> foundFolder;
