@@ -17,15 +17,22 @@ using doubles::presetFileBytes;
 using doubles::presetXml;
 using testing::IsEmpty;
 
-using Write = decltype(&writeVoices);
-
 /** Loaded for all tests. */
-Write loadGenerator()
+void* generatorFile()
 {
-    void* file = dlopen(GENERATOR_FILE, RTLD_NOW);
-    EXPECT_NE(file, nullptr) << dlerror();
-    learnOwnCode(GENERATOR_FILE);
-    return file ? reinterpret_cast<Write>(dlsym(file, "writeVoices")) : nullptr;
+    static void* const loaded = [] {
+        void* file = dlopen(GENERATOR_FILE, RTLD_NOW);
+        EXPECT_NE(file, nullptr) << dlerror();
+        learnOwnCode(GENERATOR_FILE);
+        return file;
+    }();
+    return loaded;
+}
+
+template <typename Function>
+Function* generator(const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(generatorFile(), name));
 }
 
 /** Texts of a library that has all kinds of them. The second "Grand" finds the first one's file;
@@ -68,8 +75,7 @@ class WritingVoices : public Scenario {
 public:
     void setUp() override
     {
-        static const Write generator = loadGenerator();
-        write = generator;
+        write = generator<decltype(writeVoices)>("writeVoices");
         ASSERT_TRUE(write);
         wholeFiles(); // before anybody counts objects
         world.library.categoryName = [](int main) {
@@ -132,11 +138,79 @@ public:
     }
 
 private:
-    Write write = nullptr;
+    decltype(&writeVoices) write = nullptr;
     doubles::TemporaryHome home;
     Voices voices = hostileVoices();
     std::map<std::string, std::string> found;
 };
+
+/** What the generator says of one file, and what stands there then. */
+class WritingOneVoice : public Scenario {
+public:
+    explicit WritingOneVoice(int whichBank)
+    : bank(whichBank)
+    {
+    }
+
+    void setUp() override
+    {
+        write = generator<decltype(writeVoice)>("writeVoice");
+        ASSERT_TRUE(write);
+        world.library.userBank = [](int, int) { return std::vector<char>{'a', 'b', 'c'}; };
+        const auto state = bank == 8 ? le32(2) + le32(8) + le32(5) + le32(3) + "abc"
+                                     : le32(1) + le32(bank) + le32(5);
+        whole = presetFileBytes(state, presetXml("Piano", "A. Piano", "Acoustic"));
+    }
+    void tearDown() override {}
+
+    void act() override
+    {
+        std::filesystem::create_directories(home.presetFolder());
+        std::filesystem::remove(home.presetFolder() + "/Grand.vstpreset");
+        const auto folder = home.presetFolder();
+        world.step("write", [&] { result = write(world.library, folder, bank); });
+        found = home.content("Grand.vstpreset");
+    }
+
+    void expectDone() override
+    {
+        EXPECT_EQ(result, 0);
+        EXPECT_EQ(found, whole);
+    }
+
+    /** "Written" is said of whole files only. */
+    void expectStated(const Fault& fault) override
+    {
+        if (result == 0) {
+            EXPECT_EQ(found, whole);
+            return;
+        }
+        if (fault.hit("getUserBankData") || fault.hit("fwrite") || fault.hit("fseek")) {
+            EXPECT_EQ(result, 1);
+        } else if (fault.hit("fopen")) {
+            EXPECT_EQ(result, 3);
+        }
+    }
+
+    void expectBelieved(const Fault& fault) override
+    {
+        EXPECT_EQ(result, fault.is(Kind::kLibraryEmptyText) ? 1 : 0);
+    }
+
+private:
+    const int bank;
+    decltype(&writeVoice) write = nullptr;
+    doubles::TemporaryHome home;
+    std::string whole;
+    std::string found;
+    int result = -1;
+};
+
+TEST(Faults, OnePresetFile)
+{
+    injectFaults("one preset file", [] { return std::make_unique<WritingOneVoice>(0); });
+    injectFaults("one user bank file", [] { return std::make_unique<WritingOneVoice>(8); });
+}
 
 TEST(Faults, PresetLibrary)
 {

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <unistd.h>
@@ -85,6 +86,14 @@ void makeTextsOnce()
     doubles::nonsenseText(doubles::Nonsense::kEmptyText);
 }
 
+/** Hundreds of folders are made and removed, for which a disk takes its time. */
+void keepFilesInMemory()
+{
+    constexpr auto kFolder = "/dev/shm";
+    if (access(kFolder, W_OK) == 0)
+        setenv("TMPDIR", kFolder, 0);
+}
+
 int failures()
 {
     return testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count();
@@ -153,6 +162,7 @@ namespace faults {
 void injectFaults(const char* name, const MakeScenario& make, const std::vector<Kind>& kinds)
 {
     makeTextsOnce();
+    keepFilesInMemory();
     run(name, make, Fault());
     run(name, make, Fault());
     const Rehearsal rehearsal(make);

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <new>
+#include <stdio_ext.h>
 #include <sys/stat.h>
 
 namespace {
@@ -242,15 +243,18 @@ size_t fwrite(const void* data, size_t size, size_t count, FILE* file)
 int fseek(FILE* file, long offset, int origin)
 {
     static const auto next = real(&fseek, "fseek");
-    return fileFails("fseek", Access::kChanges, __builtin_return_address(0))
-               ? -1
-               : next(file, offset, origin);
+    if (!fileFails("fseek", Access::kChanges, __builtin_return_address(0)))
+        return next(file, offset, origin);
+    __fpurge(file);
+    return -1;
 }
 
 int fclose(FILE* file)
 {
     static const auto next = real(&fclose, "fclose");
     const bool fails = fileFails("fclose", Access::kChanges, __builtin_return_address(0));
+    if (fails)
+        __fpurge(file); // what waited to be written is lost
     const int result = next(file);
     return fails ? EOF : result;
 }

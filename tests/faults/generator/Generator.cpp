@@ -13,3 +13,10 @@ void writeVoices(VstIEditorConnect& library, Voices& voices,
     creater.setVoiceDataInfo(voices, types, VstK2xPresetCreater::kUserFolder, &excluded, false,
                              false);
 }
+
+int writeVoice(VstIEditorConnect& library, const std::string& folder, int bank)
+{
+    VstK2xPresetCreater creater(library);
+    return creater.createPresetFile(folder, "Grand", "Grand", "Acoustic Piano", "Acoustic",
+                                    static_cast<VoiceBank::Bank>(bank), 5, nullptr, false, false);
+}
