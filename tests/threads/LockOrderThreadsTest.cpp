@@ -18,7 +18,7 @@ using namespace doubles;
 namespace {
 
 constexpr int kTurns = 2000; ///< of each hand
-constexpr std::chrono::minutes kStandingStill{2};
+constexpr std::chrono::minutes kStandingStill{1};
 
 class LockOrderThreads : public testing::Test {
 protected:
