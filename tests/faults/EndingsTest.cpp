@@ -314,7 +314,7 @@ TEST(FaultsAtTheEnd, WithPortsAndATrack)
 
 TEST(FaultsAtTheEnd, WithoutAHostContext)
 {
-    injectFaults<NoHostContext>("no host context", {Kind::kLibraryAnswers, Kind::kNoMemory});
+    injectFaults<NoHostContext>("no host context", {Kind::kNoMemory});
 }
 
 } // namespace
