@@ -10,17 +10,12 @@
 #include "public.sdk/source/vst/hosting/module.h"
 
 #include <atomic>
-#include <chrono>
-#include <condition_variable>
 #include <gmock/gmock.h>
-#include <sys/syscall.h>
 #include <thread>
-#include <unistd.h>
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 using namespace doubles;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
@@ -396,59 +391,6 @@ TEST_P(ProcessCalls, DoNotWaitForAnEventThatIsNotInTheQueueYet)
     writer.finish();
     process();
     EXPECT_EQ(out.count, 1);
-}
-
-// The instruments themselves ---------------------------------------------------
-
-TEST(CallRecordTest, SeesMemoryLocksAndWaits)
-{
-    CallRecord record;
-    std::mutex lock;
-    std::condition_variable condition;
-    {
-        const Recording recording(record);
-        auto* number = new int(7);
-        delete number;
-        std::free(std::calloc(1, 100));
-        std::unique_lock<std::mutex> guard(lock);
-        condition.wait_for(guard, std::chrono::milliseconds(1));
-        guard.unlock();
-        if (guard.try_lock())
-            guard.unlock();
-    }
-    std::vector<CallRecord::Kind> kinds;
-    for (const auto& entry : record)
-        kinds.push_back(entry.kind);
-    EXPECT_THAT(kinds, ElementsAre(CallRecord::kAllocate, CallRecord::kFree, CallRecord::kAllocate,
-                                   CallRecord::kFree, CallRecord::kLock, CallRecord::kWait,
-                                   CallRecord::kUnlock, CallRecord::kLock, CallRecord::kUnlock));
-    EXPECT_EQ(record.getHeld(), 0u);
-}
-
-TEST(CallRecordTest, LeavesOutOtherThreadsAndWhatIsNotRecorded)
-{
-    CallRecord record;
-    std::thread other;
-    {
-        const Recording recording(record);
-        const NotRecorded meanwhile;
-        other = std::thread([] { delete new int(7); });
-        delete new int(7);
-    }
-    other.join();
-    EXPECT_EQ(record.size(), 0u);
-}
-
-TEST(SystemCallsTest, AreCountedByTheKernel)
-{
-    const auto calls = systemCallsOf([] {
-        syscall(SYS_gettid);
-        syscall(SYS_getppid);
-    });
-    ASSERT_TRUE(calls);
-    EXPECT_THAT(*calls, ElementsAre(SYS_gettid, SYS_getppid));
-    EXPECT_EQ(systemCallsOf([] { _exit(0); }), std::nullopt);
-    EXPECT_EQ(systemCallsOf([] { std::abort(); }), std::nullopt);
 }
 
 } // namespace

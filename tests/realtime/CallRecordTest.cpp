@@ -1,0 +1,72 @@
+// Whether the tests of the block can be believed: the records of allocator, locks and kernel see
+// what they are to see.
+#include "tests/realtime/CallRecord.h"
+#include "tests/realtime/SystemCalls.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <mutex>
+#include <sys/syscall.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+using namespace doubles;
+using testing::ElementsAre;
+
+namespace {
+
+TEST(CallRecordTest, SeesMemoryLocksAndWaits)
+{
+    CallRecord record;
+    std::mutex lock;
+    std::condition_variable condition;
+    {
+        const Recording recording(record);
+        auto* number = new int(7);
+        delete number;
+        std::free(std::calloc(1, 100));
+        std::unique_lock<std::mutex> guard(lock);
+        condition.wait_for(guard, std::chrono::milliseconds(1));
+        guard.unlock();
+        if (guard.try_lock())
+            guard.unlock();
+    }
+    std::vector<CallRecord::Kind> kinds;
+    for (const auto& entry : record)
+        kinds.push_back(entry.kind);
+    EXPECT_THAT(kinds, ElementsAre(CallRecord::kAllocate, CallRecord::kFree, CallRecord::kAllocate,
+                                   CallRecord::kFree, CallRecord::kLock, CallRecord::kWait,
+                                   CallRecord::kUnlock, CallRecord::kLock, CallRecord::kUnlock));
+    EXPECT_EQ(record.getHeld(), 0u);
+}
+
+TEST(CallRecordTest, LeavesOutOtherThreadsAndWhatIsNotRecorded)
+{
+    CallRecord record;
+    std::thread other;
+    {
+        const Recording recording(record);
+        const NotRecorded meanwhile;
+        other = std::thread([] { delete new int(7); });
+        delete new int(7);
+    }
+    other.join();
+    EXPECT_EQ(record.size(), 0u);
+}
+
+TEST(SystemCallsTest, AreCountedByTheKernel)
+{
+    const auto calls = systemCallsOf([] {
+        syscall(SYS_gettid);
+        syscall(SYS_getppid);
+    });
+    ASSERT_TRUE(calls);
+    EXPECT_THAT(*calls, ElementsAre(SYS_gettid, SYS_getppid));
+    EXPECT_EQ(systemCallsOf([] { _exit(0); }), std::nullopt);
+    EXPECT_EQ(systemCallsOf([] { std::abort(); }), std::nullopt);
+}
+
+} // namespace
