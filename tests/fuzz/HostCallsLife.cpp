@@ -30,6 +30,7 @@ void HostCallsScene::releaseController()
         return;
     terminate(released);
     released = {};
+    leftBehind = leftBehind || faulty;
 }
 
 void HostCallsScene::initializeController()
