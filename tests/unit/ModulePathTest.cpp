@@ -151,6 +151,17 @@ TEST_F(ModulePath, IsNotKnownAfterANullHandle)
     EXPECT_EQ(module.kept(), module.handle);
 }
 
+TEST_F(ModulePath, IsLeftOutInAHostWhoseFolderIsGone)
+{
+    const auto bundle = folder / "RDL3_RDL5 VST.vst3";
+    install(bundle);
+    fs::current_path(bundle / "Contents" / "x86_64-linux");
+    const Module module("./Plug-in.so");
+    fs::remove_all(bundle);
+    EXPECT_TRUE(module.enter());
+    EXPECT_EQ(module.path(), "");
+}
+
 TEST_F(ModulePath, IsLeftOutWhereItDoesNotFitAndTheModuleWorksAllTheSame)
 {
     for (const size_t length : {kMaxModulePath - 1, kMaxModulePath, kMaxModulePath + 100}) {
