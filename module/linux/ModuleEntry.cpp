@@ -35,7 +35,8 @@ std::string absolutePath(std::string_view file)
         char folder[PATH_MAX];
         if (!getcwd(folder, sizeof(folder)))
             return {};
-        path = folder;
+        if (folder[1]) // the root's slash comes with the first name
+            path = folder;
     }
     while (!file.empty()) {
         const std::string_view name = file.substr(0, file.find('/'));

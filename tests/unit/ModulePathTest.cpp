@@ -127,6 +127,16 @@ TEST_F(ModulePath, IsWrittenWithoutDetours)
     }
 }
 
+TEST_F(ModulePath, IsWholeInAHostThatRunsInTheRootFolder)
+{
+    const auto bundle = folder / "RDL3_RDL5 VST.vst3";
+    install(bundle);
+    fs::current_path("/");
+    const Module module(bundle.string().substr(1) + "/Contents/x86_64-linux/Plug-in.so");
+    EXPECT_TRUE(module.enter());
+    EXPECT_EQ(module.path(), bundle.string());
+}
+
 TEST_F(ModulePath, IsTheLinksWhereTheBundleIsLinked)
 {
     const auto bundle = folder / "RDL3_RDL5 VST.vst3";
