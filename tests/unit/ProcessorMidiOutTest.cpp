@@ -2,7 +2,9 @@
 #include "tests/unit/ProcessorFixture.h"
 
 #include <array>
+#include <functional>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -242,21 +244,21 @@ TEST_F(ProcessorMidiOut, AReturningLibraryOverflowsWithinOneBlockByTheSameRule)
     EXPECT_EQ(block.out.events.size(), 50u);
 }
 
-/** A host whose list makes the library write more with every event that it gets. */
-class EndlessList : public IEventList {
+/** A host whose list makes the library write while it gets an event. */
+class AnsweredList : public IEventList {
 public:
-    explicit EndlessList(VstK2x& writer)
-    : processor(writer)
+    explicit AnsweredList(std::function<void()> libraryAnswer)
+    : answer(std::move(libraryAnswer))
     {
     }
-    size_t events = 0;
+    std::vector<Event> events;
 
     int32 PLUGIN_API getEventCount() override { return 0; }
     tresult PLUGIN_API getEvent(int32, Event&) override { return kResultFalse; }
-    tresult PLUGIN_API addEvent(Event&) override
+    tresult PLUGIN_API addEvent(Event& event) override
     {
-        ++events;
-        processor.writeMidi("\x90\x3C\x7F", 3);
+        events.push_back(event);
+        answer();
         return kResultOk;
     }
     tresult PLUGIN_API queryInterface(const TUID, void** obj) override
@@ -266,21 +268,38 @@ public:
     }
     uint32 PLUGIN_API addRef() override { return 1; }
     uint32 PLUGIN_API release() override { return 1; }
-    virtual ~EndlessList() = default;
+    virtual ~AnsweredList() = default;
 
 private:
-    VstK2x& processor;
+    const std::function<void()> answer;
 };
 
 TEST_F(ProcessorMidiOut, ALibraryThatNeverStopsDoesNotHoldTheAudioThread)
 {
     writeNotes(3);
-    EndlessList list(*processor);
+    AnsweredList list([this] { writeMidi(0x90, 60, 127); });
     ProcessData data;
     data.outputEvents = &list;
     EXPECT_EQ(processor->process(data), kResultOk);
-    EXPECT_EQ(list.events, 3u);
+    EXPECT_EQ(list.events.size(), 3u);
     EXPECT_EQ(drained().size(), 3u);
+}
+
+TEST_F(ProcessorMidiOut, WhatIsDroppedWhileABlockLeavesDoesNotLeaveWithIt)
+{
+    writeNotes(100);
+    bool first = true;
+    AnsweredList list([&] {
+        if (!std::exchange(first, false))
+            return;
+        writeMidi(0x90, 110, 127); // the hundredth again
+        writeMidi(0x90, 111, 127); // one too many
+    });
+    ProcessData data;
+    data.outputEvents = &list;
+    EXPECT_EQ(processor->process(data), kResultOk);
+    EXPECT_THAT(pitches(list.events), ElementsAre(0, 111));
+    EXPECT_THAT(drained(), IsEmpty());
 }
 
 class ProcessorThreads : public ProcessorMidiOut {
