@@ -30,7 +30,9 @@ void HostCallsScene::releaseController()
         return;
     terminate(released);
     released = {};
-    leftBehind = leftBehind || faulty;
+    // One that could not ask for the host's update handler at its end could not take leave there.
+    if (faulty)
+        host.updates.forgetDependents();
 }
 
 void HostCallsScene::initializeController()

@@ -116,7 +116,6 @@ private:
     View views[kViews];
     bool everOffered = false; ///< a service: then not every library is the plug-in's to close
     bool faulty = false;      ///< a call failed that clean-up rests on
-    bool leftBehind = false;  ///< such a call may have kept a controller from saying goodbye
     bool nested = false;      ///< a call came from inside another
     bool inNested = false;
 };

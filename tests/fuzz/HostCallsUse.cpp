@@ -239,10 +239,6 @@ void HostCallsScene::moveTracks()
 {
     const size_t operation = input.below(6);
     const auto number = input.number<int8_t>();
-    // A host that fails when it is asked for its update handler at terminate goes on telling a
-    // controller that is no more.
-    if (leftBehind)
-        return;
     host.updates.deferred = number < -100;
     switch (operation) {
     case 0:

@@ -100,13 +100,16 @@ int search(const Paths& paths, unsigned long runs)
             *run = *run + 1;
             runOnce(mutator.next());
         }
+        *run = runs + 1;
         std::exit(0); // and what a sanitizer finds at the end
     }
     int status = 0;
     if (child < 0 || waitpid(child, &status, 0) != child)
         return 1;
-    std::printf("%lu runs\n", *run);
-    return status == 0 ? 0 : keepBroken(paths, *run);
+    if (*run <= runs)
+        return keepBroken(paths, *run);
+    std::printf("%lu runs\n", runs);
+    return status == 0 ? 0 : 1;
 }
 
 } // namespace
@@ -120,5 +123,12 @@ int main(int argc, char** argv)
         std::fputs("no inputs\n", stderr);
         return 1;
     }
-    return searches ? search(paths, std::strtoul(argv[2], nullptr, 10)) : replay(paths);
+    if (!searches)
+        return replay(paths);
+    const unsigned long runs = std::strtoul(argv[2], nullptr, 10);
+    if (runs == 0) {
+        std::fputs("no runs\n", stderr);
+        return 1;
+    }
+    return search(paths, runs);
 }
