@@ -102,6 +102,12 @@ class FiguresTest(unittest.TestCase):
             read(self.table, "")
         self.assertEqual(self.table.trouble, {"figures missing": 3})
 
+    def test_a_long_run_that_was_cut_off_is_missing(self):
+        for end in ("notes out", "wrong notes", "begun", "ended"):
+            self.table = figures.Table()
+            figures.read_session(self.table, LONG[:LONG.index(end)])
+            self.assertEqual(self.table.trouble, {"figures missing": 1}, end)
+
     def test_a_run_without_trouble_has_none(self):
         self.assertEqual(self.judged("[  PASSED  ] 2 tests.\n" + LIVES, 0), {})
 
