@@ -34,10 +34,9 @@ size_t arrayOfTexts(const LeanLibrary& library)
 {
     return bytesOf([&] {
         std::vector<std::string> texts;
-        texts.reserve((kParameters - 1) * library.texts.size() + 1);
-        for (size_t parameter = 0; parameter + 1 < kParameters; ++parameter)
+        texts.reserve(kParameters * library.texts.size());
+        for (size_t parameter = 0; parameter < kParameters; ++parameter)
             texts.insert(texts.end(), library.texts.begin(), library.texts.end());
-        texts.push_back(library.texts[0]);
         return texts;
     });
 }

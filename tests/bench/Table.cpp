@@ -12,7 +12,7 @@ namespace {
 constexpr auto kOurs = "ours";
 constexpr auto kFloor = "floor";
 
-/** Enough for a median, and for the whole table in a few minutes. */
+/** Enough for a median, and for the whole table in a minute or so. */
 char kRepetitions[] = "--benchmark_repetitions=7";
 char kMinTime[] = "--benchmark_min_time=0.1";
 
