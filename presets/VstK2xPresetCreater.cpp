@@ -235,7 +235,7 @@ bool VstK2xPresetCreater::save(IBStream* stream, VoiceBank::Bank bank, int numbe
     if (!build(file, bank, number, xml))
         return false;
     const auto size = static_cast<int32>(file->getSize());
-    // The SDK's file stream calls a cut write a failure.
+    // The SDK's file stream, which is all that comes here, calls a cut write a failure.
     if (stream->write(file->getData(), size, nullptr) != kResultOk)
         return false;
     // Going back makes the stream hand its bytes to the system, where a full disk shows.

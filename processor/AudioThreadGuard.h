@@ -14,7 +14,7 @@ public:
     enum Place {
         kElsewhere, ///< everything goes; also the library's own work inside a block
         kInBlock,   ///< nothing goes
-        kAtQueue    ///< one event is taken out: the queue's lock goes
+        kAtQueue    ///< one event is taken out: the queue's lock is allowed, nothing else
     };
     enum Call { kAllocate, kFree, kLock, kWait };
 
