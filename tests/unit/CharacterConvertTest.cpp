@@ -89,6 +89,8 @@ TEST(CharacterConvert, AHostsTextIsTheSameWithoutAnObject)
     const auto field = unterminated(u"selected");
     EXPECT_EQ(CharacterConvert::ConvertHostText(field.get(), true, 8), "selected");
     EXPECT_EQ(CharacterConvert::ConvertHostText(field.get(), true, 0), "");
+    const char16 early[8] = u"two\0old";
+    EXPECT_EQ(CharacterConvert::ConvertHostText(early, true, 8), "two");
     const auto odd = pack({"Cubase5\0", 8});
     EXPECT_EQ(CharacterConvert::ConvertHostText(odd.get(), false), "Cubase5");
     const auto ended = pack({"Nuendo\0z", 8});
