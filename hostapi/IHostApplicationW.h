@@ -10,8 +10,8 @@ namespace Steinberg {
     character set on the library's threads. */
 class IHostApplicationW : public FUnknown {
 public:
-    /** The application's name, zero-terminated; borrowed, may be null. UTF-16 in a Unicode host,
-        else 8-bit text packed into the 16-bit units (see CharacterConvert). */
+    /** The application's name; borrowed, may be null. In a Unicode host UTF-16 up to a zero unit,
+        else 8-bit text packed into the 16-bit units (see CharacterConvert), up to a zero byte. */
     virtual const char16* PLUGIN_API getApplicationName() = 0;
 
     /** The application's version, as "Version 7.5.20 Build 210"; borrowed, may be null, text as

@@ -93,9 +93,12 @@ bool DAWInfo::AnalyzeDAWInfo(IHostApplicationW* application)
         return false;
     const char16* name = application->getApplicationName();
     const char16* version = application->getVersionString();
+    const bool unicode = isUnicode(*application);
     if (name)
-        hostType = hostTypeOf(CharacterConvert(name, isUnicode(*application)));
-    if (version)
+        hostType = hostTypeOf(CharacterConvert(name, unicode));
+    // Packed 8-bit text has no digit with a dot behind it, since two characters share each unit.
+    // It also ends with one zero byte, and reading up to a zero unit would run past that.
+    if (version && unicode)
         SetVersionInfoFromString(reinterpret_cast<const uint16*>(version));
     return true;
 }

@@ -31,12 +31,12 @@ public:
     DAWInfo& operator=(const DAWInfo&) = delete;
 
     /** Reads the host's name and version. The versions go through the host of the constructor, so
-        an object built without one learns the type only.
+        an object built without one learns the type only. A host without Unicode has no version.
         @return false for a null host */
     bool AnalyzeDAWInfo(IHostApplicationW* host);
 
     /** Reads "Version 7.5.20 Build 210" into the three fields, each as strtol reads it.
-        @param text UTF-16, zero-terminated. Without a dot behind its first digit it changes
+        @param text UTF-16 up to a zero unit. Without a dot behind its first digit it changes
         nothing, and with one dot only it sets the major version alone. */
     void SetVersionInfoFromString(const uint16* text);
 

@@ -123,7 +123,7 @@ tresult HostContextDouble::getName(Vst::String128 out)
 {
     if (!called("getName"))
         return kResultFalse;
-    const auto units = name.units(true);
+    const auto units = name.units();
     const auto length = std::min<size_t>(units.size(), 127);
     std::copy_n(units.begin(), length, out);
     out[length] = 0;

@@ -2,7 +2,7 @@
 
 #include "public.sdk/source/vst/utility/stringconvert.h"
 
-#include <cstring>
+#include <algorithm>
 #include <stdexcept>
 
 namespace doubles {
@@ -30,12 +30,16 @@ std::u16string widened(const std::string& bytes)
     }
 }
 
-/** A zero unit ends the 16-bit buffer, also when the 8-bit terminator shares a unit with the last
-    character. */
-std::vector<char16> packedBytes(const std::string& bytes)
+std::string bytesOf(const std::u16string& units)
 {
-    std::vector<char16> result((bytes.size() + 1) / sizeof(char16) + 1, 0);
-    std::memcpy(result.data(), bytes.data(), bytes.size());
+    return {reinterpret_cast<const char*>(units.data()), units.size() * sizeof(char16)};
+}
+
+/** With the zero byte that ends 8-bit text, and nothing behind it. */
+std::vector<char> packedBytes(const std::string& bytes)
+{
+    std::vector<char> result(bytes.size() + 1, 0);
+    std::copy(bytes.begin(), bytes.end(), result.begin());
     return result;
 }
 
@@ -58,7 +62,7 @@ HostText HostText::raw(const std::u16string& units)
 {
     HostText result;
     result.wide = terminated(units);
-    result.packed = result.wide;
+    result.packed = packedBytes(bytesOf(units));
     for (const char16 unit : units)
         result.bytes += unit < 128 ? static_cast<char>(unit) : '?';
     return result;
@@ -68,13 +72,19 @@ const char16* HostText::get(bool unicode) const
 {
     if (null)
         return nullptr;
-    return unicode ? wide.data() : packed.data();
+    return unicode ? wide.data() : reinterpret_cast<const char16*>(packed.data());
 }
 
-std::u16string HostText::units(bool unicode) const
+std::u16string HostText::units() const
 {
-    const auto& buffer = unicode ? wide : packed;
-    return buffer.empty() ? std::u16string() : std::u16string(buffer.begin(), buffer.end() - 1);
+    return wide.empty() ? std::u16string() : std::u16string(wide.begin(), wide.end() - 1);
+}
+
+std::string HostText::fieldBytes(bool unicode) const
+{
+    if (!unicode)
+        return packed.empty() ? std::string() : std::string(packed.begin(), packed.end() - 1);
+    return bytesOf(units());
 }
 
 } // namespace doubles

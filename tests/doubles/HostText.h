@@ -4,7 +4,8 @@
 //   port.displayName = HostText(nullptr);               // the host gives a null pointer
 //   port.displayName = HostText::raw(u"\xD800");        // these units whatever the host
 //   port.displayName = "M\xE4rz";                       // an older host's bytes, no UTF-8
-//   host without Unicode: the text's bytes, two in each 16-bit unit, in memory order
+//   context.versionText = std::string("4.30\0xyz", 8);  // a longer text stood there before
+//   host without Unicode: the text's bytes in memory order, two in a 16-bit unit, and one zero byte
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -31,12 +32,14 @@ public:
 
     static HostText raw(const std::u16string& units);
 
-    /** The text as the host hands it out, with its terminator and nothing behind it; null for the
-        null text. */
+    /** The text as the host hands it out; null for the null text. The memory ends with the
+        terminator: a zero unit, or without Unicode one zero byte. */
     const Steinberg::char16* get(bool unicode) const;
 
-    /** The same units without the terminating zero unit. */
-    std::u16string units(bool unicode) const;
+    /** What a Unicode host writes into a field, without the terminating zero unit. */
+    std::u16string units() const;
+    /** What a host of either kind writes into a field, without the terminator. */
+    std::string fieldBytes(bool unicode) const;
 
     /** The text as 8-bit text, empty for the null text. */
     const std::string& utf8() const { return bytes; }
@@ -46,7 +49,7 @@ private:
     bool null = false;
     std::string bytes;
     std::vector<Steinberg::char16> wide;
-    std::vector<Steinberg::char16> packed;
+    std::vector<char> packed; ///< with its terminator; on the heap, where a sanitizer sees its end
 };
 
 } // namespace doubles

@@ -33,14 +33,16 @@ void HostValueDouble::getString(char16* buffer, int32* size)
     if (!called("getString", size ? *size : -1) || !buffer || !size || *size <= 0)
         return;
     const auto nonsense = books.script.toldText();
-    const auto units = (nonsense ? nonsenseText(*nonsense) : text).units(books.unicode);
+    const auto bytes = (nonsense ? nonsenseText(*nonsense) : text).fieldBytes(books.unicode);
     const bool fills = !terminates || nonsense == Nonsense::kEndlessText;
-    const auto room = static_cast<size_t>(*size);
-    const auto length = std::min(units.size(), fills ? room : room - 1);
-    std::copy_n(units.begin(), length, buffer);
-    if (length < room)
-        buffer[length] = 0;
-    *size = books.script.told(static_cast<int32>(length));
+    const size_t terminator = books.unicode ? sizeof(char16) : sizeof(char8);
+    const size_t room = static_cast<size_t>(*size) * sizeof(char16);
+    const size_t length = std::min(bytes.size(), fills ? room : room - terminator);
+    auto* field = reinterpret_cast<char8*>(buffer);
+    std::copy_n(bytes.begin(), length, field);
+    std::fill_n(field + length, std::min(terminator, room - length), char8{0});
+    const size_t units = (length + 1) / sizeof(char16);
+    *size = books.script.told(static_cast<int32>(units));
 }
 
 void HostValueDouble::setInteger(int32 value, bool notify)

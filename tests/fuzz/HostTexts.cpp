@@ -18,34 +18,44 @@ using namespace Steinberg::Vst;
 
 namespace {
 
-enum Options : uint8_t { kNoUnicode = 1, kNoName = 2, kNoVersion = 4, kNoHost = 8 };
+enum Options : uint8_t {
+    kNoUnicode = 1,
+    kNoName = 2,
+    kNoVersion = 4,
+    kNoHost = 8,
+    kUsedBuffers = 16, ///< what follows a text's first zero stands behind it in the host's buffer
+};
 
 std::u16string upToZero(const std::u16string& text)
 {
     return text.substr(0, text.find(u'\0'));
 }
 
+/** Its memory. */
+std::string allBytesOf(const std::u16string& text)
+{
+    return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16)};
+}
+
 /** The text's own bytes, which are 8-bit text in a host without Unicode. */
 std::string bytesOf(const std::u16string& text)
 {
-    std::string bytes(text.size() * sizeof(char16), '\0');
-    std::memcpy(bytes.data(), text.data(), bytes.size());
+    const std::string bytes = allBytesOf(text);
     return bytes.substr(0, bytes.find('\0'));
 }
 
-/** Memory that ends with the text's terminator: two zero bytes, or one for packed 8-bit text. */
+/** A text as the host hands it out, in memory that ends with two zero bytes, or one for packed
+    8-bit text: the text's terminator, unless the buffer was used before. */
 class HostBuffer {
 public:
-    HostBuffer(const std::u16string& text, bool unicode)
+    HostBuffer(const std::u16string& text, uint8_t options)
     {
-        std::string bytes = bytesOf(text);
-        if (unicode) {
-            const auto units = upToZero(text);
-            bytes.assign(reinterpret_cast<const char*>(units.data()), units.size() * 2);
-        }
-        const size_t size = bytes.size() + (unicode ? 2 : 1);
-        memory.reset(std::malloc(size));
-        std::memset(memory.get(), 0, size);
+        const bool unicode = (options & kNoUnicode) == 0;
+        std::string bytes = allBytesOf(text);
+        if ((options & kUsedBuffers) == 0)
+            bytes = unicode ? allBytesOf(upToZero(text)) : bytesOf(text);
+        bytes.append(unicode ? sizeof(char16) : 1, '\0');
+        memory.reset(std::malloc(bytes.size()));
         std::memcpy(memory.get(), bytes.data(), bytes.size());
     }
     const char16* get() const { return static_cast<const char16*>(memory.get()); }
@@ -74,10 +84,11 @@ void checkReading(const CharacterConvert& text, const std::string& expected,
                fuzz::lowerCaseOf(expected));
 }
 
-void checkSixteenBitText(const std::u16string& text, bool unicode, const std::string& needle,
+void checkSixteenBitText(const std::u16string& text, uint8_t options, const std::string& needle,
                          int base)
 {
-    const HostBuffer buffer(text, unicode);
+    const bool unicode = (options & kNoUnicode) == 0;
+    const HostBuffer buffer(text, options);
     const CharacterConvert converted(buffer.get(), unicode, -1, true);
     if (unicode) {
         FUZZ_CHECK(converted.text16() == upToZero(text));
@@ -119,8 +130,8 @@ void checkEightBitText(const std::string& text, const std::string& needle, int b
 class TextHost : public fuzz::LoneObject<IHostApplicationW> {
 public:
     TextHost(const std::u16string& name, const std::u16string& version, uint8_t hostOptions)
-    : nameBuffer(name, (hostOptions & kNoUnicode) == 0)
-    , versionBuffer(version, true)
+    : nameBuffer(name, hostOptions)
+    , versionBuffer(version, hostOptions)
     , options(hostOptions)
     {
     }
@@ -164,28 +175,26 @@ struct Version {
     int64 fields[3] = {-1, -1, -1};
 };
 
-/** A field of the version is what the host's character set makes of its units. */
-int64 fieldOf(const std::u16string& field, bool unicode)
+int64 fieldOf(const std::u16string& field)
 {
-    const auto text = unicode ? fuzz::utf8Of(field) : bytesOf(field);
-    return static_cast<int32>(std::strtol(text.c_str(), nullptr, 10));
+    return static_cast<int32>(std::strtol(fuzz::utf8Of(field).c_str(), nullptr, 10));
 }
 
-Version versionOf(const std::u16string& text, bool unicode)
+Version versionOf(const std::u16string& text)
 {
     Version version;
     const auto first = text.find_first_of(u"0123456789");
     const auto dot = text.find(u'.', std::min(first, text.size()));
     if (first == std::u16string::npos || dot == std::u16string::npos)
         return version;
-    version.fields[0] = fieldOf(text.substr(first, dot - first), unicode);
+    version.fields[0] = fieldOf(text.substr(first, dot - first));
     const auto second = text.find(u'.', dot + 1);
     if (second == std::u16string::npos)
         return version;
     if (second > dot + 1)
-        version.fields[1] = fieldOf(text.substr(dot + 1, second - dot - 1), unicode);
+        version.fields[1] = fieldOf(text.substr(dot + 1, second - dot - 1));
     if (second + 1 < text.size())
-        version.fields[2] = fieldOf(text.substr(second + 1), unicode);
+        version.fields[2] = fieldOf(text.substr(second + 1));
     return version;
 }
 
@@ -209,8 +218,9 @@ void checkHost(const std::u16string& name, const std::u16string& version, uint8_
     const bool hasName = !noHost && (options & kNoName) == 0;
     FUZZ_CHECK(info.getHostType() ==
                (hasName ? hostTypeOf(unicode ? fuzz::utf8Of(name) : bytesOf(name)) : 6));
-    const bool hasVersion = !noHost && (options & kNoVersion) == 0;
-    const auto expected = hasVersion ? versionOf(upToZero(version), unicode) : Version();
+    // Packed two to a unit, no character is a digit or a dot.
+    const bool hasVersion = !noHost && unicode && (options & kNoVersion) == 0;
+    const auto expected = hasVersion ? versionOf(upToZero(version)) : Version();
     FUZZ_CHECK(info.getMajorVersion() == expected.fields[0]);
     FUZZ_CHECK(info.getMinorVersion() == expected.fields[1]);
     FUZZ_CHECK(info.getSubVersion() == expected.fields[2]);
@@ -234,9 +244,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 
     const bool unicode = (options & kNoUnicode) == 0;
     for (const auto& text : {name, version}) {
-        checkSixteenBitText(text, unicode, needle, base);
+        checkSixteenBitText(text, options, needle, base);
         checkUnterminatedText(text, unicode);
-        const HostBuffer buffer(text, true);
+        const HostBuffer buffer(text, options & kUsedBuffers);
         FUZZ_CHECK(CharacterConvert::ConvertTo8BitString(buffer.get(), true) == fuzz::utf8Of(text));
         FUZZ_CHECK(CharacterConvert::ConvertTo8BitString(buffer.get(), false) ==
                    fuzz::asciiOf(text));

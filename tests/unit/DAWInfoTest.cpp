@@ -1,35 +1,26 @@
 #include "support/DAWInfo.h"
 #include "hostapi/IHostApplicationW.h"
+#include "tests/doubles/HostText.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
+using doubles::HostText;
+using namespace std::string_literals;
 
 namespace {
 
-/** Answers with the given texts, as UTF-16 or, without Unicode, packed into the units. */
+/** Answers with the given texts, as a host with Unicode does or one without. */
 class Application : public IHostApplicationW {
 public:
-    Application(const char* itsName, const char* itsVersion, bool hasUnicode = true)
+    Application(HostText itsName, HostText itsVersion, bool hasUnicode = true)
     : isUnicode(hasUnicode)
-    , hasName(itsName != nullptr)
-    , hasVersion(itsVersion != nullptr)
-    , name(units(itsName))
-    , version(units(itsVersion))
-    {
-    }
-
-    Application(std::u16string wideName, std::u16string wideVersion)
-    : isUnicode(true)
-    , hasName(true)
-    , hasVersion(true)
-    , name(std::move(wideName))
-    , version(std::move(wideVersion))
+    , name(std::move(itsName))
+    , version(std::move(itsVersion))
     {
     }
 
@@ -43,32 +34,14 @@ public:
     uint32 PLUGIN_API addRef() override { return static_cast<uint32>(++references); }
     uint32 PLUGIN_API release() override { return static_cast<uint32>(--references); }
 
-    const char16* PLUGIN_API getApplicationName() override
-    {
-        return hasName ? name.c_str() : nullptr;
-    }
-    const char16* PLUGIN_API getVersionString() override
-    {
-        return hasVersion ? version.c_str() : nullptr;
-    }
+    const char16* PLUGIN_API getApplicationName() override { return name.get(isUnicode); }
+    const char16* PLUGIN_API getVersionString() override { return version.get(isUnicode); }
     tresult PLUGIN_API getCharacterSet() override { return isUnicode ? kResultOk : kResultFalse; }
 
 private:
-    std::u16string units(const char* text) const
-    {
-        const std::string bytes = text ? text : "";
-        if (isUnicode)
-            return {bytes.begin(), bytes.end()};
-        std::u16string packed((bytes.size() + 1) / 2, 0);
-        std::memcpy(packed.data(), bytes.data(), bytes.size());
-        return packed;
-    }
-
     bool isUnicode;
-    bool hasName;
-    bool hasVersion;
-    std::u16string name;
-    std::u16string version;
+    HostText name;
+    HostText version;
     int references = 0;
 };
 
@@ -79,9 +52,9 @@ Version versionOf(const DAWInfo& info)
     return {info.getMajorVersion(), info.getMinorVersion(), info.getSubVersion()};
 }
 
-Version parse(const char* text)
+Version parse(const HostText& text, bool isUnicode = true)
 {
-    Application application("Cubase", text);
+    Application application("Cubase", text, isUnicode);
     return versionOf(DAWInfo(&application));
 }
 
@@ -226,20 +199,32 @@ TEST(DAWInfo, AVersionOfAHostWithoutUnicodeIsNotFound)
     EXPECT_EQ(versionOf(info), (Version{-1, -1, -1}));
 }
 
+TEST(DAWInfo, AVersionOfAHostWithoutUnicodeEndsAtItsZeroByte)
+{
+    const Version none{-1, -1, -1};
+    // Sixteen bits at a time each would be "9.5.0", the second from its third unit on.
+    EXPECT_EQ(parse("\0x"s + "9\0.\0005\0.\0000\0"s, false), none);
+    EXPECT_EQ(parse("4.30\0x"s + "9\0.\0005\0.\0000\0"s, false), none);
+    // The zero byte completes the unit of "3", which alone looks like a digit.
+    EXPECT_EQ(parse("4.3\0"s + ".\0005\0.\0000\0"s, false), none);
+    EXPECT_EQ(parse("4.3", false), none);
+    EXPECT_EQ(parse("", false), none);
+}
+
 TEST(DAWInfo, HostileTextsAreReadAsFarAsTheyGo)
 {
-    Application surrogates(std::u16string{0xD800, u'N', u'u', u'e', u'n', u'd', u'o', 0xDC00},
-                           std::u16string{0xDBFF, u'7', 0xD800, u'.', u'5', u'.', 0xDFFF});
+    Application surrogates(HostText::raw({0xD800, u'N', u'u', u'e', u'n', u'd', u'o', 0xDC00}),
+                           HostText::raw({0xDBFF, u'7', 0xD800, u'.', u'5', u'.', 0xDFFF}));
     const DAWInfo odd(&surrogates);
     EXPECT_EQ(odd.getHostType(), 5);
     EXPECT_EQ(versionOf(odd), (Version{7, 5, 0}));
 
-    Application cut(std::u16string(u"Some\0Cubase", 11), std::u16string(u"7.\0005.3", 6));
+    Application cut("Some\0Cubase"s, "7.\0005.3"s);
     const DAWInfo ended(&cut);
     EXPECT_EQ(ended.getHostType(), 6);
     EXPECT_EQ(versionOf(ended), (Version{7, -1, -1}));
 
-    Application endless(std::u16string(100000, u'x') + u"Cubase", std::u16string(100000, u'1'));
+    Application endless(std::string(100000, 'x') + "Cubase", std::string(100000, '1'));
     const DAWInfo late(&endless);
     EXPECT_EQ(late.getHostType(), 4);
     EXPECT_EQ(versionOf(late), (Version{-1, -1, -1}));

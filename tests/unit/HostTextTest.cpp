@@ -8,8 +8,14 @@ using doubles::HostFamily;
 using doubles::HostText;
 using doubles::ScriptedHost;
 using testing::ElementsAre;
+using namespace std::string_literals;
 
 namespace {
+
+std::string bytesOf(const HostText& text, size_t count)
+{
+    return {reinterpret_cast<const char*>(text.get(false)), count};
+}
 
 std::vector<unsigned> unitsOf(const char16* text, size_t count)
 {
@@ -24,22 +30,24 @@ TEST(HostText, IsUtf16InAUnicodeHost)
     EXPECT_THAT(unitsOf(text.get(true), 3), ElementsAre(0x41u, 0xE4u, 0u));
 }
 
-TEST(HostText, PacksTwoBytesIntoAUnitInAnOlderHost)
+TEST(HostText, IsBytesAndOneZeroByteInAnOlderHost)
 {
-    // "Nu" is the bytes 4E 75, so one little-endian unit 754E; then the 8-bit terminator's unit.
-    const HostText even("Nu");
-    EXPECT_THAT(unitsOf(even.get(false), 2), ElementsAre(0x754Eu, 0u));
+    EXPECT_EQ(bytesOf(HostText("Nu"), 3), "Nu\0"s);
+    EXPECT_EQ(bytesOf(HostText("Nue"), 4), "Nue\0"s);
+}
 
-    // "Nue": the third byte shares its unit with the 8-bit terminator, a zero unit still follows.
-    const HostText odd("Nue");
-    EXPECT_THAT(unitsOf(odd.get(false), 3), ElementsAre(0x754Eu, 0x0065u, 0u));
-    EXPECT_STREQ(reinterpret_cast<const char*>(odd.get(false)), "Nue");
+TEST(HostText, HasWhatStoodThereBeforeBehindItsZeroByte)
+{
+    const HostText text("Nu\0Cub"s);
+    EXPECT_EQ(bytesOf(text, 7), "Nu\0Cub\0"s);
+    EXPECT_THAT(unitsOf(text.get(true), 4),
+                ElementsAre(unsigned{'N'}, unsigned{'u'}, 0u, unsigned{'C'}));
 }
 
 TEST(HostText, EmptyIsATerminatorAndNullIsNull)
 {
     EXPECT_EQ(HostText("").get(true)[0], 0);
-    EXPECT_EQ(HostText("").get(false)[0], 0);
+    EXPECT_EQ(bytesOf(HostText(""), 1), "\0"s);
     EXPECT_EQ(HostText(nullptr).get(true), nullptr);
     EXPECT_EQ(HostText(nullptr).get(false), nullptr);
 }
@@ -48,7 +56,7 @@ TEST(HostText, RawUnitsStayWhatTheyAre)
 {
     const auto text = HostText::raw(u"\xD800z");
     EXPECT_THAT(unitsOf(text.get(true), 3), ElementsAre(0xD800u, unsigned{'z'}, 0u));
-    EXPECT_THAT(unitsOf(text.get(false), 3), ElementsAre(0xD800u, unsigned{'z'}, 0u));
+    EXPECT_EQ(bytesOf(text, 5), "\0\xD8z\0\0"s);
 }
 
 TEST(HostValueDouble, CutsATextToTheBufferAndCanLeaveOutTheTerminator)
@@ -68,6 +76,29 @@ TEST(HostValueDouble, CutsATextToTheBufferAndCanLeaveOutTheTerminator)
     value.getString(buffer.data(), &size);
     EXPECT_THAT(buffer, ElementsAre('a', 'b', 'c', 'd', 0x7F, 0x7F));
     EXPECT_EQ(size, 4);
+}
+
+TEST(HostValueDouble, OfAnOlderHostEndsATextWithOneByteAndLeavesTheRestOfTheBuffer)
+{
+    doubles::Trace trace;
+    ScriptedHost older(trace, HostFamily::withoutUnicode("Cubase", "4.0.1"));
+    auto& value = older.devices.mixer().value("output");
+    value.text = "abcd";
+
+    std::vector<char16> buffer(4, 0x7F7F);
+    int32 size = 4;
+    value.getString(buffer.data(), &size);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(buffer.data()), 8), "abcd\0\x7F\x7F\x7F"s);
+    EXPECT_EQ(size, 2);
+
+    size = 2;
+    value.getString(buffer.data(), &size);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(buffer.data()), 4), "abc\0"s);
+
+    value.terminates = false;
+    size = 2;
+    value.getString(buffer.data(), &size);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(buffer.data()), 4), "abcd"s);
 }
 
 TEST(HostPortDouble, GivesItsIdInTheHostsCharacterSet)
