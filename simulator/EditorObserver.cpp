@@ -2,6 +2,7 @@
 
 #include "editorlib/CallGuard.h"
 #include "simulator/Instrument.h"
+#include "simulator/NeverDestroyed.h"
 
 #include <algorithm>
 #include <mutex>
@@ -22,8 +23,7 @@ struct LiveObservers {
 
 LiveObservers& liveObservers()
 {
-    static LiveObservers instance;
-    return instance;
+    return neverDestroyed<LiveObservers>();
 }
 
 } // namespace

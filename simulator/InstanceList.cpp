@@ -1,9 +1,10 @@
 #include "simulator/InstanceList.h"
 
 #include "simulator/InstrumentReport.h"
+#include "simulator/NeverDestroyed.h"
 
 #include <algorithm>
-#include <utility>
+#include <iterator>
 
 namespace Steinberg {
 namespace Vst {
@@ -24,23 +25,33 @@ struct InstanceList::Instance {
     SimulatedUser user;
 };
 
-InstanceList::InstanceList() = default;
-
-InstanceList::~InstanceList() = default;
-
 InstanceList& InstanceList::get()
 {
-    static InstanceList instance;
-    return instance;
+    return neverDestroyed<InstanceList>();
 }
+
+void InstanceList::drop()
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    instances.clear();
+}
+
+namespace {
+
+// Comes when the library is unloaded, and at exit behind the static destructors of every host.
+[[gnu::destructor]] void dropWhatNobodyEnded()
+{
+    InstanceList::get().drop();
+}
+
+} // namespace
 
 VstIEditorConnect* InstanceList::create()
 {
     const std::lock_guard<std::mutex> guard(mutex);
-    auto instance = std::make_unique<Instance>(*this, ++created);
+    Instance& instance = instances.emplace_back(*this, ++created);
     InstrumentReport::begin(created);
-    instances.push_back(std::move(instance));
-    return &instances.back()->editor;
+    return &instance.editor;
 }
 
 SimulatorControl* InstanceList::control(int index)
@@ -48,21 +59,19 @@ SimulatorControl* InstanceList::control(int index)
     const std::lock_guard<std::mutex> guard(mutex);
     const auto count = static_cast<int>(instances.size());
     const int place = index == -1 ? count - 1 : index;
-    return place >= 0 && place < count ? &instances[static_cast<size_t>(place)]->user : nullptr;
+    return place >= 0 && place < count ? &std::next(instances.begin(), place)->user : nullptr;
 }
 
 void InstanceList::end(const Instance* ended)
 {
-    std::unique_ptr<Instance> last; // deleted outside the lock
+    std::list<Instance> last; // deleted outside the lock
     const std::lock_guard<std::mutex> guard(mutex);
-    const auto found =
-        std::find_if(instances.begin(), instances.end(),
-                     [ended](const auto& instance) { return instance.get() == ended; });
+    const auto found = std::find_if(instances.begin(), instances.end(),
+                                    [ended](const auto& instance) { return &instance == ended; });
     if (found == instances.end())
         return;
-    last = std::move(*found);
-    InstrumentReport::end(last->number, last->user);
-    instances.erase(found);
+    InstrumentReport::end(found->number, found->user);
+    last.splice(last.begin(), instances, found);
 }
 
 } // namespace simulator

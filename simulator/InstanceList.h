@@ -4,15 +4,14 @@
 #include "simulator/EditorLibrary.h"
 #include "simulator/SimulatedUser.h"
 
-#include <memory>
+#include <list>
 #include <mutex>
-#include <vector>
 
 namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** [any thread] */
+/** One for the process. [any thread] */
 class InstanceList {
 public:
     static InstanceList& get();
@@ -22,16 +21,17 @@ public:
     /** @param index 0 is the oldest, -1 the newest @return null when there is none */
     SimulatorControl* control(int index);
 
+    /** Deletes the instruments that the plug-in has not ended. Nobody uses one any more. */
+    void drop();
+
 private:
     struct Instance;
 
-    InstanceList();
-    ~InstanceList();
     void end(const Instance* ended);
 
     std::mutex mutex;
-    int created = 0;                                  ///< instruments so far
-    std::vector<std::unique_ptr<Instance>> instances; ///< newest last
+    int created = 0;               ///< instruments so far
+    std::list<Instance> instances; ///< newest last; as a list it owns no memory when empty
 };
 
 } // namespace simulator
