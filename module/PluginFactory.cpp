@@ -2,6 +2,7 @@
 #include "controller/VstK2xController.h"
 #include "editorlib/CallGuard.h"
 #include "module/PlugInInfo.h"
+#include "platform/Timers.h"
 #include "processor/VstK2x.h"
 
 #include "pluginterfaces/base/fplatform.h"
@@ -61,8 +62,12 @@ public:
 
     tresult PLUGIN_API setHostContext(FUnknown* context) override
     {
-        return guarded<tresult>(kResultFalse,
-                                [&] { return CPluginFactory::setHostContext(context); });
+        guarded([] { platform::noteHostContext(nullptr); });
+        const auto result =
+            guarded<tresult>(kResultFalse, [&] { return CPluginFactory::setHostContext(context); });
+        if (result == kResultOk)
+            guarded([&] { platform::noteHostContext(context); });
+        return result;
     }
 };
 

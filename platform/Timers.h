@@ -2,6 +2,9 @@
 #pragma once
 
 namespace Steinberg {
+
+class FUnknown;
+
 namespace Vst {
 namespace platform {
 
@@ -15,6 +18,13 @@ namespace platform {
     the host handed to the factory (IPluginFactory3::setHostContext); a host without one gives no
     ticks. [host main thread] */
 void installTimers();
+
+/** Tells the timers which context the SDK's factory has, after it took it; null before that, and
+    for a context that it did not take. Linux: a timer then holds a reference to the run loop for as
+    long as it runs. The factory alone gives its own back at exit, and the timer of an instance that
+    is ended after that would call a run loop that may be gone. Elsewhere this does nothing.
+    [host main thread; throws what the host throws] */
+void noteHostContext(FUnknown* context);
 
 } // namespace platform
 } // namespace Vst

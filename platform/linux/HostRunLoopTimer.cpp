@@ -1,12 +1,14 @@
 // VSTGUI timers on the run loop that the host handed to the plug-in factory.
 #include "platform/TimerPlatformFactory.h"
+#include "platform/Timers.h"
 
 #include "base/source/timer.h"
 #include "pluginterfaces/base/smartpointer.h"
+#include "pluginterfaces/gui/iplugview.h"
 
 #include <memory>
 #include <mutex>
-#include <vector>
+#include <utility>
 
 namespace Steinberg {
 namespace Vst {
@@ -14,105 +16,129 @@ namespace platform {
 
 namespace {
 
-/** What the SDK's timer calls in our timer's place. A host may tick once more after it was asked to
-    stop: it refused, or it took its run loop back first. The SDK's timer then lives on with the
-    host, and calls an object of ours of which nobody says when it may go. So none goes before the
-    module does: one that is free is used again, where a late tick is just one tick more. */
-class TickReceiver : public ITimerCallback {
-public:
-    /** A free receiver that passes ticks on to listener from now on. Throws std::bad_alloc. */
-    static TickReceiver* take(VSTGUI::IPlatformTimerCallback* listener)
-    {
-        static std::vector<std::unique_ptr<TickReceiver>> all;
-        const std::lock_guard<std::mutex> guard(lock());
-        for (const auto& receiver : all) {
-            if (receiver->callback)
-                continue;
-            receiver->callback = listener;
-            return receiver.get();
-        }
-        all.push_back(std::make_unique<TickReceiver>());
-        all.back()->callback = listener;
-        return all.back().get();
-    }
+/** The run loop of the SDK's factory, which holds a reference to it while it makes timers. */
+Linux::IRunLoop* factorysRunLoop = nullptr;
 
-    /** From now on ticks end here. */
-    void giveBack() noexcept
+/** What the SDK's timer calls in our timer's place, as long as somebody holds that timer. */
+struct TickReceiver final : ITimerCallback {
+    explicit TickReceiver(VSTGUI::IPlatformTimerCallback* itsListener)
+    : listener(itsListener)
     {
-        const std::lock_guard<std::mutex> guard(lock());
-        callback = nullptr;
     }
 
     void onTimer(Timer*) override
     {
-        if (callback)
-            callback->fire();
+        if (listener)
+            listener->fire();
+    }
+
+    bool isTimerHeldByHost() const
+    {
+        timer->addRef();
+        return timer->release() > 1;
+    }
+
+    VSTGUI::IPlatformTimerCallback* listener; ///< null when it has stopped: ticks end here
+    IPtr<Timer> timer;
+    std::unique_ptr<TickReceiver> next;
+};
+
+/** Receivers of stopped timers that a host may call still: it refused to take the timer out, took
+    its run loop back first, or is just in a tick.
+
+    A host may stop its plug-ins, and tick once more, in a static destructor that runs after this
+    module's. So nothing here is destroyed at exit; what is left goes with the process. */
+class StoppedTimers {
+public:
+    static void add(std::unique_ptr<TickReceiver> stopped) noexcept
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        stopped->next.reset(first);
+        first = stopped.release();
+        freeUnheld();
+    }
+
+    /** Frees those that no host holds any more. */
+    static void clean() noexcept
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        freeUnheld();
     }
 
 private:
-    // Instances may be made on several threads; ticks come on the thread of the one that stops
-    // them.
-    static std::mutex& lock()
+    static void freeUnheld() noexcept
     {
-        static std::mutex mutex;
-        return mutex;
+        std::unique_ptr<TickReceiver> list(first);
+        auto* link = &list;
+        while (*link) {
+            if ((*link)->isTimerHeldByHost())
+                link = &(*link)->next;
+            else
+                *link = std::move((*link)->next);
+        }
+        first = list.release();
     }
 
-    VSTGUI::IPlatformTimerCallback* callback = nullptr; ///< null while nobody uses this
+    // Instances may end on several threads.
+    static inline std::mutex mutex;
+    static inline TickReceiver* first = nullptr;
 };
+
+// Comes when the module is unloaded, and at exit behind every static destructor.
+[[gnu::destructor]] void cleanStoppedTimers()
+{
+    StoppedTimers::clean();
+}
 
 class HostRunLoopTimer : public VSTGUI::IPlatformTimer {
 public:
-    explicit HostRunLoopTimer(VSTGUI::IPlatformTimerCallback* listener)
-    : callback(listener)
+    explicit HostRunLoopTimer(VSTGUI::IPlatformTimerCallback* callback)
+    : listener(callback)
     {
     }
     ~HostRunLoopTimer() noexcept override { stop(); }
 
     bool start(uint32_t fireTime) override
     {
-        if (timer)
+        if (receiver)
             return false;
         try {
-            receiver = TickReceiver::take(callback);
+            auto started = std::make_unique<TickReceiver>(listener);
             // Null when the host has no run loop; the timer then never fires.
-            timer = owned(Timer::create(receiver, fireTime));
+            started->timer = owned(Timer::create(started.get(), fireTime));
+            if (!started->timer)
+                return false;
+            runLoop = factorysRunLoop;
+            receiver = std::move(started);
         } catch (...) {
-            timer = nullptr;
+            return false;
         }
-        if (!timer)
-            forgetReceiver();
-        return timer != nullptr;
+        return true;
     }
 
     bool stop() override
     {
-        if (!timer)
+        if (!receiver)
             return false;
-        forgetReceiver();
-        Timer* ended = timer.take();
+        receiver->listener = nullptr;
         try {
-            ended->stop();
+            receiver->timer->stop();
+            StoppedTimers::add(std::move(receiver));
         } catch (...) {
             // At its end the SDK's timer would ask the run loop again, where an exception ends the
-            // host. So it has no end.
-            return true;
+            // host. So neither it nor what it calls has an end.
+            static_cast<void>(receiver.release());
         }
-        ended->release();
+        runLoop = nullptr;
         return true;
     }
 
 private:
-    void forgetReceiver() noexcept
-    {
-        if (receiver)
-            receiver->giveBack();
-        receiver = nullptr;
-    }
-
-    VSTGUI::IPlatformTimerCallback* callback;
-    TickReceiver* receiver = nullptr; ///< set while timer is
-    IPtr<Timer> timer;
+    VSTGUI::IPlatformTimerCallback* listener;
+    std::unique_ptr<TickReceiver> receiver; ///< set while this runs
+    /** The SDK's timer asks it to take it out, also when the factory has given back its reference,
+        which it does at exit. */
+    IPtr<Linux::IRunLoop> runLoop;
 };
 
 class LinuxTimerFactory : public TimerPlatformFactory {
@@ -130,6 +156,12 @@ public:
 };
 
 } // namespace
+
+void noteHostContext(FUnknown* context)
+{
+    factorysRunLoop = nullptr;
+    factorysRunLoop = FUnknownPtr<Linux::IRunLoop>(context);
+}
 
 VSTGUI::PlatformFactoryPtr makeTimerPlatformFactory()
 {

@@ -1,5 +1,6 @@
 // VSTGUI timers on the Core Foundation run loop of the thread that starts them.
 #include "platform/TimerPlatformFactory.h"
+#include "platform/Timers.h"
 
 #include "vstgui/lib/platform/mac/mactimer.h"
 
@@ -26,6 +27,8 @@ public:
 };
 
 } // namespace
+
+void noteHostContext(FUnknown* /*context*/) {}
 
 VSTGUI::PlatformFactoryPtr makeTimerPlatformFactory()
 {

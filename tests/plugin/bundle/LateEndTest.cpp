@@ -42,4 +42,29 @@ TEST_F(LateEnd, OfAnInstanceWithoutTicksEndsTheInstrumentToo)
     EXPECT_THAT(reported(), HasSubstr("begin 1\nend 1\n"));
 }
 
+TEST_F(LateEnd, TakesTheTimerOutAndTicksUntilThen)
+{
+    const auto output = run("own");
+    EXPECT_EQ(output.status, 0) << output.text;
+    EXPECT_EQ(output.text, "main ends\nknob turned\nending\ntimer taken out\nended\n"
+                           "run loop deleted\n");
+    EXPECT_THAT(reported(), HasSubstr("end 1\n"));
+}
+
+TEST_F(LateEnd, FindsTheRunLoopThatTheHostLetGoOf)
+{
+    const auto output = run("lent");
+    EXPECT_EQ(output.status, 0) << output.text;
+    EXPECT_EQ(output.text, "main ends\nending\ntimer taken out\nrun loop deleted\nended\n");
+    EXPECT_THAT(reported(), HasSubstr("end 1\n"));
+}
+
+TEST_F(LateEnd, IsNotDisturbedByTicksThatComeStill)
+{
+    const auto output = run("refusing");
+    EXPECT_EQ(output.status, 0) << output.text;
+    EXPECT_EQ(output.text, "main ends\nknob turned\nending\nended\nrun loop deleted\n");
+    EXPECT_THAT(reported(), HasSubstr("end 1\n"));
+}
+
 } // namespace
