@@ -13,6 +13,7 @@
 #include "public.sdk/source/common/memorystream.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <limits>
 
@@ -68,6 +69,25 @@ bool baseFolder(VstK2xPresetCreater::OutputDir dir, std::string& base)
         return false;
     base = home;
     return true;
+}
+
+/** Puts errno back at the end of its scope. */
+class ErrnoKeeper {
+public:
+    ErrnoKeeper() = default;
+    ~ErrnoKeeper() { errno = kept; }
+    ErrnoKeeper(const ErrnoKeeper&) = delete;
+    ErrnoKeeper& operator=(const ErrnoKeeper&) = delete;
+
+private:
+    const int kept = errno;
+};
+
+/** What the library leaves in errno says nothing about the file that is being written. */
+std::vector<char> userBankData(VstIEditorConnect& library, VoiceBank::Bank bank, int number)
+{
+    const ErrnoKeeper keeper;
+    return library.getUserBankData(bank, number);
 }
 
 IPtr<IBStream> openForWriting(const std::string& file)
@@ -249,7 +269,7 @@ bool VstK2xPresetCreater::build(IBStream* stream, VoiceBank::Bank bank, int numb
         return false;
     if ((bankToPresetType(bank) & kAllUserBanks) == 0)
         return VstK2xPreset::savePreset(stream, kProcessorUID, bank, number, xml.c_str(), -1);
-    auto data = editorConnect.getUserBankData(bank, number);
+    auto data = userBankData(editorConnect, bank, number);
     if (data.empty() || data.size() > static_cast<size_t>(std::numeric_limits<int32>::max()))
         return false;
     return VstK2xUserBank::saveUserBank(stream, kProcessorUID, bank, number,

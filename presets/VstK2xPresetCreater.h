@@ -116,8 +116,8 @@ public:
         @param category, subCategory the synth's own names
         @param number the voice in its bank, or what a user bank is numbered with
         @param excluded, overwrite as above
-        @return a FileResult. A bank that is none, or a user bank without data, leaves an empty file
-     */
+        @return a FileResult. A bank that is none, or a user bank without data, leaves an empty
+        file. errno tells why an open or a write failed; the library's calls do not change it */
     int createPresetFile(const std::string& path, const std::string& voiceName,
                          const std::string& fileName, const std::string& category,
                          const std::string& subCategory, VoiceBank::Bank bank, unsigned number,

@@ -1,10 +1,13 @@
-// An editor library for make-presets alone: 500 voices in bank 0 that take their time, a user bank
-// without data in bank 8 and a voice in bank 7 whose category is unknown.
+// An editor library for make-presets alone: 500 voices in bank 0 that take their time, a voice in
+// bank 7 whose category is unknown, and user banks: without data in bank 8, that cannot be read in
+// bank 10, whole in banks 9 and 14. Each leaves an error of the library's own files behind.
 #include "editorlib/EntryPoints.h"
 #include "presets/TavrinSynthCategory.h"
 #include "tests/doubles/ScriptedLibrary.h"
 
+#include <cerrno>
 #include <chrono>
+#include <stdexcept>
 #include <thread>
 
 namespace {
@@ -21,7 +24,19 @@ doubles::BufferAnswer voice(int bank, int number)
         return {std::string("no code:Odder")};
     if (bank == 8 && number == 0)
         return {std::string("80:Hollow")};
+    if (bank == 10 && number == 0)
+        return {std::string("80:Torn")};
+    if ((bank == 9 || bank == 14) && number == 0)
+        return {"80:Whole " + std::to_string(bank)};
     return {std::nullopt, 1};
+}
+
+std::vector<char> userBankData(int bank)
+{
+    errno = bank == 8 ? EROFS : bank == 10 ? EDQUOT : ENOSPC;
+    if (bank == 10)
+        throw std::runtime_error("torn");
+    return std::vector<char>(bank == 8 ? 0 : 100);
 }
 
 class SlowLibrary final : public doubles::ScriptedLibrary {
@@ -40,7 +55,7 @@ public:
             return {Synth::VoiceSubCategoryName[main][sub]};
         };
         voiceData = [](int32 bank, int32 number) { return voice(bank, number); };
-        userBank = [](int32, int32) { return std::vector<char>(); };
+        userBank = [](int32 bank, int32) { return userBankData(bank); };
     }
 
 private:

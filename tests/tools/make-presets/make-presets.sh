@@ -104,6 +104,16 @@ names-the-voice-that-fails)
   expect "no files" files 0
   expect "nothing else" nothing_else
   ;;
+goes-on-after-an-error-that-the-library-left)
+  simulator=$slow make_presets --bank 8 --bank 9 --bank 10 --bank 14
+  expect "fails" [ $status -eq 1 ]
+  expect "for two" says "failed 2"
+  expect "no data" complains 'bank 8, voice 0, "Hollow" failed: the editor library has no data for it.'
+  expect "none either" complains 'bank 10, voice 0, "Torn" failed: the editor library has no data for it.'
+  expect "writes the others" says "written 2"
+  expect "two files" files 2
+  expect "all whole" whole
+  ;;
 leaves-whole-files-when-interrupted)
   # A job of an interactive shell, for others start with Ctrl-C ignored.
   set -m
