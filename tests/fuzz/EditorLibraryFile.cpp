@@ -1,5 +1,7 @@
 #include "tests/fuzz/EditorLibraryFile.h"
 
+#include "tests/fuzz/FuzzInput.h"
+
 #include <cstring>
 #include <dlfcn.h>
 
@@ -33,6 +35,8 @@ __attribute__((visibility("default"))) void* dlopen(const char* path, int flags)
     static const auto real = next<void* (*)(const char*, int)>("dlopen");
     if (!isEditorLibrary(path))
         return real(path, flags);
+    // Of its functions only those that are called, and none of its names for others.
+    FUZZ_CHECK(flags == RTLD_LAZY);
     if (!fileExists)
         return nullptr;
     ++opened;

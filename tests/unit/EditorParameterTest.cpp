@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
+#include <future>
 #include <thread>
 
 using namespace Steinberg;
@@ -75,24 +77,53 @@ TEST_F(EditorParameterTest, RefreshKeepsOthersFromTheValueUntilItIsTheLibrarys)
 {
     const auto parameter = make({1, 0, 4, 0, {}});
     library.setParameterValue(kID, 3);
-    std::thread other;
-    std::atomic<bool> started{false};
-    std::atomic<bool> stored{false};
-    library.onCall = [&](const std::string&) {
-        other = std::thread([&] {
-            started = true;
-            parameter->setEditorParameter(2);
-            stored = true;
-        });
-        while (!started)
-            std::this_thread::yield();
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        EXPECT_FALSE(stored);
+    const std::function<void()> stores[] = {[&] { parameter->setEditorParameter(2); },
+                                            [&] { parameter->changeEditorParameter(2); }};
+    for (const auto& store : stores) {
+        std::thread other;
+        std::atomic<bool> started{false};
+        std::atomic<bool> stored{false};
+        library.onCall = [&](const std::string&) {
+            other = std::thread([&] {
+                started = true;
+                store();
+                stored = true;
+            });
+            while (!started)
+                std::this_thread::yield();
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            EXPECT_FALSE(stored);
+        };
+        parameter->updateParemeterInfo();
+        other.join();
+        EXPECT_EQ(parameter->getEditorParameter(), 2); // the later of the two
+        EXPECT_EQ(parameter->getNormalized(), 0.75);
+    }
+}
+
+TEST_F(EditorParameterTest, RefreshLetsOthersToTheValueBeforeItTellsOfTheHosts)
+{
+    class Watched : public EditorParameter {
+    public:
+        using EditorParameter::EditorParameter;
+        void updateDone(int32 /*message*/) override
+        {
+            if (atChange)
+                atChange();
+        }
+        std::function<void()> atChange;
+    };
+    library.setParameter(kID, {1, 0, 4, 0, {}});
+    const auto parameter = owned(new Watched(&library, 0, kID, 0, 0, "x"));
+    library.setParameterValue(kID, 3);
+    std::future<void> other;
+    bool cameIn = false;
+    parameter->atChange = [&] {
+        other = std::async(std::launch::async, [&] { parameter->setEditorParameter(2); });
+        cameIn = other.wait_for(std::chrono::seconds(5)) == std::future_status::ready;
     };
     parameter->updateParemeterInfo();
-    other.join();
-    EXPECT_EQ(parameter->getEditorParameter(), 2); // the later of the two
-    EXPECT_EQ(parameter->getNormalized(), 0.75);
+    EXPECT_TRUE(cameIn);
 }
 
 TEST_F(EditorParameterTest, KeepsAnOutOfRangeDefaultWhileTheHostsValueStaysInRange)

@@ -96,6 +96,26 @@ TEST_F(EditorTexts, OfACallThatThrewAreEmpty)
     EXPECT_EQ(textOf(*parameter, 1), u"half a text");
 }
 
+TEST_F(EditorTexts, StartEmptyForEveryValue)
+{
+    class Appending : public ScriptedLibrary {
+    public:
+        using ScriptedLibrary::ScriptedLibrary;
+        int32 getParameterValueString(uint32, int32 value, std::string& text) override
+        {
+            if (value != 1)
+                text += "told";
+            return 0;
+        }
+    } appending(trace);
+    appending.setParameter(kID, {0, 0, 2, 0, {}});
+    const auto parameter = owned(new EditorParameter(&appending, 0, kID, 0, 0, "x"));
+    parameter->setHasValueTexts(true);
+    EXPECT_EQ(textOf(*parameter, 0), u"told");
+    EXPECT_EQ(textOf(*parameter, 0.5), u"");
+    EXPECT_EQ(textOf(*parameter, 1), u"told");
+}
+
 TEST_F(EditorTexts, AtTheEndOfTheIntegerRangeAreWalkedOnce)
 {
     const auto high = ranged(kLargest - 2, kLargest);

@@ -2,9 +2,13 @@
 
 #include "hostapi/IHostApplicationW.h"
 
+#include "pluginterfaces/base/funknownimpl.h"
+
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <thread>
+#include <utility>
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
@@ -277,6 +281,29 @@ TEST(DeliveryMode, IsAskedAtEveryEvent)
 }
 
 // While connecting ---------------------------------------------------------------
+
+TEST(ConnectingController, TellsAUnicodeHostUntilTheBaseHasConnected)
+{
+    struct Peer final : U::Implements<U::Directly<IConnectionPoint>> {
+        uint32 PLUGIN_API addRef() override
+        {
+            if (const auto call = std::exchange(atFirstReference, nullptr))
+                call();
+            return Base::addRef();
+        }
+        tresult PLUGIN_API connect(IConnectionPoint*) override { return kResultOk; }
+        tresult PLUGIN_API disconnect(IConnectionPoint*) override { return kResultOk; }
+        tresult PLUGIN_API notify(IMessage*) override { return kResultOk; }
+        std::function<void()> atFirstReference;
+    };
+    BoundController bound;
+    bound.initialize();
+    const auto peer = owned(new Peer);
+    peer->atFirstReference = [&] { bound.library.turn(kVolume1, 1); };
+    EXPECT_EQ(bound.controller->connect(peer), kResultOk);
+    EXPECT_EQ(bound.edits().size(), 3u);
+    bound.controller->disconnect(peer);
+}
 
 TEST(ConnectingController, DropsWhatAUnicodeHostWouldHear)
 {

@@ -93,6 +93,7 @@ TEST_F(ProcessorMessages, ConnectWithANullAddressForgetsTheFormerLibrary)
     connect();
     VstIEditorConnect* editor = nullptr;
     sendConnection(&editor, sizeof(editor));
+    EXPECT_THAT(trace.texts(), IsEmpty());
     EXPECT_FALSE(isConnected());
 }
 
@@ -130,6 +131,7 @@ TEST_F(ProcessorMessages, ASecondConnectReplacesTheLibrary)
     ScriptedLibrary other(otherTrace);
     VstIEditorConnect* editor = &other;
     sendConnection(&editor, sizeof(editor));
+    EXPECT_THAT(trace.texts(), IsEmpty()); // the former one hears nothing of it
     EXPECT_FALSE(isConnected());
     EXPECT_EQ(otherTrace.count("library.receiveHostMidi(90 3C 7F)"), 1u);
 }
@@ -186,6 +188,19 @@ TEST_F(ProcessorMessages, DisconnectForgetsALibraryThatThrows)
     EXPECT_EQ(processor->notify(message), kResultOk);
     library.clearFaults();
     EXPECT_FALSE(isConnected());
+}
+
+TEST_F(ProcessorMessages, OutliveTerminate)
+{
+    connectAndActivate();
+    sayUnicode(1);
+    processor->initialize(nullptr);
+    EXPECT_EQ(processor->terminate(), kResultOk);
+    EXPECT_THAT(trace.texts(), IsEmpty());
+    EXPECT_TRUE(isUnicode());
+    EXPECT_TRUE(isConnected());
+    writeMidi(0x90, 60, 127);
+    EXPECT_EQ(drained().size(), 1u); // still active, too
 }
 
 TEST_F(ProcessorMessages, UnicodeFlagIsWhetherTheIntegerIsNotZero)

@@ -29,12 +29,6 @@ struct RackScene : TrackScene {
 
 } // namespace
 
-TEST(RackRouting, OfNoTrackIsNone)
-{
-    RackScene scene;
-    EXPECT_FALSE(scene.routing.CheckMIDIOutputRouting(nullptr, nullptr));
-}
-
 TEST(ValueText, IsSearchedForTheTextAnywhere)
 {
     TrackScene scene(newerHost());
