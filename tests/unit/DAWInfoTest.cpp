@@ -58,7 +58,7 @@ Version parse(const HostText& text, bool isUnicode = true)
     return versionOf(DAWInfo(&application));
 }
 
-int32 typeOf(const char* name, bool isUnicode = true)
+int32 typeOf(const HostText& name, bool isUnicode = true)
 {
     Application application(name, nullptr, isUnicode);
     return DAWInfo(&application).getHostType();
@@ -113,6 +113,7 @@ TEST(DAWInfo, AHostWithoutUnicodeIsRecognisedByItsPackedName)
     EXPECT_EQ(typeOf("Nuendo 4", false), 5);
     EXPECT_EQ(typeOf("Cubase LE 4", false), 0);
     EXPECT_EQ(typeOf("Cubase5", false), 4);
+    EXPECT_EQ(typeOf("Some\0Cubase"s, false), 6); // a longer name stood there before
 }
 
 TEST(DAWInfo, WithoutAHostEverythingIsUnknown)

@@ -49,6 +49,8 @@ TEST(HostKind, OfTheStandaloneHostIsOneForItsExactName)
 {
     EXPECT_EQ(hostTypeIn(HostFamily::standalone()), 1);
     EXPECT_EQ(hostTypeIn(HostFamily::withoutUnicode("Standalone", "1.0.0")), 1);
+    EXPECT_EQ(hostTypeIn(HostFamily::withoutUnicode(std::string("Standalone\0 2", 13), "1.0.0")),
+              1);
     for (const char* name :
          {"standalone", "Standalone ", " Standalone", "Standalone 2", "Standalon", "STANDALONE"})
         EXPECT_EQ(hostTypeIn(unicodeHost(name)), 2) << name;

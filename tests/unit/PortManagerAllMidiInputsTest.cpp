@@ -156,6 +156,9 @@ TEST(AllMidiInputRemove, ReadsPackedAndHostileNames)
     PortScene packed(HostFamily::withoutUnicode("Cubase LE", "4.0.1"));
     packed.host.ports.midiInput("4", "Tavrin RDL3/RDL5 2 Port4");
     EXPECT_EQ(packed.ports.allMidiInputRemove("Port4"), 0);
+    PortScene used(HostFamily::withoutUnicode("Cubase LE", "4.0.1"));
+    used.host.ports.midiInput("4", std::string("Tavrin RDL3/RDL5\0 Port4", 23));
+    EXPECT_EQ(used.ports.allMidiInputRemove("Port4"), 1);
 
     PortScene hostile;
     hostile.host.ports.midiInput("null", nullptr);

@@ -120,7 +120,8 @@ TEST(AudioPortList, ReadsThePackedTextsOfAHostWithoutUnicode)
     PortScene scene(HostFamily::withoutUnicode("Cubase LE", "4.0.1"));
     scene.host.ports.audioInput("in 1", "Mic 12");
     scene.host.ports.audioInput("in 22", "Odd");
-    EXPECT_THAT(scene.audioList(), ElementsAre("in 1=Mic 12", "in 22=Odd"));
+    scene.host.ports.audioInput("in 3", std::string("Line\0 before", 12));
+    EXPECT_THAT(scene.audioList(), ElementsAre("in 1=Mic 12", "in 22=Odd", "in 3=Line"));
 }
 
 TEST(AudioPortList, ReadsTextsThatAUnicodeHostSetsAs8BitText)

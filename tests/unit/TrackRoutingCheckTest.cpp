@@ -74,6 +74,8 @@ TEST(ValueText, OfAHostWithoutUnicodeIsReadFromItsPackedBytes)
     auto& value = scene.host.devices.mixer().value("text");
     value.text = kRoutedHere;
     EXPECT_TRUE(scene.routing.isSameIValueString(&value, kPlugIn));
+    value.text = std::string("None") + '\0' + kRoutedHere; // a longer text stood there before
+    EXPECT_FALSE(scene.routing.isSameIValueString(&value, kPlugIn));
     value.terminates = false;
     value.text = std::string(512 - kPlugIn.size(), 'x') + kPlugIn; // 256 units of two bytes
     EXPECT_TRUE(scene.routing.isSameIValueString(&value, kPlugIn));
