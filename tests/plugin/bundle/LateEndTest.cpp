@@ -1,5 +1,7 @@
 // A host that ends its plug-in after main, when the statics of the module and of the editor library
 // have been destroyed. The address sanitizer sees what of them is still used.
+#ifdef LATE_HOST
+
 #include "tests/simulator/CommandOutput.h"
 
 #include <cstdlib>
@@ -68,3 +70,5 @@ TEST_F(LateEnd, IsNotDisturbedByTicksThatComeStill)
 }
 
 } // namespace
+
+#endif
