@@ -36,16 +36,6 @@ void InstanceList::drop()
     instances.clear();
 }
 
-namespace {
-
-// Comes when the library is unloaded, and at exit behind the static destructors of every host.
-[[gnu::destructor]] void dropWhatNobodyEnded()
-{
-    InstanceList::get().drop();
-}
-
-} // namespace
-
 VstIEditorConnect* InstanceList::create()
 {
     const std::lock_guard<std::mutex> guard(mutex);
@@ -73,6 +63,16 @@ void InstanceList::end(const Instance* ended)
     InstrumentReport::end(found->number, found->user);
     last.splice(last.begin(), instances, found);
 }
+
+namespace {
+
+// Called when the library is unloaded; at exit that is after every static destructor of a host.
+[[gnu::destructor]] void dropWhatNobodyEnded()
+{
+    InstanceList::get().drop();
+}
+
+} // namespace
 
 } // namespace simulator
 } // namespace Vst

@@ -21,7 +21,7 @@ public:
     /** @param index 0 is the oldest, -1 the newest @return null when there is none */
     SimulatorControl* control(int index);
 
-    /** Deletes the instruments that the plug-in has not ended. Nobody uses one any more. */
+    /** Deletes the instruments that no plug-in has ended, when nobody can use them any more. */
     void drop();
 
 private:

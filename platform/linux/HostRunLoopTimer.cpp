@@ -44,7 +44,7 @@ struct TickReceiver final : ITimerCallback {
 };
 
 /** Receivers of stopped timers that a host may call still: it refused to take the timer out, took
-    its run loop back first, or is just in a tick.
+    its run loop back first, or is in the middle of a tick.
 
     A host may stop its plug-ins, and tick once more, in a static destructor that runs after this
     module's. So nothing here is destroyed at exit; what is left goes with the process. */
@@ -84,7 +84,7 @@ private:
     static inline TickReceiver* first = nullptr;
 };
 
-// Comes when the module is unloaded, and at exit behind every static destructor.
+// Called when the module is unloaded; at exit that is after every static destructor.
 [[gnu::destructor]] void cleanStoppedTimers()
 {
     StoppedTimers::clean();

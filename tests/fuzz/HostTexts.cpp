@@ -31,7 +31,7 @@ std::u16string upToZero(const std::u16string& text)
     return text.substr(0, text.find(u'\0'));
 }
 
-/** Its memory. */
+/** The bytes of all its units. */
 std::string allBytesOf(const std::u16string& text)
 {
     return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16)};
@@ -218,7 +218,7 @@ void checkHost(const std::u16string& name, const std::u16string& version, uint8_
     const bool hasName = !noHost && (options & kNoName) == 0;
     FUZZ_CHECK(info.getHostType() ==
                (hasName ? hostTypeOf(unicode ? fuzz::utf8Of(name) : bytesOf(name)) : 6));
-    // Packed two to a unit, no character is a digit or a dot.
+    // No digit of a packed text has a dot behind it: two characters share each unit.
     const bool hasVersion = !noHost && unicode && (options & kNoVersion) == 0;
     const auto expected = hasVersion ? versionOf(upToZero(version)) : Version();
     FUZZ_CHECK(info.getMajorVersion() == expected.fields[0]);

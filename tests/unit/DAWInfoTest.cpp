@@ -203,10 +203,10 @@ TEST(DAWInfo, AVersionOfAHostWithoutUnicodeIsNotFound)
 TEST(DAWInfo, AVersionOfAHostWithoutUnicodeEndsAtItsZeroByte)
 {
     const Version none{-1, -1, -1};
-    // Sixteen bits at a time each would be "9.5.0", the second from its third unit on.
+    // Behind the zero byte stands the rest of a wide "9.5.0", which the units would give.
     EXPECT_EQ(parse("\0x"s + "9\0.\0005\0.\0000\0"s, false), none);
     EXPECT_EQ(parse("4.30\0x"s + "9\0.\0005\0.\0000\0"s, false), none);
-    // The zero byte completes the unit of "3", which alone looks like a digit.
+    // "3" and the zero byte are one unit, which looks like a digit with ".5.0" behind it.
     EXPECT_EQ(parse("4.3\0"s + ".\0005\0.\0000\0"s, false), none);
     EXPECT_EQ(parse("4.3", false), none);
     EXPECT_EQ(parse("", false), none);

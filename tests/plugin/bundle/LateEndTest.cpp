@@ -12,24 +12,22 @@
 
 namespace {
 
-using testing::HasSubstr;
-
+/** What late-host prints, and what the instrument reports that it played. */
 class LateEnd : public testing::Test {
 protected:
     ~LateEnd() override { std::filesystem::remove(report); }
 
     /** @param runLoop late-host's argument */
-    doubles::CommandOutput run(const std::string& runLoop) const
+    void expect(const std::string& runLoop, const std::string& printed) const
     {
         // What was freed is overwritten, so that its use shows without a sanitizer too.
-        return doubles::runCommand("MALLOC_PERTURB_=165 SIMULATOR_REPORT='" + report.string() +
-                                   "' " LATE_HOST " " + runLoop);
-    }
-
-    std::string reported() const
-    {
+        const auto output = doubles::runCommand("MALLOC_PERTURB_=165 SIMULATOR_REPORT='" +
+                                                report.string() + "' " LATE_HOST " " + runLoop);
+        EXPECT_EQ(output.status, 0);
+        EXPECT_EQ(output.text, printed);
         std::ifstream file(report);
-        return {std::istreambuf_iterator<char>(file), {}};
+        const std::string reported{std::istreambuf_iterator<char>(file), {}};
+        EXPECT_THAT(reported, testing::HasSubstr("begin 1\nend 1\n"));
     }
 
     const std::filesystem::path report =
@@ -38,35 +36,22 @@ protected:
 
 TEST_F(LateEnd, OfAnInstanceWithoutTicksEndsTheInstrumentToo)
 {
-    const auto output = run("");
-    EXPECT_EQ(output.status, 0) << output.text;
-    EXPECT_EQ(output.text, "main ends\nending\nended\n");
-    EXPECT_THAT(reported(), HasSubstr("begin 1\nend 1\n"));
+    expect("", "main ends\nending\nended\n");
 }
 
 TEST_F(LateEnd, TakesTheTimerOutAndTicksUntilThen)
 {
-    const auto output = run("own");
-    EXPECT_EQ(output.status, 0) << output.text;
-    EXPECT_EQ(output.text, "main ends\nknob turned\nending\ntimer taken out\nended\n"
-                           "run loop deleted\n");
-    EXPECT_THAT(reported(), HasSubstr("end 1\n"));
+    expect("own", "main ends\nknob turned\nending\ntimer taken out\nended\nrun loop deleted\n");
 }
 
 TEST_F(LateEnd, FindsTheRunLoopThatTheHostLetGoOf)
 {
-    const auto output = run("lent");
-    EXPECT_EQ(output.status, 0) << output.text;
-    EXPECT_EQ(output.text, "main ends\nending\ntimer taken out\nrun loop deleted\nended\n");
-    EXPECT_THAT(reported(), HasSubstr("end 1\n"));
+    expect("lent", "main ends\nending\ntimer taken out\nrun loop deleted\nended\n");
 }
 
 TEST_F(LateEnd, IsNotDisturbedByTicksThatComeStill)
 {
-    const auto output = run("refusing");
-    EXPECT_EQ(output.status, 0) << output.text;
-    EXPECT_EQ(output.text, "main ends\nknob turned\nending\nended\nrun loop deleted\n");
-    EXPECT_THAT(reported(), HasSubstr("end 1\n"));
+    expect("refusing", "main ends\nknob turned\nending\nended\nrun loop deleted\n");
 }
 
 } // namespace
