@@ -3,6 +3,7 @@
 
 #include "pluginterfaces/base/funknown.h"
 #include "pluginterfaces/base/iupdatehandler.h"
+#include "pluginterfaces/base/smartpointer.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 
 namespace Steinberg {
@@ -11,15 +12,16 @@ namespace Vst {
 class VstIEditorConnect;
 
 /** Answers change over the controller's life, so collaborators ask at each use and keep nothing.
-    Every pointer is borrowed and may be null. [host main thread unless the caller says otherwise]
- */
+    Every pointer may be null and is borrowed, but for the host's objects: the host may replace them
+    meanwhile, so these are references of the asker's own. [host main thread unless something else
+    is said] */
 class ControllerContext {
 public:
-    /** The host context of initialize; null before it and after terminate. */
-    virtual FUnknown* getHostContext() const = 0;
+    /** The host context of initialize; null before it and after terminate. [any thread] */
+    virtual IPtr<FUnknown> getHostContext() const = 0;
 
-    /** The component handler that the host set; null before it and after terminate. */
-    virtual IComponentHandler* getComponentHandler() const = 0;
+    /** The component handler that the host set; null before it and after terminate. [any thread] */
+    virtual IPtr<IComponentHandler> getComponentHandler() const = 0;
 
     /** The bound editor library; null when unbound. */
     virtual VstIEditorConnect* getEditorConnection() const = 0;
@@ -31,10 +33,12 @@ public:
         each time. [any thread] */
     virtual bool isUnicodeAppHost() const = 0;
 
-    /** 0: a host of the Cubase family, 1: the maker's stand-alone host, 2: any other. */
+    /** 0: a host of the Cubase family, 1: the maker's stand-alone host, 2: any other. [any thread]
+     */
     virtual int32 getVSTHostType() const = 0;
 
-    /** Tells the host that the latency changed, through the controller's own virtual operation. */
+    /** Tells the host that the latency changed, through the controller's own virtual operation.
+        [any thread] */
     virtual void changeLatencyTrigger() = 0;
 
 protected:

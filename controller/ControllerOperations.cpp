@@ -22,13 +22,27 @@ constexpr size_t kString128Units = 128;
 
 // Parameters ------------------------------------------------------------------
 
+int32 PLUGIN_API VstK2xController::getParameterCount()
+{
+    return parameterModel.withParameters<int32>(
+        0, [this] { return EditController::getParameterCount(); });
+}
+
+tresult PLUGIN_API VstK2xController::getParameterInfo(int32 index, ParameterInfo& info)
+{
+    return parameterModel.withParameters<tresult>(
+        kResultFalse, [&] { return EditController::getParameterInfo(index, info); });
+}
+
 tresult PLUGIN_API VstK2xController::getParamStringByValue(ParamID id, ParamValue normalized,
                                                            String128 string)
 {
     if (!string)
         return kResultFalse;
     return guarded<tresult>(kResultFalse, [&] {
-        return EditController::getParamStringByValue(id, normalized, string);
+        return parameterModel.withParameters<tresult>(kResultFalse, [&] {
+            return EditController::getParamStringByValue(id, normalized, string);
+        });
     });
 }
 
@@ -40,14 +54,55 @@ tresult PLUGIN_API VstK2xController::getParamValueByString(ParamID id, TChar* st
     // Hosts pass a String128, which is full without a terminator when the text is as long.
     TChar text[kString128Units + 1] = {};
     std::copy(string, std::find(string, string + kString128Units, TChar(0)), text);
-    return guarded<tresult>(
-        kResultFalse, [&] { return EditController::getParamValueByString(id, text, normalized); });
+    return guarded<tresult>(kResultFalse, [&] {
+        return parameterModel.withParameters<tresult>(kResultFalse, [&] {
+            return EditController::getParamValueByString(id, text, normalized);
+        });
+    });
+}
+
+ParamValue PLUGIN_API VstK2xController::normalizedParamToPlain(ParamID id, ParamValue normalized)
+{
+    return parameterModel.withParameters(
+        normalized, [&] { return EditController::normalizedParamToPlain(id, normalized); });
+}
+
+ParamValue PLUGIN_API VstK2xController::plainParamToNormalized(ParamID id, ParamValue plain)
+{
+    return parameterModel.withParameters(
+        plain, [&] { return EditController::plainParamToNormalized(id, plain); });
+}
+
+ParamValue PLUGIN_API VstK2xController::getParamNormalized(ParamID id)
+{
+    return parameterModel.withParameters<ParamValue>(
+        0, [&] { return EditController::getParamNormalized(id); });
 }
 
 tresult PLUGIN_API VstK2xController::setParamNormalized(ParamID id, ParamValue value)
 {
-    return guarded<tresult>(kResultFalse,
-                            [&] { return EditController::setParamNormalized(id, value); });
+    return guarded<tresult>(kResultFalse, [&] {
+        return parameterModel.withParameters<tresult>(
+            kResultFalse, [&] { return EditController::setParamNormalized(id, value); });
+    });
+}
+
+tresult VstK2xController::beginEdit(ParamID id)
+{
+    const auto handler = sharedHandler.get();
+    return handler ? handler->beginEdit(id) : kResultFalse;
+}
+
+tresult VstK2xController::performEdit(ParamID id, ParamValue normalized)
+{
+    const auto handler = sharedHandler.get();
+    return handler ? handler->performEdit(id, normalized) : kResultFalse;
+}
+
+tresult VstK2xController::endEdit(ParamID id)
+{
+    const auto handler = sharedHandler.get();
+    return handler ? handler->endEdit(id) : kResultFalse;
 }
 
 unsigned VstK2xController::createObserverParameter(int block, int number, int part,
@@ -127,8 +182,8 @@ bool VstK2xController::isSetVSTValue(unsigned int id, double value, int& out)
 void VstK2xController::changeLatencyTrigger()
 {
     guarded([this] {
-        if (componentHandler)
-            componentHandler->restartComponent(kLatencyChanged);
+        if (const auto handler = sharedHandler.get())
+            handler->restartComponent(kLatencyChanged);
     });
 }
 

@@ -88,13 +88,19 @@ int32 EditorParameter::askValue() const
 
 void EditorParameter::updateParemeterInfo()
 {
-    double normalized = 0;
-    {
-        const FGuard guard(*lock);
-        editorValue = askValue();
-        normalized = convertToVSTParameter(editorValue);
-        info.defaultNormalizedValue = normalized;
-    }
+    showToHost(takeOverEditorValue());
+}
+
+double EditorParameter::takeOverEditorValue()
+{
+    const FGuard guard(*lock);
+    editorValue = askValue();
+    return convertToVSTParameter(editorValue);
+}
+
+void EditorParameter::showToHost(double normalized)
+{
+    info.defaultNormalizedValue = normalized;
     setNormalized(normalized);
 }
 

@@ -16,7 +16,8 @@ class VstIEditorConnect;
 
 /** Keeps the editor's integer value, range and display texts beside the host's normalized value,
    and converts between them. The editor value has a lock of its own; range and texts never change
-   after construction; the normalized value is the base class's plain field. */
+   after construction; the normalized and the default value are the base class's plain fields, which
+   the ParameterModel guards. */
 class EditorParameter : public Parameter {
 public:
     /** Asks the library for range, value and texts at once. [host main thread]
@@ -39,8 +40,14 @@ public:
     void setTextParser(TextParser textParser, int32 offset);
 
     /** Takes over the library's present value, also as the value that the host goes back to.
-        [host main thread] */
+        [host main thread; once other threads see the parameter, through ParameterModel::refresh] */
     void updateParemeterInfo();
+
+    // Its two halves.
+    /** Asks the library for its present value and stores it. @return its normalized value */
+    double takeOverEditorValue();
+    /** Makes a normalized value what the host sees now and what it goes back to. Calls nobody. */
+    void showToHost(double normalized);
 
     // Conversions. [any thread]
     /** Editor value to normalized value; not clamped. 0 when the range is a single value. */

@@ -20,13 +20,13 @@ public:
     Use(ParameterModel& used, unsigned id)
     : model(used)
     {
-        const std::lock_guard<std::mutex> guard(model.mapLock);
+        const std::lock_guard<std::mutex> guard(model.parametersLock);
         parameter = model.find(id);
         ++model.uses;
     }
     ~Use()
     {
-        const std::lock_guard<std::mutex> guard(model.mapLock);
+        const std::lock_guard<std::mutex> guard(model.parametersLock);
         if (--model.uses == 0)
             model.lastUseEnded.notify_all();
     }
@@ -80,8 +80,8 @@ IPtr<EditorParameter> ParameterModel::make(unsigned id, int32 flags, UnitID unit
 void ParameterModel::add(IPtr<EditorParameter> parameter)
 {
     EditorParameter* borrowed = parameter;
+    const std::lock_guard<std::mutex> guard(parametersLock);
     owner.addParameter(parameter.take());
-    const std::lock_guard<std::mutex> guard(mapLock);
     parametersByID[borrowed->getInfo().id] = borrowed;
 }
 
@@ -122,8 +122,16 @@ EditorParameter* ParameterModel::find(unsigned id) const
 
 Parameter* ParameterModel::getParameter(unsigned id) const
 {
-    const std::lock_guard<std::mutex> guard(mapLock);
+    const std::lock_guard<std::mutex> guard(parametersLock);
     return find(id);
+}
+
+void ParameterModel::refresh(EditorParameter& parameter)
+{
+    // The library is asked before the lock is taken: it may wait for a thread that calls back.
+    const double normalized = parameter.takeOverEditorValue();
+    const std::lock_guard<std::mutex> guard(parametersLock);
+    parameter.showToHost(normalized);
 }
 
 void ParameterModel::setEditorParameter(unsigned id, int value)
@@ -252,7 +260,7 @@ void ParameterModel::removeObservers()
 void ParameterModel::clear()
 {
     {
-        std::unique_lock<std::mutex> guard(mapLock);
+        std::unique_lock<std::mutex> guard(parametersLock);
         parametersByID.clear();
         lastUseEnded.wait(guard, [this] { return uses == 0; });
     }

@@ -29,7 +29,7 @@ public:
     /** The controller as the context of the library's callbacks. */
     virtual void* callbackContext() = 0;
     virtual bool isUnicodeAppHost() const = 0;
-    /** Takes the parameter into the host-visible container, with its reference. */
+    /** Takes the parameter into the host-visible container, with its reference. Calls nobody. */
     virtual void addParameter(Parameter* parameter) = 0;
 
     // The host's side of a gesture. [main thread, or any library thread in a Unicode host]
@@ -46,10 +46,11 @@ protected:
     A change goes to the host at once in a Unicode host, else through a queue that the timer drains
    on the main thread. Locks, never held the other way round: an EditorParameter's "ParameterFlag"
    is released before "GuiEventLocker" is taken, and "GuiEventLocker" is held while the host is
-   called. The ID map has a lock of its own that is held for the look-up alone. A callback that
-   comes late finds either no parameter or one that lives until the callback has finished with it:
-   uses are counted, and clear waits for them. The SDK's reference count would not do, since it
-   reads the count again after having changed it. */
+   called. What the host sees has one lock: the ID map, the base class's container and the
+   normalized and default values. Nobody is called and no other lock is taken while it is held. A
+   callback that comes late finds either no parameter or one that lives until the callback has
+   finished with it: uses of editor values are counted, and clear waits for them. The SDK's
+   reference count would not do, since it reads the count again after having changed it. */
 class ParameterModel {
 public:
     /** What happens to a parameter in the editor. */
@@ -75,6 +76,21 @@ public:
 
     /** The parameter with this ID, borrowed until clear, or null. [host main thread] */
     Parameter* getParameter(unsigned id) const;
+
+    /** Runs access, which reads or sets what the host sees of the parameters, while no other thread
+        is at them. It must call nobody. [any thread]
+        @return its answer, or none while there are no parameters: before the first was created and
+        from clear on, when their container is the host's main thread's alone */
+    template <typename Result, typename Access>
+    Result withParameters(Result none, Access&& access) const
+    {
+        const std::lock_guard<std::mutex> guard(parametersLock);
+        return parametersByID.empty() ? none : access();
+    }
+
+    /** EditorParameter::updateParemeterInfo for a parameter that other threads see as well.
+        [host main thread] */
+    void refresh(EditorParameter& parameter);
 
     // A change in the editor, on its way to the host. [any library thread]
     void setEditorParameter(unsigned id, int value);
@@ -122,9 +138,9 @@ private:
 
     ParameterModelOwner& owner;
     std::vector<VstIObserver*> observers; ///< in creation order; may hold nulls
-    mutable std::mutex mapLock;
+    mutable std::mutex parametersLock;
     std::map<ParamID, EditorParameter*> parametersByID; ///< owned by the controller's container
-    int uses = 0;                                       ///< guarded by mapLock
+    int uses = 0;                                       ///< guarded by parametersLock
     std::condition_variable lastUseEnded;
     std::deque<QueuedEvent> guiEvents; ///< guarded by guiEventLock
     bool draining = false;             ///< guarded by guiEventLock

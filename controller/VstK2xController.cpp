@@ -69,8 +69,11 @@ struct VstK2xController::HostObjects {
 tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
 {
     const tresult result = EditController::initialize(context);
+    if (result != kResultOk)
+        return result;
+    guarded([&] { sharedContext.set(context); });
     // The base lets a host without context initialise twice.
-    if (result != kResultOk || initialized)
+    if (initialized)
         return result;
     initialized = true;
     // A library that called back after an earlier terminate left events of another host's.
@@ -160,6 +163,9 @@ void VstK2xController::unbind(HostObjects& held) noexcept
 /** Also disconnects a peer that the host left connected. */
 tresult VstK2xController::terminateBase()
 {
+    // First those that other threads take: the base clears its own as if it were alone.
+    guarded([this] { sharedHandler.set(nullptr); });
+    guarded([this] { sharedContext.set(nullptr); });
     return guarded<tresult>(kResultFalse, [this] { return EditController::terminate(); });
 }
 
@@ -205,7 +211,7 @@ void VstK2xController::refreshParameters()
     const int32 count = parameters.getParameterCount();
     for (int32 index = 0; index < count; ++index)
         if (auto* parameter = FCast<EditorParameter>(parameters.getParameterByIndex(index)))
-            parameter->updateParemeterInfo();
+            parameterModel.refresh(*parameter);
 }
 
 tresult PLUGIN_API VstK2xController::disconnect(IConnectionPoint* other)
@@ -283,6 +289,7 @@ IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
 
 tresult PLUGIN_API VstK2xController::setComponentHandler(IComponentHandler* handler)
 {
+    guarded([&] { sharedHandler.set(handler); });
     return guarded<tresult>(kResultTrue,
                             [&] { return EditController::setComponentHandler(handler); });
 }
@@ -297,24 +304,24 @@ tresult PLUGIN_API VstK2xController::setPluginInfo(VstIEditorConnect* connect, v
 
 int VstK2xController::getVSTHostType() const
 {
-    return guarded<int>(kOtherHost, [this] { return hostKindOf(getHostContext()); });
+    return guarded<int>(kOtherHost, [this] { return hostKindOf(sharedContext.get()); });
 }
 
 bool VstK2xController::isUnicodeAppHost() const
 {
-    return guarded(false, [this] { return hasUnicode(getHostContext()); });
+    return guarded(false, [this] { return hasUnicode(sharedContext.get()); });
 }
 
 // Face ------------------------------------------------------------------------
 
-FUnknown* VstK2xController::Face::getHostContext() const
+IPtr<FUnknown> VstK2xController::Face::getHostContext() const
 {
-    return controller.getHostContext();
+    return controller.sharedContext.get();
 }
 
-IComponentHandler* VstK2xController::Face::getComponentHandler() const
+IPtr<IComponentHandler> VstK2xController::Face::getComponentHandler() const
 {
-    return controller.getComponentHandler();
+    return controller.sharedHandler.get();
 }
 
 VstIEditorConnect* VstK2xController::Face::getEditorConnection() const
@@ -378,7 +385,7 @@ void VstK2xController::Face::endEdit(ParamID id)
 
 void VstK2xController::Face::changeValue(ParamID id, ParamValue value)
 {
-    controller.EditController::setParamNormalized(id, value);
+    controller.setParamNormalized(id, value);
     controller.performEdit(id, value);
 }
 

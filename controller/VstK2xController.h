@@ -5,6 +5,7 @@
 #include "controller/ControllerContext.h"
 #include "controller/ParameterModel.h"
 #include "controller/PortManager.h"
+#include "controller/SharedReference.h"
 #include "controller/TrackRouting.h"
 #include "controller/VstTimer.h"
 #include "editorlib/EditorLibrary.h"
@@ -71,14 +72,28 @@ public:
     tresult PLUGIN_API setComponentState(IBStream* state) override;
     tresult PLUGIN_API setState(IBStream* state) override;
     tresult PLUGIN_API getState(IBStream* state) override;
+    IPlugView* PLUGIN_API createView(FIDString name) override;
+    /** Takes the handler also when it throws at the question for its extensions. */
+    tresult PLUGIN_API setComponentHandler(IComponentHandler* handler) override;
+
+    // The parameters as the host sees them: the base class's answers. [any thread, since a host may
+    // ask from inside an edit that a library thread tells it of]
+    int32 PLUGIN_API getParameterCount() override;
+    tresult PLUGIN_API getParameterInfo(int32 index, ParameterInfo& info) override;
     tresult PLUGIN_API getParamStringByValue(ParamID id, ParamValue normalized,
                                              String128 string) override;
     tresult PLUGIN_API getParamValueByString(ParamID id, TChar* string,
                                              ParamValue& normalized) override;
+    ParamValue PLUGIN_API normalizedParamToPlain(ParamID id, ParamValue normalized) override;
+    ParamValue PLUGIN_API plainParamToNormalized(ParamID id, ParamValue plain) override;
+    ParamValue PLUGIN_API getParamNormalized(ParamID id) override;
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override;
-    IPlugView* PLUGIN_API createView(FIDString name) override;
-    /** Takes the handler also when it throws at the question for its extensions. */
-    tresult PLUGIN_API setComponentHandler(IComponentHandler* handler) override;
+
+    // EditController: an edit on its way to the host, with no lock of ours held. kResultFalse
+    // without a component handler. Throws what the host throws. [any thread]
+    tresult beginEdit(ParamID id) override;
+    tresult performEdit(ParamID id, ParamValue normalized) override;
+    tresult endEdit(ParamID id) override;
 
     // IUnitInfo: seventeen units, no program lists.
     int32 PLUGIN_API getUnitCount() override;
@@ -121,7 +136,7 @@ public:
     // IExternalPlugin.
     tresult PLUGIN_API setPluginInfo(VstIEditorConnect* connect, void* libraryHandle) override;
 
-    // What the host is.
+    // What the host is. [any thread]
     /** As support/HostKind.h numbers them. */
     int getVSTHostType() const;
     bool isUnicodeAppHost() const;
@@ -169,8 +184,8 @@ private:
         : controller(owner)
         {
         }
-        FUnknown* getHostContext() const override;
-        IComponentHandler* getComponentHandler() const override;
+        IPtr<FUnknown> getHostContext() const override;
+        IPtr<IComponentHandler> getComponentHandler() const override;
         VstIEditorConnect* getEditorConnection() const override;
         IDependent* getDependent() override;
         bool isUnicodeAppHost() const override;
@@ -200,6 +215,9 @@ private:
     void applyPreset(IBStream* state);
     void applyUserBank(IBStream* state);
 
+    /** What the base class holds too, for threads other than the host's main thread. */
+    SharedReference<FUnknown> sharedContext;
+    SharedReference<IComponentHandler> sharedHandler;
     Face face{*this};
     EditorLibrary library;
     ParameterModel parameterModel{face};

@@ -29,8 +29,11 @@ public:
     Steinberg::int32 hostType; ///< 1 for "Standalone", 0 for other hosts with extensions, else 2
     std::function<void(Steinberg::FUnknown*, Steinberg::int32)> onUpdate;
 
-    Steinberg::FUnknown* getHostContext() const override { return hostContext; }
-    Steinberg::Vst::IComponentHandler* getComponentHandler() const override { return handler; }
+    Steinberg::IPtr<Steinberg::FUnknown> getHostContext() const override { return hostContext; }
+    Steinberg::IPtr<Steinberg::Vst::IComponentHandler> getComponentHandler() const override
+    {
+        return handler;
+    }
     Steinberg::Vst::VstIEditorConnect* getEditorConnection() const override { return library; }
     Steinberg::IDependent* getDependent() override;
     bool isUnicodeAppHost() const override { return unicode; }

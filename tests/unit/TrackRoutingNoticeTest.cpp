@@ -64,8 +64,9 @@ TEST(Notice, ReleasesWhatItAskedFor)
     scene.host.traceReferences();
     scene.routing.update(scene.organ.unknown(), kChanged);
     EXPECT_THAT(scene.trace.texts(),
-                ElementsAre("device(Organ).addRef()", "hostClasses.addRef()",
-                            "hostClasses.release()", "device(Organ).release()"));
+                ElementsAre("device(Organ).addRef()", "context.addRef()", "hostClasses.addRef()",
+                            "context.release()", "hostClasses.release()",
+                            "device(Organ).release()"));
 }
 
 TEST(Notice, WhicheverHostCallFailsTheReferencesComeBack)

@@ -26,8 +26,8 @@ public:
 
     mutable int unicodeQuestions = 0;
 
-    FUnknown* getHostContext() const override { return inner.getHostContext(); }
-    Vst::IComponentHandler* getComponentHandler() const override
+    IPtr<FUnknown> getHostContext() const override { return inner.getHostContext(); }
+    IPtr<Vst::IComponentHandler> getComponentHandler() const override
     {
         return inner.getComponentHandler();
     }
