@@ -86,7 +86,8 @@ bool CallScript::tells(Nonsense what)
     if (watched && !answers.empty())
         answers.back() |= bitOf(what);
     const bool result = talksNonsense && nonsense == what;
-    toldNonsense = toldNonsense || result;
+    if (result)
+        toldNonsense = true;
     return result;
 }
 

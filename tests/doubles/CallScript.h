@@ -10,6 +10,7 @@
 
 #include "tests/doubles/Trace.h"
 
+#include <atomic>
 #include <functional>
 #include <limits>
 #include <optional>
@@ -110,8 +111,8 @@ private:
     Fault faultOfCall = Fault::kFail;
     Nonsense nonsense = Nonsense::kWrong;
     std::string faulty;
-    bool talksNonsense = false; ///< in the call that was asked last
-    bool toldNonsense = false;
+    std::atomic<bool> talksNonsense{false}; ///< in the call that was asked last
+    std::atomic<bool> toldNonsense{false};
     bool watched = false;
     std::vector<unsigned> answers; ///< by call: one bit for each kind of nonsense
 };
