@@ -5,6 +5,7 @@
 #include "editorlib/VSTiPorts.h"
 #include "pluginterfaces/base/ftypes.h"
 
+#include <atomic>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,7 @@ public:
     /** @param id zero-terminated, borrowed; null is no port's */
     void setMidiOutPort(const char* id);
     bool isConnectAudioPort() const { return !audioPortIdList.empty(); }
+    // [any thread]
     bool isConnectAudioPortHost() const;
     bool isHostReadyForSetPort() const { return hostReadyForSetPort; }
     void setInitialStartFileLoad(bool state) { initialStartFileLoad = state; }
@@ -79,8 +81,8 @@ private:
     std::vector<VSTiAudioPort::AudioPortInfo> audioPortInfoList;
     std::vector<VSTiMidiPort::MidiOutPortInfo> midiOutPortInfoList;
     std::vector<std::string> audioPortIdList; ///< IDs of the audio ports that we hold hidden
-    bool initialStartFileLoad = false;
-    bool hostReadyForSetPort = false;
+    std::atomic<bool> initialStartFileLoad{false};
+    std::atomic<bool> hostReadyForSetPort{false};
 };
 
 } // namespace Vst

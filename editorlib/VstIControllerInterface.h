@@ -12,8 +12,7 @@ namespace Vst {
 /** Implemented by VstK2xController, handed over with VstIEditorConnect::setControllerInterface and
     taken back by passing null in terminate. Not reference counted. No operation throws.
 
-    The library calls the port and routing operations from one thread at a time, and the parameter
-    operations from any thread. */
+    The library calls the operations for which nothing else is said from one thread at a time. */
 class VstIControllerInterface {
 public:
     /** The host's audio input ports in host order.
@@ -47,7 +46,7 @@ public:
     virtual void setVSTManageParameter(unsigned int id, int value) = 0;
 
     /** Remembers whether the start file is still to be loaded, for hostReadyForSetPortConnections.
-     */
+        [any library thread] */
     virtual void setInitialStartFileLoad(bool state) = 0;
 
     /** Whether this plug-in holds any host audio port. */
@@ -60,13 +59,14 @@ public:
         @return true when the editor value changed */
     virtual bool isSetVSTValue(unsigned int id, double value, int& out) = 0;
 
-    /** Tells the host that the latency changed; without a component handler nobody. */
+    /** Tells the host that the latency changed, on the calling thread; without a component handler
+        nobody. [any library thread] */
     virtual void changeLatencyTrigger() = 0;
 
-    /** Whether the host connects the audio ports itself. */
+    /** Whether the host connects the audio ports itself. [any library thread] */
     virtual bool isConnectAudioPortHost() = 0;
 
-    /** Whether the host has said that its ports can be connected. */
+    /** Whether the host has said that its ports can be connected. [any library thread] */
     virtual bool isHostReadyForSetPort() = 0;
 
 protected:
