@@ -25,6 +25,7 @@ FUZZ = """\
 """
 SESSION = "8 threads, 30 s: 100 blocks, notes in 50, notes out {out}, gestures 7, " \
           "begun 7, performed 7, ended {ended}, rounds of the host 3\n"
+CALLBACKS = "library threads: rounds 20, turns 900, edits sent 180, edits came {came}\n"
 LONG = """\
 session of 1 hours of host time
   host time 1.05 hours
@@ -76,6 +77,16 @@ class FiguresTest(unittest.TestCase):
     def test_what_the_threads_lost_is_counted(self):
         figures.read_threads(self.table, SESSION.format(out=47, ended=6), 1)
         self.assertEqual(self.table.trouble, {"lost events": 4})
+
+    def test_rounds_and_edits_of_the_library_threads_are_added_up(self):
+        figures.read_callbacks(self.table, 2 * CALLBACKS.format(came=180), 2)
+        self.assertEqual(self.rows(), {"- rounds of a controller's life among library threads": "40",
+                                       "- edits sent and come in them": "360, 360"})
+        self.assertFalse(self.table.trouble)
+
+    def test_edits_that_did_not_come_are_lost_and_a_test_without_figures_is_missing(self):
+        figures.read_callbacks(self.table, CALLBACKS.format(came=178), 2)
+        self.assertEqual(self.table.trouble, {"lost events": 2, "figures missing": 1})
 
     def test_a_session_that_did_not_end_is_missing(self):
         figures.read_threads(self.table, SESSION.format(out=50, ended=7), 2)
