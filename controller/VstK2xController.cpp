@@ -133,17 +133,17 @@ tresult PLUGIN_API VstK2xController::terminate()
 
 void VstK2xController::unbind(HostObjects& held) noexcept
 {
-    guarded([&] { held.hostClasses = FUnknownPtr<IHostClasses>(getHostContext()); });
+    guarded([this] {
+        if (guiTimer)
+            guiTimer->timerStop();
+    });
     guarded([&] {
         // A host that leaves the components connected would leave the processor with a library that
         // is gone.
         if (getPeer())
             sendDisconnection();
     });
-    guarded([this] {
-        if (guiTimer)
-            guiTimer->timerStop();
-    });
+    guarded([&] { held.hostClasses = FUnknownPtr<IHostClasses>(getHostContext()); });
     if (VstIEditorConnect* editor = getEditorConnection()) {
         guarded([&] { editor->setControllerInterface(nullptr); });
         if (library.getBinding() == EditorLibrary::Binding::kService)

@@ -215,6 +215,28 @@ TEST(ControllerLife, TakesAHandlerThatThrowsWhenAskedForItsExtensions)
     EXPECT_THAT(bound.trace.textsOf({"host."}), ElementsAre("host.restartComponent(8)"));
 }
 
+TEST(ControllerLife, TellsAPeerThatIsStillConnectedRightAfterTheTimerHasStopped)
+{
+    BoundController bound;
+    bound.initialize();
+    EXPECT_EQ(bound.controller->connect(&bound.host.peer), kResultOk);
+    bound.trace.clear();
+    bound.host.traceQueries();
+    EXPECT_EQ(bound.controller->terminate(), kResultOk);
+    auto calls = bound.trace.texts();
+    // The message is made by the host in a few calls.
+    const auto isOfTheMessage = [](const std::string& text) {
+        return begins(text, "message(") || begins(text, "context.createInstance(") ||
+               text == "query(context, IHostApplication)";
+    };
+    calls.erase(std::remove_if(calls.begin(), calls.end(), isOfTheMessage), calls.end());
+    ASSERT_GT(calls.size(), 4U);
+    calls.resize(4);
+    EXPECT_THAT(
+        calls, ElementsAre("runLoop.unregisterTimer()", "peer.notify(VST_DISCONNECT_MESSAGE_ID)",
+                           "query(context, IHostClasses)", "library.setControllerInterface(null)"));
+}
+
 TEST(ControllerLife, EndsWithAPeerThatThrowsWhenTheHostLeftItConnected)
 {
     BoundController bound;
