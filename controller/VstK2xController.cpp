@@ -68,19 +68,24 @@ struct VstK2xController::HostObjects {
 
 tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
 {
+    // The base lets a host without context initialise twice, and would take a context now.
+    if (life == Life::kFailed)
+        return kResultFalse;
     const tresult result = EditController::initialize(context);
     if (result != kResultOk)
         return result;
     guarded([&] { sharedContext.set(context); });
-    // The base lets a host without context initialise twice.
-    if (initialized)
+    if (life == Life::kInitialized)
         return result;
-    initialized = true;
+    life = Life::kInitialized;
     // A library that called back after an earlier terminate left events of another host's.
     parameterModel.clear();
     const auto started = guarded<tresult>(kResultFalse, [&] { return initializeBound(context); });
+    if (started == kResultOk)
+        return started;
+    life = Life::kFailed;
     // Out of memory half way: hosts need not terminate what did not initialize.
-    if (started != kResultOk && getEditorConnection()) {
+    if (getEditorConnection()) {
         HostObjects held;
         unbind(held);
         guarded([this] { parameters.removeAll(); });
@@ -123,9 +128,9 @@ void VstK2xController::createParameters()
 
 tresult PLUGIN_API VstK2xController::terminate()
 {
-    if (!initialized)
+    if (life == Life::kEnded)
         return terminateBase();
-    initialized = false;
+    life = Life::kEnded;
     HostObjects held;
     unbind(held);
     return terminateBase();

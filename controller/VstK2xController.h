@@ -60,7 +60,8 @@ public:
     void PLUGIN_API update(FUnknown* changedUnknown, int32 message) override;
 
     // IPluginBase.
-    /** kResultFalse when no editor library is there: the plug-in then stays inert. */
+    /** kResultFalse when no editor library is there: the plug-in then stays inert, and each further
+        initialize answers the same and does nothing, until terminate. */
     tresult PLUGIN_API initialize(FUnknown* context) override;
     tresult PLUGIN_API terminate() override;
 
@@ -203,6 +204,7 @@ private:
     };
 
     struct HostObjects;
+    enum class Life { kEnded, kInitialized, kFailed };
 
     tresult initializeBound(FUnknown* context);
     void unbind(HostObjects& held) noexcept;
@@ -224,7 +226,7 @@ private:
     PortManager ports{face};
     TrackRouting routing{face};
     VSTGUI::SharedPointer<VstTimer> guiTimer;
-    bool initialized = false;
+    Life life = Life::kEnded;
 };
 
 // The callbacks that the editor library gets for every observer; context is a VstK2xController*.

@@ -44,8 +44,10 @@ void HostCallsScene::initializeController()
     const bool first = !started.initialized;
     const tresult result = started.object->initialize(withContext ? &host.context : nullptr);
     FUZZ_CHECK(result == kResultOk || result == kResultFalse);
-    if (!first)
+    if (!first) {
+        FUZZ_CHECK(started.bound || result == kResultFalse);
         return;
+    }
     started.initialized = true;
     started.bound = result == kResultOk;
     FUZZ_CHECK(nested || faulty ||

@@ -215,6 +215,30 @@ TEST(ControllerLife, TakesAHandlerThatThrowsWhenAskedForItsExtensions)
     EXPECT_THAT(bound.trace.textsOf({"host."}), ElementsAre("host.restartComponent(8)"));
 }
 
+TEST(ControllerLife, StaysFailedUntilTerminateAfterABindingThatFailed)
+{
+    for (const bool withContext : {false, true}) {
+        SCOPED_TRACE(withContext ? "first with a context" : "first without one");
+        BoundController bound;
+        bound.host.service.makesComponent = false;
+        FUnknown* first = withContext ? static_cast<FUnknown*>(&bound.host.context) : nullptr;
+        EXPECT_EQ(bound.controller->initialize(first), kResultFalse);
+        bound.host.service.makesComponent = true;
+        bound.trace.clear();
+        bound.host.traceReferences();
+        for (FUnknown* context :
+             {static_cast<FUnknown*>(nullptr), static_cast<FUnknown*>(&bound.host.context),
+              static_cast<FUnknown*>(nullptr)})
+            EXPECT_EQ(bound.controller->initialize(context), kResultFalse);
+        EXPECT_THAT(bound.trace.texts(), IsEmpty());
+        EXPECT_EQ(bound.controller->getEditorConnection(), nullptr);
+
+        EXPECT_EQ(bound.controller->terminate(), kResultOk);
+        EXPECT_EQ(bound.controller->initialize(&bound.host.context), kResultOk);
+        EXPECT_EQ(bound.controller->getParameterCount(), 225);
+    }
+}
+
 TEST(ControllerLife, TellsAPeerThatIsStillConnectedRightAfterTheTimerHasStopped)
 {
     BoundController bound;
