@@ -24,6 +24,26 @@ constexpr auto InstrumentTrackType = "Synth";
 constexpr unsigned int kLastChannel = 15;
 constexpr int32 kNoTrack = -1;
 
+/** Requests for a part, made from inside one another, that are followed: one for each channel. A
+    library whose parts ask for each other would otherwise go on until the stack ends. */
+constexpr int kMostPartRequests = 16;
+
+/** Counts a call for as long as it lasts. */
+class CallCount {
+public:
+    explicit CallCount(int& calls)
+    : count(calls)
+    {
+        ++count;
+    }
+    ~CallCount() { --count; }
+    CallCount(const CallCount&) = delete;
+    CallCount& operator=(const CallCount&) = delete;
+
+private:
+    int& count;
+};
+
 /** Asks for a value or device; a host without Unicode offers the same tables under other IDs. */
 template <class Interface>
 IPtr<Interface> query(FUnknown& object, const TUID iid)
@@ -176,6 +196,14 @@ void TrackRouting::midiChSyncEditorPart() const
 }
 
 void TrackRouting::editorPartSyncMidiCh(unsigned int channel)
+{
+    if (partRequests == kMostPartRequests)
+        return;
+    const CallCount counted(partRequests);
+    selectTrackOf(channel);
+}
+
+void TrackRouting::selectTrackOf(unsigned int channel)
 {
     if (midiChannelValue && static_cast<unsigned int>(midiChannelValue->getInteger()) == channel)
         return;

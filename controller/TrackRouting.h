@@ -51,7 +51,9 @@ public:
     void update(FUnknown* changedUnknown, int32 message);
 
     /** Makes the host select the first track that plays on channel (0 to 15, else nothing happens)
-        through this plug-in, unless the selected one does. The host may call update from inside. */
+        through this plug-in, unless the selected one does. The host may call update from inside,
+        and a library that hears of the track there may ask for another part at once. A call from
+        inside sixteen others does nothing. */
     void editorPartSyncMidiCh(unsigned int channel);
 
     /** Shows the editor's part of the selected track's channel, when that is observed. */
@@ -86,6 +88,7 @@ private:
     void mixerChanged(IHostClasses* hostClasses);
     void midiOutputChanged(IHostClasses* hostClasses, RoutingCheck& routing);
     void followChannel(IHostClasses* hostClasses, RoutingCheck& routing);
+    void selectTrackOf(unsigned int channel);
     int32 findTrack(int32 channel) const;
 
     ControllerContext& context;
@@ -95,6 +98,7 @@ private:
     IPtr<IValue> midiOutputValue;
     IPtr<IValue> midiChannelValue;
     int32 trackCount = 0; ///< the mixer's children when last seen
+    int partRequests = 0; ///< calls of editorPartSyncMidiCh that are under way
 };
 
 } // namespace Vst

@@ -32,7 +32,8 @@ public:
 
     /** Makes the host select the first track that plays this MIDI channel (0 to 15) through us,
         unless the selected one does. The host's notice, and with it syncPartToMidiChannel, may come
-        before this call returns. Another channel does nothing. */
+        before this call returns. Another channel does nothing, nor does a call from inside
+        sixteen others. */
     virtual void editorPartSyncMidiCh(unsigned int channel) = 0;
 
     /** Writes a user bank into the user's preset folder, over the file of its name if there is one.

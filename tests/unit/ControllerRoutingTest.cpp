@@ -174,6 +174,66 @@ TEST_F(ControllerRouting, FollowsALibraryThatAsksForAnotherPartInstead)
                             "value(Organ.channel)"));
 }
 
+/** Parts that take turns: whichever is shown asks for the other. */
+class PartsThatAnswerEachOther : public ControllerRouting {
+protected:
+    void SetUp() override
+    {
+        ControllerRouting::SetUp();
+        bound.library.onCall = [this](const std::string& text) {
+            // Far more often than anybody follows, and few enough for the stack.
+            if (synced().size() > 200)
+                return;
+            if (text == kSync3)
+                bound.library.controller->editorPartSyncMidiCh(4);
+            else if (text == kSync4)
+                bound.library.controller->editorPartSyncMidiCh(3);
+        };
+    }
+
+    /** The selected track, the last channel told and what is observed. */
+    void expectThatAllAgreeOn(int32 index)
+    {
+        const std::string track = index == 0 ? "Piano" : "Organ";
+        EXPECT_EQ(selected(), index);
+        EXPECT_EQ(synced().back(), index == 0 ? kSync3 : kSync4);
+        EXPECT_THAT(bound.host.updates.observed(),
+                    ElementsAre("device(Mixer)", "value(Mixer.selected)",
+                                "value(" + track + ".output)", "value(" + track + ".channel)"));
+    }
+};
+
+TEST_F(PartsThatAnswerEachOther, AreFollowedSixteenTimesWhenTheHostSelectsATrack)
+{
+    bound.host.devices.select(0);
+    EXPECT_EQ(synced().size(), 1u + 16u); // the host's own choice, and the requests in turn
+    expectThatAllAgreeOn(0);
+    // Nothing of it is left to the next time.
+    bound.trace.clear();
+    bound.host.devices.select(1);
+    EXPECT_EQ(synced().size(), 1u + 16u);
+    expectThatAllAgreeOn(1);
+}
+
+TEST_F(PartsThatAnswerEachOther, AreFollowedSixteenTimesWhenTheLibraryBegins)
+{
+    bound.library.controller->editorPartSyncMidiCh(4);
+    EXPECT_EQ(synced().size(), 16u);
+    expectThatAllAgreeOn(0);
+}
+
+TEST_F(PartsThatAnswerEachOther, AreFollowedAgainAfterACallThatThrew)
+{
+    bound.host.throwAt("value(Mixer.selected).setInteger");
+    bound.host.devices.select(0);
+    EXPECT_EQ(synced().size(), 1u);
+    bound.host.clearFaults();
+    bound.trace.clear();
+    bound.host.devices.select(1);
+    EXPECT_EQ(synced().size(), 1u + 16u);
+    expectThatAllAgreeOn(1);
+}
+
 TEST_F(ControllerRouting, HearsNoticesThatTheHostKeepsForLater)
 {
     bound.host.updates.deferred = true;
