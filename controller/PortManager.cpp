@@ -116,31 +116,35 @@ IPtr<IBusDescriptor> stereoBus(IHostClasses* hostClasses)
 
 std::vector<VSTiAudioPort::AudioPortInfo>* PortManager::getAudioPortList() noexcept
 {
-    guarded([this] { listAudioPorts(); });
+    std::vector<VSTiAudioPort::AudioPortInfo> list;
+    guarded([&] { listAudioPorts(list); });
+    audioPortInfoList = std::move(list);
     return &audioPortInfoList;
 }
 
-void PortManager::listAudioPorts()
+void PortManager::listAudioPorts(std::vector<VSTiAudioPort::AudioPortInfo>& list) const
 {
-    audioPortInfoList.clear();
+    const auto held = audioPortIdList;
     visitAudioInputs(context, [&](IHostPort& port, bool isUnicode) {
         VSTiAudioPort::AudioPortInfo info;
         info.portName = toText(port.getDisplayName(), isUnicode);
         // A hidden port is shown to the library only when we are the ones who hid it.
-        if (readPortId(port, isUnicode, info.portId) && (port.isDisplayed() || isHeld(info.portId)))
-            audioPortInfoList.push_back(std::move(info));
+        if (readPortId(port, isUnicode, info.portId) &&
+            (port.isDisplayed() || holds(held.get(), info.portId)))
+            list.push_back(std::move(info));
     });
 }
 
 std::vector<VSTiMidiPort::MidiOutPortInfo>* PortManager::getMidiOutPortList() noexcept
 {
-    guarded([this] { listMidiOutPorts(); });
+    std::vector<VSTiMidiPort::MidiOutPortInfo> list;
+    guarded([&] { listMidiOutPorts(list); });
+    midiOutPortInfoList = std::move(list);
     return &midiOutPortInfoList;
 }
 
-void PortManager::listMidiOutPorts()
+void PortManager::listMidiOutPorts(std::vector<VSTiMidiPort::MidiOutPortInfo>& list) const
 {
-    midiOutPortInfoList.clear();
     const FUnknownPtr<IComponentPortHandler> portHandler(context.getComponentHandler());
     if (!portHandler)
         return;
@@ -158,7 +162,7 @@ void PortManager::listMidiOutPorts()
         if (!port.isDisplayed())
             return true;
         readPortId(port, isUnicode, info.portId);
-        midiOutPortInfoList.push_back(info);
+        list.push_back(info);
         return true;
     });
 }
@@ -196,16 +200,18 @@ void PortManager::setAudioPortList(const char** ids)
         return;
 
     const bool isUnicode = context.isUnicodeAppHost();
-    std::vector<std::string> taken;
-    taken.reserve(kChannels);
+    const auto held = audioPortIdList;
+    const auto taken = std::make_shared<PortIds>();
+    taken->reserve(kChannels);
     // From here on nothing throws: a port that is hidden and not remembered would stay hidden, from
     // the user and from us.
     IPtr<IBusDescriptor> buses[kBuses];
     for (auto& bus : buses) {
         bus = stereoBus(hostClasses);
         for (int32 channel = 0; channel < kChannelsOfABus; ++channel, ++ids) {
-            IHostPort* port = guarded<IHostPort*>(
-                nullptr, [&] { return takeAudioPort(*registry, *ids, isUnicode, taken); });
+            IHostPort* port = guarded<IHostPort*>(nullptr, [&] {
+                return takeAudioPort(*registry, *ids, isUnicode, held.get(), *taken);
+            });
             if (bus)
                 guarded([&] { bus->setChannelPort(channel, port); });
         }
@@ -214,16 +220,17 @@ void PortManager::setAudioPortList(const char** ids)
     IBusDescriptor* handedOver[kBuses] = {buses[0].take(), buses[1].take()};
     guarded([&] { portHandler->setAudioInputBuses(0, 0, handedOver, kBuses); });
 
-    for (const std::string& id : audioPortIdList)
-        guarded([&] {
-            if (isExistAudioPortIdList(id, taken))
-                showPort(*registry, id);
-        });
-    audioPortIdList = std::move(taken);
+    if (held)
+        for (const std::string& id : *held)
+            guarded([&] {
+                if (isExistAudioPortIdList(id, *taken))
+                    showPort(*registry, id);
+            });
+    audioPortIdList = taken;
 }
 
 IHostPort* PortManager::takeAudioPort(IPortRegistry& registry, const char* id, bool isUnicode,
-                                      std::vector<std::string>& taken)
+                                      const PortIds* held, PortIds& taken)
 {
     if (!id || *id == 0)
         return nullptr;
@@ -233,7 +240,7 @@ IHostPort* PortManager::takeAudioPort(IPortRegistry& registry, const char* id, b
         if (!isAudioInput(port) || !readPortId(port, isUnicode, portId) || portId != id)
             return true;
         // A port that somebody else hid is not ours to take.
-        if (port.isDisplayed() || isHeld(portId)) {
+        if (port.isDisplayed() || holds(held, portId)) {
             port.setDisplayed(false);
             taken.push_back(std::move(portId));
             result = &port;
@@ -323,15 +330,16 @@ void PortManager::firstStartAudioportDisplayCompulsorily()
 
 void PortManager::releasePorts(IPortRegistry* registry) noexcept
 {
-    if (registry)
-        for (const std::string& id : audioPortIdList)
+    const auto held = audioPortIdList;
+    if (registry && held)
+        for (const std::string& id : *held)
             guarded([&] { showPort(*registry, id); });
-    audioPortIdList.clear();
+    audioPortIdList = nullptr;
 }
 
-bool PortManager::isHeld(const std::string& id) const
+bool PortManager::holds(const PortIds* list, const std::string& id)
 {
-    return !isExistAudioPortIdList(id, audioPortIdList);
+    return list && !isExistAudioPortIdList(id, *list);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that callers know

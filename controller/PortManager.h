@@ -6,6 +6,7 @@
 #include "pluginterfaces/base/ftypes.h"
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,9 @@ class ControllerContext;
 
     Host objects are asked for in each operation and let go at its end; one that is missing ends the
     operation, and nobody is told. No locks: [host main thread, or the library's; one at a time].
+    The host may run its events inside any call, and an operation that comes of that runs at once
+    with lists of its own, while the outer one goes on with those with which it began; the list that
+    is stored last stands.
     Where nothing else is said an operation may throw std::bad_alloc or what the host throws; who
     calls it for the host or the library stops that. */
 class PortManager {
@@ -45,7 +49,7 @@ public:
     void setAudioPortList(const char** ids);
     /** @param id zero-terminated, borrowed; null is no port's */
     void setMidiOutPort(const char* id);
-    bool isConnectAudioPort() const { return !audioPortIdList.empty(); }
+    bool isConnectAudioPort() const { return audioPortIdList && !audioPortIdList->empty(); }
     // [any thread]
     bool isConnectAudioPortHost() const;
     bool isHostReadyForSetPort() const { return hostReadyForSetPort; }
@@ -70,17 +74,21 @@ public:
     static bool isExistAudioPortIdList(std::string id, const std::vector<std::string>& list);
 
 private:
-    void listAudioPorts();
-    void listMidiOutPorts();
-    bool isHeld(const std::string& id) const;
-    IHostPort* takeAudioPort(IPortRegistry& registry, const char* id, bool isUnicode,
-                             std::vector<std::string>& taken);
+    using PortIds = std::vector<std::string>;
+
+    void listAudioPorts(std::vector<VSTiAudioPort::AudioPortInfo>& list) const;
+    void listMidiOutPorts(std::vector<VSTiMidiPort::MidiOutPortInfo>& list) const;
+    static bool holds(const PortIds* list, const std::string& id);
+    static IHostPort* takeAudioPort(IPortRegistry& registry, const char* id, bool isUnicode,
+                                    const PortIds* held, PortIds& taken);
     bool isOurMidiPort(IHostPort& port, const std::string& text, bool isUnicode) const;
 
     ControllerContext& context;
     std::vector<VSTiAudioPort::AudioPortInfo> audioPortInfoList;
     std::vector<VSTiMidiPort::MidiOutPortInfo> midiOutPortInfoList;
-    std::vector<std::string> audioPortIdList; ///< IDs of the audio ports that we hold hidden
+    /** IDs of the audio ports that we hold hidden; null for none. Replaced as a whole, so that an
+        operation keeps the list with which it began. */
+    std::shared_ptr<const PortIds> audioPortIdList;
     std::atomic<bool> initialStartFileLoad{false};
     std::atomic<bool> hostReadyForSetPort{false};
 };
