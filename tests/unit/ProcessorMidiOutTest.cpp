@@ -1,8 +1,10 @@
 // What leaves through "Midi Out": the library's writeMidi and the queue behind it.
 #include "tests/unit/ProcessorFixture.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
+#include <numeric>
 #include <thread>
 #include <utility>
 
@@ -370,21 +372,66 @@ TEST_F(ProcessorThreads, WriteWhileTheHostProcesses)
     EXPECT_TRUE(newest);
 }
 
-TEST_F(ProcessorThreads, MayComeWhileTheHostConnectsAndActivates)
-{
-    auto writers = startWriters(200);
-    for (int round = 0; round < 50; ++round) {
-        processor->setActive(round % 2 == 0);
-        setUp(44100 + round);
-        sayUnicode(round % 2);
-        connect();
-        processor->getLatencySamples();
-        drained();
-        disconnect();
+/** Writers that write while the host does everything else; the queue holds all of their notes. */
+class ProcessorThreadsMeanwhile : public ProcessorThreads {
+protected:
+    static constexpr int kNotes = 20;
+
+    /** What left of the notes. act is what the host does beside connecting. */
+    template <class Act>
+    std::vector<Event> writeMeanwhile(const Act& act)
+    {
+        auto writers = startWriters(kNotes);
+        std::vector<Event> events;
+        const auto process = [&] {
+            const auto more = drained();
+            events.insert(events.end(), more.begin(), more.end());
+        };
+        for (int turn = 0; turn < 10; ++turn) {
+            act(turn);
+            setUp(44100 + turn);
+            sayUnicode(turn % 2);
+            connect();
+            processor->getLatencySamples();
+            process();
+            disconnect();
+        }
+        for (auto& writer : writers)
+            writer.join();
+        process();
+        return events;
     }
-    for (auto& writer : writers)
-        writer.join();
-    EXPECT_LE(drained().size(), 100u);
+};
+
+TEST_F(ProcessorThreadsMeanwhile, MayComeWhileTheHostConnects)
+{
+    std::vector<int> all(kNotes);
+    std::iota(all.begin(), all.end(), 0);
+    for (int round = 0; round < 20; ++round) {
+        const bool active = round % 2 == 0;
+        processor->setActive(active);
+        const auto events = writeMeanwhile([](int) {});
+        for (int channel = 0; channel < kThreads; ++channel)
+            EXPECT_EQ(pitchesOf(events, channel), active ? all : std::vector<int>()) << channel;
+    }
+}
+
+TEST_F(ProcessorThreadsMeanwhile, MayComeWhileTheHostActivates)
+{
+    for (int round = 0; round < 20; ++round) {
+        const auto events =
+            writeMeanwhile([this](int turn) { processor->setActive(turn % 2 == 0); });
+        for (int channel = 0; channel < kThreads; ++channel) {
+            const auto written = pitchesOf(events, channel);
+            EXPECT_TRUE(std::is_sorted(written.begin(), written.end(), std::less_equal<>()));
+            EXPECT_LE(written.size(), static_cast<size_t>(kNotes));
+        }
+        writeMidi(0x90, 60, 127); // the host left it inactive
+        EXPECT_THAT(drained(), IsEmpty());
+        processor->setActive(true);
+        writeMidi(0x90, 61, 127);
+        EXPECT_THAT(pitches(drained()), ElementsAre(61));
+    }
 }
 
 } // namespace
