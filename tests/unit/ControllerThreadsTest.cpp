@@ -331,6 +331,8 @@ TEST(ControllerLocks, OfADirectEventAreFreeWhenTheHostIsCalled)
             std::thread([&] {
                 int value = 0;
                 bound.library.controller->isSetVSTValue(kVolume1, 0, value);
+                EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 1);
+                EXPECT_EQ(bound.controller->setComponentHandler(&bound.host.handler), kResultOk);
                 bound.controller->notificationGuiEvent(VstK2xController::GuiEventEndEdit, 9, 0);
             }).join();
     };

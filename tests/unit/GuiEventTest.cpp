@@ -81,6 +81,21 @@ TEST(DirectEvents, PassOnAValueOutsideTheRangeAsItIs)
     EXPECT_EQ(bound.parameter(kVolume1)->getEditorParameter(), -2);
 }
 
+TEST(DirectEvents, OfAHostThatTerminatesInsideOneEndThere)
+{
+    BoundController bound;
+    bound.initialize();
+    bound.host.onCall = [&](const std::string& text) {
+        if (text.rfind("host.performEdit", 0) == 0) {
+            EXPECT_EQ(bound.controller->terminate(), kResultOk);
+        }
+    };
+    onAnotherThread([&] { bound.library.turn(kVolume1, 1); });
+    EXPECT_THAT(bound.edits(),
+                ElementsAre("host.beginEdit(37012000)", "host.performEdit(37012000, 0.25)"));
+    EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 0);
+}
+
 TEST(DirectEvents, OfAHostThatThrowsEndThere)
 {
     BoundController bound;
