@@ -117,11 +117,10 @@ void Session::prepareControl()
     }
 }
 
-Report Session::play(std::ostream* terminal)
+Report Session::play(const Song& song, std::ostream* terminal)
 {
     if (!options.audio.empty())
         const AudioRenderer mustWork(options.soundFont); // before minutes of playing
-    const Song song(options.song);
     Report report;
     loadPresetInto(report);
     storeBanksInto(report);

@@ -3,6 +3,7 @@
 
 #include "tools/play/Host.h"
 #include "tools/play/music/Automation.h"
+#include "tools/play/music/Song.h"
 #include "tools/play/Options.h"
 #include "tools/play/output/Report.h"
 #include "tools/play/plugin/Instance.h"
@@ -32,7 +33,7 @@ public:
 
     /** Plays the song, tries the state on a second instance and writes the files.
         @param terminal where to draw progress; null for nowhere */
-    Report play(std::ostream* terminal);
+    Report play(const Song& song, std::ostream* terminal);
 
 private:
     PortsReport ports();

@@ -3,6 +3,7 @@
 #include "tools/play/Session.h"
 
 #include <iostream>
+#include <optional>
 #include <unistd.h>
 
 namespace {
@@ -12,6 +13,9 @@ using namespace Steinberg::Vst::play;
 int run(int argc, char** argv)
 {
     const auto options = parseOptions(argc, argv);
+    std::optional<Song> song; // first of all: a wrong name should not cost the rest
+    if (!options.song.empty())
+        song.emplace(options.song);
     Session session(options);
     if (options.listParameters)
         session.parameters().print(std::cout);
@@ -19,12 +23,12 @@ int run(int argc, char** argv)
     const auto hasStudio = studio.ports || studio.tracks;
     if (hasStudio && !options.json)
         std::cout << textOf(studio);
-    if (options.song.empty()) {
+    if (!song) {
         if (hasStudio && options.json)
             std::cout << jsonOf(studio) << '\n';
         return std::cout.flush() ? 0 : 1;
     }
-    auto report = session.play(isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
+    auto report = session.play(*song, isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
     report.studio = studio;
     std::cout << (options.json ? jsonOf(report) + "\n" : textOf(report));
     return std::cout.flush() ? 0 : 1;

@@ -30,8 +30,9 @@ void Instance::makeController(const PlugIn& plugIn, FUnknown& hostContext,
         throw tools::Failure("The plug-in gives no edit controller.");
     if (controllerPart->initialize(&hostContext) != kResultOk)
         throw tools::Failure(
-            "The plug-in's controller does not initialize: it found no editor library, "
-            "neither from the host nor installed on this machine.");
+            "The plug-in's controller does not initialize: it found no editor library that it can "
+            "use, neither from the host nor installed on this machine. check-library tells why; "
+            "with-simulator runs a program with the simulated one.");
     initializedController.reset(controllerPart);
     controllerPart->setComponentHandler(&handler);
 }
