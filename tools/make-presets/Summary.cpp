@@ -14,6 +14,11 @@ std::string line(const char* name, size_t count, const std::string& remark = {})
     return text + "\n";
 }
 
+std::string filesText(size_t count)
+{
+    return std::to_string(count) + (count == 1 ? " file" : " files");
+}
+
 } // namespace
 
 void Summary::add(const Voice& voice, const Result& result)
@@ -42,9 +47,9 @@ void Summary::add(const Voice& voice, const Result& result)
 
 std::string Summary::text(const std::string& folder, size_t untried, bool dryRun) const
 {
-    std::string remark;
+    auto remark = "in " + filesText(written - replaced);
     if (replaced > 0)
-        remark = std::to_string(replaced) + " of them over another one";
+        remark += ": " + std::to_string(replaced) + " of them over another one";
     auto text = printable(folder) + (dryRun ? ", if this were no dry run:\n" : ":\n");
     text += line("written", written, remark);
     text += line("skipped", skipped, "their files stand already");
