@@ -163,6 +163,7 @@ TEST_F(WithSimulator, SaysWhatItNeeds)
     const auto help = run("--help");
     EXPECT_EQ(0, help.status);
     EXPECT_NE(std::string::npos, help.text.find("--no-library"));
+    EXPECT_EQ("with-simulator (RDL3/RDL5 VST) 1.6.6\n", run("--version").text);
 }
 
 TEST_F(WithSimulator, SaysWhenBubblewrapIsMissing)
