@@ -12,6 +12,7 @@ using doubles::playOnThisMachine;
 using doubles::playWithoutLibrary;
 using doubles::Words;
 using testing::HasSubstr;
+using testing::Not;
 
 namespace {
 
@@ -40,6 +41,12 @@ TEST_F(PlayFailure, NamesASongThatIsMissingEmptyOrNone)
            "is a damaged MIDI file.");
 }
 
+TEST_F(PlayFailure, LooksAtTheSongBeforeTheEditorLibrary)
+{
+    expect(playWithoutLibrary({folder.file("none.mid")}), "There is no file");
+    expect(playWithoutLibrary({folder.write("text.mid", "no music")}), "is not a MIDI file.");
+}
+
 TEST_F(PlayFailure, NamesABundleThatIsMissing)
 {
     expect(play({song, "--plugin", folder.file("none.vst3")}), "There is no plug-in bundle");
@@ -48,7 +55,9 @@ TEST_F(PlayFailure, NamesABundleThatIsMissing)
 
 TEST_F(PlayFailure, NamesAnEditorLibraryThatIsMissing)
 {
-    expect(playWithoutLibrary({song}), "it found no editor library");
+    expect(playWithoutLibrary({song}), "it found no editor library that it can use");
+    expect(playWithoutLibrary({song}), "check-library");
+    expect(playWithoutLibrary({song}), "with-simulator");
     expect(playWithoutLibrary({song, "--binding", "service"}), "is missing.");
     expect(playOnThisMachine({song, "--binding", "service", "--library", folder.file("none")}),
            "is missing.");
@@ -81,10 +90,24 @@ TEST_F(PlayFailure, RefusesACommandLineThatMakesNoSense)
                                Words{song, "--block", "0"}, Words{song, "--block", "many"},
                                Words{song, "--binding", "glue"}, Words{song, song}}) {
         const auto outcome = playOnThisMachine(words);
-        EXPECT_GT(outcome.status, 0);
+        EXPECT_EQ(outcome.status, 2);
         EXPECT_EQ(outcome.out, "");
         EXPECT_NE(outcome.err, "");
     }
+}
+
+TEST_F(PlayFailure, NamesTheSimulatorToWhoeverHasNoLibraryAndNoSong)
+{
+    EXPECT_THAT(playWithoutLibrary({}).err, HasSubstr("with-simulator"));
+    EXPECT_THAT(play({}).err, Not(HasSubstr("with-simulator")));
+}
+
+TEST_F(PlayFailure, TellsItsVersion)
+{
+    const auto outcome = playOnThisMachine({"--version"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "play (RDL3/RDL5 VST) 1.6.6\n");
+    EXPECT_EQ(outcome.err, "");
 }
 
 TEST_F(PlayFailure, ExplainsItself)

@@ -1,7 +1,7 @@
 #include "tools/make-presets/Options.h"
 
 #include "editorlib/EditorLibraryNames.h"
-#include "tools/common/Program.h"
+#include "tools/common/CommandLine.h"
 
 #include <CLI/CLI.hpp>
 #include <set>
@@ -56,11 +56,7 @@ Options parseOptions(int argc, const char* const* argv)
     app.add_flag("--no-overwrite", keep, "Leave files that stand already as they are");
     app.add_flag("--dry-run", options.dryRun, "Say what would be written and write nothing");
     app.add_flag("--verbose", options.verbose, "Name every file");
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        throw tools::CommandLineExit{app.exit(error) == 0 ? 0 : 2};
-    }
+    tools::readCommandLine(app, argc, argv);
     options.overwrite = !keep;
     if (system)
         options.folder = VstK2xPresetCreater::kSystemFolder;

@@ -1,6 +1,6 @@
 #include "tools/play/Options.h"
 
-#include "tools/common/Program.h"
+#include "tools/common/CommandLine.h"
 #include "tools/play/host/EditorLibrary.h"
 #include "tools/play/host/HostFamily.h"
 
@@ -15,6 +15,8 @@ namespace play {
 namespace {
 
 constexpr const char* kBundleName = "RDL3_RDL5 VST.vst3";
+constexpr const char* kStatuses =
+    "Exit status: 0 all went well, 1 the song could not be played, 2 the command line is wrong.";
 
 /** The bundle beside this program, where the build puts it. */
 std::string builtPlugIn()
@@ -22,6 +24,15 @@ std::string builtPlugIn()
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
     return (program.parent_path() / kBundleName).string();
+}
+
+std::string missingSong()
+{
+    std::error_code error;
+    if (std::filesystem::exists(installedEditorLibrary(), error))
+        return "song.mid is required";
+    return "song.mid is required, and an editor library, which this machine does not have: "
+           "\"with-simulator play song.mid\" lends it the simulated one";
 }
 
 void addHostOptions(CLI::App& app, Options& options)
@@ -125,21 +136,21 @@ Options parseOptions(int argc, const char* const* argv)
     options.plugIn = builtPlugIn();
     options.library = installedEditorLibrary();
 
-    CLI::App app("Plays a MIDI file through the RDL3/RDL5 VST plug-in and reports what came out.");
+    CLI::App app("Plays a MIDI file through the RDL3/RDL5 VST plug-in and reports what came out.",
+                 "play");
+    app.footer(kStatuses);
     app.add_option("song", options.song, "The MIDI file");
     addHostOptions(app, options);
     addSoundOptions(app, options);
     addOutputOptions(app, options);
     addPortOptions(app, options);
     addTrackOptions(app, options);
-    try {
-        app.parse(argc, argv);
+    app.callback([&] {
         if (options.song.empty() && !options.listParameters && !options.wantsPorts() &&
             !options.wantsTracks())
-            throw CLI::RequiredError("song.mid");
-    } catch (const CLI::ParseError& error) {
-        throw tools::CommandLineExit{app.exit(error)};
-    }
+            throw CLI::ParseError(missingSong(), CLI::ExitCodes::RequiredError);
+    });
+    tools::readCommandLine(app, argc, argv);
     return options;
 }
 

@@ -40,7 +40,7 @@ struct Options {
 };
 
 /** Reads the command line; help and complaints go to the standard streams.
-    @throws tools::CommandLineExit after --help, or for a command line that does not make sense */
+    @throws tools::CommandLineExit as tools::readCommandLine does */
 Options parseOptions(int argc, const char* const* argv);
 
 } // namespace play

@@ -33,6 +33,7 @@ make_presets() {
 }
 
 says() { grep -qF -- "$1" "$out"; }
+says_line() { grep -qFx -- "$1" "$out"; }
 complains() { grep -qF -- "$1" "$err"; }
 sentences() { [ "$(wc -l <"$err")" -eq "$1" ]; }
 files() { [ "$(find "$folder" -type f -name '*.vstpreset' | wc -l)" -eq "$1" ]; }
@@ -50,7 +51,7 @@ case $case in
 writes-one-file-a-voice)
   make_presets --user
   expect "succeeds" [ $status -eq 0 ]
-  expect "says how many" says "written 170, 1 of them over another one"
+  expect "says how many" says "written 170, in 169 files: 1 of them over another one"
   expect "names the voice that replaced another" complains \
     'The preset of bank 12, voice 1, "Rise_Fall" has the file name of an earlier one'
   expect "as many files" files 169
@@ -62,7 +63,7 @@ leaves-standing-files)
   find "$folder" -type f -exec touch -d 2001-01-01 {} +
   make_presets --no-overwrite
   expect "succeeds" [ $status -eq 0 ]
-  expect "writes none" says "written 0"
+  expect "writes none" says_line "  written 0"
   expect "skips all" says "skipped 170, their files stand already"
   expect "all untouched" [ -z "$(find "$folder" -type f -newermt 2002-01-01)" ]
   make_presets
@@ -70,7 +71,7 @@ leaves-standing-files)
   ;;
 writes-asked-banks-only)
   make_presets --bank 9 --bank 9
-  expect "writes the bank's four" says "written 4"
+  expect "writes the bank's four" says "written 4, in 4 files"
   expect "four files" files 4
   make_presets --bank 15
   expect "refuses others" [ $status -eq 2 ]
@@ -84,6 +85,11 @@ leaves-excluded-names-out)
   make_presets --exclude "$root/none"
   expect "fails without the list" [ $status -eq 1 ]
   expect "says why" complains "names '$root/none' cannot be read: No such file or directory."
+  ;;
+tells-its-version)
+  make_presets --version
+  expect "succeeds" [ $status -eq 0 ]
+  expect "the plug-in's" says_line "make-presets (RDL3/RDL5 VST) 1.6.6"
   ;;
 only-tries-in-a-dry-run)
   make_presets --dry-run --verbose
