@@ -9,8 +9,8 @@
 #include "presets/VstK2xPresetCreater.h"
 #include "tests/bench/Lines.h"
 #include "tests/bench/Table.h"
+#include "tools/common/VoiceWalk.h"
 #include "tools/make-presets/EditorConnection.h"
-#include "tools/make-presets/VoiceWalk.h"
 
 #include <cstdlib>
 #include <fcntl.h>
@@ -55,7 +55,7 @@ Voices allVoices(VstIEditorConnect& library)
     for (int bank = VoiceBank::kFirst; bank <= VoiceBank::kLast; ++bank)
         banks.push_back(bank);
     Voices voices;
-    for (const auto& voice : makepresets::collectVoices(creater, banks))
+    for (const auto& voice : tools::collectVoices(creater, banks, [] { return false; }))
         voices[static_cast<unsigned>(voice.bank)][static_cast<unsigned>(voice.number)] = voice.text;
     return voices;
 }

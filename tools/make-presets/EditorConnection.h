@@ -1,7 +1,7 @@
 // EditorConnection: the editor library, loaded for as long as this object lives.
 #pragma once
 
-#include "tools/make-presets/SilentController.h"
+#include "tools/common/SilentController.h"
 
 #include <string>
 
@@ -24,7 +24,7 @@ public:
     VstIEditorConnect& get() const { return *connection; }
 
 private:
-    SilentController controller;
+    tools::SilentController controller;
     void* handle = nullptr;
     VstIEditorConnect* connection = nullptr;
 };

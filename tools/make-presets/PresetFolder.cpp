@@ -3,6 +3,7 @@
 #include "pluginterfaces/base/smartpointer.h"
 #include "public.sdk/source/vst/vstpresetfile.h"
 #include "tools/common/Failure.h"
+#include "tools/common/PresetPlace.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -28,46 +29,17 @@ std::string fileIn(const std::string& folder, const std::string& fileName)
     return folder + PathSlash + fileName + kExtension;
 }
 
-/** What keeps the folder from being made, as far as it can be seen from outside. */
-std::string obstacle(const fs::path& folder)
-{
-    fs::path missing;
-    fs::path standing = folder;
-    std::error_code error;
-    while (standing.has_relative_path() && !fs::exists(standing, error)) {
-        missing = standing;
-        standing = standing.parent_path();
-    }
-    if (!fs::is_directory(standing, error))
-        return "'" + standing.string() + "' is not a folder.";
-    // The top folder is the machine's to make, not ours.
-    if (!standing.has_relative_path())
-        return "there is no folder '" + missing.string() + "'.";
-    if (access(standing.c_str(), W_OK) != 0)
-        return "'" + standing.string() + "' cannot be written to: " + std::strerror(errno) + ".";
-    return "'" + missing.string() + "' cannot be made in it.";
-}
-
-std::string folderPath(VstK2xPresetCreater::OutputDir dir)
-{
-    std::string path;
-    if (VstK2xPresetCreater::outputPath(path, dir) != 0)
-        throw tools::Failure(
-            "The environment variable HOME names no folder to hold the user's presets.");
-    return path;
-}
-
 } // namespace
 
 PresetFolder::PresetFolder(VstK2xPresetCreater::OutputDir dir, bool make)
-: folder(folderPath(dir))
+: folder(tools::presetFolder(dir))
 {
     if (!make)
         return;
     std::error_code error;
     if (VstK2xPresetCreater::createOutputPath(folder, dir) != 0 || !fs::is_directory(folder, error))
         throw tools::Failure("The preset folder '" + folder +
-                             "' cannot be made: " + obstacle(folder));
+                             "' cannot be made: " + tools::obstacleTo(folder));
     auto pattern = folder + PathSlash + ".make-presets-XXXXXX";
     if (!mkdtemp(pattern.data()))
         throw tools::Failure("The preset folder '" + folder +

@@ -32,7 +32,7 @@ PresetWriter::PresetWriter(VstIEditorConnect& connect, const PresetFolder& prese
 {
 }
 
-Result PresetWriter::write(const Voice& voice)
+Result PresetWriter::write(const tools::Voice& voice)
 {
     std::string fileName, voiceName, category, subCategory;
     if (creater.separationVoiceData(voice.text, fileName, voiceName, category, subCategory) != 0)
@@ -53,7 +53,7 @@ Result PresetWriter::write(const Voice& voice)
     return result;
 }
 
-Result PresetWriter::save(const Voice& voice, const std::string& fileName,
+Result PresetWriter::save(const tools::Voice& voice, const std::string& fileName,
                           const std::string& voiceName, const std::string& category,
                           const std::string& subCategory)
 {
@@ -71,7 +71,7 @@ Result PresetWriter::save(const Voice& voice, const std::string& fileName,
     return failure(fileName, refusal(voice, result, error), error);
 }
 
-std::string PresetWriter::refusal(const Voice& voice, int result, int error)
+std::string PresetWriter::refusal(const tools::Voice& voice, int result, int error)
 {
     if (result == VstK2xPresetCreater::kNotWritten && isEmptyUserBank(voice))
         return "the editor library has no data for it";
@@ -80,7 +80,7 @@ std::string PresetWriter::refusal(const Voice& voice, int result, int error)
     return "its file could not be written in full";
 }
 
-bool PresetWriter::isEmptyUserBank(const Voice& voice)
+bool PresetWriter::isEmptyUserBank(const tools::Voice& voice)
 {
     const auto type = VstK2xPresetCreater::bankToPresetType(voice.bank);
     return (type & VstK2xPresetCreater::kAllUserBanks) != 0 &&

@@ -1,8 +1,8 @@
 // PresetWriter: one voice after the other into the preset folder.
 #pragma once
 
+#include "tools/common/VoiceWalk.h"
 #include "tools/make-presets/PresetFolder.h"
-#include "tools/make-presets/VoiceWalk.h"
 
 #include <set>
 #include <string>
@@ -36,13 +36,14 @@ public:
     PresetWriter(VstIEditorConnect& library, const PresetFolder& folder,
                  std::set<std::string> excluded, bool overwrite, bool dryRun);
 
-    Result write(const Voice& voice);
+    Result write(const tools::Voice& voice);
 
 private:
-    Result save(const Voice& voice, const std::string& fileName, const std::string& voiceName,
-                const std::string& category, const std::string& subCategory);
-    std::string refusal(const Voice& voice, int result, int error);
-    bool isEmptyUserBank(const Voice& voice);
+    Result save(const tools::Voice& voice, const std::string& fileName,
+                const std::string& voiceName, const std::string& category,
+                const std::string& subCategory);
+    std::string refusal(const tools::Voice& voice, int result, int error);
+    bool isEmptyUserBank(const tools::Voice& voice);
 
     VstIEditorConnect& library;
     VstK2xPresetCreater creater;

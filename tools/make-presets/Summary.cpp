@@ -21,7 +21,7 @@ std::string filesText(size_t count)
 
 } // namespace
 
-void Summary::add(const Voice& voice, const Result& result)
+void Summary::add(const tools::Voice& voice, const Result& result)
 {
     switch (result.outcome) {
     case Outcome::written:
@@ -50,7 +50,7 @@ std::string Summary::text(const std::string& folder, size_t untried, bool dryRun
     auto remark = "in " + filesText(written - replaced);
     if (replaced > 0)
         remark += ": " + std::to_string(replaced) + " of them over another one";
-    auto text = printable(folder) + (dryRun ? ", if this were no dry run:\n" : ":\n");
+    auto text = tools::printable(folder) + (dryRun ? ", if this were no dry run:\n" : ":\n");
     text += line("written", written, remark);
     text += line("skipped", skipped, "their files stand already");
     text += line("excluded", excluded);

@@ -12,7 +12,7 @@ namespace makepresets {
 
 class Summary {
 public:
-    void add(const Voice& voice, const Result& result);
+    void add(const tools::Voice& voice, const Result& result);
 
     /** Lines for a terminal, one a count, and what a count needs to be understood.
         @param untried voices that were not come to

@@ -20,8 +20,8 @@ constexpr int kInterruptedStatus = 130;
 
 /** Writes the voices in order until the end, an interruption, or a failure that would meet all that
     follow. @return how many it came to */
-size_t writeAll(const std::vector<Voice>& voices, PresetWriter& writer, const Options& options,
-                Summary& summary)
+size_t writeAll(const std::vector<tools::Voice>& voices, PresetWriter& writer,
+                const Options& options, Summary& summary)
 {
     tools::ProgressBar bar(isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
     const auto all = static_cast<double>(voices.size());
@@ -33,7 +33,7 @@ size_t writeAll(const std::vector<Voice>& voices, PresetWriter& writer, const Op
         summary.add(voice, result);
         if (options.verbose && result.outcome == Outcome::written) {
             bar.wipe();
-            std::cout << printable(result.fileName) << ".vstpreset\n";
+            std::cout << tools::printable(result.fileName) << ".vstpreset\n";
         }
         if (result.hopeless)
             break;
@@ -50,7 +50,7 @@ int run(int argc, char** argv)
     noticeInterruption();
 
     VstK2xPresetCreater creater(library.get());
-    const auto voices = collectVoices(creater, options.banks);
+    const auto voices = tools::collectVoices(creater, options.banks, isInterrupted);
     PresetWriter writer(library.get(), folder, std::move(excluded), options.overwrite,
                         options.dryRun);
     Summary summary;

@@ -1,6 +1,7 @@
 #include "tools/play/Options.h"
 
 #include "tools/common/CommandLine.h"
+#include "tools/common/PlugInPlaces.h"
 #include "tools/play/host/EditorLibrary.h"
 #include "tools/play/host/HostFamily.h"
 
@@ -14,17 +15,8 @@ namespace play {
 
 namespace {
 
-constexpr const char* kBundleName = "RDL3_RDL5 VST.vst3";
 constexpr const char* kStatuses =
     "Exit status: 0 all went well, 1 the song could not be played, 2 the command line is wrong.";
-
-/** The bundle beside this program, where the build puts it. */
-std::string builtPlugIn()
-{
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (program.parent_path() / kBundleName).string();
-}
 
 std::string missingSong()
 {
@@ -39,7 +31,8 @@ void addHostOptions(CLI::App& app, Options& options)
 {
     static const std::map<std::string, Options::Binding> bindings{
         {"service", Options::Binding::service}, {"library", Options::Binding::library}};
-    app.add_option("--plugin", options.plugIn, "The plug-in bundle")->capture_default_str();
+    app.add_option("--plugin", options.plugIn, "The plug-in bundle")
+        ->default_str(tools::kUsualPlugIn);
     app.add_option("--host", options.host,
                    "The host to be, with its version after a colon: " + hostFamilyWords())
         ->capture_default_str();
@@ -133,7 +126,7 @@ void addTrackOptions(CLI::App& app, Options& options)
 Options parseOptions(int argc, const char* const* argv)
 {
     Options options;
-    options.plugIn = builtPlugIn();
+    options.plugIn = tools::usualPlugIn();
     options.library = installedEditorLibrary();
 
     CLI::App app("Plays a MIDI file through the RDL3/RDL5 VST plug-in and reports what came out.",

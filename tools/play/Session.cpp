@@ -81,7 +81,7 @@ PortsReport Session::ports()
 {
     auto report = PortTour(host.studio(), simulatorTo("choose ports"))
                       .run(options.connectAudio, options.connectMidi);
-    const Instance second(plugIn, host.context(), host.handler());
+    const tools::Instance second(plugIn, host.context(), host.handler());
     if (auto* newest = findSimulator(host.libraryPath()))
         report.secondEditorAudio = PortTour::audioInputsOf(*newest);
     return report;
@@ -209,7 +209,7 @@ void Session::addLibrarySide(Report& report)
 void Session::tryState(Report& report)
 {
     const auto saved = instance.state();
-    Instance second(plugIn, host.context(), host.handler());
+    tools::Instance second(plugIn, host.context(), host.handler());
     second.restore(saved);
     report.stateSize = saved.size();
     report.stateCameBack = second.state() == saved;

@@ -1,12 +1,12 @@
 // Session: one run of play, from the command line's wishes to the report.
 #pragma once
 
+#include "tools/common/Instance.h"
 #include "tools/play/Host.h"
 #include "tools/play/music/Automation.h"
 #include "tools/play/music/Song.h"
 #include "tools/play/Options.h"
 #include "tools/play/output/Report.h"
-#include "tools/play/plugin/Instance.h"
 #include "tools/play/plugin/ParameterList.h"
 #include "tools/play/user/BankStore.h"
 #include "tools/play/user/UserTurns.h"
@@ -50,8 +50,8 @@ private:
 
     Options options;
     Host host;
-    PlugIn plugIn;
-    Instance instance;
+    tools::PlugIn plugIn;
+    tools::Instance instance;
     ParameterList list;
     SimulatorControl* simulator; ///< of this instance; null for another library
     std::string binding;

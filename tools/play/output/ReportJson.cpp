@@ -1,3 +1,4 @@
+#include "tools/common/Json.h"
 #include "tools/play/output/Report.h"
 #include "tools/play/output/StudioJson.h"
 
@@ -123,7 +124,7 @@ std::string jsonOf(const Report& report)
               {"userTurns", turnsOf(report)}};
     addFiles(json, report);
     addTo(json, report.studio);
-    return dumped(json);
+    return tools::dumped(json);
 }
 
 } // namespace play

@@ -1,5 +1,6 @@
 #include "tools/play/output/StudioJson.h"
 
+#include "tools/common/Json.h"
 #include "tools/play/output/StudioReport.h"
 
 namespace Steinberg {
@@ -90,12 +91,7 @@ std::string jsonOf(const StudioReport& report)
     Json json;
     json["host"] = report.host;
     addTo(json, report);
-    return dumped(json);
-}
-
-std::string dumped(const nlohmann::ordered_json& json)
-{
-    return json.dump(2, ' ', false, Json::error_handler_t::replace);
+    return tools::dumped(json);
 }
 
 } // namespace play

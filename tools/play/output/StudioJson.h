@@ -13,10 +13,6 @@ struct StudioReport;
 /** Adds what there is of "ports" and "tracks". */
 void addTo(nlohmann::ordered_json& json, const StudioReport& report);
 
-/** Names come from files and plug-ins: bytes that are no UTF-8 do not end the program but become
-    replacement characters. */
-std::string dumped(const nlohmann::ordered_json& json);
-
 } // namespace play
 } // namespace Vst
 } // namespace Steinberg

@@ -9,7 +9,7 @@ namespace Steinberg {
 namespace Vst {
 namespace play {
 
-void loadPreset(const std::string& path, const PlugIn& plugIn, Instance& instance)
+void loadPreset(const std::string& path, const tools::PlugIn& plugIn, tools::Instance& instance)
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error))

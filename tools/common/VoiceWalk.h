@@ -8,7 +8,7 @@
 
 namespace Steinberg {
 namespace Vst {
-namespace makepresets {
+namespace tools {
 
 struct Voice {
     VoiceBank::Bank bank;
@@ -24,12 +24,13 @@ struct Voice {
 constexpr int kMostVoices = 16384;
 
 /** The banks' voices in order. A bank ends where the library has no text any more; so does the walk
-    when the program is interrupted. @throws Failure for a bank that never ends */
-std::vector<Voice> collectVoices(VstK2xPresetCreater& creater, const std::vector<int>& banks);
+    when mustStop, asked before each voice, says so. @throws Failure for a bank that never ends */
+std::vector<Voice> collectVoices(VstK2xPresetCreater& creater, const std::vector<int>& banks,
+                                 bool (*mustStop)());
 
 /** text with "?" for what a terminal would act on. */
 std::string printable(std::string text);
 
-} // namespace makepresets
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg

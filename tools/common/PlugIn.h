@@ -7,7 +7,7 @@
 
 namespace Steinberg {
 namespace Vst {
-namespace play {
+namespace tools {
 
 /** Loads a bundle's module and finds its one instrument. Outlives every instance of it. */
 class PlugIn {
@@ -30,6 +30,6 @@ private:
     VST3::Hosting::ClassInfo audioClass;
 };
 
-} // namespace play
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg

@@ -1,12 +1,11 @@
-#include "tools/make-presets/VoiceWalk.h"
+#include "tools/common/VoiceWalk.h"
 
 #include "presets/VoiceText.h"
 #include "tools/common/Failure.h"
-#include "tools/make-presets/Interruption.h"
 
 namespace Steinberg {
 namespace Vst {
-namespace makepresets {
+namespace tools {
 
 std::string Voice::label() const
 {
@@ -14,17 +13,18 @@ std::string Voice::label() const
            printable(voiceNameOf(text)) + "\"";
 }
 
-std::vector<Voice> collectVoices(VstK2xPresetCreater& creater, const std::vector<int>& banks)
+std::vector<Voice> collectVoices(VstK2xPresetCreater& creater, const std::vector<int>& banks,
+                                 bool (*mustStop)())
 {
     std::vector<Voice> voices;
     for (const int value : banks) {
         const auto bank = static_cast<VoiceBank::Bank>(value);
         std::string text;
         int number = 0;
-        for (; !isInterrupted() && creater.fetchVoiceData(bank, number, text) == 0; ++number) {
+        for (; !mustStop() && creater.fetchVoiceData(bank, number, text) == 0; ++number) {
             if (number == kMostVoices)
-                throw tools::Failure("The editor library has no end of voices in bank " +
-                                     std::to_string(value) + ".");
+                throw Failure("The editor library has no end of voices in bank " +
+                              std::to_string(value) + ".");
             voices.push_back({bank, number, text});
         }
     }
@@ -39,6 +39,6 @@ std::string printable(std::string text)
     return text;
 }
 
-} // namespace makepresets
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg

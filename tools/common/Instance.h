@@ -6,14 +6,14 @@
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "pluginterfaces/vst/ivstmessage.h"
 #include "public.sdk/source/vst/hosting/processdata.h"
-#include "tools/play/plugin/PlugIn.h"
+#include "tools/common/PlugIn.h"
 
 #include <memory>
 #include <vector>
 
 namespace Steinberg {
 namespace Vst {
-namespace play {
+namespace tools {
 
 /** Goes through a host's life with a plug-in: both parts are made, initialized and connected by the
     constructor, and taken down in the reverse order by the destructor.
@@ -69,6 +69,6 @@ private:
     bool isStarted = false;
 };
 
-} // namespace play
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg

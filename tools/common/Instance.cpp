@@ -1,20 +1,20 @@
-#include "tools/play/plugin/Instance.h"
+#include "tools/common/Instance.h"
 
 #include "public.sdk/source/common/memorystream.h"
 #include "tools/common/Failure.h"
 
 namespace Steinberg {
 namespace Vst {
-namespace play {
+namespace tools {
 
 Instance::Instance(const PlugIn& plugIn, FUnknown& hostContext, IComponentHandler& handler)
 {
     componentPart = plugIn.factory().createInstance<IComponent>(plugIn.instrument().ID());
     processorPart = FUnknownPtr<IAudioProcessor>(componentPart);
     if (!processorPart)
-        throw tools::Failure("The plug-in gives no audio processor.");
+        throw Failure("The plug-in gives no audio processor.");
     if (componentPart->initialize(&hostContext) != kResultOk)
-        throw tools::Failure("The plug-in's audio processor does not initialize.");
+        throw Failure("The plug-in's audio processor does not initialize.");
     initializedComponent.reset(componentPart);
     makeController(plugIn, hostContext, handler);
     connect();
@@ -27,9 +27,9 @@ void Instance::makeController(const PlugIn& plugIn, FUnknown& hostContext,
     if (componentPart->getControllerClassId(controllerID) == kResultOk)
         controllerPart = plugIn.factory().createInstance<IEditController>(VST3::UID(controllerID));
     if (!controllerPart)
-        throw tools::Failure("The plug-in gives no edit controller.");
+        throw Failure("The plug-in gives no edit controller.");
     if (controllerPart->initialize(&hostContext) != kResultOk)
-        throw tools::Failure(
+        throw Failure(
             "The plug-in's controller does not initialize: it found no editor library that it can "
             "use, neither from the host nor installed on this machine. check-library tells why; "
             "with-simulator runs a program with the simulated one.");
@@ -44,7 +44,7 @@ void Instance::connect()
     if (!componentPoint || !controllerPoint ||
         componentPoint->connect(controllerPoint) != kResultOk ||
         controllerPoint->connect(componentPoint) != kResultOk)
-        throw tools::Failure("The plug-in's two parts do not connect.");
+        throw Failure("The plug-in's two parts do not connect.");
 }
 
 Instance::~Instance()
@@ -63,12 +63,12 @@ void Instance::start(int32 sampleRate, int32 blockSize)
     ProcessSetup setup{kRealtime, kSample32, blockSize, static_cast<SampleRate>(sampleRate)};
     activateBuses(true);
     if (processorPart->setupProcessing(setup) != kResultOk)
-        throw tools::Failure("The plug-in refuses " + std::to_string(sampleRate) +
-                             " Hz with blocks of " + std::to_string(blockSize) + " samples.");
+        throw Failure("The plug-in refuses " + std::to_string(sampleRate) + " Hz with blocks of " +
+                      std::to_string(blockSize) + " samples.");
     if (!data.prepare(*componentPart, blockSize, kSample32))
-        throw tools::Failure("The plug-in's buses cannot be set up.");
+        throw Failure("The plug-in's buses cannot be set up.");
     if (componentPart->setActive(true) != kResultOk)
-        throw tools::Failure("The plug-in does not become active.");
+        throw Failure("The plug-in does not become active.");
     isStarted = true;
     processorPart->setProcessing(true); // optional for a plug-in: any answer will do
 }
@@ -96,7 +96,7 @@ std::vector<char> Instance::state()
 {
     MemoryStream stream;
     if (componentPart->getState(&stream) != kResultOk)
-        throw tools::Failure("The plug-in does not save its state.");
+        throw Failure("The plug-in does not save its state.");
     return {stream.getData(), stream.getData() + stream.getSize()};
 }
 
@@ -105,11 +105,11 @@ void Instance::restore(const std::vector<char>& bytes)
     auto copy = bytes;
     MemoryStream componentStream(copy.data(), static_cast<TSize>(copy.size()));
     if (componentPart->setState(&componentStream) != kResultOk)
-        throw tools::Failure("The plug-in refuses the state that it saved.");
+        throw Failure("The plug-in refuses the state that it saved.");
     MemoryStream controllerStream(copy.data(), static_cast<TSize>(copy.size()));
     controllerPart->setComponentState(&controllerStream);
 }
 
-} // namespace play
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg

@@ -5,11 +5,11 @@
 
 namespace Steinberg {
 namespace Vst {
-namespace makepresets {
+namespace tools {
 
 /** Has no ports and no parameters, so that a library may call it as soon as it starts. [any thread]
  */
-class SilentController final : public VstIControllerInterface {
+class SilentController : public VstIControllerInterface {
 public:
     std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() override { return &audioPorts; }
     void setAudioPortList(const char**) override {}
@@ -30,6 +30,6 @@ private:
     std::vector<VSTiMidiPort::MidiOutPortInfo> midiPorts;
 };
 
-} // namespace makepresets
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg

@@ -1,4 +1,4 @@
-#include "tools/play/plugin/PlugIn.h"
+#include "tools/common/PlugIn.h"
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 #include "tools/common/Failure.h"
@@ -8,7 +8,7 @@
 
 namespace Steinberg {
 namespace Vst {
-namespace play {
+namespace tools {
 
 namespace {
 
@@ -16,13 +16,13 @@ VST3::Hosting::Module::Ptr load(const std::string& bundlePath)
 {
     std::error_code error;
     if (!std::filesystem::is_directory(bundlePath, error))
-        throw tools::Failure("There is no plug-in bundle \"" + bundlePath + "\".");
+        throw Failure("There is no plug-in bundle \"" + bundlePath + "\".");
     std::string reason;
     auto module = VST3::Hosting::Module::create(bundlePath, reason);
     if (module)
         return module;
     std::replace(reason.begin(), reason.end(), '\n', ' ');
-    throw tools::Failure("The plug-in \"" + bundlePath + "\" cannot be loaded: " + reason + ".");
+    throw Failure("The plug-in \"" + bundlePath + "\" cannot be loaded: " + reason + ".");
 }
 
 } // namespace
@@ -36,7 +36,7 @@ PlugIn::PlugIn(const std::string& bundlePath, FUnknown& hostContext)
         return info.category() == kVstAudioEffectClass;
     });
     if (found == classes.end())
-        throw tools::Failure("\"" + bundlePath + "\" has no audio class.");
+        throw Failure("\"" + bundlePath + "\" has no audio class.");
     audioClass = *found;
 }
 
@@ -50,6 +50,6 @@ std::string PlugIn::vendor() const
     return audioClass.vendor().empty() ? factory().info().vendor() : audioClass.vendor();
 }
 
-} // namespace play
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg
