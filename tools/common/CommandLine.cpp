@@ -15,8 +15,7 @@ constexpr int kWrongUse = 2;
 
 void readCommandLine(CLI::App& app, int argc, const char* const* argv)
 {
-    app.set_version_flag("--version",
-                         app.get_name() + " (" + kPlugInName + ") " + kPlugInVersion);
+    app.set_version_flag("--version", app.get_name() + " (" + kPlugInName + ") " + kPlugInVersion);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
