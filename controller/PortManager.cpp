@@ -2,6 +2,7 @@
 
 #include "controller/ControllerContext.h"
 #include "controller/HostInterface.h"
+#include "controller/PortNames.h"
 #include "editorlib/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "hostapi/IBusDescriptor.h"
@@ -19,13 +20,6 @@ namespace Steinberg {
 namespace Vst {
 
 namespace {
-
-/** The system names of the instrument's MIDI ports: the device's name, with a number when several
-    are attached, once or twice. */
-constexpr const char* kBasicPortNameRE[] = {
-    "^Tavrin RDL3/RDL5( [0-9]+)? Port[1-5]$",
-    "^Tavrin RDL3/RDL5( [0-9]+)? Tavrin RDL3/RDL5( [0-9]+)? Port[1-5]$",
-};
 
 /** The instrument's port whose traffic no track is to get unasked. */
 constexpr auto kPortToRemove = "Port4";
