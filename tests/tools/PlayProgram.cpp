@@ -34,6 +34,14 @@ pid_t start(Words words, const std::string& out, const std::string& err)
     return child;
 }
 
+Outcome run(Words words, const Words& arguments)
+{
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return doubles::run(words);
+}
+
+} // namespace
+
 Outcome run(const Words& words)
 {
     const ScratchFolder folder;
@@ -43,14 +51,6 @@ Outcome run(const Words& words)
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ScratchFolder::read(folder.file("out")),
             ScratchFolder::read(folder.file("err"))};
 }
-
-Outcome run(Words words, const Words& arguments)
-{
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    return run(words);
-}
-
-} // namespace
 
 bool Outcome::isOneSentence() const
 {

@@ -21,6 +21,9 @@ struct Outcome {
 
 using Words = std::vector<std::string>;
 
+/** Runs the program that the first word names with the rest. */
+Outcome run(const Words& words);
+
 /** Runs play where the simulated editor library is installed. */
 Outcome play(const Words& arguments);
 

@@ -1,0 +1,44 @@
+// Finding: one thing that check-library looked at, and what came of it.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+namespace checklibrary {
+
+enum class Verdict {
+    good,
+    remark,  ///< works, and its user may notice
+    bad,     ///< the plug-in needs it otherwise
+    untried, ///< something before it was bad
+};
+
+struct Finding {
+    Verdict verdict;
+    std::string check;            ///< for programs: "library-file", the same in every version
+    std::string text;             ///< for people: whole sentences
+    std::string remedy;           ///< what they can do; empty where nothing is to be done
+    nlohmann::ordered_json facts; ///< the numbers of the text, for programs; may be null
+};
+
+/** What was found about one subject, in the order in which it was found. */
+struct Section {
+    std::string title;
+    std::vector<Finding> findings;
+};
+using Findings = std::vector<Section>;
+
+nlohmann::ordered_json jsonOf(const Finding& finding);
+/** The way back, for what another process found. @throws nlohmann::json::exception */
+Finding findingOf(const nlohmann::ordered_json& json);
+
+/** Whether anything is bad. */
+bool hasBad(const std::vector<Finding>& findings);
+bool hasBad(const Findings& findings);
+
+} // namespace checklibrary
+} // namespace Vst
+} // namespace Steinberg

@@ -1,0 +1,91 @@
+// Life: one life of the editor library, as the plug-in leads it.
+#pragma once
+
+#include "editorlib/EntryPoints.h"
+#include "tools/check-library/MirroredParameters.h"
+#include "tools/check-library/StandIn.h"
+#include "tools/check-library/WatchedLibrary.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+namespace checklibrary {
+
+/** The loaded file. */
+class LibraryHandle {
+public:
+    /** @param mode of dlopen */
+    LibraryHandle(const std::string& file, Journal& newJournal, int mode);
+    ~LibraryHandle();
+    LibraryHandle(const LibraryHandle&) = delete;
+    LibraryHandle& operator=(const LibraryHandle&) = delete;
+
+    explicit operator bool() const { return handle != nullptr; }
+    /** The loader's own words when it did not load. */
+    const std::string& refusal() const { return words; }
+    /** The entry points; null where it has none. */
+    GetEditorConnect connectEntry() const;
+    GetObserver observerEntry() const;
+
+private:
+    Journal& journal;
+    void* handle;
+    std::string words;
+};
+
+/** Exceptions of the library end only the call that they came from, as in the plug-in; the journal
+    tells them. [the step's own thread] */
+class Life {
+public:
+    /** Loads the library, connects and starts it.
+        @throws Failure when it gives no connection */
+    Life(const std::string& file, Journal& newJournal);
+    /** Ends it, in the plug-in's order. */
+    ~Life();
+    Life(const Life&) = delete;
+    Life& operator=(const Life&) = delete;
+
+    WatchedLibrary& library() { return *watched; }
+    StandIn& plugIn() { return standIn; }
+
+    /** Has the library watch a parameter, if it can. @return whether it gave an observer */
+    bool observe(const MirroredParameter& parameter);
+    /** The same for all parameters, each with its range and its value. */
+    void observeAll();
+    /** What the plug-in's timer does, several times. */
+    void tick(int times = 1);
+
+    /** What the plug-in's processor does in a block, on a thread of its own that ends with the
+        call: a parameter's new value, 0 to 1, and a note with its end. */
+    void automate(unsigned id, double value);
+    void playNote(uint8 pitch);
+
+    void giveEffect();
+    /** Takes back what the library uses of the plug-in, and removes and destroys the observers. */
+    void takeBack();
+    /** Ends the connection, after takeBack. The library stays loaded for this object's life. */
+    void destroy();
+    /** Forgets a connection that is another life's as well, which ends it. */
+    void leaveToOther();
+
+private:
+    template <typename Call>
+    static void onAudioThread(Call&& call);
+
+    Journal& journal;
+    StandIn standIn; ///< outlives the library, which may call back to its end
+    LibraryHandle handle;
+    std::optional<WatchedLibrary> watched; ///< until destroy
+    std::vector<std::pair<unsigned, VstIObserver*>> observers;
+    bool hasEffect = false;
+    bool isTakenBack = false;
+};
+
+} // namespace checklibrary
+} // namespace Vst
+} // namespace Steinberg

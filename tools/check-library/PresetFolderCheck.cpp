@@ -1,0 +1,115 @@
+#include "tools/check-library/PresetFolderCheck.h"
+
+#include "tools/common/Failure.h"
+#include "tools/common/PresetPlace.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <unistd.h>
+
+namespace Steinberg {
+namespace Vst {
+namespace checklibrary {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr size_t kBankFile = 64 * 1024; ///< more than a preset file has
+
+/** A file that goes away with this object. */
+class TrialFile {
+public:
+    explicit TrialFile(const std::string& folder)
+    : path(folder + "/.check-library-XXXXXX")
+    , descriptor(mkstemp(path.data()))
+    {
+    }
+    ~TrialFile()
+    {
+        if (descriptor < 0)
+            return;
+        close(descriptor);
+        unlink(path.c_str());
+    }
+    TrialFile(const TrialFile&) = delete;
+    TrialFile& operator=(const TrialFile&) = delete;
+
+    /** Writes and makes sure of it. @return whether the disk took it; errno says why not */
+    bool take(const std::string& bytes) const
+    {
+        if (descriptor < 0)
+            return false;
+        errno = ENOSPC; // for a write that is cut short
+        return write(descriptor, bytes.data(), bytes.size()) ==
+                   static_cast<ssize_t>(bytes.size()) &&
+               fsync(descriptor) == 0;
+    }
+
+private:
+    std::string path;
+    const int descriptor;
+};
+
+/** The folder itself, or the lowest one above it that stands. */
+std::string standingPartOf(const std::string& folder)
+{
+    fs::path standing = folder;
+    std::error_code error;
+    while (standing.has_relative_path() && !fs::exists(standing, error))
+        standing = standing.parent_path();
+    return standing.string();
+}
+
+Finding bad(const std::string& text, const std::string& remedy)
+{
+    return {Verdict::bad, "preset-folder", text, remedy, {}};
+}
+
+std::string remedyOf(int error)
+{
+    if (error == ENOSPC || error == EDQUOT)
+        return "Make room on that disk.";
+    if (error == EROFS)
+        return "Make that disk writable.";
+    return "Give yourself the right to write there (in the Finder: Get Info, Sharing & "
+           "Permissions; in a terminal: chmod u+w).";
+}
+
+} // namespace
+
+Finding checkPresetFolder()
+{
+    std::string folder;
+    try {
+        folder = tools::presetFolder(VstK2xPresetCreater::kUserFolder);
+    } catch (const tools::Failure& failure) {
+        return bad(failure.what(), "Set HOME to your home folder.");
+    }
+    const auto standing = standingPartOf(folder);
+    std::error_code error;
+    if (!fs::is_directory(standing, error) || standing == "/")
+        return bad("The preset folder \"" + folder +
+                       "\" cannot be made: " + tools::obstacleTo(folder),
+                   "Move away what is in its place.");
+    const TrialFile file(standing);
+    if (!file.take(std::string(kBankFile, '\0'))) {
+        const int reason = errno;
+        return bad("Nothing can be stored in the preset folder \"" + folder + "\": \"" + standing +
+                       "\" cannot be written to: " + std::strerror(reason) + ".",
+                   remedyOf(reason));
+    }
+    const bool stands = standing == folder;
+    return {Verdict::good,
+            "preset-folder",
+            "The preset folder \"" + folder + "\" " +
+                (stands ? "can be written to." : "will be made when it is needed."),
+            "",
+            {{"path", folder}, {"exists", stands}}};
+}
+
+} // namespace checklibrary
+} // namespace Vst
+} // namespace Steinberg
