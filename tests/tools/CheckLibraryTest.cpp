@@ -461,6 +461,19 @@ TEST_F(CheckLibrary, TellsOfAFunctionThatIsNowhere)
     EXPECT_THAT(strict[0]["text"], HasSubstr("undefined symbol: aFunctionThatIsNowhere"));
 }
 
+TEST_F(CheckLibrary, TellsWhenThePlugInDoesNotTakeItsLibrary)
+{
+    setenv("BROKEN", "no-connection", 1);
+    const auto report =
+        reportOf(checkInstalled({"--json", "--only", "plug-in"}, {"--library", BROKEN_LIBRARY}));
+    unsetenv("BROKEN");
+    const auto bad = of(report, "bad");
+    ASSERT_EQ(bad.size(), 1u) << report;
+    EXPECT_EQ(bad[0]["check"], "plug-in");
+    EXPECT_THAT(bad[0]["text"], HasSubstr("The plug-in's controller does not initialize"));
+    EXPECT_THAT(bad[0]["text"], Not(HasSubstr("check-library")));
+}
+
 TEST_F(CheckLibrary, TellsOfMissingEntryPoints)
 {
     const auto entries = [](const std::string& library) {

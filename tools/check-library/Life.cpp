@@ -181,9 +181,9 @@ void Life::takeBack()
     guarded([this] { watched->setControllerInterface(nullptr); });
     standIn.takeBackController();
     for (const auto& [id, observer] : observers) {
-        guarded([this, taken = observer] { watched->removeObserver(taken); });
         if (!observer)
             continue;
+        guarded([this, taken = observer] { watched->removeObserver(taken); });
         const Entered entered(journal, nameOf("destroy", id));
         guarded([taken = observer] { taken->destroy(); });
     }

@@ -29,10 +29,9 @@ void Instance::makeController(const PlugIn& plugIn, FUnknown& hostContext,
     if (!controllerPart)
         throw Failure("The plug-in gives no edit controller.");
     if (controllerPart->initialize(&hostContext) != kResultOk)
-        throw Failure(
+        throw NoEditorLibrary(
             "The plug-in's controller does not initialize: it found no editor library that it can "
-            "use, neither from the host nor installed on this machine. check-library tells why; "
-            "with-simulator runs a program with the simulated one.");
+            "use, neither from the host nor installed on this machine.");
     initializedController.reset(controllerPart);
     controllerPart->setComponentHandler(&handler);
 }

@@ -6,6 +6,7 @@
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "pluginterfaces/vst/ivstmessage.h"
 #include "public.sdk/source/vst/hosting/processdata.h"
+#include "tools/common/Failure.h"
 #include "tools/common/PlugIn.h"
 
 #include <memory>
@@ -15,6 +16,12 @@ namespace Steinberg {
 namespace Vst {
 namespace tools {
 
+/** What keeps the plug-in's controller from initializing. */
+class NoEditorLibrary : public Failure {
+public:
+    using Failure::Failure;
+};
+
 /** Goes through a host's life with a plug-in: both parts are made, initialized and connected by the
     constructor, and taken down in the reverse order by the destructor.
 
@@ -22,7 +29,8 @@ namespace tools {
 class Instance {
 public:
     /** @param hostContext, handler borrowed; outlive this object
-        @throws Failure when a part cannot be made or does not initialize */
+        @throws NoEditorLibrary when the controller does not initialize, Failure when another part
+        does not or cannot be made */
     Instance(const PlugIn& plugIn, FUnknown& hostContext, IComponentHandler& handler);
     ~Instance();
     Instance(const Instance&) = delete;

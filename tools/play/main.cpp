@@ -10,7 +10,7 @@ namespace {
 
 using namespace Steinberg::Vst::play;
 
-int run(int argc, char** argv)
+int playAsAsked(int argc, char** argv)
 {
     const auto options = parseOptions(argc, argv);
     std::optional<Song> song; // first of all: a wrong name should not cost the rest
@@ -32,6 +32,17 @@ int run(int argc, char** argv)
     report.studio = studio;
     std::cout << (options.json ? jsonOf(report) + "\n" : textOf(report));
     return std::cout.flush() ? 0 : 1;
+}
+
+int run(int argc, char** argv)
+{
+    try {
+        return playAsAsked(argc, argv);
+    } catch (const Steinberg::Vst::tools::NoEditorLibrary& missing) {
+        throw Steinberg::Vst::tools::Failure(
+            std::string(missing.what()) + " check-library tells why; with-simulator runs a program "
+                                          "with the simulated one.");
+    }
 }
 
 } // namespace
