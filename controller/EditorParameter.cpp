@@ -35,7 +35,8 @@ int32 cutToInt32(double value)
 } // namespace
 
 EditorParameter::EditorParameter(VstIEditorConnect* editorConnection, int32 flags, ParamID id,
-                                 UnitID unitId, int32 stepCount, const char* title)
+                                 UnitID unitId, int32 stepCount, const char* title,
+                                 const EditorParameter* similar)
 : editor(editorConnection)
 , lock(std::make_unique<FLock>("ParameterFlag"))
 {
@@ -49,18 +50,19 @@ EditorParameter::EditorParameter(VstIEditorConnect* editorConnection, int32 flag
         minimum = guarded<int32>(0, [&] { return editor->getParameterMin(id); });
     }
     updateParemeterInfo();
-    fetchValueTexts();
+    fetchValueTexts(similar);
 }
 
 EditorParameter::~EditorParameter() = default;
 
-void EditorParameter::fetchValueTexts()
+void EditorParameter::fetchValueTexts(const EditorParameter* similar)
 {
     if (!editor || maximum <= minimum)
         return;
     const int64 count =
         std::min(static_cast<int64>(maximum) - static_cast<int64>(minimum) + 1, kMaxValueTexts);
-    valueTexts.reserve(static_cast<size_t>(count));
+    const IPtr<ValueTexts> own = owned(new ValueTexts);
+    own->reserve(static_cast<size_t>(count));
     std::string text;
     for (int64 index = 0; index < count; ++index) {
         const auto value = static_cast<int32>(minimum + index);
@@ -69,8 +71,10 @@ void EditorParameter::fetchValueTexts()
             editor->getParameterValueString(info.id, value, text);
             return true;
         });
-        valueTexts.add(isTold ? text : std::string_view());
+        own->add(isTold ? text : std::string_view());
     }
+    const ValueTexts* others = similar ? similar->getValueTexts() : nullptr;
+    valueTexts = others && own->isSame(*others) ? others : own;
 }
 
 void EditorParameter::setTextParser(TextParser textParser, int32 offset)
@@ -121,7 +125,7 @@ void EditorParameter::toString(ParamValue normalized, String128 string) const
 {
     if (hasValueTexts) {
         const int64 index = static_cast<int64>(convertToEditorValue(normalized)) - minimum;
-        utf8ToString128(valueTexts.at(index), string);
+        utf8ToString128(valueTexts ? valueTexts->at(index) : std::string_view(), string);
         return;
     }
     char number[128];

@@ -25,9 +25,11 @@ public:
         outlive every updateParemeterInfo
         @param flags VST parameter flags
         @param id VST parameter ID, by which the library is asked
-        @param title zero-terminated UTF-8 text, at most 127 units of UTF-16 */
+        @param title zero-terminated UTF-8 text, at most 127 units of UTF-16
+        @param similar a parameter that probably shows the same texts, borrowed for the call, or
+        null. When the library says that it does, to the last byte, both share them */
     EditorParameter(VstIEditorConnect* editor, int32 flags, ParamID id, UnitID unitId,
-                    int32 stepCount, const char* title);
+                    int32 stepCount, const char* title, const EditorParameter* similar = nullptr);
     ~EditorParameter() override;
     EditorParameter(const EditorParameter&) = delete;
     EditorParameter& operator=(const EditorParameter&) = delete;
@@ -38,6 +40,9 @@ public:
 
     /** How fromString reads a text, and what is added to the number to make an editor value. */
     void setTextParser(TextParser textParser, int32 offset);
+
+    /** The texts of the editor's values from the lowest on; null when the range has none. */
+    const ValueTexts* getValueTexts() const { return valueTexts; }
 
     /** Takes over the library's present value, also as the value that the host goes back to.
         [host main thread; once other threads see the parameter, through ParameterModel::refresh] */
@@ -76,7 +81,7 @@ public:
 
 private:
     int32 askValue() const;
-    void fetchValueTexts();
+    void fetchValueTexts(const EditorParameter* similar);
 
     int32 editorValue = 0; ///< guarded by lock
     VstIEditorConnect* editor;
@@ -86,8 +91,8 @@ private:
     int32 maximum = 0;
     int32 minimum = 0;
     std::unique_ptr<Base::Thread::FLock> lock;
-    /** The text of editor value minimum + index. */
-    ValueTexts valueTexts;
+    /** The text of editor value minimum + index. Null without texts. */
+    IPtr<const ValueTexts> valueTexts;
 };
 
 } // namespace Vst

@@ -71,10 +71,17 @@ unsigned ParameterModel::createObserverParameter(int block, int number, int part
 }
 
 IPtr<EditorParameter> ParameterModel::make(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
-                                           const char* title) const
+                                           const char* title, const EditorParameter* similar) const
 {
-    return owned(
-        new EditorParameter(owner.getEditorConnection(), flags, id, unitId, stepCount, title));
+    return owned(new EditorParameter(owner.getEditorConnection(), flags, id, unitId, stepCount,
+                                     title, similar));
+}
+
+EditorParameter* ParameterModel::findInPartBefore(const PartParameter& row, int part,
+                                                  VstIObserver::ParamModeType mode) const
+{
+    // Only this thread changes the map, so it needs no lock to read it.
+    return part > 0 ? find(vstParameterID(row.block, row.number, part - 1, mode)) : nullptr;
 }
 
 void ParameterModel::add(IPtr<EditorParameter> parameter)
@@ -100,7 +107,8 @@ void ParameterModel::createVSTPartParameter(UnitID unitId, int part,
         char title[64];
         std::snprintf(title, sizeof(title), row.title, part + 1);
         const int32 stepCount = row.asksForStepCount ? askStepCount(id) : 0;
-        auto parameter = make(id, ParameterInfo::kCanAutomate, unitId, stepCount, title);
+        auto parameter = make(id, ParameterInfo::kCanAutomate, unitId, stepCount, title,
+                              findInPartBefore(row, part, mode));
         parameter->setHasValueTexts(true);
         parameter->setTextParser(row.parser, row.parseOffset);
         add(parameter);

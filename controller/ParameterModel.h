@@ -20,6 +20,7 @@ namespace Steinberg {
 namespace Vst {
 
 class VstIEditorConnect;
+struct PartParameter;
 
 /** What the parameter model needs of the controller. Borrowed pointers, possibly null. */
 class ParameterModelOwner {
@@ -128,7 +129,10 @@ private:
     EditorParameter* find(unsigned id) const;
     void tellHost(unsigned id, double normalized);
     IPtr<EditorParameter> make(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
-                               const char* title) const;
+                               const char* title, const EditorParameter* similar = nullptr) const;
+    /** The same parameter of the part before this one; null when there is none. */
+    EditorParameter* findInPartBefore(const PartParameter& row, int part,
+                                      VstIObserver::ParamModeType mode) const;
     /** From here on host and library find the parameter, so it is complete by now. */
     void add(IPtr<EditorParameter> parameter);
     int32 askStepCount(unsigned id) const;

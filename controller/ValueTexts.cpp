@@ -1,5 +1,7 @@
 #include "controller/ValueTexts.h"
 
+#include <algorithm>
+
 namespace Steinberg {
 namespace Vst {
 
@@ -22,6 +24,14 @@ std::string_view ValueTexts::at(int64 index) const
     const auto place = static_cast<size_t>(index);
     const size_t begin = place == 0 ? 0 : ends[place - 1];
     return {bytes.data() + begin, ends[place] - begin};
+}
+
+bool ValueTexts::isSame(const ValueTexts& other) const
+{
+    // Behind the last text there is only room.
+    return ends == other.ends &&
+           (ends.empty() ||
+            std::equal(bytes.begin(), bytes.begin() + ends.back(), other.bytes.begin()));
 }
 
 } // namespace Vst

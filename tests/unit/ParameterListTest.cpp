@@ -192,6 +192,104 @@ TEST_F(ParameterListTest, ShowsTheEditorsTextsAndNeverAsksForThemAgain)
     EXPECT_THAT(bound.trace.textsOf({"library."}), IsEmpty());
 }
 
+/** The volumes of sixteen parts whose texts are the same, but for what a test changes. */
+class SharedValueTexts : public ParameterListTest {
+protected:
+    SharedValueTexts()
+    {
+        bound.library.valueText = [](unsigned, int value) { return std::to_string(value) + " dB"; };
+    }
+
+    /** For each part, the first part that it shares its texts with. */
+    std::vector<unsigned> sharedWith()
+    {
+        std::vector<const ValueTexts*> seen;
+        std::vector<unsigned> firsts;
+        for (unsigned part = 0; part < 16; ++part) {
+            seen.push_back(bound.parameter(kVolume1 + part)->getValueTexts());
+            const auto first = std::find(seen.begin(), seen.end(), seen.back());
+            firsts.push_back(static_cast<unsigned>(first - seen.begin()));
+        }
+        return firsts;
+    }
+
+    static std::vector<unsigned> allButOne(unsigned other)
+    {
+        std::vector<unsigned> firsts(16, 0);
+        firsts[other] = other;
+        return firsts;
+    }
+};
+
+TEST_F(SharedValueTexts, AreOneForAllPartsThatShowTheSame)
+{
+    bound.initialize();
+    EXPECT_EQ(sharedWith(), std::vector<unsigned>(16, 0));
+    for (unsigned part = 0; part < 16; ++part) {
+        EXPECT_EQ(shown(kVolume1 + part, 0), u"0 dB");
+        EXPECT_EQ(shown(kVolume1 + part, 1), u"128 dB");
+    }
+}
+
+TEST_F(SharedValueTexts, AreTheFirstPartsOwnWhenItDiffers)
+{
+    bound.library.valueText = [](unsigned id, int value) {
+        return std::to_string(value) + (id == kVolume1 && value == 128 ? " max" : " dB");
+    };
+    bound.initialize();
+    std::vector<unsigned> firsts(16, 1);
+    firsts[0] = 0;
+    EXPECT_EQ(sharedWith(), firsts);
+    EXPECT_EQ(shown(kVolume1, 1), u"128 max");
+    EXPECT_EQ(shown(kVolume1 + 1, 1), u"128 dB");
+    EXPECT_EQ(shown(kVolume16, 1), u"128 dB");
+}
+
+TEST_F(SharedValueTexts, AreALaterPartsOwnWhenItDiffers)
+{
+    bound.library.valueText = [](unsigned id, int value) {
+        return std::to_string(value) + (id == kVolume16 && value == 0 ? " off" : " dB");
+    };
+    bound.initialize();
+    EXPECT_EQ(sharedWith(), allButOne(15));
+    EXPECT_EQ(shown(kVolume16, 0), u"0 off");
+    EXPECT_EQ(shown(kVolume16, 1), u"128 dB");
+    EXPECT_EQ(shown(kVolume16 - 1, 0), u"0 dB");
+}
+
+TEST_F(SharedValueTexts, AreAPartsOwnWhenItHasFewerOrMoreValues)
+{
+    for (const int32 maximum : {64, 256}) {
+        BoundController other;
+        other.library.valueText = bound.library.valueText;
+        for (unsigned part = 0; part < 16; ++part)
+            other.library.setParameter(kVolume1 + part, {0, 0, part == 15 ? maximum : 128, 0, {}});
+        other.initialize();
+        EXPECT_EQ(other.parameter(kVolume1)->getValueTexts()->size(), 129u);
+        EXPECT_EQ(other.parameter(kVolume16)->getValueTexts()->size(),
+                  static_cast<size_t>(maximum) + 1);
+        String128 text = {};
+        other.controller->getParamStringByValue(kVolume16, 1, text);
+        EXPECT_EQ(text, wide(std::to_string(maximum) + " dB"));
+    }
+}
+
+TEST_F(SharedValueTexts, BelongToTheValuesOfEachPartsOwnRange)
+{
+    // Three values in both, and the same number shows another text.
+    bound.library.setParameter(kVolume1, {0, 0, 2, 0, {}});
+    bound.library.setParameter(kVolume1 + 1, {-1, -1, 1, 0, {}});
+    bound.library.setParameter(kVolume1 + 2, {5, 5, 7, 0, {}});
+    bound.library.valueText = [](unsigned id, int value) {
+        return std::to_string(id == kVolume1 + 2 ? value - 5 : value);
+    };
+    bound.initialize();
+    EXPECT_EQ(shown(kVolume1, 1), u"2");
+    EXPECT_EQ(shown(kVolume1 + 1, 1), u"1");
+    EXPECT_EQ(shown(kVolume1 + 2, 0), u"0");
+    EXPECT_EQ(shown(kVolume1 + 2, 1), u"2");
+}
+
 TEST_F(ParameterListTest, ReadsTextsAsEachParameterShowsThem)
 {
     bound.initialize();

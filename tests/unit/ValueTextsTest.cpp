@@ -1,7 +1,11 @@
-// The texts of a parameter's values in one piece of memory.
+// The texts of a parameter's values in one piece of memory, shared by parameters that show the
+// same.
 #include "controller/ValueTexts.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -53,6 +57,39 @@ TEST(ValueTexts, KeepMoreThanAHostCanShowOfALongOne)
     EXPECT_LT(texts.at(0).size(), 1'000u);
     EXPECT_EQ(texts.at(0).find_first_not_of('x'), std::string_view::npos);
     EXPECT_EQ(texts.at(1), "next");
+}
+
+/** Whether two lists of texts are the same, asked both ways round. */
+bool areSame(const std::vector<std::string>& some, const std::vector<std::string>& others,
+             size_t reserved = 0)
+{
+    ValueTexts first;
+    for (const std::string& text : some)
+        first.add(text);
+    ValueTexts second;
+    second.reserve(reserved);
+    for (const std::string& text : others)
+        second.add(text);
+    EXPECT_EQ(first.isSame(second), second.isSame(first));
+    return first.isSame(second);
+}
+
+TEST(ValueTexts, AreTheSameToTheLastByteOnly)
+{
+    EXPECT_TRUE(areSame({"Off", "", "L63"}, {"Off", "", "L63"}));
+    EXPECT_TRUE(areSame({"Off", "", "L63"}, {"Off", "", "L63"}, 100)) << "room is no difference";
+    EXPECT_TRUE(areSame({}, {}));
+    EXPECT_FALSE(areSame({"Off", "1", "2"}, {"off", "1", "2"}));
+    EXPECT_FALSE(areSame({"Off", "1", "2"}, {"Off", "x", "2"}));
+    EXPECT_FALSE(areSame({"Off", "1", "2"}, {"Off", "1", "x"}));
+    EXPECT_FALSE(areSame({"Off", "1", "2"}, {"Off", "12", ""})) << "the same bytes";
+}
+
+TEST(ValueTexts, AreNotTheSameWhenTheirNumberDiffers)
+{
+    EXPECT_FALSE(areSame({"0", "1"}, {"0"}));
+    EXPECT_FALSE(areSame({"0", "1"}, {"0", "1", ""}));
+    EXPECT_FALSE(areSame({""}, {}));
 }
 
 } // namespace
