@@ -2,13 +2,12 @@
 
 #include "controller/ControllerContext.h"
 #include "controller/HostInterface.h"
-#include "hostapi/IConnector.h"
-#include "hostapi/IDevice.h"
 #include "hostapi/IValue.h"
 #include "module/PlugInInfo.h"
 #include "support/CharacterConvert.h"
 
 #include <cstring>
+#include <utility>
 
 namespace Steinberg {
 namespace Vst {
@@ -78,16 +77,43 @@ bool RoutingCheck::isUnicode()
 /** The effect type of the first instrument that feeds the track and has such a value. */
 IPtr<IValue> RoutingCheck::effectTypeOf(IDevice* track)
 {
-    IDevice* folder = instrumentFolder();
-    for (int32 index = 0; folder && index < folder->countChildren(); ++index) {
-        IDevice* instrument = folder->getChild(index);
-        const auto connector = instrument ? outputConnector(*instrument) : IPtr<IConnector>();
-        if (!connector || !connector->isConnectedTo(track))
+    IDevice* rack = instrumentFolder();
+    if (!rack)
+        return {};
+    forgetChangedRack(*rack);
+    for (size_t place = 0; place < instruments.size() || walkOn(*rack); ++place) {
+        const Instrument& instrument = instruments[place];
+        if (!instrument.connector->isConnectedTo(track))
             continue;
-        if (auto effectType = owned(instrument->getValue("effectType")))
+        if (auto effectType = owned(instrument.device->getValue("effectType")))
             return effectType;
     }
     return {};
+}
+
+void RoutingCheck::forgetChangedRack(IDevice& rack)
+{
+    if (walked == 0 || rack.countChildren() == countAtStart)
+        return;
+    instruments.clear();
+    walked = 0;
+}
+
+/** Looks for the next instrument with a connector, no further than a track needs.
+    @return false when there is none */
+bool RoutingCheck::walkOn(IDevice& rack)
+{
+    for (int32 count = rack.countChildren(); walked < count; count = rack.countChildren()) {
+        if (walked == 0)
+            countAtStart = count;
+        IDevice* instrument = rack.getChild(walked++);
+        auto connector = instrument ? outputConnector(*instrument) : IPtr<IConnector>();
+        if (!connector)
+            continue;
+        instruments.push_back({instrument, std::move(connector)});
+        return true;
+    }
+    return false;
 }
 
 IDevice* RoutingCheck::instrumentFolder()

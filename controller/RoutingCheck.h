@@ -1,16 +1,18 @@
 // RoutingCheck: tells which of the host's tracks play through this plug-in.
 #pragma once
 
+#include "hostapi/IConnector.h"
+#include "hostapi/IDevice.h"
 #include "hostapi/IDeviceList.h"
 #include "hostapi/IHostClasses.h"
 #include "pluginterfaces/base/smartpointer.h"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Steinberg {
 
-class IDevice;
 class IValue;
 
 namespace Vst {
@@ -18,7 +20,9 @@ namespace Vst {
 class ControllerContext;
 
 /** Lives for one operation, which may ask about thousands of tracks: what all of them need of the
-    host is looked up once, when the first needs it. [the operation's thread] */
+    host is looked up once, when the first needs it, and each instrument of the rack costs one call
+   a track. A rack that has grown or shrunk since the last track is walked anew. [the operation's
+    thread] */
 class RoutingCheck {
 public:
     /** @param controller outlives this object
@@ -43,7 +47,15 @@ public:
 private:
     /** What the text of an output to this plug-in contains. */
     const std::string& textOfOutputHere();
+    /** Held, since the host may let go of both in any call. */
+    struct Instrument {
+        IPtr<IDevice> device;
+        IPtr<IConnector> connector; ///< of its first output
+    };
+
     IPtr<IValue> effectTypeOf(IDevice* track);
+    void forgetChangedRack(IDevice& rack);
+    bool walkOn(IDevice& rack);
     IDevice* instrumentFolder();
     IDevice* findInstrumentFolder();
 
@@ -53,6 +65,9 @@ private:
     std::optional<bool> unicode;
     IPtr<IDeviceList> deviceList; ///< held as long as the folder, which is borrowed
     std::optional<IDevice*> foundFolder;
+    std::vector<Instrument> instruments; ///< that have a connector, as far as the rack was walked
+    int32 walked = 0;                    ///< children of the rack that were looked at
+    int32 countAtStart = 0;              ///< its children when the walk began
 };
 
 } // namespace Vst

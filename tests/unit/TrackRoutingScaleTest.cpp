@@ -154,12 +154,12 @@ TEST(LargeProject, FindsItsTrackInANewerHostWithOneLookUpOfTheRack)
             Pair("hostClasses.getHostInterface", 1), Pair("deviceList.findDevice", 1),
             Pair("VST Mixer.countChildren", 1), Pair("VST Mixer.getChild", 1),
             Pair("Rack.getDeviceType", 1),
-            // Each followed track: every instrument; the last one's walk ends at the last of them.
-            Pair("Rack.countChildren", kFollowed * (kInstruments + 1) - 1),
-            Pair("Rack.getChild", kFollowed * kInstruments),
-            Pair("device.countChildren", kFollowed * kInstruments),
-            Pair("device.getChild", kFollowed * kInstruments),
-            Pair(kQuery, 1 + kFollowed * kInstruments),
+            // The first followed track: every instrument. The others: whether the rack is still as
+            // large before the first of them, and, but for the track that is found, at the end.
+            Pair("Rack.countChildren", kInstruments + 1 + 2 * (kFollowed - 1) - 1),
+            Pair("Rack.getChild", kInstruments), Pair("device.countChildren", kInstruments),
+            Pair("device.getChild", kInstruments), Pair(kQuery, 1 + kInstruments),
+            // Each followed track and each instrument.
             Pair("connector.isConnectedTo", kFollowed * kInstruments),
             Pair("value.effectType.getString", 1), Pair("value.channel.getInteger", 1),
             Pair("Mixer.selected.setInteger", 1), Pair(kNotice, 1)));
