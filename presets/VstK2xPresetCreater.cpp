@@ -12,10 +12,11 @@
 #include "pluginterfaces/base/smartpointer.h"
 #include "public.sdk/source/common/memorystream.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
+#include <set>
+#include <string_view>
 
 namespace Steinberg {
 namespace Vst {
@@ -50,10 +51,20 @@ bool isSearchedForWords(VoiceBank::Bank bank)
     return !isBank(bank) || (kKeywordBanks >> static_cast<unsigned>(bank) & 1U) != 0;
 }
 
-bool isIn(const std::vector<const char*>* names, const std::string& name)
+/** File names, borrowed. A list of them is as long as the library may be, so that each voice must
+    find its name without walking it. */
+using FileNames = std::set<std::string_view>;
+
+/** @param names may be null and hold nulls */
+FileNames setOf(const std::vector<const char*>* names)
 {
-    return names && std::any_of(names->begin(), names->end(),
-                                [&name](const char* other) { return other && name == other; });
+    FileNames set;
+    if (!names)
+        return set;
+    for (const char* name : *names)
+        if (name)
+            set.insert(name);
+    return set;
 }
 
 /** The folder that dir stands for, to be followed by "/Library". @return false when there is none
@@ -133,15 +144,18 @@ void VstK2xPresetCreater::setVoiceDataInfo(
         std::string path;
         if (createOutputPath(path, dir) != 0)
             return;
+        const FileNames excludedNames = setOf(excluded);
         for (const auto& [key, voicesOfBank] : voices) {
             const auto bank = static_cast<VoiceBank::Bank>(key);
             if (!isAsked(bank))
                 continue;
             for (const auto& [number, voiceData] : voicesOfBank) {
                 std::string fileName, voiceName, category, subCategory;
-                if (separationVoiceData(voiceData, fileName, voiceName, category, subCategory) == 0)
-                    createPresetFile(path, voiceName, fileName, category, subCategory, bank, number,
-                                     excluded, overwrite, false);
+                if (separationVoiceData(voiceData, fileName, voiceName, category, subCategory) ==
+                        0 &&
+                    excludedNames.count(fileName) == 0)
+                    writePresetFile(path, voiceName, fileName, category, subCategory, bank, number,
+                                    overwrite);
             }
         }
     });
@@ -224,9 +238,20 @@ int VstK2xPresetCreater::createPresetFile(const std::string& path, const std::st
                                           bool overwrite, bool) noexcept
 {
     return guarded(static_cast<int>(kNotWritten), [&]() -> int {
-        const std::string file = path + PathSlash + fileName + kFileExtension;
-        if (isIn(excluded, fileName))
+        if (setOf(excluded).count(fileName) != 0)
             return kExcluded;
+        return writePresetFile(path, voiceName, fileName, category, subCategory, bank, number,
+                               overwrite);
+    });
+}
+
+int VstK2xPresetCreater::writePresetFile(const std::string& path, const std::string& voiceName,
+                                         const std::string& fileName, const std::string& category,
+                                         const std::string& subCategory, VoiceBank::Bank bank,
+                                         unsigned number, bool overwrite) noexcept
+{
+    return guarded(static_cast<int>(kNotWritten), [&]() -> int {
+        const std::string file = path + PathSlash + fileName + kFileExtension;
         if (!overwrite) {
             const auto found = platform::findInFolder(path, fileName + kFileExtension);
             if (found == platform::InFolder::noFolder)

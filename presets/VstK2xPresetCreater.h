@@ -142,6 +142,11 @@ public:
                                          VoiceBank::Bank bank);
 
 private:
+    /** createPresetFile of a name that is not excluded. */
+    int writePresetFile(const std::string& path, const std::string& voiceName,
+                        const std::string& fileName, const std::string& category,
+                        const std::string& subCategory, VoiceBank::Bank bank, unsigned number,
+                        bool overwrite) noexcept;
     bool save(IBStream* stream, VoiceBank::Bank bank, int number, const std::string& xml);
     bool build(IBStream* stream, VoiceBank::Bank bank, int number, const std::string& xml);
     bool isAsked(VoiceBank::Bank bank) const noexcept;

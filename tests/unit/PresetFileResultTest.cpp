@@ -35,7 +35,7 @@ TEST_F(PresetFileResultTest, AnExcludedNameIsTwoAndNothingElseHappens)
 TEST_F(PresetFileResultTest, ExclusionComparesTheCleanedName)
 {
     Voices voices = {{0, {{0, "80:A/B"}, {1, "80:C"}}}};
-    const std::vector<const char*> excluded = {"A_B", "X"};
+    const std::vector<const char*> excluded = {nullptr, "A_B", "X", "A_B", nullptr};
     creater.setVoiceDataInfo(voices, kEverything, Creater::kUserFolder, &excluded, true, false);
     EXPECT_THAT(home.files(), ElementsAre("C.vstpreset"));
 }
