@@ -3,7 +3,8 @@ function(vstk2x_own_code target)
   target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}")
   target_link_libraries(${target} PRIVATE vstk2x_sdk_headers)
   target_compile_options(${target} PRIVATE
-    -Wall -Wextra -Wpedantic -Wshadow $<$<BOOL:${VSTK2X_WERROR}>:-Werror> -ffunction-sections -fdata-sections)
+    -Wall -Wextra -Wpedantic -Wshadow $<$<BOOL:${VSTK2X_WERROR}>:-Werror> -ffunction-sections -fdata-sections
+    ${VSTK2X_LINE_NUMBERS})
   # GCC's flow analysis takes the sanitizers' own code for uses of unset values.
   if(VSTK2X_SANITIZE)
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)

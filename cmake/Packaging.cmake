@@ -13,6 +13,16 @@ endif()
 set(VSTK2X_PLUGIN_FOLDER "${plugin_folder}" CACHE STRING "Where the bundle goes, below the prefix")
 install(DIRECTORY "${CMAKE_BINARY_DIR}/RDL3_RDL5 VST.vst3"
   DESTINATION "${VSTK2X_PLUGIN_FOLDER}" USE_SOURCE_PERMISSIONS COMPONENT plug-in)
+# The symbols stay with those who build it: in an archive beside cpack's package, or where
+#   cmake --install BUILD --component symbols --prefix FOLDER
+# puts them.
+if(APPLE)
+  install(DIRECTORY "${VSTK2X_SYMBOLS}" DESTINATION . COMPONENT symbols EXCLUDE_FROM_ALL)
+else()
+  install(FILES "${VSTK2X_SYMBOLS}" DESTINATION . COMPONENT symbols EXCLUDE_FROM_ALL)
+endif()
+set(CPACK_VSTK2X_SYMBOLS "${VSTK2X_SYMBOLS}")
+list(APPEND CPACK_POST_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/cmake/pack-symbols.cmake")
 
 set(CPACK_PACKAGE_NAME "RDL3_RDL5-VST")
 set(CPACK_PACKAGE_VENDOR "Tavrin Corporation")

@@ -68,7 +68,9 @@ function(vstk2x_add_sdk)
       POSITION_INDEPENDENT_CODE ON CXX_CLANG_TIDY "" CXX_VISIBILITY_PRESET hidden
       VISIBILITY_INLINES_HIDDEN ON)
     target_include_directories(${target} SYSTEM PRIVATE "${SDK_ROOT}")
-    target_compile_options(${target} PRIVATE -w -ffunction-sections -fdata-sections)
+    # -O3 makes the module 12 KB larger, for as many instructions.
+    target_compile_options(${target} PRIVATE -w -ffunction-sections -fdata-sections
+      $<$<CONFIG:Release>:-O2> ${VSTK2X_LINE_NUMBERS})
     target_compile_definitions(${target} PRIVATE
       $<IF:$<CONFIG:Debug>,DEVELOPMENT=1;DEBUG=1,RELEASE=1;NDEBUG=1>)
   endforeach()

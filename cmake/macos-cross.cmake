@@ -22,6 +22,8 @@ set(CMAKE_OBJCXX_COMPILER "${CMAKE_CXX_COMPILER}")
 find_program(CMAKE_AR llvm-ar-${llvm} REQUIRED)
 find_program(CMAKE_RANLIB llvm-ranlib-${llvm} REQUIRED)
 find_program(CMAKE_INSTALL_NAME_TOOL llvm-install-name-tool-${llvm} REQUIRED)
+find_program(CMAKE_STRIP llvm-strip-${llvm} REQUIRED)
+find_program(VSTK2X_DSYMUTIL dsymutil-${llvm} REQUIRED)
 find_program(VSTK2X_LINKER ld64.lld-${llvm} REQUIRED)
 
 # macOS 11 is the first on arm64. There is no program to link here, only the bundle.
