@@ -40,11 +40,9 @@ private:
     Function* function = nullptr;
 };
 
-int recordedTry(int result, const void* lock)
+int recordedWait(int result, const void* lock)
 {
-    note(doubles::CallRecord::kLock, lock);
-    if (result != 0 && current)
-        current->add(doubles::CallRecord::kUnlock, lock);
+    note(result == 0 ? doubles::CallRecord::kLock : doubles::CallRecord::kBlocked, lock);
     return result;
 }
 
@@ -59,7 +57,7 @@ void CallRecord::add(Kind kind, const void* object)
         std::abort();
     }
     entries[used++] = {kind, object};
-    if (kind == kLock)
+    if (kind == kLock || kind == kTryLock)
         ++held;
     else if (kind == kUnlock && held > 0)
         --held;
@@ -165,7 +163,9 @@ void free(void* memory)
 int pthread_mutex_trylock(pthread_mutex_t* lock) noexcept
 {
     static Original<int(pthread_mutex_t*)> original("pthread_mutex_trylock");
-    return recordedTry(original(lock), lock);
+    const int result = original(lock);
+    note(result == 0 ? CallRecord::kTryLock : CallRecord::kTryInVain, lock);
+    return result;
 }
 
 int pthread_mutex_lock(pthread_mutex_t* lock) noexcept
@@ -186,14 +186,14 @@ int pthread_mutex_lock(pthread_mutex_t* lock) noexcept
 int pthread_mutex_timedlock(pthread_mutex_t* lock, const timespec* end) noexcept
 {
     static Original<int(pthread_mutex_t*, const timespec*)> original("pthread_mutex_timedlock");
-    return recordedTry(original(lock, end), lock);
+    return recordedWait(original(lock, end), lock);
 }
 
 int pthread_mutex_clocklock(pthread_mutex_t* lock, clockid_t clock, const timespec* end) noexcept
 {
     static Original<int(pthread_mutex_t*, clockid_t, const timespec*)> original(
         "pthread_mutex_clocklock");
-    return recordedTry(original(lock, clock, end), lock);
+    return recordedWait(original(lock, clock, end), lock);
 }
 
 int pthread_mutex_unlock(pthread_mutex_t* lock) noexcept

@@ -23,10 +23,12 @@ public:
     enum Kind {
         kAllocate,
         kFree,
-        kLock,    ///< taken, contended or not, or tried without success
-        kUnlock,  ///< given back
-        kBlocked, ///< the lock of the next entry was somebody else's: the thread waits
-        kWait     ///< for a condition, a semaphore or another thread
+        kLock,      ///< taken, and waited for if it was somebody else's
+        kTryLock,   ///< taken at a try, which does not wait
+        kTryInVain, ///< tried, and somebody else's
+        kUnlock,    ///< given back
+        kBlocked,   ///< somebody else's: the thread waits for it
+        kWait       ///< for a condition, a semaphore or another thread
     };
     struct Entry {
         Kind kind;

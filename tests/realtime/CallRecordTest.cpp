@@ -39,7 +39,24 @@ TEST(CallRecordTest, SeesMemoryLocksAndWaits)
         kinds.push_back(entry.kind);
     EXPECT_THAT(kinds, ElementsAre(CallRecord::kAllocate, CallRecord::kFree, CallRecord::kAllocate,
                                    CallRecord::kFree, CallRecord::kLock, CallRecord::kWait,
-                                   CallRecord::kUnlock, CallRecord::kLock, CallRecord::kUnlock));
+                                   CallRecord::kUnlock, CallRecord::kTryLock, CallRecord::kUnlock));
+    EXPECT_EQ(record.getHeld(), 0u);
+}
+
+TEST(CallRecordTest, TellsATryInVainFromAWait)
+{
+    CallRecord record;
+    std::timed_mutex lock;
+    lock.lock();
+    std::thread([&] {
+        const Recording recording(record);
+        EXPECT_FALSE(lock.try_lock());
+        EXPECT_FALSE(lock.try_lock_for(std::chrono::milliseconds(1)));
+    }).join();
+    lock.unlock();
+    ASSERT_EQ(record.size(), 2u);
+    EXPECT_EQ(record[0].kind, CallRecord::kTryInVain);
+    EXPECT_EQ(record[1].kind, CallRecord::kBlocked);
     EXPECT_EQ(record.getHeld(), 0u);
 }
 

@@ -20,14 +20,15 @@ namespace {
 
 using Order = std::map<const void*, std::set<const void*>>; ///< taken while the key was held
 
-/** Adds what a record shows. A lock that is taken again by its holder is no order. */
+/** Adds what a record shows. A lock that is taken again by its holder is no order, nor is one that
+    is only tried, since nobody waits for it. */
 void addOrder(const CallRecord& record, Order& order)
 {
     std::vector<const void*> held;
     for (const auto& entry : record) {
-        if (entry.kind == CallRecord::kLock) {
+        if (entry.kind == CallRecord::kLock || entry.kind == CallRecord::kTryLock) {
             for (const void* outer : held)
-                if (outer != entry.object)
+                if (outer != entry.object && entry.kind == CallRecord::kLock)
                     order[outer].insert(entry.object);
             held.push_back(entry.object);
         } else if (entry.kind == CallRecord::kUnlock) {
