@@ -19,7 +19,7 @@ bool isAllowed(AudioThreadGuard::Place place, AudioThreadGuard::Call call)
 {
     if (place == AudioThreadGuard::kElsewhere)
         return true;
-    return place == AudioThreadGuard::kAtQueue && call == AudioThreadGuard::kLock;
+    return place == AudioThreadGuard::kAtQueue && call == AudioThreadGuard::kTryLock;
 }
 
 } // namespace

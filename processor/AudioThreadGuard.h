@@ -14,9 +14,9 @@ public:
     enum Place {
         kElsewhere, ///< everything goes; also the library's own work inside a block
         kInBlock,   ///< nothing goes
-        kAtQueue    ///< one event is taken out: the queue's lock is allowed, nothing else
+        kAtQueue    ///< one event comes or leaves: the lock may be tried, and nothing else goes
     };
-    enum Call { kAllocate, kFree, kLock, kWait };
+    enum Call { kAllocate, kFree, kTryLock, kLock, kWait };
 
     explicit AudioThreadGuard(Place place);
     ~AudioThreadGuard();

@@ -21,9 +21,10 @@ class VstIEditorConnect;
     connection), active (writeMidi accepted), processing, and back. Both components live in one
     process, since the message carries an address.
 
-    One lock guards the outgoing MIDI queue, one the sample rate; both are the SDK's recursive
-   FLock, so that a library may call writeMidi from inside receiveHostMidi. The editor connection,
-   the Unicode flag and the active flag are written on the main thread and read without a lock. */
+    One lock belongs to the outgoing MIDI queue, one guards the sample rate. The queue's is only
+    tried, by the audio thread and by writers: no thread waits for another there. The editor
+    connection, the Unicode flag and the active flag are written on the main thread and read without
+    a lock. */
 class VstK2x : public AudioEffect, public VstIEffectInterface {
 public:
     VstK2x();
@@ -56,7 +57,8 @@ public:
     /** Always kResultOk. Buffers are neither read nor written. [audio thread] */
     tresult PLUGIN_API process(ProcessData& data) override;
 
-    // VstIEffectInterface. [any library thread, and the audio thread from inside process]
+    // VstIEffectInterface. [any library thread, and the audio thread from inside process; never
+    // waits]
     void writeMidi(const void* data, int length) override;
 
 private:
@@ -65,7 +67,7 @@ private:
     void disconnectEditor();
     void readUnicodeFlag(IMessage& message);
     void sendQueuedEvents(IEventList& events);
-    bool takeQueuedEvent(Event& event);
+    bool takeQueued(MidiBytes& midi);
     tresult setTextState(VstIEditorConnect& editor, IBStream* state);
     tresult setBinaryState(VstIEditorConnect& editor, IBStream* state);
 

@@ -4,23 +4,25 @@
 #include "editorlib/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "processor/AudioThreadGuard.h"
+#include "processor/TriedLock.h"
 
 #include "pluginterfaces/vst/ivstevents.h"
 #include "pluginterfaces/vst/ivstparameterchanges.h"
 
+#include <cstring>
+
 namespace Steinberg {
 namespace Vst {
-
-using Base::Thread::FGuard;
 
 namespace {
 
 constexpr uint8 kNoteOff = 0x80;
 constexpr uint8 kNoteOn = 0x90;
 
-struct MidiMessage {
-    uint8 bytes[3] = {0, 0, 0};
-};
+/** For each event that leaves. All of them in vain take 3 us; a writer has the lock for 25 ns, and
+    for 0.2 us when another core uses the same memory. The shortest block that hosts offer, 32
+    samples at 48 kHz, has 667 us. */
+constexpr int kTriesOfTheBlock = 100;
 
 /** The instrument's parts know played and not played: any velocity above 0 becomes 127. What counts
     is the velocity rounded up, which is 0 above -1 already. */
@@ -31,23 +33,23 @@ uint8 switchVelocity(float velocity)
 }
 
 /** Events that are no notes give three zero bytes, which the library expects all the same. */
-MidiMessage toMidi(const Event& event)
+MidiBytes toMidi(const Event& event)
 {
-    MidiMessage midi;
+    MidiBytes midi = {};
     if (event.type == Event::kNoteOffEvent) {
-        midi.bytes[0] = static_cast<uint8>(kNoteOff | static_cast<uint8>(event.noteOff.channel));
-        midi.bytes[1] = static_cast<uint8>(event.noteOff.pitch);
+        midi[0] = static_cast<uint8>(kNoteOff | static_cast<uint8>(event.noteOff.channel));
+        midi[1] = static_cast<uint8>(event.noteOff.pitch);
     } else if (event.type == Event::kNoteOnEvent) {
-        midi.bytes[0] = static_cast<uint8>(kNoteOn | static_cast<uint8>(event.noteOn.channel));
-        midi.bytes[1] = static_cast<uint8>(event.noteOn.pitch);
-        midi.bytes[2] = switchVelocity(event.noteOn.velocity);
+        midi[0] = static_cast<uint8>(kNoteOn | static_cast<uint8>(event.noteOn.channel));
+        midi[1] = static_cast<uint8>(event.noteOn.pitch);
+        midi[2] = switchVelocity(event.noteOn.velocity);
     }
     return midi;
 }
 
 /** Everything leaves as a note-on: what is no note-on in MIDI gets velocity 0, a note-off that way.
  */
-Event toNoteOn(const uint8* midi)
+Event toNoteOn(const MidiBytes& midi)
 {
     Event event = {};
     event.type = Event::kNoteOnEvent;
@@ -86,9 +88,9 @@ void forwardEvents(VstIEditorConnect& editor, IEventList& events)
             Event event = {};
             if (events.getEvent(index, event) != kResultOk)
                 return;
-            const MidiMessage midi = toMidi(event);
+            const MidiBytes midi = toMidi(event);
             const AudioThreadGuard libraryCall(AudioThreadGuard::kElsewhere);
-            editor.receiveHostMidi(midi.bytes, sizeof(midi.bytes));
+            editor.receiveHostMidi(midi.data(), static_cast<int32>(midi.size()));
         });
 }
 
@@ -111,30 +113,33 @@ tresult PLUGIN_API VstK2x::process(ProcessData& data)
 
 void VstK2x::sendQueuedEvents(IEventList& events)
 {
-    // Events that the library adds meanwhile leave with the next block: a library that never stops
-    // must not hold the audio thread. Most blocks find the queue empty and take no lock.
-    Event event;
-    for (size_t remaining = midiOutQueue.size(); remaining > 0 && takeQueuedEvent(event);
-         --remaining)
+    // What the library adds meanwhile leaves with the next block: a library that never stops must
+    // not hold the audio thread. Most blocks find the queue empty and take no lock.
+    MidiBytes midi;
+    for (size_t remaining = midiOutQueue.size(); remaining > 0 && takeQueued(midi); --remaining) {
+        Event event = toNoteOn(midi);
         events.addEvent(event);
+    }
 }
 
-bool VstK2x::takeQueuedEvent(Event& event)
+bool VstK2x::takeQueued(MidiBytes& midi)
 {
     const AudioThreadGuard queue(AudioThreadGuard::kAtQueue);
-    const FGuard guard(*midiOutLock);
-    return midiOutQueue.pop(event);
+    const TriedLock lock(*midiOutLock, kTriesOfTheBlock);
+    return lock && midiOutQueue.pop(midi);
 }
 
 void VstK2x::writeMidi(const void* data, int length)
 {
     if (!active || !data || length != 3)
         return;
-    const Event event = toNoteOn(static_cast<const uint8*>(data));
-    guarded([this, &event] {
-        const FGuard guard(*midiOutLock);
-        midiOutQueue.push(event);
-    });
+    MidiBytes midi;
+    std::memcpy(midi.data(), data, midi.size());
+    const AudioThreadGuard queue(AudioThreadGuard::kAtQueue);
+    // Adding needs no lock: this may be the audio thread, which must not wait here either for a
+    // thread that was stopped with the lock in its hands.
+    const TriedLock lock(*midiOutLock, 1);
+    midiOutQueue.push(midi);
 }
 
 } // namespace Vst

@@ -85,7 +85,7 @@ int __wrap_pthread_mutex_lock(pthread_mutex_t* lock)
 int __real_pthread_mutex_trylock(pthread_mutex_t* lock);
 int __wrap_pthread_mutex_trylock(pthread_mutex_t* lock)
 {
-    AudioThreadGuard::check(AudioThreadGuard::kLock, "pthread_mutex_trylock");
+    AudioThreadGuard::check(AudioThreadGuard::kTryLock, "pthread_mutex_trylock");
     return __real_pthread_mutex_trylock(lock);
 }
 

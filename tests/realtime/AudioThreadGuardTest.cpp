@@ -12,21 +12,23 @@ TEST(AudioThreadGuardDeathTest, EndsABlockThatTakesMemoryOrALock)
     const Guard guard(Guard::kInBlock);
     EXPECT_DEATH(Guard::check(Guard::kAllocate, "malloc"), "malloc on the audio thread");
     EXPECT_DEATH(Guard::check(Guard::kFree, "free"), "free on the audio thread");
+    EXPECT_DEATH(Guard::check(Guard::kTryLock, "trylock"), "trylock on the audio thread");
     EXPECT_DEATH(Guard::check(Guard::kLock, "lock"), "lock on the audio thread");
     EXPECT_DEATH(Guard::check(Guard::kWait, "wait"), "wait on the audio thread");
 }
 
-TEST(AudioThreadGuardDeathTest, LetsAnEventBeTakenOutOfTheQueue)
+TEST(AudioThreadGuardDeathTest, LetsTheQueuesLockBeTriedAndNotWaitedFor)
 {
     const Guard block(Guard::kInBlock);
     {
         const Guard queue(Guard::kAtQueue);
-        Guard::check(Guard::kLock, "lock");
+        Guard::check(Guard::kTryLock, "trylock");
+        EXPECT_DEATH(Guard::check(Guard::kLock, "lock"), "lock");
         EXPECT_DEATH(Guard::check(Guard::kFree, "free"), "free");
         EXPECT_DEATH(Guard::check(Guard::kAllocate, "malloc"), "malloc");
         EXPECT_DEATH(Guard::check(Guard::kWait, "wait"), "wait");
     }
-    EXPECT_DEATH(Guard::check(Guard::kLock, "lock"), "lock");
+    EXPECT_DEATH(Guard::check(Guard::kTryLock, "trylock"), "trylock");
 }
 
 TEST(AudioThreadGuardTest, LeavesTheLibrarysOwnWorkAlone)

@@ -1,74 +1,246 @@
-// The library's notes on their way to the host.
+// The library's MIDI on its way to the host.
 #include "processor/MidiOutQueue.h"
 
-#include <gtest/gtest.h>
+#include <deque>
+#include <functional>
+#include <gmock/gmock.h>
+#include <random>
+#include <utility>
+#include <vector>
 
 namespace {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
+using testing::Contains;
 
-Event note(int pitch)
+MidiBytes message(int number)
 {
-    Event event = {};
-    event.type = Event::kNoteOnEvent;
-    event.noteOn.pitch = static_cast<int16>(pitch);
-    return event;
+    return {static_cast<uint8>(number >> 16), static_cast<uint8>(number >> 8),
+            static_cast<uint8>(number)};
 }
 
-/** The pitch of the oldest event, or -1. */
-int popPitch(MidiOutQueue& queue)
+/** The number of the oldest message, or -1. */
+template <class Queue>
+int popNumber(Queue& queue)
 {
-    Event event;
-    return queue.pop(event) ? event.noteOn.pitch : -1;
+    MidiBytes midi;
+    return queue.pop(midi) ? midi[0] << 16 | midi[1] << 8 | midi[2] : -1;
 }
 
 TEST(MidiOutQueue, IsEmptyAtFirst)
 {
     MidiOutQueue queue;
     EXPECT_EQ(queue.size(), 0u);
-    EXPECT_EQ(popPitch(queue), -1);
+    EXPECT_EQ(popNumber(queue), -1);
 }
 
-TEST(MidiOutQueue, GivesTheOldestFirstHoweverOftenItGoesRound)
+TEST(MidiOutQueue, KeepsAllThreeBytes)
 {
     MidiOutQueue queue;
-    int in = 0;
-    int out = 0;
-    for (int round = 0; round < 50; ++round) {
-        for (int number = 0; number < 7; ++number)
-            queue.push(note(in++));
-        for (int number = 0; number < 6; ++number)
-            EXPECT_EQ(popPitch(queue), out++);
-    }
-    EXPECT_EQ(queue.size(), 50u);
-    while (queue.size() > 0)
-        EXPECT_EQ(popPitch(queue), out++);
-    EXPECT_EQ(out, in);
+    queue.push({0xFF, 0x80, 0x01});
+    queue.push({0x00, 0x00, 0x00});
+    MidiBytes midi;
+    EXPECT_TRUE(queue.pop(midi));
+    EXPECT_EQ(midi, (MidiBytes{0xFF, 0x80, 0x01}));
+    EXPECT_TRUE(queue.pop(midi));
+    EXPECT_EQ(midi, (MidiBytes{0x00, 0x00, 0x00}));
 }
 
 TEST(MidiOutQueue, HoldsAHundredEvents)
 {
     MidiOutQueue queue;
-    for (int pitch = 0; pitch < 100; ++pitch)
-        queue.push(note(pitch));
+    for (int number = 0; number < 100; ++number)
+        queue.push(message(number));
     EXPECT_EQ(queue.size(), 100u);
-    for (int pitch = 0; pitch < 100; ++pitch)
-        EXPECT_EQ(popPitch(queue), pitch);
-    EXPECT_EQ(popPitch(queue), -1);
+    for (int number = 0; number < 100; ++number)
+        EXPECT_EQ(popNumber(queue), number);
+    EXPECT_EQ(popNumber(queue), -1);
 }
 
 TEST(MidiOutQueue, DropsAllOfAHundredForOneMore)
 {
     MidiOutQueue queue;
-    queue.push(note(0));
-    queue.push(note(0));
-    popPitch(queue); // one is left, which does not stand at the memory's begin
-    for (int pitch = 1; pitch <= 100; ++pitch)
-        queue.push(note(pitch));
+    for (int number = 0; number <= 100; ++number)
+        queue.push(message(number));
     EXPECT_EQ(queue.size(), 1u);
-    EXPECT_EQ(popPitch(queue), 100);
-    EXPECT_EQ(popPitch(queue), -1);
+    EXPECT_EQ(popNumber(queue), 100);
+    EXPECT_EQ(popNumber(queue), -1);
+}
+
+/** Pushes and pops in any order, beside the same rule in plain words. What begins before a queue's
+    numbers no longer fit into a word goes on behind it. */
+TEST(MidiOutQueue, KeepsTheRuleHoweverOftenItGoesRound)
+{
+    constexpr uint64 kTooLargeForAWord = uint64(1) << 40;
+    for (const uint64 begin : {uint64(1), kTooLargeForAWord - 5000, ~uint64(0) >> 1}) {
+        MidiOutQueue queue(begin);
+        std::deque<int> expected;
+        std::mt19937 random(1);
+        for (int number = 0; number < 20'000; ++number) {
+            for (unsigned pushes = random() % 150; pushes > 0; --pushes) {
+                if (expected.size() >= 100)
+                    expected.clear();
+                expected.push_back(number);
+                queue.push(message(number));
+            }
+            ASSERT_EQ(queue.size(), expected.size());
+            for (unsigned pops = random() % 150; pops > 0 && !expected.empty(); --pops) {
+                ASSERT_EQ(popNumber(queue), expected.front());
+                expected.pop_front();
+            }
+            ASSERT_EQ(queue.size(), expected.size());
+        }
+    }
+}
+
+/** A word at whose every use its user is stopped, and others go on meanwhile. */
+class StoppingWord : public std::atomic<uint64> {
+public:
+    using std::atomic<uint64>::atomic;
+    using std::atomic<uint64>::operator=;
+
+    uint64 load(std::memory_order order = std::memory_order_seq_cst) const
+    {
+        stop();
+        return std::atomic<uint64>::load(order);
+    }
+    void store(uint64 value, std::memory_order order)
+    {
+        stop();
+        std::atomic<uint64>::store(value, order);
+    }
+    bool compare_exchange_weak(uint64& expected, uint64 value)
+    {
+        stop();
+        return std::atomic<uint64>::compare_exchange_weak(expected, value);
+    }
+
+    static inline int stepsToGo = -1; ///< until it is stopped
+    static inline std::function<void()> meanwhile;
+
+private:
+    static void stop()
+    {
+        if (stepsToGo-- == 0)
+            meanwhile();
+    }
+};
+
+using StoppingQueue = BasicMidiOutQueue<StoppingWord>;
+
+/** Runs an operation that is stopped at one of its steps, counted from 0, while others go on.
+    @return false when it does not have so many */
+bool runStopped(int step, const std::function<void()>& operation,
+                const std::function<void()>& others)
+{
+    StoppingWord::stepsToGo = step;
+    StoppingWord::meanwhile = others;
+    operation();
+    return std::exchange(StoppingWord::stepsToGo, -1) < 0;
+}
+
+/** A queue's rule in plain words. */
+void add(std::vector<int>& waiting, int number)
+{
+    if (waiting.size() >= 100)
+        waiting.clear();
+    waiting.push_back(number);
+}
+
+void addNumbers(std::vector<int>& waiting, int from, int to)
+{
+    for (int number = from; number < to; ++number)
+        add(waiting, number);
+}
+
+template <class Queue>
+void pushNumbers(Queue& queue, int from, int to)
+{
+    for (int number = from; number < to; ++number)
+        queue.push(message(number));
+}
+
+template <class Queue>
+std::vector<int> popAll(Queue& queue)
+{
+    std::vector<int> numbers;
+    for (int number = popNumber(queue); number >= 0; number = popNumber(queue))
+        numbers.push_back(number);
+    return numbers;
+}
+
+constexpr int kWaiting[] = {0, 1, 70, 99, 100};
+constexpr int kOthers[] = {1, 2, 30, 99, 100, 101, 250};
+
+/** As if the message had come before, between or behind those that were pushed meanwhile. */
+TEST(MidiOutQueue, TakesAMessageWhoseWriterIsStoppedAtAnyStep)
+{
+    constexpr int kMessage = 10'000;
+    const auto expected = [](int waiting, int before, int others) {
+        std::vector<int> left;
+        addNumbers(left, 0, waiting + before);
+        add(left, kMessage);
+        addNumbers(left, waiting + before, waiting + others);
+        return left;
+    };
+    for (const int waiting : kWaiting)
+        for (const int others : kOthers) {
+            std::vector<std::vector<int>> possible;
+            for (int before = 0; before <= others; ++before)
+                possible.push_back(expected(waiting, before, others));
+            int step = 0;
+            for (;; ++step) {
+                StoppingQueue queue;
+                pushNumbers(queue, 0, waiting);
+                if (!runStopped(
+                        step, [&] { queue.push(message(kMessage)); },
+                        [&] { pushNumbers(queue, waiting, waiting + others); }))
+                    break;
+                const size_t size = queue.size();
+                const auto left = popAll(queue);
+                EXPECT_EQ(left.size(), size);
+                EXPECT_THAT(possible, Contains(left))
+                    << waiting << " waiting, " << others << " others, step " << step;
+            }
+            EXPECT_GE(step, 4);
+        }
+}
+
+/** As if the oldest message had been taken before, between or behind those that were pushed
+    meanwhile. */
+TEST(MidiOutQueue, GivesAMessageThoughItsReaderIsStoppedAtAnyStep)
+{
+    const auto expected = [](int waiting, int before, int others) {
+        std::vector<int> left;
+        addNumbers(left, 0, waiting + before);
+        const int taken = left.empty() ? -1 : left.front();
+        left.erase(left.begin(), left.begin() + (left.empty() ? 0 : 1));
+        addNumbers(left, waiting + before, waiting + others);
+        left.insert(left.begin(), taken);
+        return left;
+    };
+    for (const int waiting : kWaiting)
+        for (const int others : kOthers) {
+            std::vector<std::vector<int>> possible;
+            for (int before = 0; before <= others; ++before)
+                possible.push_back(expected(waiting, before, others));
+            int step = 0;
+            for (;; ++step) {
+                StoppingQueue queue;
+                pushNumbers(queue, 0, waiting);
+                int taken = -1;
+                if (!runStopped(
+                        step, [&] { taken = popNumber(queue); },
+                        [&] { pushNumbers(queue, waiting, waiting + others); }))
+                    break;
+                auto left = popAll(queue);
+                left.insert(left.begin(), taken);
+                EXPECT_THAT(possible, Contains(left))
+                    << waiting << " waiting, " << others << " others, step " << step;
+            }
+            EXPECT_GE(step, 2);
+        }
 }
 
 } // namespace
