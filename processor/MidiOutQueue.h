@@ -101,9 +101,11 @@ private:
             continue;
     }
 
-    std::array<Word, kCapacity> places;
+    // The first and the last are apart in memory: the reader changes the one with every message,
+    // the writers the other, and two cores would take each other's line of the cache.
     Word first; ///< number of the oldest message
-    Word next;  ///< all below this number have been added
+    std::array<Word, kCapacity> places;
+    Word next; ///< all below this number have been added
 };
 
 using MidiOutQueue = BasicMidiOutQueue<std::atomic<uint64>>;

@@ -20,7 +20,7 @@ inline void pauseBetweenTries()
     lock but only tries it, giving it back wakes nobody, and so makes no system call either. */
 class TriedLock {
 public:
-    /** @param tries at least 1, with a pause of some nanoseconds after each that was in vain */
+    /** @param tries at most, with a pause of some nanoseconds after each that was in vain */
     TriedLock(Base::Thread::FLock& tried, int tries)
     : lock(tried)
     , isHeld(take(tries))

@@ -72,6 +72,7 @@ private:
     tresult setBinaryState(VstIEditorConnect& editor, IBStream* state);
 
     MidiOutQueue midiOutQueue;
+    std::atomic<bool> isSending{false}; ///< a block is at the queue: writers leave it the lock
     std::unique_ptr<Base::Thread::FLock> midiOutLock;
     std::unique_ptr<Base::Thread::FLock> sampleRateLock;
     // Lone words that need no lock; atomic only so that reading them while they are written is

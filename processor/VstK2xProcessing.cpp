@@ -24,6 +24,22 @@ constexpr uint8 kNoteOn = 0x90;
     samples at 48 kHz, has 667 us. */
 constexpr int kTriesOfTheBlock = 100;
 
+/** A flag that is true for as long as this lives. */
+class RaisedFlag {
+public:
+    explicit RaisedFlag(std::atomic<bool>& raised)
+    : flag(raised)
+    {
+        flag = true;
+    }
+    ~RaisedFlag() { flag = false; }
+    RaisedFlag(const RaisedFlag&) = delete;
+    RaisedFlag& operator=(const RaisedFlag&) = delete;
+
+private:
+    std::atomic<bool>& flag;
+};
+
 /** The instrument's parts know played and not played: any velocity above 0 becomes 127. What counts
     is the velocity rounded up, which is 0 above -1 already. */
 uint8 switchVelocity(float velocity)
@@ -115,8 +131,12 @@ void VstK2x::sendQueuedEvents(IEventList& events)
 {
     // What the library adds meanwhile leaves with the next block: a library that never stops must
     // not hold the audio thread. Most blocks find the queue empty and take no lock.
+    size_t remaining = midiOutQueue.size();
+    if (remaining == 0)
+        return;
+    const RaisedFlag sending(isSending);
     MidiBytes midi;
-    for (size_t remaining = midiOutQueue.size(); remaining > 0 && takeQueued(midi); --remaining) {
+    for (; remaining > 0 && takeQueued(midi); --remaining) {
         Event event = toNoteOn(midi);
         events.addEvent(event);
     }
@@ -137,8 +157,9 @@ void VstK2x::writeMidi(const void* data, int length)
     std::memcpy(midi.data(), data, midi.size());
     const AudioThreadGuard queue(AudioThreadGuard::kAtQueue);
     // Adding needs no lock: this may be the audio thread, which must not wait here either for a
-    // thread that was stopped with the lock in its hands.
-    const TriedLock lock(*midiOutLock, 1);
+    // thread that was stopped with the lock in its hands. And writers that try it again and again
+    // would keep it from a block that needs it for each event.
+    const TriedLock lock(*midiOutLock, isSending ? 0 : 1);
     midiOutQueue.push(midi);
 }
 

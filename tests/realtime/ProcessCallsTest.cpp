@@ -11,6 +11,7 @@
 #include "public.sdk/source/vst/hosting/module.h"
 
 #include <atomic>
+#include <functional>
 #include <gmock/gmock.h>
 #include <optional>
 #include <thread>
@@ -39,6 +40,8 @@ public:
     {
         look();
         events[static_cast<size_t>(count++)] = event;
+        if (onAdd)
+            onAdd();
         return kResultOk;
     }
     tresult PLUGIN_API queryInterface(const TUID, void** obj) override
@@ -53,6 +56,7 @@ public:
 
     std::array<Event, 512> events = {};
     int32 count = 0;
+    std::function<void()> onAdd;
     const CallRecord* watched = nullptr;
     int callsUnderLock = 0;
 };
@@ -299,6 +303,27 @@ TEST_P(ProcessCalls, StayTheSameWhenTheLibraryAnswersFromInside)
     // 256 answers into a queue that is emptied at each 101st: 56 are left.
     EXPECT_EQ(out.count, 56);
     EXPECT_EQ(turnsOfTheLock(), 256u + 56u);
+}
+
+/** Writers that never stop would else have the lock again and again. */
+TEST_P(ProcessCalls, AreNotDisturbedByAWriterWhileTheQueueIsSent)
+{
+    writeMidi(1);
+    writeMidi(2);
+    preparing.clear();
+    out.onAdd = [this] {
+        const NotRecorded meanwhile;
+        std::thread([this] { writeMidi(3); }).join();
+    };
+    process();
+    EXPECT_THAT(pitches(), ElementsAre(1, 2));
+    EXPECT_EQ(turnsOfTheLock(), 2u);
+    EXPECT_EQ(preparing.size(), 0u);
+    out.onAdd = nullptr;
+    process();
+    EXPECT_THAT(pitches(), ElementsAre(1, 2, 3, 3));
+    writeMidi(4);
+    EXPECT_EQ(preparing.count(CallRecord::kTryLock), 1u);
 }
 
 TEST_P(ProcessCalls, EmptyTheQueueAloneWithoutALibrary)
