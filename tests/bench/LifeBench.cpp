@@ -1,42 +1,61 @@
 // A whole life of an instance.
 #include "editorlib/EntryPoints.h"
+#include "support/Utf.h"
 #include "tests/bench/Instance.h"
 #include "tests/bench/Lines.h"
 #include "tests/bench/Table.h"
 
+#include "base/thread/include/flock.h"
+#include "public.sdk/source/vst/vstparameters.h"
+
 #include <dlfcn.h>
+#include <malloc.h>
+#include <map>
 
 namespace bench {
 
 namespace {
 
+using namespace Steinberg;
 using namespace Steinberg::Vst;
 
 constexpr int kParameters = 225;
 constexpr int kAskedForStepCount = 33; ///< two a part, and the edit flag
+constexpr auto kTitle = "Assignable Function 16-1";
 
-/** The calls into the library that a life makes, in a life's order. */
+/** The SDK's parameter with what an editor's parameter has besides. */
+class BareParameter final : public Parameter {
+public:
+    explicit BareParameter(ParamID id)
+    {
+        utf8ToString128(kTitle, info.title);
+        info.id = id;
+    }
+
+    Base::Thread::FLock lock;
+    std::vector<std::string> texts;
+};
+
+/** What a life asks of the library, in a life's order, and what has to be kept of the answers. */
 class BareLife {
 public:
     explicit BareLife(LeanLibrary& lean)
     : library(opaque(lean))
-    , makeObserver(reinterpret_cast<GetObserver>(dlsym(libraryHandle(), "getVSTObserverObject")))
-    {
-    }
-
-    void live()
     {
         library.attachService();
         library.setControllerInterface(nullptr);
         library.setHostType(2);
         library.start();
         for (uint32 id = 0; id < kParameters; ++id)
-            askForParameter(id);
+            addParameter(id);
         library.setEffectInterface(nullptr);
         library.setEffectOption(false);
-        for (uint32 id = 0; id < kParameters; ++id)
-            values += library.getParameterValue(id);
+        for (auto& [id, parameter] : parametersByID)
+            askValue(*parameter);
         library.parametersReady();
+    }
+    ~BareLife()
+    {
         library.setEffectInterface(nullptr);
         library.setControllerInterface(nullptr);
         library.detachService();
@@ -45,45 +64,75 @@ public:
             observer->destroy();
         }
     }
-
-    int32 values = 0;
+    BareLife(const BareLife&) = delete;
+    BareLife& operator=(const BareLife&) = delete;
 
 private:
-    void askForParameter(uint32 id)
+    void addParameter(uint32 id)
     {
-        makeObserver(&observers[id], this, static_cast<int>(id), 37, 12, 0, nullptr,
-                     VstIObserver::ParamModePart, nullptr, nullptr);
-        library.addObserver(observers[id]);
+        addObserver(id);
+        auto* parameter = new BareParameter(id);
+        parameters.addParameter(parameter);
+        parametersByID[id] = parameter;
         if (id < kAskedForStepCount)
-            values += library.getParameterStepCount(id);
+            parameter->getInfo().stepCount = library.getParameterStepCount(id);
         const int32 highest = library.getParameterMax(id);
         const int32 lowest = library.getParameterMin(id);
-        values += library.getParameterValue(id);
+        askValue(*parameter);
+        parameter->texts.resize(static_cast<size_t>(highest - lowest) + 1);
         for (int32 value = lowest; value <= highest; ++value)
-            library.getParameterValueString(id, value, text);
+            library.getParameterValueString(id, value,
+                                            parameter->texts[static_cast<size_t>(value - lowest)]);
+    }
+
+    /** The entry point is looked up for each, which is the library's contract. */
+    void addObserver(uint32 id)
+    {
+        const auto makeObserver =
+            reinterpret_cast<GetObserver>(dlsym(libraryHandle(), "getVSTObserverObject"));
+        VstIObserver* observer = nullptr;
+        makeObserver(&observer, this, static_cast<int>(id), 37, 12, 0, nullptr,
+                     VstIObserver::ParamModePart, nullptr, nullptr);
+        library.addObserver(observer);
+        observers.push_back(observer);
+    }
+
+    void askValue(BareParameter& parameter)
+    {
+        const Base::Thread::FGuard guard(parameter.lock);
+        parameter.setNormalized(library.getParameterValue(parameter.getInfo().id) / 127.0);
     }
 
     VstIEditorConnect& library;
-    GetObserver makeObserver;
-    std::array<VstIObserver*, kParameters> observers = {};
-    std::string text;
+    ParameterContainer parameters;
+    std::map<ParamID, BareParameter*> parametersByID;
+    std::vector<VstIObserver*> observers;
 };
 
-void wholeLife(benchmark::State& state)
+/** As a host that has just started has it: the heap gives its memory back, and every page of the
+    life has to come from the system. */
+void releaseFreeMemory()
+{
+    malloc_trim(0);
+}
+
+void wholeLife(benchmark::State& state, void (*prepare)())
 {
     LeanLibrary library;
     LeanHost host(library, false);
-    BareLife bare(library);
-    compare(state, 1, {[&] { const Instance instance(host); }}, {[&] { bare.live(); }});
+    compare(state, 1, {[&] { const Instance instance(host); }, prepare},
+            {[&] { const BareLife bare(library); }, prepare});
 }
 
 } // namespace
 
 void addLifeLines()
 {
-    addLine(
-        {"create, initialize ... terminate, destroy", "the same library calls", Unit::seconds, 1.3},
-        wholeLife);
+    addLine({"create, initialize ... terminate, destroy", "library calls, what is kept of them",
+             Unit::seconds, 1.3},
+            [](benchmark::State& state) { wholeLife(state, [] {}); });
+    addLine({"the same, in fresh memory", "the same, in fresh memory", Unit::seconds, 1.3},
+            [](benchmark::State& state) { wholeLife(state, releaseFreeMemory); });
 }
 
 } // namespace bench

@@ -22,20 +22,20 @@ constexpr Peer kPeers[] = {{SYNC_DELAY_MODULE, "sync delay", "the SDK's lightest
                            {MIDI_CC_OUT_MODULE, "MIDI CC out", "the SDK's sample that sends MIDI"}};
 
 /** @return 0 when the module could not be scanned */
-double scanNanoseconds(const std::string& module)
+double scanNanoseconds(const std::string& scanner, const std::string& module)
 {
-    const auto answers = runOther("'" SCAN_PROGRAM "' '" + module + "'");
+    const auto answers = runOther("'" + scanner + "' '" + module + "'");
     return answers.empty() ? 0 : answers.begin()->second;
 }
 
-void scan(benchmark::State& state, const Peer& peer)
+void scan(benchmark::State& state, const char* scanner, const Peer& peer)
 {
     std::vector<double> ours;
     std::vector<double> peers;
     for (auto iteration : state) {
         static_cast<void>(iteration);
-        peers.push_back(scanNanoseconds(peer.module) * 1e-9);
-        ours.push_back(scanNanoseconds(OUR_MODULE) * 1e-9);
+        peers.push_back(scanNanoseconds(scanner, peer.module) * 1e-9);
+        ours.push_back(scanNanoseconds(scanner, OUR_MODULE) * 1e-9);
         if (ours.back() <= 0 || peers.back() <= 0)
             return fail(state, "a module could not be scanned");
         state.SetIterationTime(ours.back() + peers.back());
@@ -93,8 +93,10 @@ void addModuleLines()
 {
     for (const Peer& peer : kPeers) {
         const std::string beside = std::string(" beside ") + peer.name;
-        addLine({"scan in a fresh process" + beside, peer.what, Unit::seconds, 1.0},
-                [peer](benchmark::State& state) { scan(state, peer); });
+        addLine({"scan in a process of C" + beside, peer.what, Unit::seconds, 1.1},
+                [peer](benchmark::State& state) { scan(state, SCAN_PROGRAM, peer); });
+        addLine({"scan in a process of C++" + beside, peer.what, Unit::seconds, 1.3},
+                [peer](benchmark::State& state) { scan(state, SCAN_PROGRAM_IN_CPP, peer); });
         addLine({"module size on disk" + beside, peer.what, Unit::bytes, 1.5, true},
                 [peer](benchmark::State& state) { fileSize(state, peer); });
         addLine({"module relocations" + beside, peer.what, Unit::count, 1.5, true},

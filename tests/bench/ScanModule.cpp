@@ -1,6 +1,6 @@
 // scan-module FILE: does with a plug-in module what a host's scan does, and prints the nanoseconds
-// of processor time that it took. A program of its own, so that every scan is a process's first,
-// and without the C++ library, so that the module brings that along as it does in a scanner in C.
+// of processor time that it took. A program of its own, so that every scan is a process's first. It
+// needs nothing of the C++ library, so that it can be linked with and without it.
 #include "pluginterfaces/base/ipluginbase.h"
 
 #include <cstdio>
