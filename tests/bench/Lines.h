@@ -8,6 +8,7 @@ void addLifeLines();
 void addMemoryLines();
 void addProcessLines();
 void addMidiOutLines();
+void addStressLines();
 void addTickLines();
 void addTextLines();
 void addStudioLines();

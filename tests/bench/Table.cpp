@@ -135,6 +135,8 @@ void addLine(const Line& line, Measure measure)
     benchmark->UseManualTime();
     if (line.once)
         benchmark->Iterations(1);
+    if (line.runs > 0)
+        benchmark->Repetitions(line.runs);
 }
 
 void compare(benchmark::State& state, double calls, const Side& ours, const Side& floor)

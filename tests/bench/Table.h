@@ -19,6 +19,7 @@ struct Line {
     Unit unit = Unit::seconds;
     double aim = 0;    ///< highest ratio wanted; 0 for a line that only reports
     bool once = false; ///< the figure does not vary with repetition inside a run
+    int runs = 0;      ///< 0 for as many as the options say
 };
 
 /** Sets the figures of one run: seconds, bytes or a count for each side. */

@@ -37,6 +37,7 @@ int main(int argc, char** argv)
     bench::addMemoryLines();
     bench::addProcessLines();
     bench::addMidiOutLines();
+    bench::addStressLines();
     bench::addTickLines();
     bench::addTextLines();
     bench::addStudioLines();
