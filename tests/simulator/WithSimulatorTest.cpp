@@ -6,6 +6,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -164,6 +165,31 @@ TEST_F(WithSimulator, SaysWhatItNeeds)
     EXPECT_EQ(0, help.status);
     EXPECT_NE(std::string::npos, help.text.find("--no-library"));
     EXPECT_EQ("with-simulator (RDL3/RDL5 VST) 1.6.6\n", run("--version").text);
+}
+
+/** A Mac cannot show one command another library. Here it is a Mac that sees what the outer one
+ * shows. */
+TEST_F(WithSimulator, OnAMacRunsACommandWhereItsLibraryLiesAlready)
+{
+    const std::string onAMac = "env OSTYPE=darwin20 '" WITH_SIMULATOR "' ";
+    const std::string command = "sh -c 'exit 42'";
+    const auto other = "--library '" + write("other", "another library").string() + "' ";
+    const auto runs = [&](const std::string& shown, const std::string& wanted) {
+        return run(shown + onAMac + wanted + command).status == 42;
+    };
+    EXPECT_TRUE(runs("", ""));
+    EXPECT_TRUE(runs(other, other));
+    EXPECT_TRUE(runs("--no-library ", "--no-library "));
+
+    for (const auto& [shown, wanted] : {std::pair<std::string, std::string>{"", other},
+                                        {other, ""},
+                                        {"--no-library ", ""},
+                                        {"", "--no-library "}}) {
+        const auto refused = run(shown + onAMac + wanted + command);
+        EXPECT_EQ(125, refused.status) << shown << wanted;
+        EXPECT_NE(std::string::npos, refused.text.find("scripts/install-simulator"))
+            << shown << wanted;
+    }
 }
 
 TEST_F(WithSimulator, SaysWhenBubblewrapIsMissing)
