@@ -26,7 +26,7 @@ find_program(CMAKE_STRIP llvm-strip-${llvm} REQUIRED)
 find_program(VSTK2X_DSYMUTIL dsymutil-${llvm} REQUIRED)
 find_program(VSTK2X_LINKER ld64.lld-${llvm} REQUIRED)
 
-# macOS 11 is the first on arm64. There is no program to link here, only the bundle.
+# macOS 11 is the first on arm64.
 foreach(language C CXX OBJCXX)
   set(CMAKE_${language}_COMPILER_TARGET "${VSTK2X_DARWIN_ARCH}-apple-macos11")
 endforeach()
@@ -48,8 +48,12 @@ foreach(language CXX OBJCXX)
   set(CMAKE_${language}_FLAGS_INIT
     "-nostdinc -nostdinc++ -isystem ${DARWIN_SDK_DIR}/include/c++/v1 ${system}")
 endforeach()
-set(CMAKE_MODULE_LINKER_FLAGS_INIT
+set(CMAKE_EXE_LINKER_FLAGS_INIT
   "--ld-path=${VSTK2X_LINKER} -mlinker-version=609 -nostdlib -L${DARWIN_SDK_DIR}/lib -L${own}/lib -F${own}/lib -lc++ -lSystem")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT "${CMAKE_EXE_LINKER_FLAGS_INIT}")
+# Only for the plug-in is all of libc++ and of the frameworks listed that it may use. What the tools and
+# tests ask for beside that is looked at once they are linked (tests/macos/check_programs.py).
+add_link_options("$<$<NOT:$<STREQUAL:$<TARGET_PROPERTY:NAME>,vstk2x>>:LINKER:-undefined,dynamic_lookup>")
 
 # The SDK asks for Xcode's version and for the frameworks of its own programs, which are not built here.
 set(ENV{XCODE_VERSION} 14)

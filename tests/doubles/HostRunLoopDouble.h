@@ -1,4 +1,5 @@
-// HostRunLoopDouble: the host's run loop on Linux. Its timers tick when the test says so.
+// HostRunLoopDouble: the host's run loop on Linux. Its timers tick when the test says so. Elsewhere
+// it holds none, since the system has a loop of its own.
 //
 //   host.runLoop.tick();                              // every timer once, in registration order
 //   host.runLoop.intervals() == {50}
@@ -50,18 +51,22 @@ private:
 
 #else
 
-/** Elsewhere timers run on the system's own loop. */
+/** Holds no timer. [host main thread] */
 class HostRunLoopDouble final : public Counted<Steinberg::FUnknown> {
 public:
-    explicit HostRunLoopDouble(HostBooks& host)
-    : Counted(host, "runLoop")
-    {
-    }
-    void tick() {}
+    explicit HostRunLoopDouble(HostBooks& host);
+
+    /** Runs the system's loop for a little longer than the plug-in's period. */
+    void tick();
+    std::vector<Steinberg::uint64> intervals() const { return {}; }
     void forgetTimers() {}
     std::vector<std::string> unbalanced() const { return {}; }
 };
 
 #endif
+
+/** Of calls in a trace, those that there are on this system: a host's run loop is asked on Linux.
+ */
+std::vector<std::string> onThisSystem(std::vector<std::string> calls);
 
 } // namespace doubles

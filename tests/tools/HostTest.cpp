@@ -6,7 +6,7 @@
 #include "tools/common/Failure.h"
 #include "tools/play/host/HostContext.h"
 #include "tools/play/host/HostString.h"
-#include "tools/play/host/RunLoop.h"
+#include "tools/play/host/HostTexts.h"
 
 #include <cstring>
 #include <gmock/gmock.h>
@@ -30,20 +30,6 @@ std::string packed(const char16* text)
 {
     return reinterpret_cast<const char*>(text);
 }
-
-/** A timer that counts its ticks and can end itself. */
-class CountingTimer final : public U::Implements<U::Directly<Linux::ITimerHandler>> {
-public:
-    void PLUGIN_API onTimer() override
-    {
-        ++ticks;
-        if (loop && ticks == endAfter)
-            loop->unregisterTimer(this);
-    }
-    int ticks = 0;
-    int endAfter = 0;
-    RunLoop* loop = nullptr;
-};
 
 } // namespace
 
@@ -108,7 +94,6 @@ TEST(HostContext, OffersAPlainHostsInterfacesOnly)
     EXPECT_FALSE(FUnknownPtr<IHostApplicationW>(&context));
     EXPECT_FALSE(FUnknownPtr<IHostApplicationA>(&context));
     EXPECT_FALSE(FUnknownPtr<IHostClasses>(&context));
-    EXPECT_TRUE(FUnknownPtr<Linux::IRunLoop>(&context));
     const FUnknownPtr<IHostApplication> host(&context);
     ASSERT_TRUE(host);
     String128 name{};
@@ -125,65 +110,18 @@ TEST(HostContext, MarksAnOlderHost)
 
 TEST(HostClasses, HandsOutNewReferencesOfWhatIsOffered)
 {
-    auto loop = owned(new RunLoop);
+    auto mark = owned(new OlderHostMark);
     auto classes = owned(new HostClasses);
-    classes->offer(Linux::IRunLoop::iid, loop);
+    classes->offer(IHostApplicationA::iid, mark);
     void* found = nullptr;
-    ASSERT_EQ(classes->getHostInterface(Linux::IRunLoop::iid, &found), kResultOk);
-    EXPECT_EQ(found, static_cast<Linux::IRunLoop*>(loop.get()));
-    EXPECT_EQ(loop->addRef(), 4U); // this one, ours, the offer's and the new one
-    loop->release();
-    static_cast<Linux::IRunLoop*>(found)->release();
+    ASSERT_EQ(classes->getHostInterface(IHostApplicationA::iid, &found), kResultOk);
+    EXPECT_EQ(found, static_cast<IHostApplicationA*>(mark.get()));
+    EXPECT_EQ(mark->addRef(), 4U); // this one, ours, the offer's and the new one
+    mark->release();
+    static_cast<IHostApplicationA*>(found)->release();
     found = nullptr;
     EXPECT_NE(classes->getHostInterface(IMessage::iid, &found), kResultOk);
     EXPECT_EQ(found, nullptr);
-}
-
-TEST(RunLoop, FiresOncePerPassedPeriod)
-{
-    auto loop = owned(new RunLoop);
-    CountingTimer timer;
-    EXPECT_EQ(loop->registerTimer(&timer, 50), kResultOk);
-    loop->advance(0.049);
-    EXPECT_EQ(timer.ticks, 0);
-    loop->advance(0.001);
-    EXPECT_EQ(timer.ticks, 1);
-    loop->advance(0.5);
-    EXPECT_EQ(timer.ticks, 11);
-    EXPECT_EQ(loop->ticks(), 11);
-}
-
-TEST(RunLoop, DoesNotLoseTicksToShortBlocks)
-{
-    // 44,100 blocks of one sample are one second: 20 periods of 50 ms.
-    auto loop = owned(new RunLoop);
-    CountingTimer timer;
-    loop->registerTimer(&timer, 50);
-    for (int i = 0; i < 44100; ++i)
-        loop->advance(1.0 / 44100);
-    EXPECT_EQ(timer.ticks, 20);
-}
-
-TEST(RunLoop, LetsATimerEndItselfFromItsOwnTick)
-{
-    auto loop = owned(new RunLoop);
-    CountingTimer timer;
-    timer.loop = loop;
-    timer.endAfter = 2;
-    loop->registerTimer(&timer, 10);
-    loop->advance(1);
-    EXPECT_EQ(timer.ticks, 2);
-    EXPECT_NE(loop->unregisterTimer(&timer), kResultOk);
-}
-
-TEST(RunLoop, RefusesNoHandlerAndNoPeriod)
-{
-    auto loop = owned(new RunLoop);
-    CountingTimer timer;
-    EXPECT_NE(loop->registerTimer(nullptr, 50), kResultOk);
-    EXPECT_NE(loop->registerTimer(&timer, 0), kResultOk);
-    loop->advance(1);
-    EXPECT_EQ(timer.ticks, 0);
 }
 
 TEST(HostString, ReadsWideTextsUpToTheirEnd)

@@ -9,10 +9,8 @@ using doubles::MidiTrack;
 using doubles::Outcome;
 using doubles::play;
 using doubles::playOnThisMachine;
-using doubles::playWithoutLibrary;
 using doubles::Words;
 using testing::HasSubstr;
-using testing::Not;
 
 namespace {
 
@@ -41,12 +39,6 @@ TEST_F(PlayFailure, NamesASongThatIsMissingEmptyOrNone)
            "is a damaged MIDI file.");
 }
 
-TEST_F(PlayFailure, LooksAtTheSongBeforeTheEditorLibrary)
-{
-    expect(playWithoutLibrary({folder.file("none.mid")}), "There is no file");
-    expect(playWithoutLibrary({folder.write("text.mid", "no music")}), "is not a MIDI file.");
-}
-
 TEST_F(PlayFailure, NamesABundleThatIsMissing)
 {
     expect(play({song, "--plugin", folder.file("none.vst3")}), "There is no plug-in bundle");
@@ -55,10 +47,6 @@ TEST_F(PlayFailure, NamesABundleThatIsMissing)
 
 TEST_F(PlayFailure, NamesAnEditorLibraryThatIsMissing)
 {
-    expect(playWithoutLibrary({song}), "it found no editor library that it can use");
-    expect(playWithoutLibrary({song}), "check-library");
-    expect(playWithoutLibrary({song}), "with-simulator");
-    expect(playWithoutLibrary({song, "--binding", "service"}), "is missing.");
     expect(playOnThisMachine({song, "--binding", "service", "--library", folder.file("none")}),
            "is missing.");
     expect(playOnThisMachine({song, "--binding", "service", "--library", song}),
@@ -94,12 +82,6 @@ TEST_F(PlayFailure, RefusesACommandLineThatMakesNoSense)
         EXPECT_EQ(outcome.out, "");
         EXPECT_NE(outcome.err, "");
     }
-}
-
-TEST_F(PlayFailure, NamesTheSimulatorToWhoeverHasNoLibraryAndNoSong)
-{
-    EXPECT_THAT(playWithoutLibrary({}).err, HasSubstr("with-simulator"));
-    EXPECT_THAT(play({}).err, Not(HasSubstr("with-simulator")));
 }
 
 TEST_F(PlayFailure, TellsItsVersion)

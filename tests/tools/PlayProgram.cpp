@@ -8,6 +8,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+extern char** environ; // no header of a Mac's declares it
+
 namespace doubles {
 
 namespace {

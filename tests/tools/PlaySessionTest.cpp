@@ -117,12 +117,6 @@ TEST_F(PlaySession, TakesAnyRateAndBlock)
         }
 }
 
-TEST_F(PlaySession, LetsTheTimerTickTwentyTimesASecondOfTheSong)
-{
-    // 12 s and half a second after them are 250 ticks of 50 ms.
-    EXPECT_EQ(playReport({song, "--rate", "48000", "--block", "480"})["timerTicks"], 250);
-}
-
 TEST_F(PlaySession, ShowsWhatACrowdedBlockLoses)
 {
     // Of 101 notes at once the plug-in's queue drops the first hundred.

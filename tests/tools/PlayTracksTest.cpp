@@ -212,14 +212,3 @@ TEST(PlayTracks, RefuseWhatTheyCannotShow)
         EXPECT_NE(outcome.err, "");
     }
 }
-
-TEST(PlayTracks, NeedTheSimulatedEditor)
-{
-    const auto outcome = doubles::playWithScriptedLibrary({"--tracks", "demo"});
-    EXPECT_TRUE(outcome.isOneSentence()) << outcome.out << outcome.err;
-    EXPECT_THAT(outcome.err, HasSubstr("Only the simulated editor library has a user who can pick "
-                                       "parts"));
-    const auto ports = doubles::playWithScriptedLibrary({"--ports"});
-    EXPECT_TRUE(ports.isOneSentence()) << ports.out << ports.err;
-    EXPECT_THAT(ports.err, HasSubstr("choose ports"));
-}

@@ -9,6 +9,7 @@ using namespace Steinberg;
 using namespace Steinberg::Vst;
 using namespace doubles;
 using testing::ElementsAre;
+using testing::ElementsAreArray;
 using testing::IsEmpty;
 
 namespace {
@@ -54,20 +55,21 @@ TEST(ControllerLife, BeginsInOrder)
     EXPECT_EQ(bound.controller->initialize(&bound.host.context), kResultOk);
     const std::string create =
         "componentFactory.createComponent(UID, BBA9E2BA9E28483CAA608081B0166B85)";
-    EXPECT_THAT(milestones(bound.trace,
-                           {"componentFactory.", "component(", "service.", "library.attachService",
-                            "library.setControllerInterface", "library.setHostType",
-                            "library.start", "hostApplicationW.getVersionString", "runLoop.",
-                            "deviceList.", "device(Mixer).", "updateHandler."}),
-                ElementsAre(create, "component(1).getService()", "service.registerPlugin(object)",
-                            "library.attachService()", "library.setControllerInterface(object)",
-                            "hostApplicationW.getVersionString()", "library.setHostType(0)",
-                            "library.start()", "runLoop.registerTimer(50)", "observers",
-                            "hostApplicationW.getVersionString()",
-                            "deviceList.findDevice(Mixer, 0)", "device(Mixer).getValue(selected)",
-                            "updateHandler.addDependent(device(Mixer))",
-                            "updateHandler.addDependent(value(Mixer.selected))",
-                            "componentFactory.destroyComponent(component(1))"));
+    EXPECT_THAT(
+        milestones(bound.trace,
+                   {"componentFactory.", "component(", "service.", "library.attachService",
+                    "library.setControllerInterface", "library.setHostType", "library.start",
+                    "hostApplicationW.getVersionString", "runLoop.", "deviceList.",
+                    "device(Mixer).", "updateHandler."}),
+        ElementsAreArray(onThisSystem(
+            {create, "component(1).getService()", "service.registerPlugin(object)",
+             "library.attachService()", "library.setControllerInterface(object)",
+             "hostApplicationW.getVersionString()", "library.setHostType(0)", "library.start()",
+             "runLoop.registerTimer(50)", "observers", "hostApplicationW.getVersionString()",
+             "deviceList.findDevice(Mixer, 0)", "device(Mixer).getValue(selected)",
+             "updateHandler.addDependent(device(Mixer))",
+             "updateHandler.addDependent(value(Mixer.selected))",
+             "componentFactory.destroyComponent(component(1))"})));
     EXPECT_EQ(bound.controller->terminate(), kResultOk);
     factory.setHostContext(nullptr);
 }
@@ -97,15 +99,16 @@ TEST(ControllerLife, EndsInOrderAndReleasesTheHostsObjectsLast)
                     "portRegistry.findPortById", "port(A).setDisplayed", "service.",
                     "context.release", "portRegistry.release", "updateHandler.release",
                     "hostClasses.release"}),
-        ElementsAre(
-            "runLoop.unregisterTimer()", "library.setControllerInterface(null)",
-            "library.detachService()", "updateHandler.removeDependent(value(Mixer.selected))",
-            "value(Mixer.selected).release()", "updateHandler.removeDependent(device(Mixer))",
-            "updateHandler.removeDependent(value(Piano.output))", "value(Piano.output).release()",
-            "updateHandler.removeDependent(value(Piano.channel))", "value(Piano.channel).release()",
-            "portRegistry.findPortById(A)", "port(A).setDisplayed(true)", "observers",
-            "service.unregisterPlugin(object)", "service.release()", "context.release()",
-            "portRegistry.release()", "updateHandler.release()", "hostClasses.release()"));
+        ElementsAreArray(onThisSystem(
+            {"runLoop.unregisterTimer()", "library.setControllerInterface(null)",
+             "library.detachService()", "updateHandler.removeDependent(value(Mixer.selected))",
+             "value(Mixer.selected).release()", "updateHandler.removeDependent(device(Mixer))",
+             "updateHandler.removeDependent(value(Piano.output))", "value(Piano.output).release()",
+             "updateHandler.removeDependent(value(Piano.channel))",
+             "value(Piano.channel).release()", "portRegistry.findPortById(A)",
+             "port(A).setDisplayed(true)", "observers", "service.unregisterPlugin(object)",
+             "service.release()", "context.release()", "portRegistry.release()",
+             "updateHandler.release()", "hostClasses.release()"})));
 }
 
 /** The whole life with a host that throws at its n-th call; what that call was, and how many came.
@@ -254,11 +257,12 @@ TEST(ControllerLife, TellsAPeerThatIsStillConnectedRightAfterTheTimerHasStopped)
                text == "query(context, IHostApplication)";
     };
     calls.erase(std::remove_if(calls.begin(), calls.end(), isOfTheMessage), calls.end());
-    ASSERT_GT(calls.size(), 4U);
-    calls.resize(4);
-    EXPECT_THAT(
-        calls, ElementsAre("runLoop.unregisterTimer()", "peer.notify(VST_DISCONNECT_MESSAGE_ID)",
-                           "query(context, IHostClasses)", "library.setControllerInterface(null)"));
+    const auto expected =
+        onThisSystem({"runLoop.unregisterTimer()", "peer.notify(VST_DISCONNECT_MESSAGE_ID)",
+                      "query(context, IHostClasses)", "library.setControllerInterface(null)"});
+    ASSERT_GT(calls.size(), expected.size());
+    calls.resize(expected.size());
+    EXPECT_EQ(calls, expected);
 }
 
 TEST(ControllerLife, EndsWithAPeerThatThrowsWhenTheHostLeftItConnected)

@@ -49,14 +49,18 @@ TEST_F(LibraryBinding, GoesThroughItsLifeInOrder)
 TEST_F(LibraryBinding, EndsInOrder)
 {
     ASSERT_EQ(initialize(), kResultOk);
-    ASSERT_EQ(host.runLoop.intervals(), std::vector<uint64>{50});
-    Texts expected = {"runLoop.unregisterTimer()", "library.setControllerInterface(null)"};
+    if (SMTG_OS_LINUX) {
+        ASSERT_EQ(host.runLoop.intervals(), std::vector<uint64>{50});
+    }
+    Texts expected = doubles::onThisSystem(
+        {"runLoop.unregisterTimer()", "library.setControllerInterface(null)"});
+    const auto before = expected.size();
     for (const auto* observer : library->liveObservers()) {
         const auto id = std::to_string(observer->id());
         expected.push_back("library.removeObserver(" + id + ")");
         expected.push_back("observer(" + id + ").destroy()");
     }
-    ASSERT_EQ(expected.size(), 2u + 2u * 225u);
+    ASSERT_EQ(expected.size(), before + 2u * 225u);
     expected.emplace_back("library.destroy()");
     trace.clear();
     EXPECT_EQ(controller->terminate(), kResultOk);

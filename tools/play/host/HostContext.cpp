@@ -44,10 +44,12 @@ void HostClasses::offerNew(const TUID wanted, std::function<IPtr<FUnknown>()> ma
     makers.emplace_back(FUID::fromTUID(wanted), std::move(make));
 }
 
-HostContext::HostContext(const HostFamily& family, const IPtr<RunLoop>& runLoop)
+HostContext::HostContext(const HostFamily& family, [[maybe_unused]] const IPtr<RunLoop>& runLoop)
 : name(family.name)
 {
+#if SMTG_OS_LINUX
     add(Linux::IRunLoop::iid, runLoop);
+#endif
     const auto texts = owned(family.givesNames ? new HostTexts(family) : nullptr);
     const auto mark = owned(family.isOlder ? new OlderHostMark : nullptr);
     add(IHostApplicationW::iid, texts);

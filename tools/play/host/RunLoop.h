@@ -1,6 +1,7 @@
-// RunLoop: the host's timers, which run on the time of the song.
+// RunLoop: the host's timers. On Linux they run on the time of the song.
 #pragma once
 
+#include "base/source/fobject.h"
 #include "pluginterfaces/base/funknownimpl.h"
 #include "pluginterfaces/gui/iplugview.h"
 
@@ -9,6 +10,8 @@
 namespace Steinberg {
 namespace Vst {
 namespace play {
+
+#if SMTG_OS_LINUX
 
 /** Timers fire when the play head passes their time, not when the clock on the wall does: a song
     that is played as fast as possible sees as many ticks as one in real time.
@@ -42,6 +45,23 @@ private:
     double now = 0;
     int64 tickCount = 0;
 };
+
+#else
+
+/** A plug-in's timers are on the system's own loop and run by the clock on the wall: a song that is
+    played faster than that sees fewer of their ticks.
+
+    [host main thread] only. */
+class RunLoop final : public FObject {
+public:
+    /** Lets the system fire what has become due since the last time. Waits for nothing. */
+    void advance(double seconds);
+
+    /** None: the system counts them for nobody. */
+    int64 ticks() const { return 0; }
+};
+
+#endif
 
 } // namespace play
 } // namespace Vst

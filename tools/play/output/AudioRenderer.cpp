@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+extern char** environ; // no header of a Mac's declares it
+
 namespace Steinberg {
 namespace Vst {
 namespace play {

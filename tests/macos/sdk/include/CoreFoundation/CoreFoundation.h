@@ -24,7 +24,9 @@ typedef const void* CFTypeRef;
 typedef const struct __CFAllocator* CFAllocatorRef;
 typedef const struct __CFString* CFStringRef;
 typedef struct __CFString* CFMutableStringRef;
+typedef const struct __CFArray* CFArrayRef;
 typedef const struct __CFDictionary* CFDictionaryRef;
+typedef struct __CFError* CFErrorRef;
 typedef const struct __CFLocale* CFLocaleRef;
 typedef const struct __CFURL* CFURLRef;
 typedef const struct __CFUUID* CFUUIDRef;
@@ -82,16 +84,31 @@ enum {
 extern const CFAllocatorRef kCFAllocatorDefault;
 extern const CFAllocatorRef kCFAllocatorNull;
 extern const CFRunLoopMode kCFRunLoopCommonModes;
+extern const CFRunLoopMode kCFRunLoopDefaultMode;
 
 CFTypeRef CFRetain(CFTypeRef object);
 void CFRelease(CFTypeRef object);
 CFIndex CFGetRetainCount(CFTypeRef object);
 
+// An NSURL may be given here without saying who owns it.
+#ifdef __OBJC__
+#pragma clang arc_cf_code_audited begin
+#endif
+CFArrayRef CFBundleCopyExecutableArchitecturesForURL(CFURLRef);
+#ifdef __OBJC__
+#pragma clang arc_cf_code_audited end
+#endif
+
 CFBundleRef CFBundleCreate(CFAllocatorRef, CFURLRef);
+CFBundleRef CFBundleGetMainBundle(void);
 CFURLRef CFBundleCopyBundleURL(CFBundleRef);
 Boolean CFBundleLoadExecutable(CFBundleRef);
+Boolean CFBundleLoadExecutableAndReturnError(CFBundleRef, CFErrorRef* error);
 void CFBundleUnloadExecutable(CFBundleRef);
 void* CFBundleGetFunctionPointerForName(CFBundleRef, CFStringRef name);
+CFStringRef CFErrorCopyDescription(CFErrorRef);
+CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef, const UInt8* path, CFIndex length,
+                                                 Boolean isDirectory);
 CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef, CFStringRef path, CFURLPathStyle,
                                        Boolean isDirectory);
 Boolean CFURLGetFileSystemRepresentation(CFURLRef, Boolean resolveAgainstBase, UInt8* buffer,
@@ -141,6 +158,7 @@ CFUUIDBytes CFUUIDGetUUIDBytes(CFUUIDRef);
 CFAbsoluteTime CFAbsoluteTimeGetCurrent(void);
 CFRunLoopRef CFRunLoopGetCurrent(void);
 CFRunLoopRef CFRunLoopGetMain(void);
+SInt32 CFRunLoopRunInMode(CFRunLoopMode, CFTimeInterval seconds, Boolean returnAfterOneSource);
 CFRunLoopTimerRef CFRunLoopTimerCreate(CFAllocatorRef, CFAbsoluteTime first,
                                        CFTimeInterval interval, CFOptionFlags, CFIndex order,
                                        CFRunLoopTimerCallBack, CFRunLoopTimerContext*);

@@ -1,5 +1,3 @@
-#ifdef __linux__
-
 #include "tests/simulator/CommandOutput.h"
 
 #include <filesystem>
@@ -214,5 +212,3 @@ TEST_F(WithSimulator, SaysWhenNamespacesAreRefused)
 }
 
 } // namespace
-
-#endif

@@ -1,7 +1,5 @@
 // A host that ends its plug-in after main, when the statics of the module and of the editor library
 // have been destroyed. The address sanitizer sees what of them is still used.
-#ifdef LATE_HOST
-
 #include "tests/simulator/CommandOutput.h"
 
 #include <cstdlib>
@@ -55,5 +53,3 @@ TEST_F(LateEnd, IsNotDisturbedByTicksThatComeStill)
 }
 
 } // namespace
-
-#endif

@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""Builds the simulator, the tools and the test programs for macOS and looks at what they leave open.
+
+check_programs.py SOURCES X86_64 ARM64, the latter two builds that configure-darwin made.
+For x86_64 everything is compiled and linked. libc++, Apple's frameworks, GoogleTest, libsmf and pugixml
+are not there to link, so that the linker leaves open what it does not find: each such symbol must be
+one of theirs, and none of this project's or of Linux's. For arm64 the plug-in's own objects are there
+already; the other sources are read by the compiler with all their warnings, and no code is made of
+them. What that leaves out is the code generator and the linker.
+"""
+import json
+import os
+import pathlib
+import re
+import shlex
+import subprocess
+import sys
+
+# Symbols as the linker sees them: with an underscore before the C name.
+THEIRS = re.compile(r"""_(
+    _Z(T[ISTV]|T[hv][0-9n_]*_)?N?K?(S[tabsiod]|7testing|4pugi)  # the C++ library, GoogleTest, pugixml
+  | _Z(TI[a-z]$|TVN10__cxxabiv1)                                # types of the C++ run-time
+  | _Z(n[aw]|d[al])                                             # operator new and delete
+  | __cxa_ | __gxx_ | __dynamic_cast
+  | smf_ | g_log_                                               # libsmf, and GLib below it
+  | main$                                                       # GoogleTest's
+  | (CF|kCF|NS|OBJC_CLASS_\$_NS|objc_|__CFConstantString)       # Core Foundation, AppKit, Objective-C
+  | Audio                                                       # Core Audio's clock
+  )""", re.VERBOSE)
+# The other rooms are the plug-in, which is compiled for both architectures when the bundle is built.
+FOLDERS = ("simulator", "tools", "tests")
+
+
+def run(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def ninja(build, *arguments):
+    result = subprocess.run(["ninja", "-C", build, *arguments], stdout=subprocess.PIPE,
+                            stderr=subprocess.STDOUT, text=True)
+    if result.returncode:
+        print(result.stdout[-20000:])
+        sys.exit(f"check_programs: {build.name} does not build")
+
+
+def is_program(path):
+    """Mach-O for x86_64, whatever its name is."""
+    with open(path, "rb") as file:
+        start = file.read(16)
+    return start[:4] == b"\xcf\xfa\xed\xfe" and start[12:13] in (b"\x02", b"\x08")
+
+
+def programs(build):
+    found = [path for path in build.rglob("*")
+             if path.is_file() and not path.is_symlink() and path.suffix != ".o" and is_program(path)]
+    return sorted(path for path in found if path.name != "RDL3_RDL5 VST")
+
+
+def open_symbols(program):
+    tables = run("llvm-objdump-14", "--macho", "--bind", "--lazy-bind", "--weak-bind", program)
+    return {line.split()[-1] for line in tables.splitlines() if " flat-namespace " in line}
+
+
+def check_x86_64(build):
+    ninja(build, "all", "moduleinfotool", "validator")
+    wrong = []
+    for program in programs(build):
+        foreign = sorted(symbol for symbol in open_symbols(program) if not THEIRS.match(symbol))
+        wrong += [f"{program.name} needs {symbol}" for symbol in foreign]
+        print(f"x86_64 compiled and linked: {program.relative_to(build)}")
+    if wrong:
+        sys.exit("check_programs: nobody has\n  " + "\n  ".join(wrong))
+
+
+def compilation(entry):
+    """The words of the command, without ccache's before them, and the file that it makes."""
+    words = shlex.split(entry["command"])
+    at = words.index("-o")
+    return words[next(i for i, word in enumerate(words) if "clang" in word):], words[at + 1]
+
+
+def in_ninja(path):
+    return re.sub(r"([$: ])", r"$\1", str(path))
+
+
+def check_arm64(build, sources):
+    ninja(build, "build.ninja")  # sources that came or went
+    entries = json.loads((build / "compile_commands.json").read_text())
+    ninja(build, *(compilation(entry)[1] for entry in entries if "cmake_pch" in entry["file"]))
+
+    # As a build of its own, so that only what has changed is read again.
+    lines = ["builddir = read", "rule read",
+             "  command = cd $folder && $words -MD -MF $out.d -MT $out && touch $out",
+             "  depfile = $out.d", "  deps = gcc"]
+    read = {}
+    for entry in entries:
+        source = pathlib.Path(entry["file"])
+        own = source.is_relative_to(sources) and source.relative_to(sources).parts[0] in FOLDERS
+        if own or source.suffix == ".mm":  # the SDK's for a Mac, too
+            read.setdefault(source, entry)  # once, in however many programs it is
+    for source, entry in read.items():
+        words, output = compilation(entry)
+        words[words.index("-c")] = "-fsyntax-only"
+        del words[words.index("-o"):words.index("-o") + 2]
+        lines += [f"build {in_ninja(output)}.read: read {in_ninja(source)}",
+                  f"  folder = {shlex.quote(entry['directory'])}",
+                  "  words = " + shlex.join(words).replace("$", "$$")]
+    (build / "read.ninja").write_text("\n".join(lines) + "\n")
+    ninja(build, "-f", "read.ninja", "-k", "0")
+    for source in sorted(read):
+        print(f"arm64 read: {os.path.relpath(source, sources)}")
+
+
+def main():
+    sources, x86_64, arm64 = (pathlib.Path(word).resolve() for word in sys.argv[1:])
+    check_x86_64(x86_64)
+    check_arm64(arm64, sources)
+
+
+main()
