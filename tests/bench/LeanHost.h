@@ -66,8 +66,10 @@ public:
 class LeanApplication final : public Lean<Steinberg::IHostApplicationW> {
 public:
     const char16* PLUGIN_API getApplicationName() override { return STR16("Cubase"); }
-    const char16* PLUGIN_API getVersionString() override { return STR16("Version 7.0.0"); }
+    const char16* PLUGIN_API getVersionString() override { return version; }
     tresult PLUGIN_API getCharacterSet() override { return Steinberg::kResultOk; }
+
+    const char16* version = STR16("Version 7.0.0");
 };
 
 /** Hands a library over instead of having it loaded from its file. */
@@ -106,7 +108,12 @@ class LeanHost final : public Steinberg::Vst::IHostApplication, public Steinberg
 public:
     /** @param unicode whether the host is one with Unicode, which tells its name */
     LeanHost(LeanLibrary& library, bool unicode);
+    /** A host with Unicode and without the service: the library is loaded from its file. */
+    LeanHost() = default;
     virtual ~LeanHost() = default;
+
+    /** @param version zero-terminated, borrowed; before the plug-in is initialized */
+    void setVersion(const char16* version) { application.version = version; }
 
     /** From now on getHostInterface gives this object, which is borrowed. */
     void add(const Steinberg::FUID& id, FUnknown* object) { objects.push_back({id, object}); }
@@ -129,7 +136,7 @@ private:
     LeanComponents components;
     LeanApplication application;
     std::vector<Object> objects;
-    bool isUnicode;
+    bool isUnicode = true;
 };
 
 } // namespace bench

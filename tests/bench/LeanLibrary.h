@@ -36,7 +36,7 @@ public:
 };
 
 /** Every parameter has the editor values 0 to highest, with the same texts. */
-class LeanLibrary final : public Steinberg::Vst::VstIEditorConnect {
+class LeanLibrary : public Steinberg::Vst::VstIEditorConnect {
 public:
     /** @param highest at most 127 */
     explicit LeanLibrary(int32 highest = 127);

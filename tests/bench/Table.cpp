@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <map>
 
 namespace bench {
@@ -28,19 +27,12 @@ bool& anyFailed()
     return failed;
 }
 
-double now()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
-}
-
 double secondsOf(const Side& side)
 {
     side.prepare();
-    const double start = now();
+    const double start = threadSeconds();
     side.work();
-    return now() - start;
+    return threadSeconds() - start;
 }
 
 std::string scaled(double value, const char* const (&units)[4], double step)
@@ -157,13 +149,6 @@ void compare(benchmark::State& state, double calls, const Side& ours, const Side
         state.SetIterationTime(ourTimes.back() + floorTimes.back());
     }
     report(state, medianOf(std::move(ourTimes)) / calls, medianOf(std::move(floorTimes)) / calls);
-}
-
-double medianOf(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
 }
 
 int printTable(int argc, char** argv)

@@ -1,6 +1,8 @@
 // Table: the lines of the benchmark table, and how both sides of a line are timed.
 #pragma once
 
+#include "tests/bench/Timing.h"
+
 #include <benchmark/benchmark.h>
 
 #include <functional>
@@ -58,9 +60,6 @@ void keep(const T& value)
 {
     benchmark::DoNotOptimize(value);
 }
-
-/** @param values not empty */
-double medianOf(std::vector<double> values);
 
 /** Runs the lines that the options ask for and prints the table. @return the program's result */
 int printTable(int argc, char** argv);

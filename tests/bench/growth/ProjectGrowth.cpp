@@ -1,0 +1,62 @@
+// Whole projects as a host loads them, with the simulated editor library in its place.
+#include "tests/bench/growth/Growth.h"
+#include "tests/bench/growth/Instances.h"
+
+#include "public.sdk/source/common/memorystream.h"
+
+#include <stdexcept>
+
+namespace bench::growth {
+
+namespace {
+
+using namespace Steinberg;
+
+/** What the project holds of an instance. */
+IPtr<MemoryStream> savedState(LeanHost& host)
+{
+    Instance instance(host);
+    auto state = owned(new MemoryStream);
+    instance.processor().getState(state);
+    if (state->getSize() < 100)
+        throw std::runtime_error("no state: is the simulator in its place (with-simulator)?");
+    return state;
+}
+
+/** Creates every instance and gives it its state, in both of its components. */
+void load(LeanHost& host, int count, MemoryStream& state, Instances& project)
+{
+    for (int number = 0; number < count; ++number) {
+        project.all.push_back(std::make_unique<Instance>(host));
+        Instance& instance = *project.all.back();
+        state.seek(0, IBStream::kIBSeekSet, nullptr);
+        instance.processor().setState(&state);
+        state.seek(0, IBStream::kIBSeekSet, nullptr);
+        instance.controller().setComponentState(&state);
+    }
+}
+
+void addProject(const char* name, Cost cost)
+{
+    addSeries({"projects", name, "instances", cost, {8, 64, 512}, [cost](int count) {
+                   return inFreshProcess([&] {
+                       LeanHost host;
+                       warmUp(host);
+                       const auto state = savedState(host);
+                       Instances project(host, 0);
+                       const double before = residentBytes();
+                       const double seconds = timeOnce([&] { load(host, count, *state, project); });
+                       return cost == Cost::seconds ? seconds : residentBytes() - before;
+                   });
+               }});
+}
+
+} // namespace
+
+void addProjectSeries()
+{
+    addProject("load, with the simulator", Cost::seconds);
+    addProject("memory, with the simulator", Cost::bytes);
+}
+
+} // namespace bench::growth
