@@ -118,13 +118,13 @@ std::vector<VSTiAudioPort::AudioPortInfo>* PortManager::getAudioPortList() noexc
 
 void PortManager::listAudioPorts(std::vector<VSTiAudioPort::AudioPortInfo>& list) const
 {
-    const auto held = audioPortIdList;
+    const PortIds held = audioPortIdList;
     visitAudioInputs(context, [&](IHostPort& port, bool isUnicode) {
         VSTiAudioPort::AudioPortInfo info;
         info.portName = toText(port.getDisplayName(), isUnicode);
         // A hidden port is shown to the library only when we are the ones who hid it.
         if (readPortId(port, isUnicode, info.portId) &&
-            (port.isDisplayed() || holds(held.get(), info.portId)))
+            (port.isDisplayed() || holds(held, info.portId)))
             list.push_back(std::move(info));
     });
 }
@@ -194,18 +194,17 @@ void PortManager::setAudioPortList(const char** ids)
         return;
 
     const bool isUnicode = context.isUnicodeAppHost();
-    const auto held = audioPortIdList;
-    const auto taken = std::make_shared<PortIds>();
-    taken->reserve(kChannels);
+    const PortIds held = audioPortIdList;
+    PortIds taken;
+    taken.reserve(kChannels);
     // From here on nothing throws: a port that is hidden and not remembered would stay hidden, from
     // the user and from us.
     IPtr<IBusDescriptor> buses[kBuses];
     for (auto& bus : buses) {
         bus = stereoBus(hostClasses);
         for (int32 channel = 0; channel < kChannelsOfABus; ++channel, ++ids) {
-            IHostPort* port = guarded<IHostPort*>(nullptr, [&] {
-                return takeAudioPort(*registry, *ids, isUnicode, held.get(), *taken);
-            });
+            IHostPort* port = guarded<IHostPort*>(
+                nullptr, [&] { return takeAudioPort(*registry, *ids, isUnicode, held, taken); });
             if (bus)
                 guarded([&] { bus->setChannelPort(channel, port); });
         }
@@ -214,17 +213,16 @@ void PortManager::setAudioPortList(const char** ids)
     IBusDescriptor* handedOver[kBuses] = {buses[0].take(), buses[1].take()};
     guarded([&] { portHandler->setAudioInputBuses(0, 0, handedOver, kBuses); });
 
-    if (held)
-        for (const std::string& id : *held)
-            guarded([&] {
-                if (isExistAudioPortIdList(id, *taken))
-                    showPort(*registry, id);
-            });
-    audioPortIdList = taken;
+    for (const std::string& id : held)
+        guarded([&] {
+            if (isExistAudioPortIdList(id, taken))
+                showPort(*registry, id);
+        });
+    audioPortIdList = std::move(taken);
 }
 
 IHostPort* PortManager::takeAudioPort(IPortRegistry& registry, const char* id, bool isUnicode,
-                                      const PortIds* held, PortIds& taken)
+                                      const PortIds& held, PortIds& taken)
 {
     if (!id || *id == 0)
         return nullptr;
@@ -324,16 +322,20 @@ void PortManager::firstStartAudioportDisplayCompulsorily()
 
 void PortManager::releasePorts(IPortRegistry* registry) noexcept
 {
-    const auto held = audioPortIdList;
-    if (registry && held)
-        for (const std::string& id : *held)
+    PortIds held;
+    guarded([&] { held = PortIds(audioPortIdList); });
+    // Without memory for a copy the list itself has to do.
+    if (held.size() != audioPortIdList.size())
+        held = std::move(audioPortIdList);
+    if (registry)
+        for (const std::string& id : held)
             guarded([&] { showPort(*registry, id); });
-    audioPortIdList = nullptr;
+    audioPortIdList.clear();
 }
 
-bool PortManager::holds(const PortIds* list, const std::string& id)
+bool PortManager::holds(const PortIds& list, const std::string& id)
 {
-    return list && !isExistAudioPortIdList(id, *list);
+    return !isExistAudioPortIdList(id, list);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that callers know

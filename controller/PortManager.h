@@ -6,7 +6,6 @@
 #include "pluginterfaces/base/ftypes.h"
 
 #include <atomic>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -49,7 +48,7 @@ public:
     void setAudioPortList(const char** ids);
     /** @param id zero-terminated, borrowed; null is no port's */
     void setMidiOutPort(const char* id);
-    bool isConnectAudioPort() const { return audioPortIdList && !audioPortIdList->empty(); }
+    bool isConnectAudioPort() const { return !audioPortIdList.empty(); }
     // [any thread]
     bool isConnectAudioPortHost() const;
     bool isHostReadyForSetPort() const { return hostReadyForSetPort; }
@@ -78,17 +77,15 @@ private:
 
     void listAudioPorts(std::vector<VSTiAudioPort::AudioPortInfo>& list) const;
     void listMidiOutPorts(std::vector<VSTiMidiPort::MidiOutPortInfo>& list) const;
-    static bool holds(const PortIds* list, const std::string& id);
+    static bool holds(const PortIds& list, const std::string& id);
     static IHostPort* takeAudioPort(IPortRegistry& registry, const char* id, bool isUnicode,
-                                    const PortIds* held, PortIds& taken);
+                                    const PortIds& held, PortIds& taken);
     bool isOurMidiPort(IHostPort& port, const std::string& text, bool isUnicode) const;
 
     ControllerContext& context;
     std::vector<VSTiAudioPort::AudioPortInfo> audioPortInfoList;
     std::vector<VSTiMidiPort::MidiOutPortInfo> midiOutPortInfoList;
-    /** IDs of the audio ports that we hold hidden; null for none. Replaced as a whole, so that an
-        operation keeps the list with which it began. */
-    std::shared_ptr<const PortIds> audioPortIdList;
+    PortIds audioPortIdList; ///< IDs of the audio ports that we hold hidden
     std::atomic<bool> initialStartFileLoad{false};
     std::atomic<bool> hostReadyForSetPort{false};
 };
