@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Names what a module has destroyed at exit, and fails for what is not listed here.
 
-usage: check_exit_destructors.py MODULE...
+usage: check_exit_destructors.py (MODULE SYMBOLS)...
+       SYMBOLS is the file that has the module's symbols: of one that is not stripped the module itself
 
 A host may end its plug-ins in a static destructor of its own, when exit has destroyed the statics of
 every module that was loaded later. So nothing that an end or a late tick uses may be among these.
@@ -27,18 +28,26 @@ HARMLESS = {
     "VSTGUI::gPlatformFactory": "only a timer that starts asks for it",
 }
 CALL = re.compile(r"\t(?:call|jmp)\s.*<__cxa_atexit@plt>")
-LOAD = re.compile(r"\tlea\s.*\(%rip\),%(\w+)\s+# [0-9a-f]+ <(.*)>")
+LOAD = re.compile(r"\tlea\s.*\(%rip\),%(\w+)\s+# ([0-9a-f]+) <")
 COPY = re.compile(r"\tmov\s+%(\w+),%(\w+)$")
 
 
-def registered(module):
+def output_of(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def names_by_address(symbols):
+    lines = (line.split(" ", 2) for line in output_of("nm", "-C", "--defined-only", symbols).splitlines())
+    return {int(address, 16): name for address, _, name in lines}
+
+
+def registered(module, symbols):
     """(destructor, object) of every registration."""
-    code = subprocess.run(["objdump", "-d", "-C", "--no-show-raw-insn", module], check=True,
-                          capture_output=True, text=True).stdout
+    names = names_by_address(symbols)
     held = {}
-    for line in code.splitlines():
+    for line in output_of("objdump", "-d", "-C", "--no-show-raw-insn", module).splitlines():
         if load := LOAD.search(line):
-            held[load[1]] = load[2]
+            held[load[1]] = names.get(int(load[2], 16), load[2])
         elif copy := COPY.search(line):
             held[copy[2]] = held.get(copy[1], "?")
         elif CALL.search(line):
@@ -48,7 +57,8 @@ def registered(module):
 
 
 def main():
-    found = {pair for module in sys.argv[1:] for pair in registered(module)}
+    modules = zip(sys.argv[1::2], sys.argv[2::2])
+    found = {pair for module, symbols in modules for pair in registered(module, symbols)}
     ids = sum(destructor == NOTHING_DONE for destructor, _ in found)
     print(f"{ids} IDs")
     unknown = 0
