@@ -42,7 +42,7 @@ struct RackSearch : TrackScene {
     /** Does it once, when the search comes to a track. */
     void when(const std::string& track, std::function<void()> change)
     {
-        host.onCall = [this, call = "device(" + track + ").getValue(output)",
+        host.onCall = [call = "device(" + track + ").getValue(output)",
                        change = std::move(change)](const std::string& text) {
             if (text == call)
                 change();
