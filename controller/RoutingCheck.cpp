@@ -7,7 +7,6 @@
 #include "support/CharacterConvert.h"
 
 #include <cstring>
-#include <utility>
 
 namespace Steinberg {
 namespace Vst {
@@ -110,7 +109,7 @@ bool RoutingCheck::walkOn(IDevice& rack)
         auto connector = instrument ? outputConnector(*instrument) : IPtr<IConnector>();
         if (!connector)
             continue;
-        instruments.push_back({instrument, std::move(connector)});
+        instruments.push_back({instrument, connector});
         return true;
     }
     return false;

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr size_t kBankFile = 64 * 1024; ///< more than a preset file has
+constexpr size_t kBankFile = size_t{64} * 1024; ///< more than a preset file has
 
 /** A file that goes away with this object. */
 class TrialFile {

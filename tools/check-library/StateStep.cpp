@@ -28,7 +28,7 @@ public:
         VstIEditorConnect* connection = &library;
         HostMessage message;
         message.setMessageID(kConnectMessageID);
-        message.getAttributes()->setBinary(kConnectAttributeID, &connection, sizeof(connection));
+        message.getAttributes()->setBinary(kConnectAttributeID, &connection, sizeof(void*));
         processor->notify(&message);
     }
     ~Project()

@@ -184,6 +184,7 @@ private:
         if (options.strict)
             words.emplace_back("--strict");
         std::vector<char*> arguments;
+        arguments.reserve(words.size() + 1);
         for (auto& word : words)
             arguments.push_back(word.data());
         arguments.push_back(nullptr);
