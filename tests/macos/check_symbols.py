@@ -14,7 +14,7 @@ import tempfile
 FUNCTION = "Steinberg::Vst::VstK2x::process(Steinberg::Vst::ProcessData&)"
 FILE = "processor/VstK2xProcessing.cpp"
 # Bytes of the Linux module.
-LARGEST = 330_000
+LARGEST = 330 * 1024
 
 
 def tool(*command):
