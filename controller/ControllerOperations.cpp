@@ -1,8 +1,8 @@
 // VstK2xController's operations that its collaborators carry out, and the library's callbacks.
+#include "basics/CallGuard.h"
 #include "controller/ParameterTable.h"
 #include "controller/UnitList.h"
 #include "controller/VstK2xController.h"
-#include "editorlib/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "presets/VstK2xPresetCreater.h"
 

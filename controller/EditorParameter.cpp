@@ -1,8 +1,8 @@
 #include "controller/EditorParameter.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
+#include "basics/Utf.h"
 #include "editorlib/VstIEditorConnect.h"
-#include "support/Utf.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,8 +1,8 @@
 #include "controller/ParameterModel.h"
 
+#include "basics/CallGuard.h"
 #include "controller/ParameterTable.h"
 #include "controller/VstK2xController.h"
-#include "editorlib/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 
 #include <cstdio>

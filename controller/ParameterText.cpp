@@ -1,6 +1,6 @@
 #include "controller/ParameterText.h"
 
-#include "support/Utf.h"
+#include "basics/Utf.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 #include "controller/PortManager.h"
 
+#include "basics/CallGuard.h"
 #include "controller/ControllerContext.h"
 #include "controller/HostInterface.h"
 #include "controller/PortNames.h"
-#include "editorlib/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "hostapi/IBusDescriptor.h"
 #include "hostapi/IComponentPortHandler.h"

@@ -1,9 +1,9 @@
 #include "controller/RoutingCheck.h"
 
+#include "basics/PlugInInfo.h"
 #include "controller/ControllerContext.h"
 #include "controller/HostInterface.h"
 #include "hostapi/IValue.h"
-#include "module/PlugInInfo.h"
 #include "support/CharacterConvert.h"
 
 #include <cstring>

@@ -1,9 +1,9 @@
 #include "controller/TrackRouting.h"
 
+#include "basics/CallGuard.h"
 #include "controller/ControllerContext.h"
 #include "controller/HostInterface.h"
 #include "controller/RoutingCheck.h"
-#include "editorlib/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "hostapi/IDevice.h"
 #include "hostapi/IDeviceList.h"

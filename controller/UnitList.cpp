@@ -1,6 +1,6 @@
 #include "controller/UnitList.h"
 
-#include "support/Utf.h"
+#include "basics/Utf.h"
 
 #include <cstdio>
 

@@ -1,6 +1,6 @@
 #include "editorlib/EditorLibrary.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "editorlib/EditorLibraryNames.h"
 #include "editorlib/VstIEditorConnect.h"
 

@@ -1,7 +1,7 @@
 // FComponentPtr: holds one component that the host's component factory made for us.
 #pragma once
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "hostapi/IComponentFactory.h"
 #include "hostapi/IHostClasses.h"
 #include "pluginterfaces/base/ipluginbase.h"

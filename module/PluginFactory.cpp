@@ -1,7 +1,7 @@
 // The class factory: GetPluginFactory and the two classes behind it.
+#include "basics/CallGuard.h"
+#include "basics/PlugInInfo.h"
 #include "controller/VstK2xController.h"
-#include "editorlib/CallGuard.h"
-#include "module/PlugInInfo.h"
 #include "platform/Timers.h"
 #include "processor/VstK2x.h"
 

@@ -1,6 +1,6 @@
 #include "presets/PresetChunkFile.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "presets/PresetMetaInfo.h"
 
-#include "module/PlugInInfo.h"
+#include "basics/PlugInInfo.h"
 #include "presets/VstK2xPresetCreater.h"
 
 namespace Steinberg {

@@ -1,8 +1,8 @@
 #include "presets/VstK2xPresetCreater.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
+#include "basics/PlugInInfo.h"
 #include "editorlib/VstIEditorConnect.h"
-#include "module/PlugInInfo.h"
 #include "presets/PresetMetaInfo.h"
 #include "presets/VoiceText.h"
 #include "presets/VstK2xPreset.h"

@@ -1,6 +1,6 @@
 #include "presets/VstK2xUserBank.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 
 namespace Steinberg {
 namespace Vst {

@@ -1,9 +1,9 @@
 #include "processor/VstK2x.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
+#include "basics/PlugInInfo.h"
 #include "editorlib/ConnectionMessages.h"
 #include "editorlib/VstIEditorConnect.h"
-#include "module/PlugInInfo.h"
 
 #include "pluginterfaces/base/ustring.h"
 #include "pluginterfaces/vst/ivstevents.h"

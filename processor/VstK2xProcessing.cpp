@@ -1,7 +1,7 @@
 // VstK2x on the audio thread: host events in, library MIDI out.
 #include "processor/VstK2x.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "processor/AudioThreadGuard.h"
 #include "processor/TriedLock.h"

@@ -9,7 +9,7 @@
 // the same.
 #include "processor/VstK2x.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 
 #include "pluginterfaces/base/ibstream.h"

@@ -1,7 +1,7 @@
 // ControllerLink: the simulated library's way to its controller.
 #pragma once
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "editorlib/VstIControllerInterface.h"
 
 #include <mutex>

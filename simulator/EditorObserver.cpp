@@ -1,6 +1,6 @@
 #include "simulator/EditorObserver.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "simulator/Instrument.h"
 #include "simulator/NeverDestroyed.h"
 

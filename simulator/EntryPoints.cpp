@@ -1,5 +1,5 @@
 // The three functions that the simulated editor library exports.
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "simulator/EditorObserver.h"
 #include "simulator/InstanceList.h"
 

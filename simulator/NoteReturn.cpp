@@ -1,6 +1,6 @@
 #include "simulator/NoteReturn.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 
 namespace Steinberg {
 namespace Vst {

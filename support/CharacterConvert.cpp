@@ -1,7 +1,7 @@
 #include "support/CharacterConvert.h"
 
+#include "basics/Utf.h"
 #include "platform/SystemText.h"
-#include "support/Utf.h"
 
 #include <cstdlib>
 

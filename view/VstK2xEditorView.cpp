@@ -1,7 +1,7 @@
 #include "view/VstK2xEditorView.h"
 
+#include "basics/CallGuard.h"
 #include "controller/VstK2xController.h"
-#include "editorlib/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "platform/CurrentEvent.h"
 #include "support/HostKind.h"

@@ -1,4 +1,5 @@
 // The entry points that a Linux host calls after loading and before unloading the module.
+#include "basics/CallGuard.h"
 #include "module/ModuleInit.h"
 #include "pluginterfaces/base/fplatform.h"
 
@@ -80,11 +81,8 @@ bool ModuleEntry(void* handle)
     // The loader counts the handle's uses itself, so there is no reference to take here.
     if (handle) {
         moduleHandle = handle;
-        try {
-            readOwnPath();
-        } catch (...) {
-            gPath[0] = 0;
-        }
+        gPath[0] = 0;
+        Steinberg::Vst::guarded([] { readOwnPath(); });
     }
     return InitModule();
 }

@@ -1,4 +1,5 @@
 // VSTGUI timers on the run loop that the host handed to the plug-in factory.
+#include "basics/CallGuard.h"
 #include "platform/TimerPlatformFactory.h"
 #include "platform/Timers.h"
 
@@ -102,7 +103,7 @@ public:
     {
         if (receiver)
             return false;
-        try {
+        return guarded(false, [&] {
             auto started = std::make_unique<TickReceiver>(listener);
             // Null when the host has no run loop; the timer then never fires.
             started->timer = owned(Timer::create(started.get(), fireTime));
@@ -110,10 +111,8 @@ public:
                 return false;
             runLoop = factorysRunLoop;
             receiver = std::move(started);
-        } catch (...) {
-            return false;
-        }
-        return true;
+            return true;
+        });
     }
 
     bool stop() override
@@ -121,14 +120,13 @@ public:
         if (!receiver)
             return false;
         receiver->listener = nullptr;
-        try {
+        guarded([this] {
             receiver->timer->stop();
             StoppedTimers::add(std::move(receiver));
-        } catch (...) {
-            // At its end the SDK's timer would ask the run loop again, where an exception ends the
-            // host. So neither it nor what it calls has an end.
-            static_cast<void>(receiver.release());
-        }
+        });
+        // Left where stopping threw. At its end the SDK's timer would ask the run loop again, where
+        // an exception ends the host. So neither it nor what it calls has an end.
+        static_cast<void>(receiver.release());
         runLoop = nullptr;
         return true;
     }
@@ -147,11 +145,8 @@ public:
     VSTGUI::PlatformTimerPtr
     createTimer(VSTGUI::IPlatformTimerCallback* callback) const noexcept override
     {
-        try {
-            return VSTGUI::makeOwned<HostRunLoopTimer>(callback);
-        } catch (...) {
-            return nullptr;
-        }
+        return guarded(VSTGUI::PlatformTimerPtr(),
+                       [=] { return VSTGUI::makeOwned<HostRunLoopTimer>(callback); });
     }
 };
 

@@ -1,7 +1,7 @@
 #include "platform/PresetFolders.h"
 
+#include "basics/Utf.h"
 #include "platform/FolderRecursion.h"
-#include "platform/linux/Utf8.h"
 
 #include <cerrno>
 #include <sys/stat.h>

@@ -1,4 +1,5 @@
 // VSTGUI timers on the Core Foundation run loop of the thread that starts them.
+#include "basics/CallGuard.h"
 #include "platform/TimerPlatformFactory.h"
 #include "platform/Timers.h"
 
@@ -18,11 +19,8 @@ public:
     VSTGUI::PlatformTimerPtr
     createTimer(VSTGUI::IPlatformTimerCallback* callback) const noexcept override
     {
-        try {
-            return VSTGUI::makeOwned<VSTGUI::MacTimer>(callback);
-        } catch (...) {
-            return nullptr;
-        }
+        return guarded(VSTGUI::PlatformTimerPtr(),
+                       [=] { return VSTGUI::makeOwned<VSTGUI::MacTimer>(callback); });
     }
 };
 

@@ -1,6 +1,6 @@
 // A whole life of an instance.
+#include "basics/Utf.h"
 #include "editorlib/EntryPoints.h"
-#include "support/Utf.h"
 #include "tests/bench/Instance.h"
 #include "tests/bench/Lines.h"
 #include "tests/bench/Table.h"

@@ -1,5 +1,5 @@
 // The host's tracks and ports.
-#include "support/Utf.h"
+#include "basics/Utf.h"
 #include "tests/bench/Instance.h"
 #include "tests/bench/LeanStudio.h"
 #include "tests/bench/Lines.h"

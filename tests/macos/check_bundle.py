@@ -15,7 +15,7 @@ import sys
 ARCHITECTURES = ("x86_64", "arm64")
 NAME = "RDL3_RDL5 VST"
 OWN_FOLDERS = ("module", "processor", "controller", "view", "presets", "editorlib", "hostapi",
-               "support", "platform")
+               "support", "platform", "basics")
 # The two files that call what is deprecated or Carbon's, and the entry points.
 FRAMEWORK_INCLUDES = {
     "module/mac/BundleEntry.h CoreFoundation",
@@ -80,9 +80,9 @@ def documented_imports(path, arch):
 
 
 def constant(sources, name):
-    text = (sources / "module/PlugInInfo.h").read_text()
+    text = (sources / "basics/PlugInInfo.h").read_text()
     found = re.search(rf'{name} = "([^"]*)"', text)
-    expect(found, f"module/PlugInInfo.h has no {name}")
+    expect(found, f"basics/PlugInInfo.h has no {name}")
     return found[1]
 
 

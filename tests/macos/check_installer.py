@@ -81,7 +81,7 @@ def attributes(root, path):
 
 
 def check_distribution(root, sources, place):
-    name = re.search(r'kPlugInName = "([^"]*)"', (sources / "module/PlugInInfo.h").read_text())[1]
+    name = re.search(r'kPlugInName = "([^"]*)"', (sources / "basics/PlugInInfo.h").read_text())[1]
     title = root.findtext("title")
     expect(title == name, f'the title is "{title}", not "{name}"')
 

@@ -1,5 +1,5 @@
 // Parameters, presets and the simulated user, through the built program and plug-in.
-#include "module/PlugInInfo.h"
+#include "basics/PlugInInfo.h"
 #include "presets/VstK2xPreset.h"
 #include "presets/VstK2xUserBank.h"
 #include "tests/tools/MidiBytes.h"

@@ -1,5 +1,6 @@
 // The tables and IDs that hosts, host extensions and editor libraries of others are built against.
 // A slot that moves breaks them without any compiler's notice.
+#include "basics/PlugInInfo.h"
 #include "controller/VstK2xController.h"
 #include "editorlib/EditorLibrary.h"
 #include "editorlib/EditorLibraryNames.h"
@@ -22,7 +23,6 @@
 #include "hostapi/IHostPort.h"
 #include "hostapi/IPortRegistry.h"
 #include "hostapi/IValue.h"
-#include "module/PlugInInfo.h"
 #include "processor/VstK2x.h"
 
 #include <algorithm>

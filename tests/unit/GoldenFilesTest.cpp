@@ -1,7 +1,7 @@
 // The states and preset files of this version, as users have them on their disks: they are loaded
 // by every later version, and this one writes exactly them. Each is written down byte by byte in
 // tests/golden/ from the format's definition; none of them ever changes.
-#include "module/PlugInInfo.h"
+#include "basics/PlugInInfo.h"
 #include "presets/VstK2xPresetCreater.h"
 #include "processor/VstK2x.h"
 #include "tests/doubles/StreamDouble.h"

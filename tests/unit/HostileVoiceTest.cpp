@@ -1,7 +1,7 @@
 // Voices that try to break out of the preset folder or out of a buffer.
 #include "tests/unit/PresetCreaterFixture.h"
 
-#include "module/PlugInInfo.h"
+#include "basics/PlugInInfo.h"
 #include "presets/VstK2xPreset.h"
 #include "tests/doubles/PresetXml.h"
 

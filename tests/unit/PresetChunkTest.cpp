@@ -1,6 +1,6 @@
 #include "presets/VstK2xPreset.h"
 
-#include "module/PlugInInfo.h"
+#include "basics/PlugInInfo.h"
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/doubles/StreamDouble.h"
 #include "tests/doubles/TemporaryHome.h"

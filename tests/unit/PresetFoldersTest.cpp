@@ -3,9 +3,6 @@
 #include "platform/FolderRecursion.h"
 #include "presets/VstK2xPresetCreater.h"
 #include "tests/doubles/TemporaryHome.h"
-#if !defined(__APPLE__)
-#include "platform/linux/Utf8.h"
-#endif
 
 #include <gmock/gmock.h>
 
@@ -230,18 +227,3 @@ TEST(PresetFolders, AFileInPlaceOfAParentFails)
     std::string path;
     EXPECT_EQ(VstK2xPresetCreater::createOutputPath(path, VstK2xPresetCreater::kUserFolder), 1);
 }
-
-#if !defined(__APPLE__)
-TEST(Utf8, WellFormedTextsAreTold)
-{
-    for (const char* text :
-         {"", "plain", "\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF",
-          "\xEE\x80\x80", "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF", "a\xC3\xA4z"})
-        EXPECT_TRUE(isUtf8(text)) << text;
-    for (const char* text :
-         {"\x80", "\xBF", "\xC0\x80", "\xC1\xBF", "\xC2", "\xC2z", "\xE0\x9F\xBF", "\xE1\x80",
-          "\xE1\x80z", "\xED\xA0\x80", "\xED\xBF\xBF", "\xF0\x8F\xBF\xBF", "\xF0\x90\x80",
-          "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFE", "\xFF", "ok\xC3", "\xC3\xA4\xA4"})
-        EXPECT_FALSE(isUtf8(text)) << text;
-}
-#endif

@@ -1,6 +1,6 @@
 #include "presets/VstK2xUserBank.h"
 
-#include "module/PlugInInfo.h"
+#include "basics/PlugInInfo.h"
 #include "presets/VstK2xPreset.h"
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/doubles/Sanitized.h"

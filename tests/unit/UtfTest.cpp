@@ -1,4 +1,4 @@
-#include "support/Utf.h"
+#include "basics/Utf.h"
 #include "platform/SystemText.h"
 
 #include <gtest/gtest.h>
@@ -160,3 +160,16 @@ TEST(SystemText, EachLoneSurrogateBecomesOneQuestionMark)
     EXPECT_EQ(toSystemCodePage(text.data(), 0), "");
 }
 #endif
+
+TEST(Utf, IsUtf8TellsWellFormedTexts)
+{
+    for (const char* text :
+         {"", "plain", "\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF",
+          "\xEE\x80\x80", "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF", "a\xC3\xA4z"})
+        EXPECT_TRUE(isUtf8(text)) << text;
+    for (const char* text :
+         {"\x80", "\xBF", "\xC0\x80", "\xC1\xBF", "\xC2", "\xC2z", "\xE0\x9F\xBF", "\xE1\x80",
+          "\xE1\x80z", "\xED\xA0\x80", "\xED\xBF\xBF", "\xF0\x8F\xBF\xBF", "\xF0\x90\x80",
+          "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFE", "\xFF", "ok\xC3", "\xC3\xA4\xA4"})
+        EXPECT_FALSE(isUtf8(text)) << text;
+}

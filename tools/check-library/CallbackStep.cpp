@@ -1,5 +1,5 @@
 // The step that watches what the library calls, on which thread and for how long.
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
 #include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"

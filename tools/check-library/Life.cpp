@@ -1,6 +1,6 @@
 #include "tools/check-library/Life.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "editorlib/EditorLibraryNames.h"
 #include "tools/common/Failure.h"
 

@@ -1,5 +1,5 @@
 // The step that asks the library for what the plug-in mirrors as VST parameters.
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
 #include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"

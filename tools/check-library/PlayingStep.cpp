@@ -1,6 +1,6 @@
 // The step that does what a host's play button does, and asks the questions around it.
+#include "basics/CallGuard.h"
 #include "controller/PortNames.h"
-#include "editorlib/CallGuard.h"
 #include "tools/check-library/Life.h"
 #include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"

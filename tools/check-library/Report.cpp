@@ -1,6 +1,6 @@
 #include "tools/check-library/Report.h"
 
-#include "module/PlugInInfo.h"
+#include "basics/PlugInInfo.h"
 #include "tools/common/Json.h"
 #include "tools/common/VoiceWalk.h"
 

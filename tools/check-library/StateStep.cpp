@@ -1,5 +1,5 @@
 // The step that saves the library's state and restores it, as a project does.
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "editorlib/ConnectionMessages.h"
 #include "processor/VstK2x.h"
 #include "public.sdk/source/common/memorystream.h"

@@ -1,6 +1,6 @@
 #include "tools/check-library/TextRules.h"
 
-#include "support/Utf.h"
+#include "basics/Utf.h"
 
 namespace Steinberg {
 namespace Vst {

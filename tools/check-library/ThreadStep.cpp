@@ -1,6 +1,6 @@
 // The step that plays notes on several instances at once, as a host with several audio threads
 // does.
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
 #include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"

@@ -1,5 +1,5 @@
 // The step that asks for voices, categories and user banks, as the preset library's generator does.
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
 #include "tools/check-library/Steps.h"
 #include "tools/check-library/Tally.h"

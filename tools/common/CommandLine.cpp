@@ -1,6 +1,6 @@
 #include "tools/common/CommandLine.h"
 
-#include "module/PlugInInfo.h"
+#include "basics/PlugInInfo.h"
 #include "tools/common/Program.h"
 
 #include <CLI/CLI.hpp>

@@ -1,6 +1,6 @@
 #include "tools/make-presets/EditorConnection.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "editorlib/EditorLibraryNames.h"
 #include "editorlib/EntryPoints.h"
 #include "editorlib/VstIEditorConnect.h"

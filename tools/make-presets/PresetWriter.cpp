@@ -1,6 +1,6 @@
 #include "tools/make-presets/PresetWriter.h"
 
-#include "editorlib/CallGuard.h"
+#include "basics/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "presets/VoiceText.h"
 

@@ -1,6 +1,7 @@
-#include "support/Utf.h"
+#include "basics/Utf.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace Steinberg {
 namespace Vst {
@@ -81,8 +82,9 @@ Form formOf(unsigned char lead)
     return {0, 0, 0};
 }
 
-/** Takes the next character off text, which is not empty; a malformed byte goes alone. */
-char32_t takeCharacter(std::string_view& text)
+/** Takes the next character off text, which is not empty. A malformed byte goes alone and gives
+    none. */
+std::optional<char32_t> takeWellFormed(std::string_view& text)
 {
     const Form form = formOf(static_cast<unsigned char>(text[0]));
     char32_t character = form.bits;
@@ -95,7 +97,12 @@ char32_t takeCharacter(std::string_view& text)
     wellFormed = wellFormed && character >= form.least && character <= 0x10FFFF &&
                  !isHighSurrogate(character) && !isLowSurrogate(character);
     text.remove_prefix(wellFormed ? form.bytes : 1);
-    return wellFormed ? character : kReplacement;
+    return wellFormed ? std::optional(character) : std::nullopt;
+}
+
+char32_t takeCharacter(std::string_view& text)
+{
+    return takeWellFormed(text).value_or(kReplacement);
 }
 
 struct Units {
@@ -148,6 +155,14 @@ void utf8ToString128(std::string_view text, char16* buffer) noexcept
         used += units.count;
     }
     buffer[used] = 0;
+}
+
+bool isUtf8(std::string_view text) noexcept
+{
+    while (!text.empty())
+        if (!takeWellFormed(text))
+            return false;
+    return true;
 }
 
 size_t boundedLength(const char16* text, size_t size) noexcept

@@ -28,6 +28,9 @@ std::u16string utf8ToUtf16(std::string_view text);
     character of two units that would not fit whole ends the text */
 void utf8ToString128(std::string_view text, char16* buffer) noexcept;
 
+/** Whether every byte is part of a well-formed character, as utf8ToUtf16 takes them. */
+bool isUtf8(std::string_view text) noexcept;
+
 /** Length of a text in a buffer of at most size units (bytes): up to its terminator or, when it has
     none, to the end of the buffer. Reads nothing behind either. */
 size_t boundedLength(const char16* text, size_t size) noexcept;
