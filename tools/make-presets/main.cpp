@@ -1,9 +1,9 @@
 // make-presets: writes the synthesizer's voices as a library of preset files.
+#include "tools/common/Interruption.h"
 #include "tools/common/Program.h"
 #include "tools/common/ProgressBar.h"
 #include "tools/make-presets/EditorConnection.h"
 #include "tools/make-presets/ExcludedNames.h"
-#include "tools/make-presets/Interruption.h"
 #include "tools/make-presets/Options.h"
 #include "tools/make-presets/PresetWriter.h"
 #include "tools/make-presets/Summary.h"
@@ -26,7 +26,7 @@ size_t writeAll(const std::vector<tools::Voice>& voices, PresetWriter& writer,
     tools::ProgressBar bar(isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
     const auto all = static_cast<double>(voices.size());
     size_t done = 0;
-    while (done < voices.size() && !isInterrupted()) {
+    while (done < voices.size() && !tools::isInterrupted()) {
         bar.show(static_cast<double>(done), all);
         const auto& voice = voices[done++];
         const auto result = writer.write(voice);
@@ -47,10 +47,10 @@ int run(int argc, char** argv)
     auto excluded = readExcludedNames(options.excludedFile);
     const EditorConnection library(options.library);
     const PresetFolder folder(options.folder, !options.dryRun);
-    noticeInterruption();
+    tools::noticeInterruption();
 
     VstK2xPresetCreater creater(library.get());
-    const auto voices = tools::collectVoices(creater, options.banks, isInterrupted);
+    const auto voices = tools::collectVoices(creater, options.banks, tools::isInterrupted);
     PresetWriter writer(library.get(), folder, std::move(excluded), options.overwrite,
                         options.dryRun);
     Summary summary;
@@ -59,7 +59,7 @@ int run(int argc, char** argv)
     for (const auto& sentence : summary.remarks())
         std::cerr << "make-presets: " << sentence << '\n';
     std::cout << summary.text(folder.path(), voices.size() - done, options.dryRun);
-    if (isInterrupted()) {
+    if (tools::isInterrupted()) {
         std::cerr << "make-presets: Interrupted; what is written is whole.\n";
         return kInterruptedStatus;
     }

@@ -1,10 +1,10 @@
-#include "tools/make-presets/Interruption.h"
+#include "tools/common/Interruption.h"
 
 #include <csignal>
 
 namespace Steinberg {
 namespace Vst {
-namespace makepresets {
+namespace tools {
 
 namespace {
 
@@ -36,6 +36,6 @@ bool isInterrupted()
     return interrupted != 0;
 }
 
-} // namespace makepresets
+} // namespace tools
 } // namespace Vst
 } // namespace Steinberg
