@@ -180,7 +180,7 @@ std::vector<char> EditorLibrary::getStateChunk()
 
 void EditorLibrary::receiveHostMidi(const uint8* data, int32 length)
 {
-    instrument->notes.receive(data, length);
+    instrument->midi.receiveFromHost(data, length);
 }
 
 int32 EditorLibrary::getCategoryName(int32 mainCategory, char* buffer)
@@ -252,7 +252,7 @@ int32 EditorLibrary::applyUserBank(int32 bank, int32 number, const char* data, i
 void EditorLibrary::setEffectInterface(VstIEffectInterface* effect)
 {
     instrument->log.add("setEffectInterface(" + presence(effect) + ")");
-    instrument->notes.setEffect(effect);
+    instrument->midi.setEffect(effect);
 }
 
 void EditorLibrary::setControllerInterface(VstIControllerInterface* controller)

@@ -123,6 +123,11 @@ bool EditorObserver::add(const Gesture& gesture)
     return true;
 }
 
+void EditorObserver::raise(State& observer, const Gesture& gesture)
+{
+    observer.raise(gesture);
+}
+
 void EditorObserver::destroy()
 {
     std::shared_ptr<Instrument> instrument;

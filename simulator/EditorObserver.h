@@ -33,6 +33,8 @@ struct ObserverCallbacks {
     Nothing is raised once it was detached or destroyed, even by a callback on the way. */
 class EditorObserver final : public VstIObserver {
 public:
+    struct State;
+
     static constexpr size_t capacity = 1000; ///< gestures that can wait
 
     explicit EditorObserver(const ObserverCallbacks& callbacks);
@@ -52,6 +54,11 @@ public:
     /** @return false when the capacity is used up; gestures nobody collects for are dropped */
     bool add(const Gesture& gesture);
 
+    /** What raise needs of an observer, which may end meanwhile. */
+    std::shared_ptr<State> shared() const { return state; }
+    /** Raises a gesture at once, on the calling thread, if the observer is attached. */
+    static void raise(State& observer, const Gesture& gesture);
+
     void destroy() override;
     void reserved1() override {}
     void reserved2() override {}
@@ -61,7 +68,6 @@ public:
     void checkChange() override;
 
 private:
-    struct State;
     ~EditorObserver();
 
     std::shared_ptr<State> state; ///< also held by a checkChange under way

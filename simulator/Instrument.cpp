@@ -21,6 +21,16 @@ int32 voiceValue(int32 bank, int32 number, size_t column)
 
 } // namespace
 
+Instrument::Instrument()
+{
+    midi.connect();
+}
+
+Instrument::~Instrument()
+{
+    midi.close();
+}
+
 bool Instrument::addObserver(VstIObserver* observer)
 {
     auto* own = EditorObserver::find(observer);
@@ -36,12 +46,15 @@ bool Instrument::addObserver(VstIObserver* observer)
 bool Instrument::removeObserver(VstIObserver* observer)
 {
     auto* own = EditorObserver::find(observer);
-    const std::lock_guard<std::mutex> guard(observersMutex);
-    const auto found = std::find(observers.begin(), observers.end(), own);
-    if (!own || found == observers.end())
-        return false;
-    observers.erase(found);
-    own->detach(*this);
+    {
+        const std::lock_guard<std::mutex> guard(observersMutex);
+        const auto found = std::find(observers.begin(), observers.end(), own);
+        if (!own || found == observers.end())
+            return false;
+        observers.erase(found);
+        own->detach(*this);
+    }
+    midi.waitForReceiver(); // which may be in a callback of this observer
     return true;
 }
 
@@ -53,11 +66,11 @@ void Instrument::letGo()
             observer->detach(*this);
         observers.clear();
     }
-    notes.setEffect(nullptr);
+    midi.close();
     controller.set(nullptr);
 }
 
-bool Instrument::raise(uint32 id, const Gesture& gesture)
+bool Instrument::addGesture(uint32 id, const Gesture& gesture)
 {
     bool accepted = true;
     const std::lock_guard<std::mutex> guard(observersMutex);
@@ -65,6 +78,19 @@ bool Instrument::raise(uint32 id, const Gesture& gesture)
         if (observer->id() == id && !observer->add(gesture))
             accepted = false;
     return accepted;
+}
+
+void Instrument::raiseNow(uint32 id, const Gesture& gesture)
+{
+    std::vector<std::shared_ptr<EditorObserver::State>> watching;
+    {
+        const std::lock_guard<std::mutex> guard(observersMutex);
+        for (auto* observer : observers)
+            if (observer->id() == id)
+                watching.push_back(observer->shared());
+    }
+    for (const auto& observer : watching)
+        EditorObserver::raise(*observer, gesture);
 }
 
 bool Instrument::turnKnob(uint32 id, const std::vector<int32>& newValues)
@@ -75,16 +101,33 @@ bool Instrument::turnKnob(uint32 id, const std::vector<int32>& newValues)
     Gesture gesture;
     for (const int32 value : newValues)
         gesture.values.push_back(parameters.clamped(index, value));
-    if (!raise(id, gesture))
+    if (!addGesture(id, gesture))
         return false;
     parameters.setValue(index, gesture.values.back());
     lastKnob = id;
-    const size_t flag = parameters.find(ParameterModel::editFlag);
-    if (index != flag && parameters.value(flag) == 0) {
-        parameters.setValue(flag, 1);
-        raise(ParameterModel::editFlag, {{1}, true});
-    }
+    if (id != ParameterModel::editFlag)
+        markEdited(&Instrument::raiseLater);
+    for (const int32 value : gesture.values)
+        midi.sendValue(index, value);
     return true;
+}
+
+void Instrument::takeValue(size_t index, int32 value)
+{
+    if (parameters.value(index) == value)
+        return;
+    parameters.setValue(index, value);
+    raiseNow(parameters.id(index), {{value}, true});
+    markEdited(&Instrument::raiseNow);
+}
+
+void Instrument::markEdited(Raise raise)
+{
+    const size_t flag = parameters.find(ParameterModel::editFlag);
+    if (parameters.value(flag) != 0)
+        return;
+    parameters.setValue(flag, 1);
+    (this->*raise)(ParameterModel::editFlag, {{1}, true});
 }
 
 void Instrument::automate(uint32 id, double normalized)
@@ -96,6 +139,7 @@ void Instrument::automate(uint32 id, double normalized)
     parameters.setValue(index, parameters.fromNormalized(index, normalized));
     hostValues[index].normalized = normalized;
     hostValues[index].waiting = true;
+    midi.sendValueFromAudioThread(index);
 }
 
 void Instrument::passHostValueOn(uint32 id)
@@ -116,6 +160,21 @@ void Instrument::passHostValueOn(uint32 id)
 bool Instrument::applyVoice(int32 bank, int32 number)
 {
     record(appliedVoices, {bank, number, {}});
+    const int32 part = shownPart;
+    if (!selectVoice(part, bank, number, &Instrument::raiseLater))
+        return false;
+    midi.sendVoice(part, bank, number);
+    midi.sendValues();
+    return true;
+}
+
+bool Instrument::takeVoice(int32 part, int32 bank, int32 number)
+{
+    return selectVoice(part, bank, number, &Instrument::raiseNow);
+}
+
+bool Instrument::selectVoice(int32 part, int32 bank, int32 number, Raise raise)
+{
     if (!voiceExists(bank, number))
         return false;
     {
@@ -123,12 +182,11 @@ bool Instrument::applyVoice(int32 bank, int32 number)
         voiceBank = bank;
         voiceNumber = number;
     }
-    const int32 part = shownPart;
     for (size_t column = 0; column < ParameterModel::partParameters; ++column) {
         const size_t index = parameters.findInPart(part, column);
         const int32 value = voiceValue(bank, number, column);
         parameters.setValue(index, value);
-        raise(parameters.id(index), {{value}, true});
+        (this->*raise)(parameters.id(index), {{value}, true});
     }
     markUnedited();
     return true;
@@ -198,6 +256,9 @@ void Instrument::restore(const SoundState& state)
     for (const auto& [slot, data] : state.userBanks)
         userBanks.put(slot.first, slot.second, data);
     markUnedited();
+    if (voiceExists(state.bank, state.number))
+        midi.sendVoice(shownPart, state.bank, state.number);
+    midi.sendValues();
 }
 
 void Instrument::markUnedited()
@@ -206,7 +267,7 @@ void Instrument::markUnedited()
     if (parameters.value(flag) == 0)
         return;
     parameters.setValue(flag, 0);
-    raise(ParameterModel::editFlag, {{0}, false});
+    addGesture(ParameterModel::editFlag, {{0}, false});
 }
 
 } // namespace simulator

@@ -4,7 +4,7 @@
 #include "simulator/CallLog.h"
 #include "simulator/ControllerLink.h"
 #include "simulator/EditorObserver.h"
-#include "simulator/NoteReturn.h"
+#include "simulator/MidiLink.h"
 #include "simulator/ParameterModel.h"
 #include "simulator/SimulatorControl.h"
 #include "simulator/SoundState.h"
@@ -25,7 +25,8 @@ namespace simulator {
     [any thread, but where noted] */
 class Instrument : public std::enable_shared_from_this<Instrument> {
 public:
-    Instrument() = default;
+    Instrument();
+    ~Instrument();
     Instrument(const Instrument&) = delete;
     Instrument& operator=(const Instrument&) = delete;
 
@@ -50,6 +51,10 @@ public:
     /** Selects a voice for the shown part, whose parameters move as if by hand.
         @return false for an unknown voice */
     bool applyVoice(int32 bank, int32 number);
+    /** The same from the instrument's own panel: a value of a parameter, and a voice for any part.
+        The callbacks are raised at once. [the MIDI port's thread] */
+    void takeValue(size_t index, int32 value);
+    bool takeVoice(int32 part, int32 bank, int32 number);
     /** @return false for what is no slot, or without data */
     bool applyUserBank(int32 bank, int32 number, std::vector<char> data);
     /** The newest calls of these two, oldest first. */
@@ -66,7 +71,7 @@ public:
 
     ParameterModel parameters;
     UserBanks userBanks;
-    NoteReturn notes;
+    MidiLink midi{*this};
     ControllerLink controller;
     CallLog log;
     std::atomic<int32> shownPart{0};
@@ -83,7 +88,14 @@ private:
 
     using AppliedList = std::deque<SimulatorControl::Applied>;
 
-    bool raise(uint32 id, const Gesture& gesture);
+    using Raise = void (Instrument::*)(uint32 id, const Gesture& gesture);
+
+    bool addGesture(uint32 id, const Gesture& gesture);
+    void raiseLater(uint32 id, const Gesture& gesture) { addGesture(id, gesture); }
+    void raiseNow(uint32 id, const Gesture& gesture);
+    /** The edit flag rises, unless it is up. */
+    void markEdited(Raise raise);
+    bool selectVoice(int32 part, int32 bank, int32 number, Raise raise);
     void record(AppliedList& list, SimulatorControl::Applied applied);
 
     std::array<HostValue, ParameterModel::size> hostValues;

@@ -33,6 +33,17 @@ void writeNotes(std::ostream& text, SimulatorControl& instrument)
     }
 }
 
+void writePort(std::ostream& text, const SimulatorControl::MidiPort& port)
+{
+    using State = SimulatorControl::MidiPort::State;
+    if (port.state == State::unused)
+        return;
+    text << "midi-port " << (port.state == State::open ? port.name : "none: " + port.reason) << '\n'
+         << "midi-left " << port.left << '\n'
+         << "midi-lost " << port.lost << '\n'
+         << "midi-arrived " << port.arrived << '\n';
+}
+
 } // namespace
 
 void InstrumentReport::begin(int number)
@@ -49,6 +60,7 @@ void InstrumentReport::end(int number, SimulatorControl& instrument)
     writeNotes(text, instrument);
     text << "other-midi " << instrument.otherMidiReceived() << '\n';
     text << "automation " << instrument.automationReceived() << '\n';
+    writePort(text, instrument.midiPort());
     for (const uint32 id : instrument.parameterIds())
         text << "parameter " << id << ' ' << instrument.parameterValue(id) << '\n';
     for (const auto& call : instrument.log())

@@ -18,6 +18,10 @@ namespace simulator {
         note-offs CHANNEL COUNT
         other-midi COUNT
         automation COUNT
+        midi-port NAME               of the open port, or "none: REASON"; this and the next three
+        midi-left COUNT              only where a port was asked for
+        midi-lost COUNT
+        midi-arrived COUNT
         parameter ID VALUE           editor value, every parameter
         call OPERATION(ARGUMENTS)    oldest first
     Numbers count from 1, since the library was loaded. */

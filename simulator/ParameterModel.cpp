@@ -74,6 +74,7 @@ ParameterModel::ParameterModel()
     for (const auto* parameter : ascending)
         for (int32 part = 0; part < parts; ++part, ++index) {
             rows[index].id = partId(*parameter, part);
+            rows[index].column = static_cast<size_t>(parameter - partTable.data());
             rows[index].text = parameter->text;
             rows[index].stepped = parameter->text == ValueText::Function;
             rows[index].value = parameter->initialValue;

@@ -38,6 +38,9 @@ public:
     uint32 id(size_t index) const { return rows[index].id; }
     /** Index of a part's parameter, in the order of the editor's columns (0 to 13). */
     size_t findInPart(int32 part, size_t column) const;
+    /** The other way; partParameters is the column of what is no part's. */
+    int32 part(size_t index) const { return static_cast<int32>(rows[index].id % 1000); }
+    size_t column(size_t index) const { return rows[index].column; }
 
     int32 minimum(size_t) const { return 0; }
     int32 maximum(size_t index) const { return id(index) == editFlag ? 1 : 127; }
@@ -60,6 +63,7 @@ public:
 private:
     struct Row {
         uint32 id = 0;
+        size_t column = partParameters;
         ValueText text = ValueText::Plain;
         bool stepped = false;
         std::atomic<int32> value{0};

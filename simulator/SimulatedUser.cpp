@@ -1,5 +1,6 @@
 #include "simulator/SimulatedUser.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -46,8 +47,20 @@ bool SimulatedUser::chooseAudioPorts(const std::vector<std::string>& ids)
 
 bool SimulatedUser::chooseMidiPort(const std::string& id)
 {
+    const auto ports = midiPorts();
+    const auto chosen = std::find_if(ports.begin(), ports.end(),
+                                     [&](const auto& port) { return port.portId == id; });
+    instrument->midi.choosePort(chosen != ports.end() ? chosen->portName : "");
     return instrument->controller.tell(
         [&](VstIControllerInterface& controller) { controller.setMidiOutPort(id.c_str()); });
+}
+
+bool SimulatedUser::chooseProgram(int32 part, int32 program)
+{
+    if (part < 0 || part >= ParameterModel::parts || program < 0 || program > 127)
+        return false;
+    instrument->midi.sendProgram(part, program);
+    return true;
 }
 
 bool SimulatedUser::storeBank(VoiceBank::Bank bank, int32 index)

@@ -38,9 +38,15 @@ public:
     std::vector<uint32> parameterIds() override;
     std::u16string stateText() override { return instrument->sound().toText(); }
 
-    uint32 noteOnsReceived(int32 channel) override { return instrument->notes.noteOns(channel); }
-    uint32 noteOffsReceived(int32 channel) override { return instrument->notes.noteOffs(channel); }
-    uint32 otherMidiReceived() override { return instrument->notes.others(); }
+    uint32 noteOnsReceived(int32 channel) override
+    {
+        return instrument->midi.hostNotes().noteOns(channel);
+    }
+    uint32 noteOffsReceived(int32 channel) override
+    {
+        return instrument->midi.hostNotes().noteOffs(channel);
+    }
+    uint32 otherMidiReceived() override { return instrument->midi.hostNotes().others(); }
     uint32 automationReceived() override { return instrument->automationCount; }
     std::vector<Applied> presetsApplied() override { return instrument->voicesApplied(); }
     std::vector<Applied> userBanksApplied() override { return instrument->userBanksApplied(); }
@@ -48,6 +54,9 @@ public:
     int32 lastChannelTold() override { return instrument->lastChannelTold; }
     int32 hostType() override { return editor.hostType(); }
     std::vector<std::string> log() override { return instrument->log.texts(); }
+
+    MidiPort midiPort() override { return instrument->midi.port(); }
+    bool chooseProgram(int32 part, int32 program) override;
 
 private:
     const std::shared_ptr<Instrument> instrument;

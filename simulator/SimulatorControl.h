@@ -31,6 +31,26 @@ struct SimulatorControl {
         std::vector<char> data;
     };
 
+    /** The MIDI port of the system's behind which the instrument is, where the environment variable
+        SIMULATOR_MIDI_PORT asks for one. Messages count from the instrument's begin. */
+    struct MidiPort {
+        enum class State {
+            unused,  ///< no port is asked for: a loop hands the host's notes back
+            opening, ///< what is sent waits
+            open,
+            away, ///< it was open, and the instrument or its cable is gone; it may come back
+            none  ///< there is no such port, or it could not be opened, or it is gone for good
+        };
+        State state = State::unused;
+        std::string name;     ///< of the open port
+        std::string reason;   ///< why there is none, for people; a part of a sentence
+        uint32 left = 0;      ///< messages that were handed to the system
+        uint32 notesLeft = 0; ///< of them: note-ons and note-offs
+        uint32 waiting = 0;   ///< messages on their way to it
+        uint32 lost = 0; ///< messages for which there was no port, or no room, in either direction
+        uint32 arrived = 0; ///< messages that were understood
+    };
+
     // What the user does -------------------------------------------------------------------------
 
     /** Turns a knob in one gesture: begin, the value, end. The library's own value changes at once;
@@ -53,7 +73,8 @@ struct SimulatorControl {
        IDs. [reaches the controller] */
     virtual bool chooseAudioPorts(const std::vector<std::string>& ids) = 0;
 
-    /** Connects the MIDI output; an ID that no port has disconnects it. @return false without a
+    /** Connects the MIDI output; an ID that no port has disconnects it. Behind a MIDI port of the
+        system's the instrument moves to the one that has the port's name. @return false without a
         controller. [reaches the controller] */
     virtual bool chooseMidiPort(const std::string& id) = 0;
 
@@ -118,6 +139,13 @@ struct SimulatorControl {
     /** Life-cycle and editor calls as "operation(arguments)", oldest first: the newest 10,000.
         Calls on the audio thread and parameter and voice queries are not in it. */
     virtual std::vector<std::string> log() = 0;
+
+    // The instrument's own MIDI ------------------------------------------------------------------
+
+    virtual MidiPort midiPort() = 0;
+    /** Chooses a sound of a General MIDI synthesizer at the port, as its user would at its panel.
+        @param part 0 to 15 @param program 0 to 127 @return false outside them */
+    virtual bool chooseProgram(int32 part, int32 program) = 0;
 
 protected:
     ~SimulatorControl() = default;

@@ -4,8 +4,8 @@
 
 #include "editorlib/VstIControllerInterface.h"
 #include "editorlib/VstIEffectInterface.h"
-#include "tests/doubles/Trace.h"
 #include "tests/simulator/LoadedSimulator.h"
+#include "tests/simulator/ObserverTrace.h"
 
 #include <array>
 #include <functional>
@@ -84,20 +84,6 @@ public:
     std::array<std::array<uint8, 3>, 64> written{};
     size_t count = 0; ///< every call, kept or not
 };
-
-/** Callbacks that write "begin ID", "value ID N" and "end ID" into a Trace, the owner. */
-inline void traceBegin(void* owner, unsigned id)
-{
-    static_cast<Trace*>(owner)->add("begin " + std::to_string(id));
-}
-inline void traceValue(void* owner, unsigned id, int value)
-{
-    static_cast<Trace*>(owner)->add("value " + std::to_string(id) + " " + std::to_string(value));
-}
-inline void traceEnd(void* owner, unsigned id)
-{
-    static_cast<Trace*>(owner)->add("end " + std::to_string(id));
-}
 
 /** One editor of the built library; ended with the test unless the test ended it. */
 class SimulatorTest : public testing::Test {

@@ -1,0 +1,82 @@
+// Wakeup: how any thread, a real-time one too, ends another one's wait.
+#pragma once
+
+#ifdef __APPLE__
+#include <dispatch/dispatch.h>
+#else
+#include <cerrno>
+#include <ctime>
+#include <semaphore.h>
+#endif
+
+namespace Steinberg {
+namespace Vst {
+namespace simulator {
+
+/** A semaphore, since waking by it takes no lock. */
+class Wakeup {
+public:
+    Wakeup(const Wakeup&) = delete;
+    Wakeup& operator=(const Wakeup&) = delete;
+
+#ifdef __APPLE__
+    Wakeup()
+    : semaphore(dispatch_semaphore_create(0))
+    {
+    }
+    ~Wakeup()
+    {
+        dispatch_release(semaphore);
+    }
+
+    void wake()
+    {
+        dispatch_semaphore_signal(semaphore);
+    }
+    void wait(int milliseconds)
+    {
+        dispatch_semaphore_wait(
+            semaphore, dispatch_time(DISPATCH_TIME_NOW, milliseconds * nanosecondsPerMillisecond));
+    }
+
+private:
+    static constexpr long nanosecondsPerMillisecond = 1'000'000;
+    dispatch_semaphore_t semaphore;
+#else
+    Wakeup()
+    {
+        sem_init(&semaphore, 0, 0);
+    }
+    ~Wakeup()
+    {
+        sem_destroy(&semaphore);
+    }
+
+    /** [any thread, a real-time one too] */
+    void wake()
+    {
+        sem_post(&semaphore);
+    }
+
+    /** Returns when woken, now or since the last wait, and at the latest after the time. */
+    void wait(int milliseconds)
+    {
+        timespec end{};
+        clock_gettime(CLOCK_REALTIME, &end);
+        end.tv_nsec += milliseconds * nanosecondsPerMillisecond;
+        end.tv_sec += end.tv_nsec / nanosecondsPerSecond;
+        end.tv_nsec %= nanosecondsPerSecond;
+        while (sem_timedwait(&semaphore, &end) != 0 && errno == EINTR) {
+        }
+    }
+
+private:
+    static constexpr long nanosecondsPerMillisecond = 1'000'000;
+    static constexpr long nanosecondsPerSecond = 1'000'000'000;
+    sem_t semaphore{};
+#endif
+};
+
+} // namespace simulator
+} // namespace Vst
+} // namespace Steinberg

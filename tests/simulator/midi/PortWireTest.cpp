@@ -1,0 +1,426 @@
+#include "simulator/port/PortWire.h"
+
+#include "tests/realtime/AllocationCount.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <future>
+#include <gmock/gmock.h>
+#include <mutex>
+
+namespace {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using namespace Steinberg::Vst::simulator;
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using State = SimulatorControl::MidiPort::State;
+using Messages = std::vector<std::array<uint8, 3>>;
+
+/** Longer than a loaded machine needs; then it is stuck. */
+constexpr auto patience = 20s;
+
+template <typename Condition>
+bool waitFor(Condition&& condition)
+{
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::sleep_for(1ms);
+    }
+    return true;
+}
+
+/** A system's port in a test's hands. Drivers hold it, since one may outlive its test. */
+class Port : public std::enable_shared_from_this<Port> {
+public:
+    std::unique_ptr<MidiDriver> driver() { return std::make_unique<Driver>(shared_from_this()); }
+
+    /** Messages that left, and what happened to the port: 0xFF and a letter. */
+    Messages sent()
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        return messages;
+    }
+
+    void arrive(const MidiMessage& message)
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        if (arrival)
+            arrival(message);
+    }
+
+    std::vector<std::string> opened()
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        return names;
+    }
+
+    std::atomic<bool> isMissing{false};
+    std::atomic<MidiDriver::State> seen{MidiDriver::State::there};
+    std::atomic<bool> isStuck{false}; ///< in send
+    std::atomic<bool> isOpen{false};
+    std::thread::id thread; ///< that opened it
+
+private:
+    class Driver final : public MidiDriver {
+    public:
+        explicit Driver(std::shared_ptr<Port> newPort)
+        : held(std::move(newPort))
+        , port(*held)
+        {
+        }
+        std::string open(const std::string& which, Arrival taker) override
+        {
+            if (port.isMissing)
+                throw NoMidiPort("there is none called \"" + which + "\"");
+            const std::lock_guard<std::mutex> guard(port.mutex);
+            port.thread = std::this_thread::get_id();
+            port.arrival = std::move(taker);
+            port.names.push_back(which);
+            port.isOpen = true;
+            return "the port " + which;
+        }
+        bool send(const MidiMessage& message) override
+        {
+            while (port.isStuck)
+                std::this_thread::sleep_for(1ms);
+            const std::lock_guard<std::mutex> guard(port.mutex);
+            port.messages.push_back(message.bytes);
+            return true;
+        }
+        MidiDriver::State look() override { return port.seen; }
+        void close() override
+        {
+            const std::lock_guard<std::mutex> guard(port.mutex);
+            port.arrival = nullptr;
+            port.isOpen = false;
+        }
+
+    private:
+        const std::shared_ptr<Port> held;
+        Port& port;
+    };
+
+    std::mutex mutex;
+    Messages messages;
+    std::vector<std::string> names;
+    MidiDriver::Arrival arrival;
+};
+
+class Receiver final : public MidiReceiver {
+public:
+    void arrived(const MidiMessage& message) override
+    {
+        if (onArrival)
+            onArrival();
+        const std::lock_guard<std::mutex> guard(mutex);
+        messages.push_back(message.bytes);
+        threads.push_back(std::this_thread::get_id());
+    }
+    void instrumentIsBack() override { ++returns; }
+
+    size_t count()
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        return messages.size();
+    }
+
+    std::function<void()> onArrival;
+    std::mutex mutex;
+    Messages messages;
+    std::vector<std::thread::id> threads;
+    std::atomic<int> returns{0};
+};
+
+MidiMessage numbered(int number)
+{
+    return MidiMessage::controllerChange(number / 16384, static_cast<uint8>(number / 128 % 128),
+                                         number % 128);
+}
+
+MidiMessage noteOn(int channel, int pitch)
+{
+    return {{static_cast<uint8>(0x90 + channel), static_cast<uint8>(pitch), 100}, 3};
+}
+
+class PortWireTest : public testing::Test {
+protected:
+    void open(const std::string& which = "organ")
+    {
+        wire = std::make_unique<PortWire>(port.driver(), which, receiver);
+    }
+    void waitForState(State state)
+    {
+        ASSERT_TRUE(waitFor([&] { return wire->port().state == state; }));
+    }
+    void waitUntilSent()
+    {
+        ASSERT_TRUE(waitFor([&] { return wire->port().waiting == 0; }));
+    }
+
+    const std::shared_ptr<Port> shared = std::make_shared<Port>();
+    Port& port = *shared;
+    Receiver receiver;
+    std::unique_ptr<PortWire> wire;
+};
+
+TEST_F(PortWireTest, OpensThePortOnAThreadOfItsOwnAndTellsItsName)
+{
+    open();
+    waitForState(State::open);
+    EXPECT_EQ(wire->port().name, "the port organ");
+    EXPECT_NE(port.thread, std::this_thread::get_id());
+}
+
+TEST_F(PortWireTest, LosesNothingOfABurstAndKeepsItsOrder)
+{
+    port.isStuck = true; // so that all of it waits at once
+    open();
+    constexpr int burst = 10000;
+    for (int number = 0; number < burst; ++number)
+        ASSERT_TRUE(wire->sendFromAudioThread(numbered(number)));
+    EXPECT_EQ(wire->port().waiting, static_cast<uint32>(burst));
+    port.isStuck = false;
+    waitUntilSent();
+    const auto sent = port.sent();
+    ASSERT_EQ(sent.size(), static_cast<size_t>(burst));
+    for (int number = 0; number < burst; ++number)
+        ASSERT_EQ(sent[static_cast<size_t>(number)], numbered(number).bytes) << number;
+    EXPECT_EQ(wire->port().left, static_cast<uint32>(burst));
+    EXPECT_EQ(wire->port().lost, 0U);
+}
+
+TEST_F(PortWireTest, TakesMessagesOfTheAudioThreadAndOfOthersAtOnce)
+{
+    open();
+    constexpr int each = 2000;
+    std::thread audio([&] {
+        for (int number = 0; number < each; ++number)
+            wire->sendFromAudioThread(noteOn(1, number % 128));
+    });
+    std::vector<std::thread> others;
+    for (int channel : {2, 3})
+        others.emplace_back([&, channel] {
+            for (int number = 0; number < each; ++number)
+                wire->send(noteOn(channel, number % 128));
+        });
+    audio.join();
+    for (auto& other : others)
+        other.join();
+    waitUntilSent();
+    std::array<int, 16> next{};
+    for (const auto& message : port.sent()) {
+        auto& expected = next[message[0] & 0x0FU];
+        ASSERT_EQ(message[1], expected % 128) << "of the channel " << (message[0] & 0x0FU);
+        ++expected;
+    }
+    EXPECT_EQ(next[1], each);
+    EXPECT_EQ(next[2], each);
+    EXPECT_EQ(next[3], each);
+}
+
+TEST_F(PortWireTest, NeverKeepsTheAudioThreadWaitingForAStuckPort)
+{
+    port.isStuck = true;
+    open();
+    waitForState(State::open);
+    wire->sendFromAudioThread(noteOn(0, 1));
+    // The port's thread has that one in its hands, so the queue has all its room.
+    ASSERT_TRUE(waitFor([&] { return wire->sendFromAudioThread(noteOn(0, 2)); }));
+    int taken = 0;
+    const size_t before = doubles::allocationCount();
+    while (wire->sendFromAudioThread(noteOn(0, 3)))
+        ++taken;
+    EXPECT_EQ(doubles::allocationCount(), before);
+    EXPECT_GE(taken, 10000);
+    EXPECT_EQ(wire->port().lost, 1U);
+    EXPECT_FALSE(wire->sendFromAudioThread(noteOn(0, 4)));
+    EXPECT_EQ(wire->port().lost, 2U);
+    port.isStuck = false;
+    waitUntilSent();
+    // What was dropped may have been the end of a note.
+    ASSERT_TRUE(waitFor([&] {
+        const auto sent = port.sent();
+        return sent.back() == std::array<uint8, 3>{0xBF, 123, 0};
+    }));
+}
+
+TEST_F(PortWireTest, SaysWhyThereIsNoPortAndGoesOnWithoutOne)
+{
+    port.isMissing = true;
+    open();
+    waitForState(State::none);
+    EXPECT_EQ(wire->port().reason, "there is none called \"organ\"");
+    wire->sendFromAudioThread(noteOn(0, 1));
+    wire->send(noteOn(0, 2));
+    waitUntilSent();
+    EXPECT_THAT(port.sent(), IsEmpty());
+    EXPECT_EQ(wire->port().lost, 2U);
+
+    port.isMissing = false;
+    wire->choosePort("attic");
+    waitForState(State::open);
+    EXPECT_TRUE(waitFor([&] { return receiver.returns == 1; })) << "it has not got the values";
+}
+
+TEST_F(PortWireTest, MovesToAnotherPortThatIsChosen)
+{
+    open();
+    waitForState(State::open);
+    wire->send(noteOn(0, 60));
+    waitUntilSent();
+    wire->choosePort("attic");
+    ASSERT_TRUE(waitFor([&] { return wire->port().name == "the port attic"; }));
+    EXPECT_THAT(port.opened(), ElementsAre("organ", "attic"));
+    EXPECT_EQ(port.sent().back(), (std::array<uint8, 3>{0xB0, 123, 0})) << "the organ plays on";
+    EXPECT_TRUE(waitFor([&] { return receiver.returns == 1; })) << "the attic knows no values";
+
+    wire->choosePort("");
+    waitForState(State::none);
+    EXPECT_FALSE(port.isOpen);
+}
+
+TEST_F(PortWireTest, DropsWhatIsSentToAnInstrumentThatIsAwayAndTellsWhenItIsBack)
+{
+    open();
+    waitForState(State::open);
+    port.seen = MidiDriver::State::away;
+    waitForState(State::away);
+    wire->send(noteOn(0, 60));
+    waitUntilSent();
+    EXPECT_THAT(port.sent(), IsEmpty());
+    EXPECT_EQ(wire->port().lost, 1U);
+    EXPECT_EQ(receiver.returns, 0);
+
+    port.seen = MidiDriver::State::there;
+    waitForState(State::open);
+    EXPECT_TRUE(waitFor([&] { return receiver.returns == 1; }));
+    wire->send(noteOn(0, 61));
+    waitUntilSent();
+    EXPECT_EQ(port.sent().size(), 1U) << "a note of long ago";
+}
+
+TEST_F(PortWireTest, LetsGoOfAPortThatIsGoneForGood)
+{
+    open();
+    waitForState(State::open);
+    port.seen = MidiDriver::State::gone;
+    waitForState(State::none);
+    EXPECT_TRUE(waitFor([&] { return !port.isOpen; }));
+    wire->send(noteOn(0, 60));
+    waitUntilSent();
+    EXPECT_EQ(wire->port().lost, 1U);
+}
+
+TEST_F(PortWireTest, EndsEveryNoteThatSoundsWhenItCloses)
+{
+    open();
+    for (const auto& message :
+         {noteOn(0, 60), noteOn(9, 36), noteOn(9, 38), MidiMessage::endOfNote(9, 36)})
+        wire->sendFromAudioThread(message);
+    wire->close(); // with messages that wait
+    EXPECT_THAT(port.sent(),
+                ElementsAre(noteOn(0, 60).bytes, noteOn(9, 36).bytes, noteOn(9, 38).bytes,
+                            MidiMessage::endOfNote(9, 36).bytes,
+                            MidiMessage::endOfNote(0, 60).bytes,
+                            MidiMessage::endOfNote(9, 38).bytes, std::array<uint8, 3>{0xB0, 123, 0},
+                            std::array<uint8, 3>{0xB9, 123, 0}));
+    EXPECT_FALSE(port.isOpen);
+    EXPECT_FALSE(wire->send(noteOn(0, 1)));
+    EXPECT_FALSE(wire->sendFromAudioThread(noteOn(0, 1)));
+    wire->close();
+}
+
+TEST_F(PortWireTest, LeavesItsThreadToASystemThatDoesNotLetGo)
+{
+    port.isStuck = true;
+    open();
+    waitForState(State::open);
+    wire->send(noteOn(0, 60));
+    const auto begin = std::chrono::steady_clock::now();
+    wire.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, patience);
+    port.isStuck = false;
+    EXPECT_TRUE(waitFor([&] { return !port.isOpen; }));
+}
+
+TEST_F(PortWireTest, HandsABurstToTheReceiverOnAThreadOfItsOwnInOrder)
+{
+    open();
+    waitForState(State::open);
+    constexpr int burst = 10000;
+    for (int number = 0; number < burst; ++number)
+        port.arrive(numbered(number));
+    ASSERT_TRUE(waitFor([&] { return receiver.count() == static_cast<size_t>(burst); }));
+    EXPECT_EQ(wire->port().arrived, static_cast<uint32>(burst));
+    wire->close();
+    for (int number = 0; number < burst; ++number) {
+        ASSERT_EQ(receiver.messages[static_cast<size_t>(number)], numbered(number).bytes) << number;
+        ASSERT_EQ(receiver.threads[static_cast<size_t>(number)], receiver.threads[0]);
+    }
+    EXPECT_NE(receiver.threads[0], port.thread) << "a slow plug-in would hold the notes up";
+    EXPECT_NE(receiver.threads[0], std::this_thread::get_id());
+}
+
+TEST_F(PortWireTest, WaitsForACallOfTheReceiverThatIsUnderWay)
+{
+    std::promise<void> entered;
+    std::promise<void> leave;
+    auto mayLeave = leave.get_future().share();
+    receiver.onArrival = [&] {
+        entered.set_value();
+        mayLeave.wait();
+    };
+    open();
+    waitForState(State::open);
+    wire->waitForReceiver(); // none is under way
+    port.arrive(noteOn(0, 60));
+    entered.get_future().wait();
+    auto waiting = std::async(std::launch::async, [&] {
+        wire->waitForReceiver();
+        return receiver.count();
+    });
+    EXPECT_EQ(waiting.wait_for(50ms), std::future_status::timeout);
+    leave.set_value();
+    EXPECT_EQ(waiting.get(), 1U);
+}
+
+TEST_F(PortWireTest, DoesNotWaitForTheCallInWhichItIsAsked)
+{
+    std::promise<void> done;
+    receiver.onArrival = [&] {
+        wire->waitForReceiver();
+        wire->close();
+        done.set_value();
+    };
+    open();
+    waitForState(State::open);
+    port.arrive(noteOn(0, 60));
+    EXPECT_EQ(done.get_future().wait_for(patience), std::future_status::ready);
+    ASSERT_TRUE(waitFor([&] { return receiver.count() == 1; }));
+}
+
+TEST_F(PortWireTest, CallsNobodyAfterItsEnd)
+{
+    std::atomic<int> calls{0};
+    receiver.onArrival = [&] { ++calls; };
+    open();
+    waitForState(State::open);
+    std::atomic<bool> isOver{false};
+    std::thread system([&] {
+        while (!isOver)
+            port.arrive(noteOn(0, 60));
+    });
+    ASSERT_TRUE(waitFor([&] { return calls > 0; }));
+    wire->close();
+    const int atEnd = calls;
+    isOver = true;
+    system.join();
+    EXPECT_EQ(calls, atEnd);
+}
+
+} // namespace
