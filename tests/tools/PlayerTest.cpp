@@ -3,6 +3,7 @@
 #include "tests/tools/RecordingProcessor.h"
 #include "tests/tools/ScratchFolder.h"
 
+#include <bitset>
 #include <chrono>
 #include <gmock/gmock.h>
 #include <map>
@@ -29,6 +30,25 @@ protected:
         return player.run(between);
     }
 
+    /** The same, live. @param notes what somebody plays, all in the first block */
+    PlayResult playLive(const Song& song, Player::Settings settings, std::vector<NoteEvent> notes,
+                        const std::function<bool()>& isStopAsked)
+    {
+        Player player(processor, data, song, settings);
+        size_t next = 0;
+        player.playLive(
+            [&](NoteEvent& note) {
+                if (next >= notes.size())
+                    return false;
+                note = notes[next++];
+                return true;
+            },
+            isStopAsked);
+        const auto result = player.run();
+        soundingAtEnd = player.soundingChannels();
+        return result;
+    }
+
     std::vector<int64> samples() const
     {
         std::vector<int64> positions;
@@ -52,6 +72,7 @@ protected:
     }
 
     doubles::ScratchFolder folder;
+    std::bitset<16> soundingAtEnd;
     RecordingProcessor processor;
     ProcessData data;
 };
@@ -194,6 +215,44 @@ TEST_F(PlayerTest, AsksBeforeEachBlockAndSendsItsParameterChangesWithIt)
     EXPECT_DOUBLE_EQ(processor.points[0].value, 0.25);
     EXPECT_EQ(processor.points[1].sample, 12000);
     EXPECT_DOUBLE_EQ(processor.points[1].value, 0.75);
+}
+
+TEST_F(PlayerTest, PlayingLiveSendsWhatSomebodyPlaysWithTheSong)
+{
+    const Song song(folder.write(
+        "song.mid", midiFile(480, MidiTrack().noteOn(0, 0, 60, 1).noteOff(480, 0, 60, 0))));
+    const auto result =
+        playLive(song, {48000, 512, false}, {{0, 3, 72, 90, true}, {0, 3, 72, 0, false}},
+                 [] { return false; });
+    EXPECT_EQ(result.sent.ons[3], 1);
+    EXPECT_EQ(result.sent.offs[3], 1);
+    EXPECT_EQ(result.sent.ons[0], 1);
+    EXPECT_EQ(result.sent.offs[0], 1);
+    ASSERT_EQ(processor.events.size(), 4U);
+    EXPECT_EQ(processor.events[1].event.noteOn.pitch, 72);
+    EXPECT_EQ(processor.events[1].sample, 0);
+}
+
+TEST_F(PlayerTest, PlayingLiveGoesOnWithoutASongAndEndsWhatSoundsWhenItIsStopped)
+{
+    int blocks = 0;
+    const auto result = playLive(
+        Song(), {48000, 512, false, true},
+        {{0, 3, 72, 90, true}, {0, 15, 127, 1, true}, {0, 3, 50, 9, true}, {0, 3, 50, 0, false}},
+        [&] { return ++blocks > 100; });
+    EXPECT_EQ(result.blocks, 101) << "of which the last one ends the notes";
+    EXPECT_EQ(result.sent.ons[3], 2);
+    EXPECT_EQ(result.sent.offs[3], 2);
+    EXPECT_EQ(result.sent.offs[15], 1);
+    EXPECT_TRUE(soundingAtEnd.none());
+    EXPECT_EQ(processor.events.back().sample, 100 * 512);
+}
+
+TEST_F(PlayerTest, PlayingLiveEndsWhatTheSongLeavesSounding)
+{
+    const Song song(folder.write("song.mid", midiFile(480, MidiTrack().noteOn(0, 9, 60, 1))));
+    const auto result = playLive(song, {48000, 512, false}, {}, [] { return false; });
+    EXPECT_EQ(result.sent.offs[9], 1);
 }
 
 TEST_F(PlayerTest, TakesTheSongsTimeWhenAskedTo)

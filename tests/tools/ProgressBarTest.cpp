@@ -33,6 +33,15 @@ TEST(ProgressBar, WritesOnlyWhatChangedAndWipesItsLine)
     EXPECT_EQ(text.substr(text.size() - 2), " \r");
 }
 
+TEST(ProgressBar, BlanksOutWhatALongerTextLeaves)
+{
+    std::ostringstream stream;
+    ProgressBar bar(&stream);
+    bar.showText("a long text");
+    bar.showText("short");
+    EXPECT_EQ(stream.str(), "\ra long text\rshort      ");
+}
+
 TEST(ProgressBar, MakesRoomForATextAndComesBack)
 {
     std::ostringstream stream;

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 using namespace Steinberg;
+using namespace Steinberg::Vst;
 using namespace Steinberg::Vst::play;
 using testing::HasSubstr;
 using testing::Not;
@@ -58,6 +59,30 @@ TEST(Report, AddsWhatTheEditorLibraryTells)
     const auto text = textOf(report);
     EXPECT_THAT(text, HasSubstr("the plug-in took it for the maker's stand-alone host"));
     EXPECT_THAT(text, HasSubstr("10                       3/2           3/2           1/0"));
+}
+
+TEST(Report, OfLiveMusicTellsWhatLeftAtTheInstrumentsPort)
+{
+    auto report = smallReport();
+    SimulatorControl::MidiPort port;
+    port.state = SimulatorControl::MidiPort::State::open;
+    port.name = "organ:in";
+    port.left = 12;
+    port.notesLeft = 4;
+    port.lost = 1;
+    port.arrived = 3;
+    report.port = port;
+    const auto text = textOf(report);
+    EXPECT_THAT(text, HasSubstr("5 events sent, 4 left at the MIDI port: 1 were lost\n"));
+    EXPECT_THAT(text, HasSubstr("MIDI port     organ:in; 12 messages left, 1 lost, 3 arrived\n"));
+    const auto json = nlohmann::json::parse(jsonOf(report));
+    EXPECT_EQ(json["notes"]["lost"], 1);
+    EXPECT_EQ(json["port"]["name"], "organ:in");
+    EXPECT_EQ(json["port"]["arrived"], 3);
+
+    report.port->state = SimulatorControl::MidiPort::State::none;
+    report.port->reason = "it is gone";
+    EXPECT_THAT(textOf(report), HasSubstr("MIDI port     none: it is gone; "));
 }
 
 TEST(Report, SaysWhenTheStateDidNotComeBack)

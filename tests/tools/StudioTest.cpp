@@ -56,7 +56,7 @@ protected:
     StudioTest() { studio.offerThrough(*hostClasses); }
 
     IPtr<HostClasses> hostClasses = owned(new HostClasses);
-    Studio studio{smallProject(), true};
+    Studio studio{smallProject(), usualPorts(), true};
 };
 
 } // namespace
@@ -240,7 +240,7 @@ TEST_F(StudioTest, TellsDependentsOfASelection)
 TEST(StudioFlavours, OfferDevicesAndValuesUnderOneIDOnly)
 {
     for (const bool unicode : {true, false}) {
-        Studio studio(smallProject(), unicode);
+        Studio studio(smallProject(), usualPorts(), unicode);
         auto* mixer = studio.tree().findDevice("Mixer", 0);
         const auto value = owned(mixer->getValue("selected"));
         const auto before = references(value);

@@ -20,12 +20,16 @@ ProgressBar::~ProgressBar()
 
 void ProgressBar::show(double done, double all, const std::string& remark)
 {
-    if (!stream)
+    showText(line(done, all, remark));
+}
+
+void ProgressBar::showText(std::string text)
+{
+    if (!stream || text == shown)
         return;
-    auto text = line(done, all, remark);
-    if (text == shown)
-        return;
-    *stream << '\r' << text << std::flush;
+    // What the former text was longer by is blanked out.
+    const std::string rest(shown.size() > text.size() ? shown.size() - text.size() : 0, ' ');
+    *stream << '\r' << text << rest << std::flush;
     shown = std::move(text);
 }
 

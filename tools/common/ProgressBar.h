@@ -23,6 +23,8 @@ public:
     /** @param done, all in any one unit; with nothing to do it is all done
         @param remark shown behind the bar */
     void show(double done, double all, const std::string& remark = {});
+    /** The line for what has no end to be measured by. */
+    void showText(std::string text);
     /** Takes the line away until the next show, for a text of somebody else's. */
     void wipe();
 

@@ -1,6 +1,7 @@
 #include "tools/play/Host.h"
 
 #include "hostapi/IExternalEffectUsingSKI.h"
+#include "tools/play/live/Keyboard.h"
 #include "tools/play/studio/ProjectFile.h"
 
 namespace Steinberg {
@@ -9,16 +10,30 @@ namespace play {
 
 namespace {
 
-std::unique_ptr<Studio> studioFor(const HostFamily& family, const std::string& project)
+/** Ports that a live player can have the editor choose, under their names. */
+std::vector<PortDescription> livePorts()
+{
+    std::vector<PortDescription> ports;
+    for (const auto& name : machineMidiOutputs())
+        ports.push_back({name, name, PortDescription::Type::midi, false});
+    return ports;
+}
+
+std::unique_ptr<Studio> studioFor(const HostFamily& family, const Options& options)
 {
     if (!family.hasStudio)
         return nullptr;
+    const auto& project = options.tracks;
     Project opened;
     if (project == "demo")
         opened = demoProject();
     else if (!project.empty())
         opened = readProject(project);
-    return std::make_unique<Studio>(opened, family.isUnicode);
+    auto ports = usualPorts();
+    if (options.live)
+        for (auto& port : livePorts())
+            ports.push_back(std::move(port));
+    return std::make_unique<Studio>(opened, ports, family.isUnicode);
 }
 
 } // namespace
@@ -26,7 +41,7 @@ std::unique_ptr<Studio> studioFor(const HostFamily& family, const std::string& p
 Host::Host(const Options& options)
 : hostFamily(parseHostFamily(options.host, options.unicode))
 , editorLibraryPath(installedEditorLibrary())
-, hostStudio(studioFor(hostFamily, options.tracks))
+, hostStudio(studioFor(hostFamily, options))
 , loop(owned(new RunLoop))
 , componentHandler(
       owned(hostStudio ? new ComponentHandler(&hostStudio->portHandler()) : new ComponentHandler))

@@ -70,13 +70,31 @@ void addSoundOptions(CLI::App& app, Options& options)
         ->take_all();
 }
 
+void addLiveOptions(CLI::App& app, Options& options)
+{
+    auto* live = app.add_flag(
+        "--live", options.live,
+        "Play in real time on a MIDI synthesizer, at a port of the simulated instrument's. Ctrl-C "
+        "ends all notes. Without a song, pass on what a MIDI keyboard sends");
+    app.add_option("--port", options.port,
+                   "The synthesizer's MIDI port: a part of its name, \"first\" for the first there "
+                   "is, \"own\" for one to connect synthesizers to; before that \"alsa:\", "
+                   "\"jack:\" or \"core:\" (default: what SIMULATOR_MIDI_PORT says, else first)")
+        ->needs(live);
+    app.add_option("--keyboard", options.keyboard,
+                   "The keyboard's MIDI port, likewise, with a song to play along with it "
+                   "(default: own without a song, else none)")
+        ->needs(live);
+}
+
 void addOutputOptions(CLI::App& app, Options& options)
 {
     app.add_flag("--json", options.json, "Report in JSON");
     app.add_option("--midi-out", options.midiOut,
                    "Write what left through \"Midi Out\" as a MIDI file");
     app.add_option("--audio", options.audio,
-                   "Render what left through \"Midi Out\" as a WAVE file, with fluidsynth");
+                   "Render what left through \"Midi Out\" as a WAVE file, with fluidsynth")
+        ->excludes("--live");
     app.add_option("--soundfont", options.soundFont, "The soundfont to render with")
         ->capture_default_str();
     app.add_flag("--list-parameters", options.listParameters,
@@ -135,15 +153,17 @@ Options parseOptions(int argc, const char* const* argv)
     app.add_option("song", options.song, "The MIDI file");
     addHostOptions(app, options);
     addSoundOptions(app, options);
+    addLiveOptions(app, options);
     addOutputOptions(app, options);
     addPortOptions(app, options);
     addTrackOptions(app, options);
     app.callback([&] {
-        if (options.song.empty() && !options.listParameters && !options.wantsPorts() &&
-            !options.wantsTracks())
+        if (options.song.empty() && !options.live && !options.listParameters &&
+            !options.wantsPorts() && !options.wantsTracks())
             throw CLI::ParseError(missingSong(), CLI::ExitCodes::RequiredError);
     });
     tools::readCommandLine(app, argc, argv);
+    options.realtime = options.realtime || options.live;
     return options;
 }
 

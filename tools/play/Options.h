@@ -20,6 +20,9 @@ struct Options {
     int sampleRate = 44100;
     int blockSize = 512;
     bool realtime = false;
+    bool live = false;
+    std::string port;     ///< the instrument's, as SIMULATOR_MIDI_PORT names it; empty: as it says
+    std::string keyboard; ///< likewise; empty: a port of play's own, if there is no song
     bool json = false;
     std::string midiOut; ///< empty: none is written
     std::string audio;   ///< empty: none is rendered

@@ -1,9 +1,11 @@
 #include "tools/play/Session.h"
 
 #include "tools/common/Failure.h"
+#include "tools/common/Interruption.h"
 #include "tools/common/ProgressBar.h"
 #include "tools/play/basics/Wording.h"
 #include "tools/play/host/HostString.h"
+#include "tools/play/live/LiveLine.h"
 #include "tools/play/output/AudioRenderer.h"
 #include "tools/play/output/MidiFileWriter.h"
 #include "tools/play/plugin/PresetLoader.h"
@@ -12,7 +14,9 @@
 #include "tools/play/user/Simulator.h"
 #include "tools/play/user/TrackTour.h"
 
+#include <chrono>
 #include <filesystem>
+#include <thread>
 #include <unistd.h>
 
 namespace Steinberg {
@@ -20,6 +24,9 @@ namespace Vst {
 namespace play {
 
 namespace {
+
+constexpr std::chrono::seconds kPortPatience{10};
+constexpr std::chrono::milliseconds kPortPause{5};
 
 /** A file that only lives as long as this object. */
 class ScratchFile {
@@ -59,11 +66,13 @@ Session::Session(const Options& wishes)
 : options(wishes)
 , host(options)
 , plugIn(options.plugIn, host.context())
+, portWish(options.live, options.port)
 , instance(plugIn, host.context(), host.handler())
 , list(instance.controller())
 , simulator(findSimulator(host.libraryPath()))
 , binding(host.binding())
 {
+    portWish.end();
     host.announcePorts(instance.controller());
     prepareControl();
 }
@@ -121,6 +130,8 @@ Report Session::play(const Song& song, std::ostream* terminal)
 {
     if (!options.audio.empty())
         const AudioRenderer mustWork(options.soundFont); // before minutes of playing
+    if (options.live)
+        waitForPort();
     Report report;
     loadPresetInto(report);
     storeBanksInto(report);
@@ -147,14 +158,54 @@ void Session::storeBanksInto(Report& report)
         report.stored.push_back(storeBank(simulatorTo("store banks"), place));
 }
 
+void Session::waitForPort()
+{
+    using State = SimulatorControl::MidiPort::State;
+    auto& player = simulatorTo("play on a MIDI port");
+    const auto end = std::chrono::steady_clock::now() + kPortPatience;
+    while (player.midiPort().state == State::opening && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(kPortPause);
+    const auto port = player.midiPort();
+    if (port.state != State::open)
+        throw tools::Failure("The instrument has no MIDI port: " +
+                             (port.reason.empty() ? "it takes too long to open" : port.reason) +
+                             ".");
+    if (options.song.empty() || !options.keyboard.empty())
+        keyboard = std::make_unique<Keyboard>(options.keyboard.empty() ? "own" : options.keyboard);
+    tools::noticeInterruption();
+}
+
+void Session::waitUntilAllLeft()
+{
+    const auto end = std::chrono::steady_clock::now() + kPortPatience;
+    while (simulator->midiPort().waiting > 0 && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(kPortPause);
+}
+
+void Session::choosePrograms(const Song& song, int64 position)
+{
+    const auto& programs = song.programChanges();
+    for (; nextProgram < programs.size(); ++nextProgram) {
+        const auto& change = programs[nextProgram];
+        if (song.tempo().sampleAt(change.pulse, options.sampleRate) >= position + options.blockSize)
+            return;
+        simulator->chooseProgram(change.channel, change.program);
+    }
+}
+
 void Session::playSong(const Song& song, Report& report, std::ostream* terminal)
 {
-    report.song = song.name();
-    report.settings = {options.sampleRate, options.blockSize, options.realtime};
+    report.song = options.song.empty() ? "MIDI keyboard at " + keyboard->name() : song.name();
+    report.settings = {options.sampleRate, options.blockSize, options.realtime,
+                       options.song.empty()};
     instance.start(options.sampleRate, options.blockSize);
     describe(report);
     tools::ProgressBar bar(terminal);
+    LiveLine liveLine(terminal);
     Player player(instance.processor(), instance.processData(), song, report.settings);
+    if (options.live)
+        player.playLive([this](NoteEvent& note) { return keyboard && keyboard->next(note); },
+                        &tools::isInterrupted);
     report.played = player.run(
         [&](int64 position, int64 length, double blockSeconds, ParameterChanges& changes) {
             const auto seconds = static_cast<double>(position) / options.sampleRate;
@@ -164,8 +215,14 @@ void Session::playSong(const Song& song, Report& report, std::ostream* terminal)
                 turn.play(seconds);
             host.runLoop().advance(blockSeconds);
             const auto all = static_cast<double>(length) / options.sampleRate;
-            bar.show(seconds, all, minutesOf(seconds, all));
+            if (!options.live)
+                return bar.show(seconds, all, minutesOf(seconds, all));
+            choosePrograms(song, position);
+            liveLine.show(seconds, options.song.empty() ? 0 : all, player.soundingChannels(),
+                          simulator->midiPort());
         });
+    if (options.live)
+        waitUntilAllLeft();
     instance.stop();
 }
 
@@ -204,6 +261,10 @@ void Session::addLibrarySide(Report& report)
         side.received.offs[static_cast<size_t>(channel)] = simulator->noteOffsReceived(channel);
     }
     report.library = side;
+    if (options.live) {
+        report.port = simulator->midiPort();
+        report.copiedProgramChanges = nextProgram;
+    }
 }
 
 void Session::tryState(Report& report)

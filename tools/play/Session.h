@@ -3,6 +3,8 @@
 
 #include "tools/common/Instance.h"
 #include "tools/play/Host.h"
+#include "tools/play/live/Keyboard.h"
+#include "tools/play/live/PortWish.h"
 #include "tools/play/music/Automation.h"
 #include "tools/play/music/Song.h"
 #include "tools/play/Options.h"
@@ -12,6 +14,7 @@
 #include "tools/play/user/UserTurns.h"
 
 #include <iosfwd>
+#include <memory>
 #include <vector>
 
 namespace Steinberg {
@@ -42,6 +45,11 @@ private:
     void prepareControl();
     SimulatorControl& simulatorTo(const std::string& deed) const;
     void playSong(const Song& song, Report& report, std::ostream* terminal);
+    void waitForPort();
+    void waitUntilAllLeft();
+    /** Has the synthesizer choose the song's sounds of a block, which no plug-in gets from its
+     * host. */
+    void choosePrograms(const Song& song, int64 position);
     void describe(Report& report);
     void addControl(Report& report);
     void addLibrarySide(Report& report);
@@ -51,6 +59,7 @@ private:
     Options options;
     Host host;
     tools::PlugIn plugIn;
+    PortWish portWish; ///< of the instance that follows
     tools::Instance instance;
     ParameterList list;
     SimulatorControl* simulator; ///< of this instance; null for another library
@@ -58,6 +67,8 @@ private:
     std::vector<Automation> automations;
     std::vector<UserTurns> turns;
     std::vector<BankPlace> banksToStore;
+    std::unique_ptr<Keyboard> keyboard; ///< live, where one is asked for
+    size_t nextProgram = 0;
 };
 
 } // namespace play

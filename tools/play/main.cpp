@@ -16,6 +16,8 @@ int playAsAsked(int argc, char** argv)
     std::optional<Song> song; // first of all: a wrong name should not cost the rest
     if (!options.song.empty())
         song.emplace(options.song);
+    else if (options.live)
+        song.emplace(); // a keyboard's player has none
     Session session(options);
     if (options.listParameters)
         session.parameters().print(std::cout);

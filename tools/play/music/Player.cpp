@@ -17,6 +17,7 @@ using Seconds = std::chrono::duration<double>;
 constexpr float kLargestVelocity = 127.F;
 /** More than the plug-in ever queues, so that this list is never what loses an event. */
 constexpr int32 kOutputCapacity = 4096;
+constexpr int32 kLiveNotesInABlock = 4096;
 
 uint8 velocityByte(const NoteOnEvent& note)
 {
@@ -59,6 +60,27 @@ int32 Player::mostNotesInABlock() const
     return most;
 }
 
+void Player::playLive(LiveNotes notes, StopAsked isStopAsked)
+{
+    liveNotes = std::move(notes);
+    stopAsked = std::move(isStopAsked);
+    input.setMaxSize(mostNotesInABlock() + kLiveNotesInABlock);
+}
+
+bool Player::goesOn(int64 start, int64 length) const
+{
+    return (start < length || settings.endless) && !(stopAsked && stopAsked());
+}
+
+std::bitset<16> Player::soundingChannels() const
+{
+    std::bitset<16> channels;
+    for (size_t note = 0; note < kNotes; ++note)
+        if (sounding[note])
+            channels[note / kPitches] = true;
+    return channels;
+}
+
 PlayResult Player::run(const BetweenBlocks& betweenBlocks)
 {
     next = 0;
@@ -66,7 +88,8 @@ PlayResult Player::run(const BetweenBlocks& betweenBlocks)
     const auto begin = Clock::now();
     const auto length =
         song.tempo().sampleAt(song.lengthInPulses(), settings.sampleRate) + settings.sampleRate / 2;
-    for (int64 start = 0; start < length; start += settings.blockSize) {
+    int64 start = 0;
+    for (; goesOn(start, length); start += settings.blockSize) {
         const Seconds position(static_cast<double>(start) / settings.sampleRate);
         if (settings.realtime)
             std::this_thread::sleep_until(begin +
@@ -75,16 +98,19 @@ PlayResult Player::run(const BetweenBlocks& betweenBlocks)
         if (betweenBlocks)
             betweenBlocks(start, length,
                           static_cast<double>(settings.blockSize) / settings.sampleRate, changes);
+        input.clear();
+        sendNotes(start, settings.blockSize);
+        sendLiveNotes();
         processBlock(start, settings.blockSize);
     }
+    if (stopAsked)
+        endNotes(start);
     return result;
 }
 
 void Player::processBlock(int64 start, int32 count)
 {
-    input.clear();
     output.clear();
-    sendNotes(start, count);
     context.state = ProcessContext::kPlaying | ProcessContext::kContTimeValid;
     context.projectTimeSamples = start;
     context.continousTimeSamples = start;
@@ -114,6 +140,25 @@ void Player::sendNotes(int64 start, int32 count)
         ++result.crowdedBlocks;
 }
 
+void Player::sendLiveNotes()
+{
+    NoteEvent note{};
+    while (liveNotes && input.getEventCount() < kLiveNotesInABlock && liveNotes(note))
+        send(note, 0);
+}
+
+void Player::endNotes(int64 start)
+{
+    input.clear();
+    changes.clearQueue();
+    for (size_t note = 0; note < kNotes; ++note)
+        if (sounding[note])
+            send({0, static_cast<uint8>(note / kPitches), static_cast<uint8>(note % kPitches), 0,
+                  false},
+                 0);
+    processBlock(start, settings.blockSize);
+}
+
 void Player::send(const NoteEvent& note, int32 offset)
 {
     Event event{};
@@ -126,8 +171,10 @@ void Player::send(const NoteEvent& note, int32 offset)
         event.type = Event::kNoteOffEvent;
         event.noteOff = {note.channel, note.pitch, velocity, -1, 0.F};
     }
-    if (input.addEvent(event) == kResultOk)
-        result.sent.count(note.channel, note.on);
+    if (input.addEvent(event) != kResultOk)
+        return;
+    result.sent.count(note.channel, note.on);
+    sounding[(note.channel & 0x0FU) * kPitches + (note.pitch & 0x7FU)] = note.on;
 }
 
 void Player::takeOutgoing(int64 start)

@@ -6,6 +6,7 @@
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 #include "tools/play/music/Song.h"
 
+#include <bitset>
 #include <functional>
 #include <vector>
 
@@ -39,6 +40,7 @@ public:
         int32 sampleRate = 44100; ///< Hz
         int32 blockSize = 512;    ///< samples
         bool realtime = false;    ///< wait for the clock; else as fast as possible
+        bool endless = false;     ///< go on after the song, until stopped
     };
 
     /** What the song's host does between two blocks, on the main thread.
@@ -57,15 +59,32 @@ public:
     Player(IAudioProcessor& processor, ProcessData& data, const Song& song,
            const Settings& settings);
 
+    /** What somebody plays meanwhile: fills in the next note that waits, or gives false. */
+    using LiveNotes = std::function<bool(NoteEvent& note)>;
+    /** Whether the run is to end before its time. */
+    using StopAsked = std::function<bool()>;
+    /** Plays live: each block also takes what somebody plays, and a run that is stopped, or a song
+        that leaves notes sounding, ends with a block that ends them. Before run. */
+    void playLive(LiveNotes notes, StopAsked isStopAsked);
+
     /** Plays the whole song and half a second more, in which late events leave. */
     PlayResult run(const BetweenBlocks& betweenBlocks = {});
 
+    /** The channels on which a note that was sent sounds. */
+    std::bitset<16> soundingChannels() const;
+
 private:
+    bool goesOn(int64 start, int64 length) const;
     void sendNotes(int64 start, int32 count);
+    void sendLiveNotes();
+    void endNotes(int64 start);
     void send(const NoteEvent& note, int32 offset);
     void processBlock(int64 start, int32 count);
     void takeOutgoing(int64 start);
     int32 mostNotesInABlock() const;
+
+    static constexpr size_t kPitches = 128;
+    static constexpr size_t kNotes = 16 * kPitches;
 
     IAudioProcessor& processor;
     ProcessData& data;
@@ -76,6 +95,9 @@ private:
     EventList output;
     ParameterChanges changes;
     size_t next = 0;
+    LiveNotes liveNotes;
+    StopAsked stopAsked;
+    std::bitset<kNotes> sounding; ///< by channel and pitch
     PlayResult result;
 };
 

@@ -13,6 +13,7 @@ namespace play {
 namespace {
 /** Up to this length the sample positions at 192 kHz fit the 31 bits of a MIDI file's pulses. */
 constexpr int64 kLongestSongInSeconds = int64{3} * 60 * 60;
+constexpr int32 kUsualPulses = 480; ///< per quarter note
 } // namespace
 
 void NoteCounts::count(uint8 channel, bool on)
@@ -28,6 +29,11 @@ int64 NoteCounts::allOns() const
 int64 NoteCounts::allOffs() const
 {
     return std::accumulate(offs.begin(), offs.end(), int64{0});
+}
+
+Song::Song()
+: tempoMap(kUsualPulses)
+{
 }
 
 Song::Song(const std::string& path)

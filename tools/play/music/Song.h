@@ -40,6 +40,9 @@ struct NoteCounts {
 
 class Song {
 public:
+    /** No song: nothing to play, at a tempo of 120. */
+    Song();
+
     /** @throws Failure as readMidiFile does, also for a song without notes or of three hours */
     explicit Song(const std::string& path);
 

@@ -1,6 +1,7 @@
 // Report: what play found out, for people and for machines.
 #pragma once
 
+#include "simulator/SimulatorControl.h"
 #include "tools/play/music/Player.h"
 #include "tools/play/output/EditSummary.h"
 #include "tools/play/output/StudioReport.h"
@@ -53,6 +54,8 @@ struct Report {
     Player::Settings settings;
     PlayResult played;
     std::optional<LibrarySide> library;
+    /** The instrument's MIDI port, after the last note; none when it was not played live. */
+    std::optional<SimulatorControl::MidiPort> port;
     size_t stateSize = 0;       ///< bytes
     bool stateCameBack = false; ///< a second instance saved the same bytes after restoring them
     int64 timerTicks = 0;

@@ -29,11 +29,13 @@ Json countsOf(const NoteCounts& counts)
 Json notesOf(const Report& report)
 {
     const auto& played = report.played;
+    const auto sent = played.sent.allOns() + played.sent.allOffs();
+    const auto left = report.port ? static_cast<int64>(report.port->notesLeft)
+                                  : played.left.allOns() + played.left.allOffs();
     Json notes{{"sent", countsOf(played.sent)},
                {"midiOut", countsOf(played.left)},
                {"otherMidiOut", played.otherOutgoing},
-               {"lost", played.sent.allOns() + played.sent.allOffs() - played.left.allOns() -
-                            played.left.allOffs()},
+               {"lost", sent - left},
                {"crowdedBlocks", played.crowdedBlocks}};
     if (report.library)
         notes["editor"] = countsOf(report.library->received);
@@ -80,7 +82,7 @@ std::string hexOf(const std::vector<char>& data)
     return text;
 }
 
-void addFiles(Json& json, const Report& report)
+void addPortAndFiles(Json& json, const Report& report)
 {
     if (report.preset)
         json["preset"] = {{"file", report.preset->file},
@@ -88,6 +90,10 @@ void addFiles(Json& json, const Report& report)
                           {"data", hexOf(report.preset->data)}};
     if (!report.stored.empty())
         json["storedBanks"] = storedOf(report);
+    if (report.port)
+        json["port"] = {{"name", report.port->name}, {"reason", report.port->reason},
+                        {"left", report.port->left}, {"notesLeft", report.port->notesLeft},
+                        {"lost", report.port->lost}, {"arrived", report.port->arrived}};
     if (!report.midiFile.empty())
         json["midiFile"] = report.midiFile;
     if (!report.audioFile.empty())
@@ -122,7 +128,7 @@ std::string jsonOf(const Report& report)
               {"timerTicks", report.timerTicks},
               {"automation", automationOf(report)},
               {"userTurns", turnsOf(report)}};
-    addFiles(json, report);
+    addPortAndFiles(json, report);
     addTo(json, report.studio);
     return tools::dumped(json);
 }

@@ -91,6 +91,17 @@ std::string missingText(int64 missing)
                        : grouped(-missing) + " more left than were sent";
 }
 
+void addPort(Lines& lines, const SimulatorControl::MidiPort& port, int64 sent)
+{
+    lines.add("Notes", grouped(sent) + " events sent, " + grouped(port.notesLeft) +
+                           " left at the MIDI port: " + missingText(sent - port.notesLeft));
+    lines.add("MIDI port",
+              (port.state == SimulatorControl::MidiPort::State::open ? port.name
+                                                                     : "none: " + port.reason) +
+                  "; " + grouped(port.left) + " messages left, " + grouped(port.lost) + " lost, " +
+                  grouped(port.arrived) + " arrived");
+}
+
 void addNotes(Lines& lines, const Report& report)
 {
     const auto& played = report.played;
@@ -109,8 +120,11 @@ void addNotes(Lines& lines, const Report& report)
                            (report.library ? pair(report.library->received, i) : "") +
                            pair(played.left, i));
     lines.addPlain("");
-    lines.add("Notes", grouped(sent) + " events sent, " + grouped(out) +
-                           " left through \"Midi Out\": " + missingText(sent - out));
+    if (report.port)
+        addPort(lines, *report.port, sent);
+    else
+        lines.add("Notes", grouped(sent) + " events sent, " + grouped(out) +
+                               " left through \"Midi Out\": " + missingText(sent - out));
     if (played.crowdedBlocks > 0)
         lines.add("", grouped(played.crowdedBlocks) +
                           (played.crowdedBlocks == 1 ? " block" : " blocks") + " had more than " +

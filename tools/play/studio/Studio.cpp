@@ -4,10 +4,10 @@ namespace Steinberg {
 namespace Vst {
 namespace play {
 
-Studio::Studio(const Project& project, bool isUnicode)
+Studio::Studio(const Project& project, const std::vector<PortDescription>& ports, bool isUnicode)
 : openProject(project)
 , updates(owned(new UpdateHandler))
-, registry(owned(new PortRegistry(usualPorts(), isUnicode)))
+, registry(owned(new PortRegistry(ports, isUnicode)))
 , handler(owned(new PortHandler(registry)))
 , devices(owned(new DeviceTree(openProject, isUnicode, *updates)))
 {

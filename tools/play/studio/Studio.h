@@ -14,8 +14,9 @@ namespace play {
 /** Outlives every plug-in that uses it. [host main thread] */
 class Studio {
 public:
-    /** @param isUnicode whether the host's texts are, which also decides the IDs of its devices */
-    Studio(const Project& project, bool isUnicode);
+    /** @param ports of the machine
+        @param isUnicode whether the host's texts are, which also decides the IDs of its devices */
+    Studio(const Project& project, const std::vector<PortDescription>& ports, bool isUnicode);
 
     /** Offers all of it but the port handler, which is the component handler's to offer. */
     void offerThrough(HostClasses& hostClasses);
