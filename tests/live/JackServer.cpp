@@ -1,0 +1,146 @@
+#include "tests/live/JackServer.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <spawn.h>
+#include <stdexcept>
+#include <sys/file.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace live {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 30s;
+constexpr auto turnPatience = 180s;
+constexpr auto name = "vstk2x";
+
+pid_t spawn(std::vector<std::string> words, const std::string& log)
+{
+    std::vector<char*> arguments;
+    for (auto& word : words)
+        arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, log.c_str(),
+                                     O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
+    pid_t child = 0;
+    const int result =
+        posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (result != 0)
+        throw std::runtime_error(words[0] + " does not start: scripts/setup test installs it");
+    return child;
+}
+
+std::string textOf(const std::string& file)
+{
+    std::ifstream stream(file);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+} // namespace
+
+JackServer::JackServer(int period, int ports)
+{
+    waitForTurn();
+    setenv("JACK_DEFAULT_SERVER", name, 1);
+    setenv("JACK_NO_START_SERVER", "1", 1);
+    setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
+    // The former server of this name may still be ending.
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!starts(period, ports))
+        if (std::chrono::steady_clock::now() > end)
+            throw std::runtime_error("JACK's server does not start: " + textOf(log));
+}
+
+// One at a time, in all programs of this machine: JACK finds a client by its name alone, so that
+// one server takes another's client of the same name for its own. And JACK keeps a place, of eight,
+// for each name of a server that did not end in order, until one of that name is started again.
+void JackServer::waitForTurn()
+{
+    const auto file = (std::filesystem::temp_directory_path() / "vstk2x-jack.lock").string();
+    log = file + ".log";
+    lock = open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    const auto end = std::chrono::steady_clock::now() + turnPatience;
+    while (flock(lock, LOCK_EX | LOCK_NB) != 0) {
+        if (std::chrono::steady_clock::now() > end)
+            throw std::runtime_error("another program's JACK server does not end: " + file);
+        std::this_thread::sleep_for(20ms);
+    }
+}
+
+bool JackServer::starts(int period, int ports)
+{
+    // A server that waits for its clients drops nothing on a loaded machine. It ends with this
+    // program, whatever ends that.
+    process = spawn({"setpriv", "--pdeathsig", "KILL", "jackd", "--no-realtime", "--sync",
+                     "--port-max", std::to_string(ports), "--name", name, "-d", "dummy", "--rate",
+                     "48000", "--period", std::to_string(period)},
+                    log);
+    while (!answers()) {
+        if (waitpid(process, nullptr, WNOHANG) == process) {
+            process = 0;
+            std::this_thread::sleep_for(50ms);
+            return false;
+        }
+        std::this_thread::sleep_for(20ms);
+    }
+    return true;
+}
+
+JackServer::~JackServer()
+{
+    if (process != 0)
+        jack_client_close(client);
+    stop(SIGTERM);
+    std::error_code error;
+    std::filesystem::remove(log, error);
+    close(lock);
+}
+
+std::string JackServer::messages() const
+{
+    return textOf(log);
+}
+
+void JackServer::kill()
+{
+    stop(SIGKILL);
+}
+
+void JackServer::stop(int signal)
+{
+    if (process == 0)
+        return;
+    ::kill(process, signal);
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (waitpid(process, nullptr, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() > end)
+            ::kill(process, SIGKILL);
+        std::this_thread::sleep_for(5ms);
+    }
+    process = 0;
+}
+
+bool JackServer::answers()
+{
+    jack_set_error_function([](const char*) {}); // it would complain until the server is there
+    client = jack_client_open("ask", JackNoStartServer, nullptr);
+    jack_set_error_function(nullptr);
+    return client != nullptr;
+}
+
+} // namespace live

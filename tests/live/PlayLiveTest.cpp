@@ -1,0 +1,229 @@
+// The built play, plug-in and simulator on a synthesizer, in real time.
+#include "tests/live/JackPeer.h"
+#include "tests/live/JackServer.h"
+#include "tests/live/Patience.h"
+#include "tests/tools/MidiBytes.h"
+#include "tests/tools/PlayProgram.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <spawn.h>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace doubles;
+using namespace live;
+using testing::HasSubstr;
+using Bytes = std::vector<uint8_t>;
+
+/** A program in a process group of its own, as a terminal has one. */
+class RunningProgram {
+public:
+    RunningProgram(Words words, const std::string& output)
+    {
+        std::vector<char*> arguments;
+        for (auto& word : words)
+            arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(),
+                                         O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
+        posix_spawnattr_t attributes;
+        posix_spawnattr_init(&attributes);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+        const int result =
+            posix_spawn(&process, arguments[0], &actions, &attributes, arguments.data(), environ);
+        posix_spawn_file_actions_destroy(&actions);
+        posix_spawnattr_destroy(&attributes);
+        if (result != 0)
+            throw std::runtime_error(words[0] + " does not start");
+    }
+    ~RunningProgram()
+    {
+        if (process > 0)
+            kill(-process, SIGKILL);
+        if (process > 0)
+            waitpid(process, nullptr, 0);
+    }
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+
+    /** Ctrl-C. */
+    void interrupt() const { kill(-process, SIGINT); }
+
+    /** @return the exit status, or -1 when a signal ended it or it does not end */
+    int wait()
+    {
+        int status = 0;
+        if (!waitFor([&] { return waitpid(process, &status, WNOHANG) == process; }))
+            return -1;
+        process = 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    pid_t process = 0;
+};
+
+class PlayLive : public testing::Test {
+protected:
+    PlayLive() { unsetenv("SIMULATOR_MIDI_PORT"); }
+
+    /** The host lends the library: no namespace is needed, which would hide the process. */
+    static Words playWords(const Words& more)
+    {
+        Words words{PLAY_PROGRAM,   "--binding", "service", "--library",
+                    SIMULATOR_FILE, "--json",    "--live"};
+        words.insert(words.end(), more.begin(), more.end());
+        return words;
+    }
+    static nlohmann::json report(const std::string& file)
+    {
+        const auto text = ScratchFolder::read(file);
+        const auto begin = text.find('{');
+        if (begin == std::string::npos)
+            return {};
+        return nlohmann::json::parse(text.substr(begin), nullptr, false);
+    }
+    static int endsOf(const std::vector<JackPeer::Message>& messages, uint8_t channel,
+                      uint8_t pitch)
+    {
+        return static_cast<int>(
+            std::count_if(messages.begin(), messages.end(), [&](const auto& message) {
+                return message.bytes == Bytes{static_cast<uint8_t>(0x80 + channel), pitch, 0};
+            }));
+    }
+
+    ScratchFolder folder;
+};
+
+/** Samples of one channel and another in turn. */
+std::vector<int16_t> samplesOf(const std::string& wavFile)
+{
+    constexpr size_t header = 44;
+    const auto bytes = ScratchFolder::read(wavFile);
+    std::vector<int16_t> samples;
+    for (size_t at = header; at + 1 < bytes.size(); at += 2)
+        samples.push_back(static_cast<int16_t>(static_cast<unsigned char>(bytes[at]) |
+                                               static_cast<unsigned char>(bytes[at + 1]) << 8U));
+    return samples;
+}
+
+TEST_F(PlayLive, SoundsForTheSongsLengthOnASynthesizer)
+{
+    // Three seconds of notes without a pause.
+    MidiTrack track;
+    track.program(0, 0, 19); // an organ, which does not fade
+    for (int beat = 0; beat < 6; ++beat)
+        track.noteOn(0, 0, 60 + beat, 100).noteOff(480, 0, 60 + beat, 0);
+    const auto song = folder.write("song.mid", midiFile(480, track));
+    const auto wav = folder.file("song.wav");
+    const auto output = folder.file("out");
+    RunningProgram program({WITH_SYNTHESIZER, "--private", "--record", wav, WITH_SIMULATOR,
+                            PLAY_PROGRAM, song, "--live", "--json"},
+                           output);
+    ASSERT_EQ(program.wait(), 0) << ScratchFolder::read(output);
+    const auto json = report(output);
+    EXPECT_EQ(json["notes"]["lost"], 0);
+    EXPECT_EQ(json["port"]["notesLeft"], 12);
+    EXPECT_EQ(json["port"]["lost"], 0);
+
+    constexpr int audible = 300;
+    constexpr double perSecond = 2 * 44100;
+    const auto samples = samplesOf(wav);
+    const auto isAudible = [](int16_t sample) { return std::abs(int{sample}) > audible; };
+    const auto first = std::find_if(samples.begin(), samples.end(), isAudible);
+    ASSERT_NE(first, samples.end()) << "silent";
+    const auto last = std::find_if(samples.rbegin(), samples.rend(), isAudible).base();
+    const auto seconds = static_cast<double>(last - first) / perSecond;
+    EXPECT_GT(seconds, 2.9);
+    EXPECT_LT(seconds, 4.) << "three seconds, and what the last note takes to fade";
+}
+
+TEST_F(PlayLive, EndsAllNotesOnCtrlC)
+{
+    const JackServer server;
+    JackPeer organ("organ");
+    const auto song = folder.write("song.mid", midiFile(480, MidiTrack()
+                                                                 .noteOn(0, 0, 60, 100)
+                                                                 .noteOn(0, 9, 36, 100)
+                                                                 .noteOff(480 * 2 * 60, 0, 60, 0)));
+    const auto output = folder.file("out");
+    RunningProgram program(playWords({song, "--port", "organ"}), output);
+    ASSERT_TRUE(waitFor([&] { return organ.receivedCount() >= 2; })) << ScratchFolder::read(output);
+    program.interrupt();
+    ASSERT_EQ(program.wait(), 0) << ScratchFolder::read(output);
+    const auto received = organ.received();
+    EXPECT_EQ(endsOf(received, 0, 60), 1);
+    EXPECT_EQ(endsOf(received, 9, 36), 1);
+    const auto json = report(output);
+    EXPECT_EQ(json["notes"]["sent"]["noteOffs"][0], 1);
+    EXPECT_EQ(json["notes"]["sent"]["noteOffs"][9], 1);
+    EXPECT_EQ(json["notes"]["lost"], 0);
+}
+
+TEST_F(PlayLive, PassesOnWhatAKeyboardSends)
+{
+    const JackServer server;
+    JackPeer organ("organ");
+    JackPeer keys("keys");
+    const auto output = folder.file("out");
+    RunningProgram program(playWords({"--port", "organ", "--keyboard", "keys"}), output);
+    ASSERT_TRUE(waitFor([&] { return !keys.ports("^play-keyboard-in:").empty(); }))
+        << ScratchFolder::read(output);
+    // What is sent before the connection stands goes nowhere.
+    ASSERT_TRUE(waitFor([&] {
+        keys.send({{0xFE}, {0x90, 50, 100}, {0x80, 50, 0}});
+        return organ.receivedCount() > 0;
+    })) << ScratchFolder::read(output);
+    keys.send({{0x94, 60, 100}, {0x94, 64, 100}, {0x84, 60, 0}});
+    const Bytes second{0x94, 64, 127};
+    const auto hasSecond = [&] {
+        const auto received = organ.received();
+        return std::any_of(received.begin(), received.end(),
+                           [&](const auto& message) { return message.bytes == second; });
+    };
+    ASSERT_TRUE(waitFor(hasSecond));
+    ASSERT_TRUE(waitFor([&] { return endsOf(organ.received(), 4, 60) == 1; }));
+    EXPECT_EQ(endsOf(organ.received(), 4, 64), 0) << "the key is down";
+    program.interrupt();
+    ASSERT_EQ(program.wait(), 0) << ScratchFolder::read(output);
+    EXPECT_EQ(endsOf(organ.received(), 4, 64), 1);
+    EXPECT_EQ(report(output)["notes"]["lost"], 0);
+}
+
+TEST_F(PlayLive, HasTheEditorChooseAmongThePlugInsPorts)
+{
+    const JackServer server;
+    JackPeer harp("aharp");
+    JackPeer organ("organ");
+    const auto song = folder.write(
+        "song.mid", midiFile(480, MidiTrack().noteOn(0, 0, 60, 100).noteOff(48, 0, 60, 0)));
+    const auto output = folder.file("out");
+    RunningProgram program(
+        playWords({song, "--port", "aharp", "--ports", "--connect-midi", "organ:in"}), output);
+    ASSERT_EQ(program.wait(), 0) << ScratchFolder::read(output);
+    EXPECT_EQ(report(output)["port"]["name"], "organ:in");
+    EXPECT_EQ(endsOf(organ.received(), 0, 60), 1);
+    EXPECT_EQ(endsOf(harp.received(), 0, 60), 0);
+}
+
+TEST_F(PlayLive, SaysThatThereIsNoPort)
+{
+    setenv("JACK_DEFAULT_SERVER", "nobody-has-started-this", 1);
+    const auto song = folder.write("song.mid", midiFile(480, MidiTrack().noteOn(0, 0, 60, 100)));
+    const auto output = folder.file("out");
+    RunningProgram program(playWords({song, "--port", "jack:organ"}), output);
+    EXPECT_EQ(program.wait(), 1);
+    EXPECT_THAT(ScratchFolder::read(output), HasSubstr("play: The instrument has no MIDI port: "));
+}
+
+} // namespace
