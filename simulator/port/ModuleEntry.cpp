@@ -5,8 +5,22 @@
 
 using namespace Steinberg::Vst::simulator;
 
+namespace {
+
+/** A host may exit without having let its instruments go, and what sounds would sound on. Made
+   after the MIDI libraries were loaded, so that exit comes here before it ends them. */
+struct ClosesPortsAtExit {
+    ClosesPortsAtExit() = default;
+    ~ClosesPortsAtExit() { PortWire::closeAll(); }
+    ClosesPortsAtExit(const ClosesPortsAtExit&) = delete;
+    ClosesPortsAtExit& operator=(const ClosesPortsAtExit&) = delete;
+};
+
+} // namespace
+
 extern "C" __attribute__((visibility("default"))) MidiWire*
 openSimulatorMidiPort(const char* which, MidiReceiver& receiver)
 {
+    static const ClosesPortsAtExit atExit;
     return new PortWire(makeRtMidiDriver("RDL-simulator", Directions::both), which, receiver);
 }

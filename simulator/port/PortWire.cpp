@@ -2,6 +2,7 @@
 
 #include "public.sdk/source/vst/utility/ringbuffer.h"
 #include "simulator/MidiMapping.h"
+#include "simulator/NeverDestroyed.h"
 #include "simulator/port/Wakeup.h"
 
 #include <atomic>
@@ -11,6 +12,7 @@
 #include <deque>
 #include <iostream>
 #include <mutex>
+#include <set>
 #include <utility>
 
 namespace Steinberg {
@@ -26,6 +28,17 @@ constexpr int lookMilliseconds = 250; ///< how often the port is looked after
 constexpr std::chrono::seconds closePatience{3};
 constexpr int32 channels = 16;
 constexpr int32 pitches = 128;
+
+/** The open ports. */
+struct OpenWires {
+    std::mutex mutex;
+    std::set<PortWire*> wires;
+};
+
+OpenWires& openWires()
+{
+    return neverDestroyed<OpenWires>();
+}
 
 void say(const std::string& text)
 {
@@ -325,7 +338,7 @@ private:
     const std::unique_ptr<MidiDriver> driver;
     State state = State::unused; ///< unused: the driver has no port
     std::string name;
-    bool isFirstChoice = true; ///< what was sent before has waited for the port
+    bool isFirstChoice = true; ///< all that was sent before still waits
     Clock::time_point nextLook = Clock::now();
     std::bitset<static_cast<size_t>(channels* pitches)> sounding;
 };
@@ -381,11 +394,27 @@ PortWire::PortWire(std::unique_ptr<MidiDriver> driver, std::string which, MidiRe
                 made->make([&] { ownEnd.arrived(message); });
         }
     });
+    auto& open = openWires();
+    const std::lock_guard<std::mutex> guard(open.mutex);
+    open.wires.insert(this);
 }
 
 PortWire::~PortWire()
 {
+    {
+        auto& open = openWires();
+        const std::lock_guard<std::mutex> guard(open.mutex);
+        open.wires.erase(this);
+    }
     close();
+}
+
+void PortWire::closeAll()
+{
+    auto& open = openWires();
+    const std::lock_guard<std::mutex> guard(open.mutex);
+    for (auto* wire : open.wires)
+        wire->close();
 }
 
 bool PortWire::sendFromAudioThread(const MidiMessage& message)

@@ -31,6 +31,9 @@ public:
     /** Waits some seconds for the system, then leaves the port's thread to it. */
     void close() override;
 
+    /** Closes every port of this process that is open: the last chance before exit. */
+    static void closeAll();
+
 private:
     class Line;
     class Sender;

@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 #include <iostream>
 #include <iterator>
+#include <sys/wait.h>
 
 namespace {
 
@@ -304,6 +305,19 @@ TEST_F(LiveInstrument, OutlivesTheServersCrash)
     const auto begin = std::chrono::steady_clock::now();
     end();
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+}
+
+TEST_F(LiveInstrument, EndsEveryNoteAtTheExitOfAHostThatDoesNotLetItGo)
+{
+    startServer();
+    JackPeer organ("organ");
+    setenv("SIMULATOR_MIDI_PORT", "organ", 1);
+    const int status = std::system(ENDLESS_HOST);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    const std::vector<Bytes> expected{{0x92, 60, 127}, {0x82, 60, 0}, {0xB2, 123, 0}};
+    ASSERT_TRUE(waitFor([&] { return organ.receivedCount() >= expected.size(); }));
+    EXPECT_EQ(bytesOf(organ.received()), expected);
 }
 
 std::string loadedLibraries()

@@ -8,11 +8,11 @@
 #include "tests/live/JackServer.h"
 #include "tests/tools/ScratchFolder.h"
 #include "tools/common/Failure.h"
+#include "tools/common/Instance.h"
 #include "tools/common/Program.h"
 #include "tools/play/Host.h"
 #include "tools/play/live/PortWish.h"
 #include "tools/play/music/Player.h"
-#include "tools/play/plugin/Instance.h"
 #include "tools/play/user/Simulator.h"
 
 #include <chrono>
@@ -107,9 +107,9 @@ private:
     }
 
     Host host;
-    PlugIn plugIn;
+    tools::PlugIn plugIn;
     PortWish wish;
-    Instance instance;
+    tools::Instance instance;
     SimulatorControl* simulator;
 };
 
