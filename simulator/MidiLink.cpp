@@ -10,6 +10,7 @@ namespace Vst {
 namespace simulator {
 
 namespace {
+using Clock = std::chrono::steady_clock;
 constexpr int32 valuesOfAByte = 128;
 }
 
@@ -53,14 +54,17 @@ void MidiLink::sendValueFromAudioThread(size_t index)
 {
     const auto& parameters = instrument.parameters;
     const int32 value = parameters.value(index);
-    if (isNews(index, value) && !wire->sendFromAudioThread(MidiMapping::value(
-                                    parameters.part(index), parameters.column(index), value)))
+    if (echoes[index].contains(value, Clock::now()) || !isNews(index, value))
+        return;
+    if (!wire->sendFromAudioThread(
+            MidiMapping::value(parameters.part(index), parameters.column(index), value)))
         known[index] = unknown;
 }
 
 void MidiLink::sendValue(size_t index, int32 value)
 {
     const auto& parameters = instrument.parameters;
+    echoes[index].add(value, Clock::now());
     if (isNews(index, value) &&
         !wire->send(MidiMapping::value(parameters.part(index), parameters.column(index), value)))
         known[index] = unknown;
@@ -127,6 +131,7 @@ void MidiLink::takeController(const MidiMessage& message)
         return;
     const size_t index = instrument.parameters.findInPart(channel, static_cast<size_t>(column));
     known[index] = value;
+    echoes[index].add(value, Clock::now());
     instrument.takeValue(index, value);
 }
 

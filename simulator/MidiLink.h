@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editorlib/VstIEffectInterface.h"
+#include "simulator/EchoMemory.h"
 #include "simulator/HostNotes.h"
 #include "simulator/MidiWire.h"
 #include "simulator/ParameterModel.h"
@@ -40,7 +41,7 @@ public:
 
     /** Anything but a note is counted and dropped. [audio thread] */
     void receiveFromHost(const uint8* data, int32 length);
-    /** Sends a parameter's present value. [audio thread] */
+    /** Sends a parameter's present value, which the host set, unless it is an echo. [audio thread] */
     void sendValueFromAudioThread(size_t index);
 
     // [any thread but the audio thread]
@@ -76,6 +77,7 @@ private:
     HostNotes notes;
     std::atomic<VstIEffectInterface*> effect{nullptr};
     std::array<std::atomic<int32>, ParameterModel::size> known; ///< values that the other end has
+    std::array<EchoMemory, ParameterModel::size> echoes;
     std::array<Part, ParameterModel::parts> parts;
     std::unique_ptr<MidiWire> wire;
 };

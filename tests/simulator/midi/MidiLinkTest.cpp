@@ -1,9 +1,11 @@
+#include "simulator/EchoMemory.h"
 #include "simulator/InstanceList.h"
 #include "simulator/Voices.h"
 #include "tests/doubles/Trace.h"
 #include "tests/simulator/midi/RecordingWire.h"
 #include "tests/simulator/ObserverTrace.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
 
 namespace {
@@ -150,6 +152,36 @@ TEST_F(SimulatorMidi, SendsAValueOnceAndNotBackToWhereItCameFrom)
     EXPECT_THAT(wire->take(), IsEmpty());
     editor->hostParameterChanged(37012000, 23 / 127.);
     EXPECT_THAT(wire->take(), ElementsAre("audio B0 07 17"));
+}
+
+TEST_F(SimulatorMidi, DoesNotTurnAKnobBackThatTheHostEchoesLate)
+{
+    wire->arrive({0xB0, 7, 50});
+    wire->arrive({0xB0, 7, 51});
+    editor->hostParameterChanged(37012000, 50 / 127.);
+    editor->hostParameterChanged(37012000, 51 / 127.);
+    EXPECT_THAT(wire->take(), IsEmpty()) << "of the synthesizer";
+    user->turnKnobThrough(37013000, {50, 51});
+    wire->take();
+    editor->hostParameterChanged(37013000, 50 / 127.);
+    editor->hostParameterChanged(37013000, 51 / 127.);
+    EXPECT_THAT(wire->take(), IsEmpty()) << "of the editor";
+}
+
+TEST(SimulatorEchoMemory, ForgetsAValueAfterAWhile)
+{
+    simulator::EchoMemory memory;
+    const simulator::EchoMemory::Time begin{std::chrono::hours(1)};
+    EXPECT_FALSE(memory.contains(0, begin));
+    memory.add(0, begin);
+    memory.add(127, begin + std::chrono::milliseconds(400));
+    EXPECT_TRUE(memory.contains(0, begin + std::chrono::milliseconds(900)));
+    EXPECT_TRUE(memory.contains(127, begin + std::chrono::milliseconds(900)));
+    EXPECT_FALSE(memory.contains(63, begin + std::chrono::milliseconds(900)));
+    EXPECT_FALSE(memory.contains(127, begin + std::chrono::milliseconds(901)));
+    memory.add(1, begin + std::chrono::milliseconds(901));
+    EXPECT_TRUE(memory.contains(1, begin + std::chrono::milliseconds(901)));
+    EXPECT_FALSE(memory.contains(127, begin + std::chrono::milliseconds(901)));
 }
 
 TEST_F(SimulatorMidi, SendsAValueAgainThatWasDropped)
