@@ -176,7 +176,8 @@ private:
         if (!hasRoom) {
             --waiting;
             ++lost;
-            hasLostNotes = hasLostNotes || message.isNote();
+            if (message.isNote())
+                hasLostNotes = true;
         }
         outgoing.wake();
         return hasRoom;
@@ -286,7 +287,6 @@ private:
     {
         say("the MIDI port \"" + name + "\" is gone");
         state = State::away;
-        sounding.reset();
         line->setState(state, name, "it is gone");
     }
 
@@ -294,6 +294,7 @@ private:
     {
         say("the MIDI port \"" + name + "\" is back");
         state = State::open;
+        endNotes(); // their note-offs may have been dropped meanwhile
         line->setState(state, name, "");
         tellReturn();
     }
@@ -313,11 +314,19 @@ private:
         line->incoming.wake();
     }
 
-    /** Ends what sounds by name, and then all, for an instrument that plays on by itself. */
     void leavePort()
     {
         if (state == State::unused)
             return;
+        endNotes();
+        if (state != State::none)
+            driver->close();
+        state = State::unused;
+    }
+
+    /** Ends what sounds by name, and then all, for an instrument that plays on by itself. */
+    void endNotes()
+    {
         std::bitset<channels> used;
         for (size_t note = 0; note < sounding.size(); ++note)
             if (sounding[note]) {
@@ -329,9 +338,6 @@ private:
             if (used[static_cast<size_t>(channel)])
                 pass(MidiMessage::controllerChange(channel, MidiMapping::allNotesOff, 0));
         sounding.reset();
-        if (state != State::none)
-            driver->close();
-        state = State::unused;
     }
 
     const std::shared_ptr<Line> line;

@@ -304,6 +304,28 @@ TEST_F(PortWireTest, DropsWhatIsSentToAnInstrumentThatIsAwayAndTellsWhenItIsBack
     EXPECT_EQ(port.sent().size(), 1U) << "a note of long ago";
 }
 
+TEST_F(PortWireTest, EndsWhatSoundedAtAnInstrumentThatIsBack)
+{
+    open();
+    wire->send(noteOn(2, 60));
+    wire->send(noteOn(2, 61));
+    wire->send(MidiMessage::endOfNote(2, 61));
+    waitUntilSent();
+    port.seen = MidiDriver::State::away;
+    waitForState(State::away);
+    wire->send(MidiMessage::endOfNote(2, 60)); // which nobody hears
+    waitUntilSent();
+    port.seen = MidiDriver::State::there;
+    waitForState(State::open);
+    wire->send(noteOn(2, 72));
+    waitUntilSent();
+    EXPECT_THAT(port.sent(),
+                ElementsAre(noteOn(2, 60).bytes, noteOn(2, 61).bytes,
+                            MidiMessage::endOfNote(2, 61).bytes,
+                            MidiMessage::endOfNote(2, 60).bytes, std::array<uint8, 3>{0xB2, 123, 0},
+                            noteOn(2, 72).bytes));
+}
+
 TEST_F(PortWireTest, LetsGoOfAPortThatIsGoneForGood)
 {
     open();
