@@ -72,9 +72,11 @@ TEST(Report, OfLiveMusicTellsWhatLeftAtTheInstrumentsPort)
     port.lost = 1;
     port.arrived = 3;
     report.port = port;
+    report.copiedProgramChanges = 5;
     const auto text = textOf(report);
     EXPECT_THAT(text, HasSubstr("5 events sent, 4 left at the MIDI port: 1 were lost\n"));
-    EXPECT_THAT(text, HasSubstr("MIDI port     organ:in; 12 messages left, 1 lost, 3 arrived\n"));
+    EXPECT_THAT(text, HasSubstr("MIDI port     organ:in; 12 messages left, 1 lost, 3 arrived\n"
+                                "              5 program changes were copied"));
     const auto json = nlohmann::json::parse(jsonOf(report));
     EXPECT_EQ(json["notes"]["lost"], 1);
     EXPECT_EQ(json["port"]["name"], "organ:in");

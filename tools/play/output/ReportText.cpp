@@ -102,6 +102,14 @@ void addPort(Lines& lines, const SimulatorControl::MidiPort& port, int64 sent)
                   grouped(port.arrived) + " arrived");
 }
 
+void addProgramChanges(Lines& lines, const Report& report)
+{
+    if (report.copiedProgramChanges > 0)
+        lines.add("", grouped(static_cast<int64>(report.copiedProgramChanges)) +
+                          " program changes were copied from the song, to choose the sounds: they "
+                          "do not go through the plug-in");
+}
+
 void addNotes(Lines& lines, const Report& report)
 {
     const auto& played = report.played;
@@ -120,11 +128,13 @@ void addNotes(Lines& lines, const Report& report)
                            (report.library ? pair(report.library->received, i) : "") +
                            pair(played.left, i));
     lines.addPlain("");
-    if (report.port)
+    if (report.port) {
         addPort(lines, *report.port, sent);
-    else
+        addProgramChanges(lines, report);
+    } else {
         lines.add("Notes", grouped(sent) + " events sent, " + grouped(out) +
                                " left through \"Midi Out\": " + missingText(sent - out));
+    }
     if (played.crowdedBlocks > 0)
         lines.add("", grouped(played.crowdedBlocks) +
                           (played.crowdedBlocks == 1 ? " block" : " blocks") + " had more than " +
@@ -174,10 +184,8 @@ void addEnding(Lines& lines, const Report& report)
         lines.add("Audio file", report.audioFile + ", " + minutes(report.audio.seconds) +
                                     ", loudest " + decibels(report.audio.peak) + ", on average " +
                                     decibels(report.audio.rms));
-    if (report.copiedProgramChanges > 0)
-        lines.add("", grouped(static_cast<int64>(report.copiedProgramChanges)) +
-                          " program changes were copied from the song, to choose the sounds: they "
-                          "do not go through the plug-in");
+    if (!report.port)
+        addProgramChanges(lines, report);
 }
 
 } // namespace
