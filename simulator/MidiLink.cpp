@@ -12,7 +12,7 @@ namespace simulator {
 namespace {
 using Clock = std::chrono::steady_clock;
 constexpr int32 valuesOfAByte = 128;
-}
+} // namespace
 
 MidiLink::MidiLink(Instrument& owner)
 : instrument(owner)

@@ -41,7 +41,8 @@ public:
 
     /** Anything but a note is counted and dropped. [audio thread] */
     void receiveFromHost(const uint8* data, int32 length);
-    /** Sends a parameter's present value, which the host set, unless it is an echo. [audio thread] */
+    /** Sends a parameter's present value, which the host set, unless it is an echo. [audio thread]
+     */
     void sendValueFromAudioThread(size_t index);
 
     // [any thread but the audio thread]

@@ -72,7 +72,7 @@ std::unique_ptr<MidiWire> connectWire(MidiReceiver& receiver)
     const auto file = folderOfThisLibrary() + SIMULATOR_PORT_MODULE;
     void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     if (!module)
-        return withoutPort("this build has no part for it that loads");
+        return withoutPort(std::string("its part of this build does not load: ") + dlerror());
     const auto open = reinterpret_cast<OpenMidiPort>(dlsym(module, openMidiPortName));
     auto* wire =
         open ? guarded<MidiWire*>(nullptr, [&] { return open(which, receiver); }) : nullptr;

@@ -17,8 +17,8 @@ using Steinberg::Vst::VstIObserver;
 /** The library's file, loaded with every symbol bound. */
 class LoadedSimulator {
 public:
-    LoadedSimulator()
-    : handle(dlopen(SIMULATOR_FILE, RTLD_NOW | RTLD_LOCAL))
+    explicit LoadedSimulator(const std::string& file = SIMULATOR_FILE)
+    : handle(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL))
     {
         if (!handle)
             throw std::runtime_error(dlerror());

@@ -46,9 +46,9 @@ TEST(MidiMessage, IsWhatTheInstrumentUnderstands)
         const auto message = MidiMessage::parse(bytes.data(), bytes.size());
         ASSERT_EQ(message.has_value(), isUnderstood);
         if (message) {
-            EXPECT_EQ(std::vector<uint8>(message->bytes.begin(),
-                                         message->bytes.begin() + message->size),
-                      bytes);
+            EXPECT_EQ(
+                std::vector<uint8>(message->bytes.begin(), message->bytes.begin() + message->size),
+                bytes);
         }
     }
 }

@@ -319,11 +319,10 @@ TEST_F(PortWireTest, EndsWhatSoundedAtAnInstrumentThatIsBack)
     waitForState(State::open);
     wire->send(noteOn(2, 72));
     waitUntilSent();
-    EXPECT_THAT(port.sent(),
-                ElementsAre(noteOn(2, 60).bytes, noteOn(2, 61).bytes,
-                            MidiMessage::endOfNote(2, 61).bytes,
-                            MidiMessage::endOfNote(2, 60).bytes, std::array<uint8, 3>{0xB2, 123, 0},
-                            noteOn(2, 72).bytes));
+    EXPECT_THAT(port.sent(), ElementsAre(noteOn(2, 60).bytes, noteOn(2, 61).bytes,
+                                         MidiMessage::endOfNote(2, 61).bytes,
+                                         MidiMessage::endOfNote(2, 60).bytes,
+                                         std::array<uint8, 3>{0xB2, 123, 0}, noteOn(2, 72).bytes));
 }
 
 TEST_F(PortWireTest, LetsGoOfAPortThatIsGoneForGood)
