@@ -1,5 +1,7 @@
 #include "tests/live/JackServer.h"
 
+#include "tests/live/Patience.h"
+
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -21,8 +23,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto patience = 30s;
-constexpr auto turnPatience = 180s;
 constexpr auto name = "vstk2x";
 
 pid_t spawn(std::vector<std::string> words, const std::string& log)
@@ -74,12 +74,8 @@ void JackServer::waitForTurn()
     const auto file = (std::filesystem::temp_directory_path() / "vstk2x-jack.lock").string();
     log = file + ".log";
     lock = open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    const auto end = std::chrono::steady_clock::now() + turnPatience;
-    while (flock(lock, LOCK_EX | LOCK_NB) != 0) {
-        if (std::chrono::steady_clock::now() > end)
-            throw std::runtime_error("another program's JACK server does not end: " + file);
-        std::this_thread::sleep_for(20ms);
-    }
+    if (!waitFor([this] { return flock(lock, LOCK_EX | LOCK_NB) == 0; }, turnPatience))
+        throw std::runtime_error("another program's JACK server does not end: " + file);
 }
 
 bool JackServer::starts(int period, int ports)

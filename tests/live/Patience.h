@@ -6,11 +6,16 @@
 
 namespace live {
 
-/** Waits until the condition holds, longer than a loaded machine needs. @return whether it does */
+/** Longer than a loaded machine needs. */
+constexpr std::chrono::seconds patience{30};
+/** Longer than another program needs its JACK server for. */
+constexpr std::chrono::seconds turnPatience{420};
+
+/** Waits until the condition holds. @return whether it does */
 template <typename Condition>
-bool waitFor(Condition&& condition)
+bool waitFor(Condition&& condition, std::chrono::seconds longest = patience)
 {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    const auto end = std::chrono::steady_clock::now() + longest;
     while (!condition()) {
         if (std::chrono::steady_clock::now() > end)
             return false;

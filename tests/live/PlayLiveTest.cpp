@@ -60,10 +60,10 @@ public:
     void interrupt() const { kill(-process, SIGINT); }
 
     /** @return the exit status, or -1 when a signal ended it or it does not end */
-    int wait()
+    int wait(std::chrono::seconds longest = patience)
     {
         int status = 0;
-        if (!waitFor([&] { return waitpid(process, &status, WNOHANG) == process; }))
+        if (!waitFor([&] { return waitpid(process, &status, WNOHANG) == process; }, longest))
             return -1;
         process = 0;
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -130,7 +130,7 @@ TEST_F(PlayLive, SoundsForTheSongsLengthOnASynthesizer)
     RunningProgram program({WITH_SYNTHESIZER, "--private", "--record", wav, WITH_SIMULATOR,
                             PLAY_PROGRAM, song, "--live", "--json"},
                            output);
-    ASSERT_EQ(program.wait(), 0) << ScratchFolder::read(output);
+    ASSERT_EQ(program.wait(turnPatience), 0) << ScratchFolder::read(output);
     const auto json = report(output);
     EXPECT_EQ(json["notes"]["lost"], 0);
     EXPECT_EQ(json["port"]["notesLeft"], 12);
