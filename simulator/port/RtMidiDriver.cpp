@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <chrono>
-#include <rtmidi/RtMidi.h>
+#include <RtMidi.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>

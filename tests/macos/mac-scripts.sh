@@ -86,7 +86,7 @@ on_a_mac() {
   status=$?
 }
 settings=()
-installed() { for package in cmake ninja ccache pkgconf cli11 nlohmann-json libsmf googletest pugixml; do echo 99 >"$brewed/$package"; done; }
+installed() { for package in cmake ninja ccache pkgconf cli11 nlohmann-json libsmf rtmidi googletest pugixml; do echo 99 >"$brewed/$package"; done; }
 succeeds() { [ "$status" -eq 0 ]; }
 fails() { [ "$status" -eq 1 ] && grep -qF -- "$1" "$out"; }
 called() { grep -qxF -- "$1" "$log"; }
@@ -99,7 +99,7 @@ installs-what-is-missing)
   echo 1.3_1 >"$brewed/libsmf"
   on_a_mac scripts/setup run
   expect "succeeds" succeeds
-  expect "installs the rest" called "brew install --quiet ninja ccache pkgconf cli11 nlohmann-json"
+  expect "installs the rest" called "brew install --quiet ninja ccache pkgconf cli11 nlohmann-json rtmidi"
   on_a_mac scripts/setup test
   expect "and what the tests need" called "brew install --quiet googletest pugixml"
   : >"$log"

@@ -18,7 +18,7 @@
 #include <chrono>
 #include <CLI/CLI.hpp>
 #include <cstdio>
-#include <rtmidi/RtMidi.h>
+#include <RtMidi.h>
 #include <thread>
 
 namespace {
