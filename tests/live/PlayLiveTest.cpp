@@ -148,6 +148,50 @@ TEST_F(PlayLive, SoundsForTheSongsLengthOnASynthesizer)
     EXPECT_LT(seconds, 4.) << "three seconds, and what the last note takes to fade";
 }
 
+TEST_F(PlayLive, ChoosesTheSongsSoundsBeforeTheirNotesAndSendsNothingElse)
+{
+    const JackServer server;
+    JackPeer organ("organ");
+    const auto song = folder.write("song.mid", midiFile(480, MidiTrack()
+                                                                 .program(0, 3, 19)
+                                                                 .noteOn(0, 3, 60, 100)
+                                                                 .noteOff(48, 3, 60, 0)
+                                                                 .program(0, 3, 20)
+                                                                 .noteOn(0, 3, 62, 100)
+                                                                 .noteOff(48, 3, 62, 0)));
+    const auto output = folder.file("out");
+    RunningProgram program(playWords({song, "--port", "organ"}), output);
+    ASSERT_EQ(program.wait(), 0) << ScratchFolder::read(output);
+    std::vector<Bytes> received;
+    for (const auto& message : organ.received())
+        received.push_back(message.bytes);
+    // The instance that restores the state afterwards has no port, and so sends no values.
+    EXPECT_THAT(received,
+                testing::ElementsAre(Bytes{0xC3, 19}, Bytes{0x93, 60, 127}, Bytes{0xC3, 20},
+                                     Bytes{0x83, 60, 0}, Bytes{0x93, 62, 127}, Bytes{0x83, 62, 0}));
+    EXPECT_EQ(report(output)["port"]["copiedProgramChanges"], 2);
+}
+
+TEST_F(PlayLive, ShowsTimePartsAndEventsOnALineOfATerminal)
+{
+    const JackServer server;
+    JackPeer organ("organ");
+    const auto song = folder.write("song.mid", midiFile(480, MidiTrack()
+                                                                 .noteOn(0, 0, 60, 100)
+                                                                 .noteOn(0, 9, 36, 100)
+                                                                 .noteOff(960, 0, 60, 0)
+                                                                 .noteOff(0, 9, 36, 0)));
+    std::string command;
+    for (const auto& word : playWords({song, "--port", "organ"}))
+        command += "'" + word + "' ";
+    const auto output = folder.file("out");
+    RunningProgram program(
+        {"/usr/bin/script", "--quiet", "--return", "--command", command, "/dev/null"}, output);
+    ASSERT_EQ(program.wait(), 0) << ScratchFolder::read(output);
+    EXPECT_THAT(ScratchFolder::read(output),
+                testing::ContainsRegex("\r0:0[01] of 0:01, parts 1 10, [0-9]+ events? on "));
+}
+
 TEST_F(PlayLive, EndsAllNotesOnCtrlC)
 {
     const JackServer server;

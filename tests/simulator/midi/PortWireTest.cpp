@@ -194,6 +194,22 @@ TEST_F(PortWireTest, LosesNothingOfABurstAndKeepsItsOrder)
     EXPECT_EQ(wire->port().lost, 0U);
 }
 
+TEST_F(PortWireTest, WakesItsThreadsForEachMessage)
+{
+    open();
+    waitForState(State::open);
+    const auto begin = std::chrono::steady_clock::now();
+    constexpr size_t rounds = 40;
+    for (size_t round = 1; round <= rounds; ++round) {
+        wire->sendFromAudioThread(numbered(static_cast<int>(round)));
+        waitUntilSent();
+        port.arrive(numbered(static_cast<int>(round)));
+        ASSERT_TRUE(waitFor([&] { return receiver.count() == round; }));
+    }
+    // A thread that is not woken looks four times a second.
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s);
+}
+
 TEST_F(PortWireTest, TakesMessagesOfTheAudioThreadAndOfOthersAtOnce)
 {
     open();
@@ -340,14 +356,15 @@ TEST_F(PortWireTest, LetsGoOfAPortThatIsGoneForGood)
 TEST_F(PortWireTest, EndsEveryNoteThatSoundsWhenItCloses)
 {
     open();
-    for (const auto& message :
-         {noteOn(0, 60), noteOn(9, 36), noteOn(9, 38), MidiMessage::endOfNote(9, 36)})
+    const MidiMessage silentNoteOn{{0x95, 40, 0}, 3}; // which ends a note, too
+    for (const auto& message : {noteOn(0, 60), noteOn(9, 36), noteOn(9, 38), noteOn(5, 40),
+                                MidiMessage::endOfNote(9, 36), silentNoteOn})
         wire->sendFromAudioThread(message);
     wire->close(); // with messages that wait
     EXPECT_THAT(port.sent(),
                 ElementsAre(noteOn(0, 60).bytes, noteOn(9, 36).bytes, noteOn(9, 38).bytes,
-                            MidiMessage::endOfNote(9, 36).bytes,
-                            MidiMessage::endOfNote(0, 60).bytes,
+                            noteOn(5, 40).bytes, MidiMessage::endOfNote(9, 36).bytes,
+                            silentNoteOn.bytes, MidiMessage::endOfNote(0, 60).bytes,
                             MidiMessage::endOfNote(9, 38).bytes, std::array<uint8, 3>{0xB0, 123, 0},
                             std::array<uint8, 3>{0xB9, 123, 0}));
     EXPECT_FALSE(port.isOpen);

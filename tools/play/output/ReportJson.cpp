@@ -91,9 +91,13 @@ void addPortAndFiles(Json& json, const Report& report)
     if (!report.stored.empty())
         json["storedBanks"] = storedOf(report);
     if (report.port)
-        json["port"] = {{"name", report.port->name}, {"reason", report.port->reason},
-                        {"left", report.port->left}, {"notesLeft", report.port->notesLeft},
-                        {"lost", report.port->lost}, {"arrived", report.port->arrived}};
+        json["port"] = {{"name", report.port->name},
+                        {"reason", report.port->reason},
+                        {"left", report.port->left},
+                        {"notesLeft", report.port->notesLeft},
+                        {"lost", report.port->lost},
+                        {"arrived", report.port->arrived},
+                        {"copiedProgramChanges", report.copiedProgramChanges}};
     if (!report.midiFile.empty())
         json["midiFile"] = report.midiFile;
     if (!report.audioFile.empty())
