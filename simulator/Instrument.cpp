@@ -256,9 +256,31 @@ void Instrument::restore(const SoundState& state)
     for (const auto& [slot, data] : state.userBanks)
         userBanks.put(slot.first, slot.second, data);
     markUnedited();
-    if (voiceExists(state.bank, state.number))
-        midi.sendVoice(shownPart, state.bank, state.number);
+    // The state has the last voice without its part.
+    const int32 part = partThatPlays(state.bank, state.number);
+    if (part >= 0)
+        midi.sendVoice(part, state.bank, state.number);
     midi.sendValues();
+}
+
+int32 Instrument::partThatPlays(int32 bank, int32 number) const
+{
+    int32 found = -1;
+    if (!voiceExists(bank, number))
+        return found;
+    size_t most = ParameterModel::partParameters / 2;
+    for (int32 part = 0; part < ParameterModel::parts; ++part) {
+        size_t same = 0;
+        for (size_t column = 0; column < ParameterModel::partParameters; ++column)
+            if (parameters.value(parameters.findInPart(part, column)) ==
+                voiceValue(bank, number, column))
+                ++same;
+        if (same > most) {
+            most = same;
+            found = part;
+        }
+    }
+    return found;
 }
 
 void Instrument::markUnedited()

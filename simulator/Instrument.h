@@ -96,6 +96,9 @@ private:
     /** The edit flag rises, unless it is up. */
     void markEdited(Raise raise);
     bool selectVoice(int32 part, int32 bank, int32 number, Raise raise);
+    /** The part that has most of a voice's values, of which the user may have moved some since.
+        @return -1 where none has, and for an unknown voice */
+    int32 partThatPlays(int32 bank, int32 number) const;
     void record(AppliedList& list, SimulatorControl::Applied applied);
 
     std::array<HostValue, ParameterModel::size> hostValues;

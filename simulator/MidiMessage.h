@@ -25,7 +25,7 @@ struct MidiMessage {
         above 127. */
     static std::optional<MidiMessage> parse(const uint8* data, size_t length)
     {
-        if (!data || length < 2 || length > 3)
+        if (!data || length < 2)
             return {};
         const auto status = static_cast<uint8>(data[0] & 0xF0);
         const bool isLong = status == noteOff || status == noteOn || status == controller;

@@ -291,6 +291,22 @@ TEST_F(SimulatorMidi, SendsARestoredSound)
     EXPECT_THAT(sent, IsSupersetOf({"B0 07 05", "B1 07 64"}));
 }
 
+TEST_F(SimulatorMidi, SendsARestoredVoiceToThePartThatHadIt)
+{
+    editor->syncPartToMidiChannel(4);
+    editor->applyPreset(3, 2);
+    user->turnKnob(37012004, 5);
+    const auto state = editor->getStateChunk();
+    editor->syncPartToMidiChannel(0);
+    editor->applyPreset(3, 1);
+    wire->take();
+    editor->setStateChunk(state.data(), static_cast<int32>(state.size()));
+    const auto sent = wire->take();
+    ASSERT_GE(sent.size(), 3U);
+    EXPECT_EQ(Texts(sent.begin(), sent.begin() + 3), (Texts{"B4 00 00", "B4 20 03", "C4 02"}));
+    EXPECT_THAT(sent, testing::Not(testing::Contains("C0 02")));
+}
+
 TEST_F(SimulatorMidi, SendsTheProgramOfAPartAsAsked)
 {
     EXPECT_TRUE(user->chooseProgram(9, 127));
