@@ -7,8 +7,9 @@ using namespace Steinberg::Vst::simulator;
 
 namespace {
 
-/** A host may exit without having let its instruments go, and what sounds would sound on. Made
-   after the MIDI libraries were loaded, so that exit comes here before it ends them. */
+/** A host may exit without having let its instruments go. The library itself lets them go at last,
+   but the MIDI libraries, which were loaded after it, may have ended by then. This object is made
+   after they were loaded, so that exit comes here before it ends them. */
 struct ClosesPortsAtExit {
     ClosesPortsAtExit() = default;
     ~ClosesPortsAtExit() { PortWire::closeAll(); }
