@@ -262,8 +262,8 @@ private:
         if (!message.isNote())
             return;
         ++line->notesLeft;
-        sounding[static_cast<size_t>(message.channel() * pitches + message.bytes[1])] =
-            message.startsNote();
+        const int32 note = message.channel() * pitches + message.bytes[1];
+        sounding[static_cast<size_t>(note)] = message.startsNote();
     }
 
     bool pass(const MidiMessage& message) { return state == State::open && driver->send(message); }
