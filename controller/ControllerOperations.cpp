@@ -89,19 +89,19 @@ tresult PLUGIN_API VstK2xController::setParamNormalized(ParamID id, ParamValue v
 
 tresult VstK2xController::beginEdit(ParamID id)
 {
-    const auto handler = sharedHandler.get();
+    const auto handler = outside.componentHandler.get();
     return handler ? handler->beginEdit(id) : kResultFalse;
 }
 
 tresult VstK2xController::performEdit(ParamID id, ParamValue normalized)
 {
-    const auto handler = sharedHandler.get();
+    const auto handler = outside.componentHandler.get();
     return handler ? handler->performEdit(id, normalized) : kResultFalse;
 }
 
 tresult VstK2xController::endEdit(ParamID id)
 {
-    const auto handler = sharedHandler.get();
+    const auto handler = outside.componentHandler.get();
     return handler ? handler->endEdit(id) : kResultFalse;
 }
 
@@ -182,33 +182,9 @@ bool VstK2xController::isSetVSTValue(unsigned int id, double value, int& out)
 void VstK2xController::changeLatencyTrigger()
 {
     guarded([this] {
-        if (const auto handler = sharedHandler.get())
+        if (const auto handler = outside.componentHandler.get())
             handler->restartComponent(kLatencyChanged);
     });
-}
-
-void editorValueChange(void* context, unsigned id, int value)
-{
-    if (context)
-        static_cast<VstK2xController*>(context)->setEditorParameter(id, value);
-}
-
-void editorEditFlagChange(void* context, unsigned id, int value)
-{
-    if (context)
-        static_cast<VstK2xController*>(context)->setEditFlagParameter(id, value);
-}
-
-void editorBeginEditCallBack(void* context, unsigned id)
-{
-    if (context)
-        static_cast<VstK2xController*>(context)->editorBeginEdit(id);
-}
-
-void editorEndEditCallBack(void* context, unsigned id)
-{
-    if (context)
-        static_cast<VstK2xController*>(context)->editorEndEdit(id);
 }
 
 // Units: hosts get success and untouched outputs for the program lists that do not exist.
@@ -291,7 +267,9 @@ void VstK2xController::storeUserBank(VoiceBank::Bank bank, int index)
 
 int32 PLUGIN_API VstK2xController::hostReadyForSetPortConnections()
 {
-    return ports.hostReadyForSetPortConnections();
+    if (ports.hostReadyForSetPortConnections())
+        guarded([this] { changeLatencyTrigger(); });
+    return kResultOk;
 }
 
 tresult PLUGIN_API VstK2xController::getReturnGain(float& gain)

@@ -11,7 +11,6 @@
 #include "hostapi/IPortRegistry.h"
 #include "presets/VstK2xPreset.h"
 #include "presets/VstK2xUserBank.h"
-#include "support/HostKind.h"
 #include "view/VstK2xEditorView.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
@@ -74,7 +73,7 @@ tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
     const tresult result = EditController::initialize(context);
     if (result != kResultOk)
         return result;
-    guarded([&] { sharedContext.set(context); });
+    guarded([&] { outside.hostContext.set(context); });
     if (life == Life::kInitialized)
         return result;
     life = Life::kInitialized;
@@ -97,7 +96,7 @@ tresult VstK2xController::initializeBound(FUnknown* context)
 {
     // Lives to the end of initialize; only the service that it gave stays with us.
     EditorLibrary::ServiceGetter serviceGetter;
-    if (!library.bind(serviceGetter, context, this))
+    if (!outside.library.bind(serviceGetter, context, this))
         return kResultFalse;
     startLibrary();
     guiTimer = VSTGUI::makeOwned<VstTimer>(this, kTimerPeriod);
@@ -151,7 +150,7 @@ void VstK2xController::unbind(HostObjects& held) noexcept
     guarded([&] { held.hostClasses = FUnknownPtr<IHostClasses>(getHostContext()); });
     if (VstIEditorConnect* editor = getEditorConnection()) {
         guarded([&] { editor->setControllerInterface(nullptr); });
-        if (library.getBinding() == EditorLibrary::Binding::kService)
+        if (outside.library.getBinding() == EditorLibrary::Binding::kService)
             guarded([&] { editor->detachService(); });
     }
     guarded([&] { held.updateHandler = hostInterface<IUpdateHandler>(held.hostClasses); });
@@ -160,8 +159,8 @@ void VstK2xController::unbind(HostObjects& held) noexcept
     ports.releasePorts(held.registry);
     parameterModel.removeObservers();
     guiTimer = nullptr;
-    library.unload();
-    library.leaveService(this);
+    outside.library.unload();
+    outside.library.leaveService(this);
     parameterModel.clear();
 }
 
@@ -169,8 +168,8 @@ void VstK2xController::unbind(HostObjects& held) noexcept
 tresult VstK2xController::terminateBase()
 {
     // First those that other threads take: the base clears its own as if it were alone.
-    guarded([this] { sharedHandler.set(nullptr); });
-    guarded([this] { sharedContext.set(nullptr); });
+    guarded([this] { outside.componentHandler.set(nullptr); });
+    guarded([this] { outside.hostContext.set(nullptr); });
     return guarded<tresult>(kResultFalse, [this] { return EditController::terminate(); });
 }
 
@@ -294,14 +293,14 @@ IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
 
 tresult PLUGIN_API VstK2xController::setComponentHandler(IComponentHandler* handler)
 {
-    guarded([&] { sharedHandler.set(handler); });
+    guarded([&] { outside.componentHandler.set(handler); });
     return guarded<tresult>(kResultTrue,
                             [&] { return EditController::setComponentHandler(handler); });
 }
 
 tresult PLUGIN_API VstK2xController::setPluginInfo(VstIEditorConnect* connect, void* libraryHandle)
 {
-    library.setPluginInfo(connect, libraryHandle);
+    outside.library.setPluginInfo(connect, libraryHandle);
     return kResultOk;
 }
 
@@ -309,89 +308,12 @@ tresult PLUGIN_API VstK2xController::setPluginInfo(VstIEditorConnect* connect, v
 
 int VstK2xController::getVSTHostType() const
 {
-    return guarded<int>(kOtherHost, [this] { return hostKindOf(sharedContext.get()); });
+    return outside.getHostKind();
 }
 
 bool VstK2xController::isUnicodeAppHost() const
 {
-    return guarded(false, [this] { return hasUnicode(sharedContext.get()); });
-}
-
-// Face ------------------------------------------------------------------------
-
-IPtr<FUnknown> VstK2xController::Face::getHostContext() const
-{
-    return controller.sharedContext.get();
-}
-
-IPtr<IComponentHandler> VstK2xController::Face::getComponentHandler() const
-{
-    return controller.sharedHandler.get();
-}
-
-VstIEditorConnect* VstK2xController::Face::getEditorConnection() const
-{
-    return controller.getEditorConnection();
-}
-
-IDependent* VstK2xController::Face::getDependent()
-{
-    return &controller;
-}
-
-bool VstK2xController::Face::isUnicodeAppHost() const
-{
-    return controller.isUnicodeAppHost();
-}
-
-int32 VstK2xController::Face::getVSTHostType() const
-{
-    return controller.getVSTHostType();
-}
-
-void VstK2xController::Face::changeLatencyTrigger()
-{
-    controller.changeLatencyTrigger();
-}
-
-GetObserver VstK2xController::Face::findObserverEntry() const
-{
-    return controller.library.findObserverEntry();
-}
-
-void* VstK2xController::Face::callbackContext()
-{
-    return &controller;
-}
-
-void VstK2xController::Face::addParameter(Parameter* parameter)
-{
-    const IPtr<Parameter> kept(parameter);
-    const int32 references = parameter->getRefCount();
-    try {
-        controller.parameters.addParameter(parameter);
-    } catch (...) {
-        // The container has released the reference where its list could not grow, and nowhere else.
-        if (parameter->getRefCount() == references)
-            parameter->release();
-        throw;
-    }
-}
-
-void VstK2xController::Face::beginEdit(ParamID id)
-{
-    controller.beginEdit(id);
-}
-
-void VstK2xController::Face::endEdit(ParamID id)
-{
-    controller.endEdit(id);
-}
-
-void VstK2xController::Face::changeValue(ParamID id, ParamValue value)
-{
-    controller.setParamNormalized(id, value);
-    controller.performEdit(id, value);
+    return outside.isUnicodeHost();
 }
 
 } // namespace Vst

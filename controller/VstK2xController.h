@@ -2,13 +2,11 @@
 // that stands between it and the host.
 #pragma once
 
-#include "controller/ControllerContext.h"
+#include "controller/HostAndLibrary.h"
 #include "controller/ParameterModel.h"
 #include "controller/PortManager.h"
-#include "controller/SharedReference.h"
 #include "controller/TrackRouting.h"
 #include "controller/VstTimer.h"
-#include "editorlib/EditorLibrary.h"
 #include "editorlib/IExternalPlugin.h"
 #include "editorlib/VstIControllerInterface.h"
 #include "hostapi/IExternalEffectUsingSKI.h"
@@ -141,7 +139,7 @@ public:
     /** As support/HostKind.h numbers them. */
     int getVSTHostType() const;
     bool isUnicodeAppHost() const;
-    VstIEditorConnect* getEditorConnection() const { return library.getConnection(); }
+    VstIEditorConnect* getEditorConnection() const { return outside.library.getConnection(); }
 
     // Parameters: see ParameterModel.
     unsigned createObserverParameter(int block, int number, int part, ValueChangedCallback callback,
@@ -178,31 +176,6 @@ public:
     OBJ_METHODS(VstK2xController, EditController)
 
 private:
-    /** The controller as its collaborators see it. */
-    class Face : public ControllerContext, public ParameterModelOwner {
-    public:
-        explicit Face(VstK2xController& owner)
-        : controller(owner)
-        {
-        }
-        IPtr<FUnknown> getHostContext() const override;
-        IPtr<IComponentHandler> getComponentHandler() const override;
-        VstIEditorConnect* getEditorConnection() const override;
-        IDependent* getDependent() override;
-        bool isUnicodeAppHost() const override;
-        int32 getVSTHostType() const override;
-        void changeLatencyTrigger() override;
-        GetObserver findObserverEntry() const override;
-        void* callbackContext() override;
-        void addParameter(Parameter* parameter) override;
-        void beginEdit(ParamID id) override;
-        void endEdit(ParamID id) override;
-        void changeValue(ParamID id, ParamValue value) override;
-
-    private:
-        VstK2xController& controller;
-    };
-
     struct HostObjects;
     enum class Life { kEnded, kInitialized, kFailed };
 
@@ -217,24 +190,13 @@ private:
     void applyPreset(IBStream* state);
     void applyUserBank(IBStream* state);
 
-    /** What the base class holds too, for threads other than the host's main thread. */
-    SharedReference<FUnknown> sharedContext;
-    SharedReference<IComponentHandler> sharedHandler;
-    Face face{*this};
-    EditorLibrary library;
-    ParameterModel parameterModel{face};
-    PortManager ports{face};
-    TrackRouting routing{face};
+    HostAndLibrary outside;
+    ParameterModel parameterModel{*this, parameters, outside};
+    PortManager ports{outside};
+    TrackRouting routing{outside, *this};
     VSTGUI::SharedPointer<VstTimer> guiTimer;
     Life life = Life::kEnded;
 };
-
-// The callbacks that the editor library gets for every observer; context is a VstK2xController*.
-// With a null context they do nothing. [any library thread]
-void editorValueChange(void* context, unsigned id, int value);
-void editorEditFlagChange(void* context, unsigned id, int value);
-void editorBeginEditCallBack(void* context, unsigned id);
-void editorEndEditCallBack(void* context, unsigned id);
 
 } // namespace Vst
 } // namespace Steinberg
