@@ -1,20 +1,19 @@
 #include "controller/VstK2xController.h"
 
 #include "basics/CallGuard.h"
-#include "basics/PlugInInfo.h"
+#include "controller/ControllerState.h"
 #include "controller/HostInterface.h"
 #include "controller/ParameterTable.h"
-#include "controller/UnitList.h"
 #include "editorlib/ConnectionMessages.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "hostapi/IHostClasses.h"
 #include "hostapi/IPortRegistry.h"
-#include "presets/VstK2xPreset.h"
-#include "presets/VstK2xUserBank.h"
+#include "presets/VstK2xPresetCreater.h"
 #include "view/VstK2xEditorView.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace Steinberg {
@@ -23,6 +22,11 @@ namespace Vst {
 namespace {
 
 constexpr int kTimerPeriod = 50; // milliseconds
+
+/** The host mixes the returned audio with the square root of two. */
+constexpr float kReturnGain = 1.41421354F;
+
+constexpr size_t kString128Units = 128;
 
 /** Sets a flag for as long as it lives. */
 class ConnectingScope {
@@ -236,6 +240,126 @@ void VstK2xController::sendDisconnection()
     sendMessage(message);
 }
 
+// Parameters ------------------------------------------------------------------
+
+int32 PLUGIN_API VstK2xController::getParameterCount()
+{
+    return parameterModel.withParameters<int32>(
+        0, [this] { return EditController::getParameterCount(); });
+}
+
+tresult PLUGIN_API VstK2xController::getParameterInfo(int32 index, ParameterInfo& info)
+{
+    return parameterModel.withParameters<tresult>(
+        kResultFalse, [&] { return EditController::getParameterInfo(index, info); });
+}
+
+tresult PLUGIN_API VstK2xController::getParamStringByValue(ParamID id, ParamValue normalized,
+                                                           String128 string)
+{
+    if (!string)
+        return kResultFalse;
+    return guarded<tresult>(kResultFalse, [&] {
+        return parameterModel.withParameters<tresult>(kResultFalse, [&] {
+            return EditController::getParamStringByValue(id, normalized, string);
+        });
+    });
+}
+
+tresult PLUGIN_API VstK2xController::getParamValueByString(ParamID id, TChar* string,
+                                                           ParamValue& normalized)
+{
+    if (!string)
+        return kResultFalse;
+    // Hosts pass a String128, which is full without a terminator when the text is as long.
+    TChar text[kString128Units + 1] = {};
+    std::copy(string, std::find(string, string + kString128Units, TChar(0)), text);
+    return guarded<tresult>(kResultFalse, [&] {
+        return parameterModel.withParameters<tresult>(kResultFalse, [&] {
+            return EditController::getParamValueByString(id, text, normalized);
+        });
+    });
+}
+
+ParamValue PLUGIN_API VstK2xController::normalizedParamToPlain(ParamID id, ParamValue normalized)
+{
+    return parameterModel.withParameters(
+        normalized, [&] { return EditController::normalizedParamToPlain(id, normalized); });
+}
+
+ParamValue PLUGIN_API VstK2xController::plainParamToNormalized(ParamID id, ParamValue plain)
+{
+    return parameterModel.withParameters(
+        plain, [&] { return EditController::plainParamToNormalized(id, plain); });
+}
+
+ParamValue PLUGIN_API VstK2xController::getParamNormalized(ParamID id)
+{
+    return parameterModel.withParameters<ParamValue>(
+        0, [&] { return EditController::getParamNormalized(id); });
+}
+
+tresult PLUGIN_API VstK2xController::setParamNormalized(ParamID id, ParamValue value)
+{
+    return guarded<tresult>(kResultFalse, [&] {
+        return parameterModel.withParameters<tresult>(
+            kResultFalse, [&] { return EditController::setParamNormalized(id, value); });
+    });
+}
+
+tresult VstK2xController::beginEdit(ParamID id)
+{
+    const auto handler = outside.componentHandler.get();
+    return handler ? handler->beginEdit(id) : kResultFalse;
+}
+
+tresult VstK2xController::performEdit(ParamID id, ParamValue normalized)
+{
+    const auto handler = outside.componentHandler.get();
+    return handler ? handler->performEdit(id, normalized) : kResultFalse;
+}
+
+tresult VstK2xController::endEdit(ParamID id)
+{
+    const auto handler = outside.componentHandler.get();
+    return handler ? handler->endEdit(id) : kResultFalse;
+}
+
+void VstK2xController::changeLatencyTrigger()
+{
+    guarded([this] {
+        if (const auto handler = outside.componentHandler.get())
+            handler->restartComponent(kLatencyChanged);
+    });
+}
+
+void VstK2xController::storeUserBank(VoiceBank::Bank bank, int index)
+{
+    guarded([&] {
+        VstIEditorConnect* editor = getEditorConnection();
+        if (!editor)
+            return;
+        VstK2xPresetCreater creater(*editor);
+        creater.setVoiceDataInfo(bank, index, VstK2xPresetCreater::kAllUserBanks,
+                                 VstK2xPresetCreater::kUserFolder);
+    });
+}
+
+// Ports -----------------------------------------------------------------------
+
+int32 PLUGIN_API VstK2xController::hostReadyForSetPortConnections()
+{
+    if (ports.hostReadyForSetPortConnections())
+        guarded([this] { changeLatencyTrigger(); });
+    return kResultOk;
+}
+
+tresult PLUGIN_API VstK2xController::getReturnGain(float& gain)
+{
+    gain = kReturnGain;
+    return kResultOk;
+}
+
 // State -----------------------------------------------------------------------
 
 tresult PLUGIN_API VstK2xController::setComponentState(IBStream* /*state*/)
@@ -250,36 +374,8 @@ tresult PLUGIN_API VstK2xController::getState(IBStream* /*state*/)
 
 tresult PLUGIN_API VstK2xController::setState(IBStream* state)
 {
-    guarded([&] {
-        if (VstK2xPreset::isK2xPreset(state))
-            applyPreset(state);
-        else if (VstK2xUserBank::isK2xUserBank(state))
-            applyUserBank(state);
-    });
+    guarded([&] { applyPresetFile(getEditorConnection(), state); });
     return kResultOk;
-}
-
-void VstK2xController::applyPreset(IBStream* state)
-{
-    int bank = -1;
-    int number = -1;
-    const bool loaded = VstK2xPreset::loadPreset(state, kProcessorUID, bank, number);
-    VstIEditorConnect* editor = getEditorConnection();
-    if (loaded && editor)
-        editor->applyPreset(bank, number);
-}
-
-void VstK2xController::applyUserBank(IBStream* state)
-{
-    VstIEditorConnect* editor = getEditorConnection();
-    if (!editor)
-        return;
-    int bank = -1;
-    int number = -1;
-    int size = 0;
-    std::vector<char> data;
-    if (VstK2xUserBank::loadUserBank(state, kProcessorUID, bank, number, size, data))
-        editor->applyUserBank(bank, number, data.data(), size);
 }
 
 IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
@@ -302,18 +398,6 @@ tresult PLUGIN_API VstK2xController::setPluginInfo(VstIEditorConnect* connect, v
 {
     outside.library.setPluginInfo(connect, libraryHandle);
     return kResultOk;
-}
-
-// The host --------------------------------------------------------------------
-
-int VstK2xController::getVSTHostType() const
-{
-    return outside.getHostKind();
-}
-
-bool VstK2xController::isUnicodeAppHost() const
-{
-    return outside.isUnicodeHost();
 }
 
 } // namespace Vst

@@ -68,8 +68,6 @@ private:
     void readUnicodeFlag(IMessage& message);
     void sendQueuedEvents(IEventList& events);
     bool takeQueued(MidiBytes& midi);
-    tresult setTextState(VstIEditorConnect& editor, IBStream* state);
-    tresult setBinaryState(VstIEditorConnect& editor, IBStream* state);
 
     MidiOutQueue midiOutQueue;
     std::atomic<bool> isSending{false}; ///< a block is at the queue: writers leave it the lock
