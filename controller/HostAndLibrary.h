@@ -20,8 +20,7 @@ struct HostAndLibrary {
     SharedReference<IComponentHandler> componentHandler;
     EditorLibrary library;
 
-    // Both ask the host each time; a host that throws gives no Unicode and another kind. [any
-    // thread]
+    // Both ask the host each time. One that throws is another host, without Unicode. [any thread]
     bool isUnicodeHost() const noexcept
     {
         return guarded(false, [this] { return hasUnicode(hostContext.get()); });

@@ -27,13 +27,13 @@ struct PartParameter;
 /** Parameters are created on the host's main thread; changes come on any library thread.
 
     A change goes to the host at once in a Unicode host, else through a queue that the timer drains
-   on the main thread. Locks, never held the other way round: an EditorParameter's "ParameterFlag"
-   is released before "GuiEventLocker" is taken, and "GuiEventLocker" is held while the host is
-   called. What the host sees has one lock: the ID map, the base class's container and the
-   normalized and default values. Nobody is called and no other lock is taken while it is held. A
-   callback that comes late finds either no parameter or one that lives until the callback has
-   finished with it: uses of editor values are counted, and clear waits for them. The SDK's
-   reference count would not do, since it reads the count again after having changed it. */
+    on the main thread. Locks, never held the other way round: an EditorParameter's "ParameterFlag"
+    is released before "GuiEventLocker" is taken, and "GuiEventLocker" is held while the host is
+    called. What the host sees has one lock: the ID map, the base class's container and the
+    normalized and default values. Nobody is called and no other lock is taken while it is held. A
+    callback that comes late finds either no parameter or one that lives until the callback has
+    finished with it: uses of editor values are counted, and clear waits for them. The SDK's
+    reference count would not do, since it reads the count again after having changed it. */
 class ParameterModel {
 public:
     /** What happens to a parameter in the editor. */

@@ -21,8 +21,8 @@ struct HostAndLibrary;
 
 /** Lives for one operation, which may ask about thousands of tracks: what all of them need of the
     host is looked up once, when the first needs it, and each instrument of the rack costs one call
-   a track. A rack that has grown or shrunk since the last track is walked anew. [the operation's
-    thread] */
+    a track. A rack that has grown or shrunk since the last track is walked anew.
+    [the operation's thread] */
 class RoutingCheck {
 public:
     /** @param hostAndLibrary outlives this object

@@ -26,8 +26,8 @@ namespace Vst {
 
 /** One class towards host and library, and behind it one collaborator for each thing that it does:
     EditorLibrary binds, ParameterModel mirrors the parameters, PortManager handles the host's
-   ports, TrackRouting follows the host's tracks. This class forwards to them and orders initialize,
-    connect, disconnect and terminate.
+    ports, TrackRouting follows the host's tracks. This class forwards to them and orders
+    initialize, connect, disconnect and terminate.
 
     Host-facing operations run on the host's main thread; what the library may call is described at
     VstIControllerInterface. No operation throws, except createInstance. */

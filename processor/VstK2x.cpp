@@ -107,8 +107,8 @@ MidiBytes toMidi(const Event& event)
     return midi;
 }
 
-/** Everything leaves as a note-on: what is no note-on in MIDI gets velocity 0, a note-off that way.
- */
+/** Everything leaves as a note-on: what is no note-on in MIDI gets velocity 0, a note-off that
+    way. */
 Event toNoteOn(const MidiBytes& midi)
 {
     Event event = {};
