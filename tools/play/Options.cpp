@@ -75,6 +75,9 @@ void addOutputOptions(CLI::App& app, Options& options)
     app.add_flag("--json", options.json, "Report in JSON");
     app.add_option("--midi-out", options.midiOut,
                    "Write what left through \"Midi Out\" as a MIDI file");
+    app.add_option("--report", options.report,
+                   "Write a page for a browser that shows what was played and what came back")
+        ->type_name("FILE.html");
     app.add_option("--audio", options.audio,
                    "Render what left through \"Midi Out\" as a WAVE file, with fluidsynth");
     app.add_option("--soundfont", options.soundFont, "The soundfont to render with")

@@ -127,6 +127,7 @@ Report Session::play(const Song& song, std::ostream* terminal)
     playSong(song, report, terminal);
     addControl(report);
     addLibrarySide(report);
+    report.fates = fatesOf(report.played, options.blockSize);
     tryState(report);
     writeFiles(song, report);
     return report;
@@ -184,7 +185,7 @@ void Session::addControl(Report& report)
 {
     report.timerTicks = host.runLoop().ticks();
     for (const auto& automation : automations)
-        report.automated.push_back({list.titleOf(automation.parameter()), automation.points()});
+        report.automated.push_back({list.titleOf(automation.parameter()), automation.points(), automation.curve()});
     const auto edits = host.handler().edits();
     for (const auto& turn : turns) {
         auto summary = summarizeEdits(edits, turn.parameter());

@@ -1,5 +1,6 @@
 // play: plays a MIDI file through the plug-in, as a host would.
 #include "tools/common/Program.h"
+#include "tools/play/page/Page.h"
 #include "tools/play/Session.h"
 
 #include <iostream>
@@ -30,6 +31,10 @@ int playAsAsked(int argc, char** argv)
     }
     auto report = session.play(*song, isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
     report.studio = studio;
+    if (!options.report.empty()) {
+        report.pageFile = options.report;
+        writePage(report);
+    }
     std::cout << (options.json ? jsonOf(report) + "\n" : textOf(report));
     return std::cout.flush() ? 0 : 1;
 }

@@ -62,10 +62,10 @@ int32 Player::mostNotesInABlock() const
 PlayResult Player::run(const BetweenBlocks& betweenBlocks)
 {
     next = 0;
-    result = {};
-    const auto begin = Clock::now();
     const auto length =
         song.tempo().sampleAt(song.lengthInPulses(), settings.sampleRate) + settings.sampleRate / 2;
+    prepareResult(length);
+    const auto begin = Clock::now();
     for (int64 start = 0; start < length; start += settings.blockSize) {
         const Seconds position(static_cast<double>(start) / settings.sampleRate);
         if (settings.realtime)
@@ -78,6 +78,15 @@ PlayResult Player::run(const BetweenBlocks& betweenBlocks)
         processBlock(start, settings.blockSize);
     }
     return result;
+}
+
+/** All memory now, so that taking it does not disturb what is measured. */
+void Player::prepareResult(int64 length)
+{
+    result = {};
+    result.incoming.reserve(song.notes().size());
+    result.outgoing.reserve(song.notes().size());
+    result.timeline = Timeline((length + settings.blockSize - 1) / settings.blockSize);
 }
 
 void Player::processBlock(int64 start, int32 count)
@@ -94,8 +103,10 @@ void Player::processBlock(int64 start, int32 count)
     processor.process(data);
     const auto seconds = Seconds(Clock::now() - begin).count();
 
-    result.longestProcess = std::max(result.longestProcess, seconds);
-    result.allProcess += seconds;
+    result.process.add(seconds);
+    if (seconds > static_cast<double>(count) / settings.sampleRate)
+        ++result.lateBlocks;
+    result.timeline.add({seconds, input.getEventCount(), output.getEventCount()});
     result.samples += count;
     ++result.blocks;
     takeOutgoing(start);
@@ -108,16 +119,16 @@ void Player::sendNotes(int64 start, int32 count)
         const auto sample = song.tempo().sampleAt(notes[next].pulse, settings.sampleRate);
         if (sample >= start + count)
             break;
-        send(notes[next], static_cast<int32>(sample - start));
+        send(notes[next], start, sample);
     }
     if (input.getEventCount() > kPlugInQueue)
         ++result.crowdedBlocks;
 }
 
-void Player::send(const NoteEvent& note, int32 offset)
+void Player::send(const NoteEvent& note, int64 start, int64 sample)
 {
     Event event{};
-    event.sampleOffset = offset;
+    event.sampleOffset = static_cast<int32>(sample - start);
     const auto velocity = static_cast<float>(note.velocity) / kLargestVelocity;
     if (note.on) {
         event.type = Event::kNoteOnEvent;
@@ -126,8 +137,10 @@ void Player::send(const NoteEvent& note, int32 offset)
         event.type = Event::kNoteOffEvent;
         event.noteOff = {note.channel, note.pitch, velocity, -1, 0.F};
     }
-    if (input.addEvent(event) == kResultOk)
-        result.sent.count(note.channel, note.on);
+    if (input.addEvent(event) != kResultOk)
+        return;
+    result.sent.count(note.channel, note.on);
+    result.incoming.push_back({sample, note.channel, note.pitch, note.velocity, note.on});
 }
 
 void Player::takeOutgoing(int64 start)

@@ -34,6 +34,9 @@ Json notesOf(const Report& report)
                {"otherMidiOut", played.otherOutgoing},
                {"lost", played.sent.allOns() + played.sent.allOffs() - played.left.allOns() -
                             played.left.allOffs()},
+               {"lostNoteOns", report.fates.lostStarts()},
+               {"lostNoteOffs", report.fates.lostEnds()},
+               {"notSent", report.fates.extra.size()},
                {"crowdedBlocks", played.crowdedBlocks}};
     if (report.library)
         notes["editor"] = countsOf(report.library->received);
@@ -90,6 +93,8 @@ void addFiles(Json& json, const Report& report)
         json["storedBanks"] = storedOf(report);
     if (!report.midiFile.empty())
         json["midiFile"] = report.midiFile;
+    if (!report.pageFile.empty())
+        json["page"] = report.pageFile;
     if (!report.audioFile.empty())
         json["audio"] = {{"file", report.audioFile},
                          {"seconds", report.audio.seconds},
@@ -117,8 +122,15 @@ std::string jsonOf(const Report& report)
               {"state", {{"bytes", report.stateSize}, {"cameBack", report.stateCameBack}}},
               {"process",
                {{"blocks", report.played.blocks},
-                {"longestSeconds", report.played.longestProcess},
-                {"allSeconds", report.played.allProcess}}},
+                {"longestSeconds", report.played.process.longest()},
+                {"allSeconds", report.played.process.sum()},
+                {"medianSeconds", report.played.process.within(0.5)},
+                {"within99PercentSeconds", report.played.process.within(0.99)},
+                {"within999PermilleSeconds", report.played.process.within(0.999)},
+                {"blocksTooLate", report.played.lateBlocks}}},
+              {"queue",
+               {{"longest", report.played.timeline.longestQueue()},
+                {"limit", Player::kPlugInQueue}}},
               {"timerTicks", report.timerTicks},
               {"automation", automationOf(report)},
               {"userTurns", turnsOf(report)}};
