@@ -196,6 +196,34 @@ TEST_F(PlayerTest, AsksBeforeEachBlockAndSendsItsParameterChangesWithIt)
     EXPECT_DOUBLE_EQ(processor.points[1].value, 0.75);
 }
 
+TEST_F(PlayerTest, MeasuresEveryBlock)
+{
+    const auto result = play(songWithTempoChanges(), {44100, 512, false});
+    EXPECT_EQ(result.process.blocks(), result.blocks);
+    EXPECT_GT(result.process.longest(), 0);
+    int64 blocks = 0;
+    int64 sent = 0;
+    for (const auto& span : result.timeline.spans()) {
+        blocks += span.blocks;
+        sent += span.sent;
+        EXPECT_LE(span.longest, result.process.longest());
+    }
+    EXPECT_EQ(blocks, result.blocks);
+    EXPECT_EQ(sent, 6);
+    // Three notes in the first block.
+    EXPECT_EQ(result.timeline.spans()[0].mostSent, 3);
+}
+
+TEST_F(PlayerTest, RemembersWhatItSent)
+{
+    const auto result = play(songWithTempoChanges(), {44100, 512, false});
+    ASSERT_EQ(result.incoming.size(), 6U);
+    EXPECT_EQ(result.incoming[5].sample, 48541);
+    EXPECT_EQ(result.incoming[5].channel, 15);
+    EXPECT_EQ(result.incoming[5].pitch, 65);
+    EXPECT_TRUE(result.incoming[5].on);
+}
+
 TEST_F(PlayerTest, TakesTheSongsTimeWhenAskedTo)
 {
     // One quarter note of 0.1 s and half a second after it: the last block of 0.1 s begins at 0.5
