@@ -27,7 +27,7 @@ TEST(Timeline, PutsTheBlocksOfALongSongTogether)
     // 10,001 blocks need three to a span: 3,333 spans of three and one of two.
     Timeline timeline(10001);
     for (int64 i = 0; i < 10001; ++i)
-        timeline.add({i == 4 ? 0.5 : 0.25, 1, i == 5 ? 9 : 2});
+        timeline.add({i == 4 ? 0.5 : 0.25, 1, i == 3 ? 9 : 2});
     EXPECT_EQ(timeline.blocksInASpan(), 3);
     ASSERT_THAT(timeline.spans(), SizeIs(3334));
     const auto& second = timeline.spans()[1];

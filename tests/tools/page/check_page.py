@@ -169,6 +169,9 @@ class Page(unittest.TestCase):
         self.assertEqual(self.text("#figure-left"), str(total(notes["midiOut"])))
         self.assertEqual(self.text("#figure-lost"), str(notes["lost"]))
         self.assertEqual(self.text("#figure-queue"), str(report["queue"]["longest"]))
+        # Once an event of each of the three parts falls into one block; of 101 at once one is left.
+        self.assertEqual(report["queue"]["longest"], 3)
+        self.assertEqual(self.script("return Math.max(...readData().spans.map((span) => span.mostSent))"), 101)
         for part, row in zip((0, 3, 9), self.rows("#counts"), strict=True):
             pair = lambda counts, part=part: f"{counts['noteOns'][part]} / {counts['noteOffs'][part]}"
             self.assertEqual(row[:4], [str(part + 1), pair(notes["sent"]), pair(notes["editor"]), pair(notes["midiOut"])])
@@ -219,7 +222,7 @@ class Page(unittest.TestCase):
     def test_stays_sound_with_hostile_names(self):
         name = "\"'><img src=x onerror=throw>&lt; @DATA@ \u97f3\u697d \u0645\u0648 " + "long" * 30 + ".mid"
         song = self.file(name, midi_file(note(0, 60, 0, 480)))
-        out = os.path.join(self.folder.name, "<!--<script>", "a<", "script><b>.mid")
+        out = os.path.join(self.folder.name, "a<", "script><b>.mid")
         os.makedirs(os.path.dirname(out))
         self.play(song, "--midi-out", out)
         self.assertEqual(self.text("h1"), name)
@@ -228,6 +231,11 @@ class Page(unittest.TestCase):
         self.assertEqual(self.script("return document.scripts.length"), 2)
         self.show(PHONE)
         self.assertLessEqual(self.script("return document.documentElement.scrollWidth"), PHONE)
+
+    def test_stays_whole_with_a_name_that_opens_a_comment_and_a_script(self):
+        name = "<!--<script>.mid"
+        self.play(self.file(name, midi_file(note(0, 60, 0, 480))))
+        self.assertEqual(self.text("h1"), name)
 
     def test_fits_a_phone(self):
         self.show(PHONE)
