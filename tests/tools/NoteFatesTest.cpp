@@ -83,7 +83,8 @@ TEST(NoteFates, TakeTheOlderOfTwoForTheLostOne)
 
 TEST(NoteFates, KeepTheOrderOfWhatLeavesABlockLate)
 {
-    const auto fates = Exchange().on(10).on(110).on(210).onLeft(100).onLeft(200).onLeft(300).fates();
+    const auto fates =
+        Exchange().on(10).on(110).on(210).onLeft(100).onLeft(200).onLeft(300).fates();
     ASSERT_THAT(fates.notes, SizeIs(3));
     EXPECT_EQ(fates.notes[0].startBack, 100);
     EXPECT_EQ(fates.notes[1].startBack, 200);

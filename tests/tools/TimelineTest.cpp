@@ -1,5 +1,5 @@
-#include "tools/play/music/BlockTimes.h"
 #include "tools/play/music/Timeline.h"
+#include "tools/play/music/BlockTimes.h"
 
 #include <gmock/gmock.h>
 #include <numeric>

@@ -9,8 +9,8 @@ namespace Steinberg {
 namespace Vst {
 namespace play {
 
-/** Counts times in steps that grow with them, fifty to each factor of ten, so that any number of blocks
-    needs the same memory. add allocates nothing. */
+/** Counts times in steps that grow with them, fifty to each factor of ten, so that any number of
+   blocks needs the same memory. add allocates nothing. */
 class BlockTimes {
 public:
     static constexpr int kStepsToATenfold = 50;
@@ -20,8 +20,8 @@ public:
 
     void add(double seconds);
 
-    /** Number of blocks in each step. Step i ends where step i + 1 begins, at endOf(i); the last one
-        has all that is longer too. */
+    /** Number of blocks in each step. Step i ends where step i + 1 begins, at endOf(i); the last
+       one has all that is longer too. */
     const std::array<int64, kSteps>& steps() const { return counts; }
     static double endOf(size_t step);
 
@@ -29,8 +29,8 @@ public:
     double longest() const { return longestTime; }
     double sum() const { return sumOfTimes; }
 
-    /** The time that this part of the blocks (0 to 1) stayed within, at most 5 % too long; 0 without
-        blocks. */
+    /** The time that this part of the blocks (0 to 1) stayed within, at most 5 % too long; 0
+       without blocks. */
     double within(double part) const;
 
 private:

@@ -82,7 +82,8 @@ private:
     std::vector<bool> asked;
 };
 
-/** Puts note-ons and note-offs together; of several that sound with one key the oldest ends first. */
+/** Puts note-ons and note-offs together; of several that sound with one key the oldest ends first.
+ */
 class NoteCollector {
 public:
     explicit NoteCollector(int64 lengthInSamples)

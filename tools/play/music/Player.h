@@ -39,10 +39,10 @@ struct PlayResult {
     std::vector<OutgoingNote> outgoing; ///< in the order in which they left
     int64 samples = 0;
     int64 blocks = 0;
-    int64 crowdedBlocks = 0;   ///< blocks with more notes than the plug-in's queue holds
-    int64 otherOutgoing = 0;   ///< outgoing events that are no notes
-    BlockTimes process;        ///< how long it took
-    int64 lateBlocks = 0;      ///< blocks whose process took longer than they last
+    int64 crowdedBlocks = 0; ///< blocks with more notes than the plug-in's queue holds
+    int64 otherOutgoing = 0; ///< outgoing events that are no notes
+    BlockTimes process;      ///< how long it took
+    int64 lateBlocks = 0;    ///< blocks whose process took longer than they last
     Timeline timeline;
 };
 

@@ -9,8 +9,8 @@ namespace Steinberg {
 namespace Vst {
 namespace play {
 
-/** Puts neighbouring blocks together, so that a song of any length and block size has at most kSpans
-    spans. All memory is taken at the beginning. */
+/** Puts neighbouring blocks together, so that a song of any length and block size has at most
+   kSpans spans. All memory is taken at the beginning. */
 class Timeline {
 public:
     static constexpr int64 kSpans = 4000;

@@ -112,48 +112,49 @@ void addControl(std::vector<Fact>& facts, const Report& report)
 {
     if (report.preset)
         add(facts, "Preset",
-                  report.preset->file + (report.preset->reached.empty()
-                                             ? " was loaded"
-                                             : " reached the editor as " + report.preset->reached));
+            report.preset->file + (report.preset->reached.empty()
+                                       ? " was loaded"
+                                       : " reached the editor as " + report.preset->reached));
     for (const auto& bank : report.stored)
-        add(facts, "Bank stored", "user bank " + std::to_string(bank.bank) + ", number " +
-                                     std::to_string(bank.number) + ", as " + bank.file);
+        add(facts, "Bank stored",
+            "user bank " + std::to_string(bank.bank) + ", number " + std::to_string(bank.number) +
+                ", as " + bank.file);
     for (const auto& parameter : report.automated)
-        add(facts, 
-            "Automation",
+        add(facts, "Automation",
             "\"" + parameter.title + "\", " + grouped(parameter.points) + " points, one a block" +
                 (report.library ? "; the editor got " + grouped(report.library->automation) : ""));
     for (const auto& turn : report.turned)
-        add(facts, "User turned", "\"" + turn.title + "\" " + grouped(turn.gestures) +
-                                     " times; the host saw " + grouped(turn.begins) + " begin, " +
-                                     grouped(turn.performs) + " perform, " + grouped(turn.ends) +
-                                     " end, " + (turn.inOrder ? "each in order" : "NOT in order"));
+        add(facts, "User turned",
+            "\"" + turn.title + "\" " + grouped(turn.gestures) + " times; the host saw " +
+                grouped(turn.begins) + " begin, " + grouped(turn.performs) + " perform, " +
+                grouped(turn.ends) + " end, " + (turn.inOrder ? "each in order" : "NOT in order"));
 }
 
 void addEnding(std::vector<Fact>& facts, const Report& report)
 {
-    add(facts, "State", grouped(static_cast<int64>(report.stateSize)) +
-                           " bytes; a second instance " +
-                           (report.stateCameBack ? "restored them and saved the same"
-                                                 : "restored them but saved others"));
+    add(facts, "State",
+        grouped(static_cast<int64>(report.stateSize)) + " bytes; a second instance " +
+            (report.stateCameBack ? "restored them and saved the same"
+                                  : "restored them but saved others"));
     const auto block = static_cast<double>(report.settings.blockSize) / report.settings.sampleRate;
-    add(facts, "process", "at most " +
-                             decimals(kMillisecondsPerSecond * report.played.process.longest(), 3) +
-                             " ms of the " + decimals(kMillisecondsPerSecond * block, 1) +
-                             " ms that a block lasts, in " + grouped(report.played.blocks) +
-                             " blocks; " + grouped(report.timerTicks) + " timer ticks");
+    add(facts, "process",
+        "at most " + decimals(kMillisecondsPerSecond * report.played.process.longest(), 3) +
+            " ms of the " + decimals(kMillisecondsPerSecond * block, 1) +
+            " ms that a block lasts, in " + grouped(report.played.blocks) + " blocks; " +
+            grouped(report.timerTicks) + " timer ticks");
     if (!report.midiFile.empty())
         add(facts, "MIDI file", report.midiFile);
     if (!report.pageFile.empty())
         add(facts, "Page", report.pageFile);
     if (!report.audioFile.empty())
-        add(facts, "Audio file", report.audioFile + ", " + minutes(report.audio.seconds) +
-                                    ", loudest " + decibels(report.audio.peak) + ", on average " +
-                                    decibels(report.audio.rms));
+        add(facts, "Audio file",
+            report.audioFile + ", " + minutes(report.audio.seconds) + ", loudest " +
+                decibels(report.audio.peak) + ", on average " + decibels(report.audio.rms));
     if (report.copiedProgramChanges > 0)
-        add(facts, "", grouped(static_cast<int64>(report.copiedProgramChanges)) +
-                          " program changes were copied from the song, to choose the sounds: they "
-                          "do not go through the plug-in");
+        add(facts, "",
+            grouped(static_cast<int64>(report.copiedProgramChanges)) +
+                " program changes were copied from the song, to choose the sounds: they "
+                "do not go through the plug-in");
 }
 
 } // namespace
@@ -173,9 +174,10 @@ std::vector<Fact> sessionFacts(const Report& report)
 {
     std::vector<Fact> facts;
     add(facts, "Plug-in", report.plugIn + " by " + report.vendor);
-    add(facts, "Host", report.host + (report.library ? "; the plug-in took it for " +
-                                                          hostTypeText(report.library->hostType)
-                                                    : ""));
+    add(facts, "Host",
+        report.host + (report.library
+                           ? "; the plug-in took it for " + hostTypeText(report.library->hostType)
+                           : ""));
     add(facts, "Editor", report.binding);
     add(facts, "Buses", busesText(report.buses));
     add(facts, "Sound set-up",

@@ -31,7 +31,8 @@ int64 nanoseconds(double seconds)
 int64 traitsOf(const NoteFate& note)
 {
     return (note.begins ? 1 : 0) + (note.ends ? 2 : 0) +
-           (note.startBack != NoteFate::kNever ? 4 : 0) + (note.endBack != NoteFate::kNever ? 8 : 0);
+           (note.startBack != NoteFate::kNever ? 4 : 0) +
+           (note.endBack != NoteFate::kNever ? 8 : 0);
 }
 
 std::string packed(const std::vector<NoteFate>& notes)

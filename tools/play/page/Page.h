@@ -9,8 +9,8 @@ namespace Steinberg {
 namespace Vst {
 namespace play {
 
-/** The page: HTML in UTF-8 that needs no other file and no network. It holds the object of jsonOf, what
-    its pictures are drawn from, and the script that draws them. */
+/** The page: HTML in UTF-8 that needs no other file and no network. It holds the object of jsonOf,
+   what its pictures are drawn from, and the script that draws them. */
 std::string pageOf(const Report& report);
 
 /** Writes the page to report.pageFile.
