@@ -9,7 +9,7 @@ namespace play {
 
 namespace {
 
-constexpr size_t kKeys = 16 * 128;
+constexpr size_t kKeys = size_t{16} * 128;
 
 size_t keyOf(uint8 channel, uint8 pitch)
 {
