@@ -185,7 +185,8 @@ void Session::addControl(Report& report)
 {
     report.timerTicks = host.runLoop().ticks();
     for (const auto& automation : automations)
-        report.automated.push_back({list.titleOf(automation.parameter()), automation.points(), automation.curve()});
+        report.automated.push_back(
+            {list.titleOf(automation.parameter()), automation.points(), automation.curve()});
     const auto edits = host.handler().edits();
     for (const auto& turn : turns) {
         auto summary = summarizeEdits(edits, turn.parameter());
