@@ -71,6 +71,7 @@ struct VstK2xController::HostObjects {
 
 tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
 {
+    hostThread.begin();
     // The base lets a host without context initialise twice, and would take a context now.
     if (life == Life::kFailed)
         return kResultFalse;
@@ -131,6 +132,7 @@ void VstK2xController::createParameters()
 
 tresult PLUGIN_API VstK2xController::terminate()
 {
+    hostThread.check("terminate");
     if (life == Life::kEnded)
         return terminateBase();
     life = Life::kEnded;
@@ -186,6 +188,7 @@ void PLUGIN_API VstK2xController::update(FUnknown* changedUnknown, int32 message
 
 tresult PLUGIN_API VstK2xController::connect(IConnectionPoint* other)
 {
+    hostThread.check("connect");
     tresult result = EditController::connect(other);
     const ConnectingScope connecting(parameterModel);
     if (result == kResultOk)
@@ -224,6 +227,7 @@ void VstK2xController::refreshParameters()
 
 tresult PLUGIN_API VstK2xController::disconnect(IConnectionPoint* other)
 {
+    hostThread.check("disconnect");
     guarded([this] { sendDisconnection(); });
     return EditController::disconnect(other);
 }
@@ -349,6 +353,7 @@ void VstK2xController::storeUserBank(VoiceBank::Bank bank, int index)
 
 int32 PLUGIN_API VstK2xController::hostReadyForSetPortConnections()
 {
+    hostThread.check("hostReadyForSetPortConnections");
     if (ports.hostReadyForSetPortConnections())
         guarded([this] { changeLatencyTrigger(); });
     return kResultOk;
@@ -364,22 +369,26 @@ tresult PLUGIN_API VstK2xController::getReturnGain(float& gain)
 
 tresult PLUGIN_API VstK2xController::setComponentState(IBStream* /*state*/)
 {
+    hostThread.check("setComponentState");
     return kResultOk;
 }
 
 tresult PLUGIN_API VstK2xController::getState(IBStream* /*state*/)
 {
+    hostThread.check("getState");
     return kResultOk;
 }
 
 tresult PLUGIN_API VstK2xController::setState(IBStream* state)
 {
+    hostThread.check("setState");
     guarded([&] { applyPresetFile(getEditorConnection(), state); });
     return kResultOk;
 }
 
 IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
 {
+    hostThread.check("createView");
     if (!name || std::strcmp(name, ViewType::kEditor) != 0)
         return nullptr;
     return guarded<IPlugView*>(nullptr, [this] {
@@ -389,6 +398,7 @@ IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
 
 tresult PLUGIN_API VstK2xController::setComponentHandler(IComponentHandler* handler)
 {
+    hostThread.check("setComponentHandler");
     guarded([&] { outside.componentHandler.set(handler); });
     return guarded<tresult>(kResultTrue,
                             [&] { return EditController::setComponentHandler(handler); });

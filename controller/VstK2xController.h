@@ -2,6 +2,7 @@
 // that stands between it and the host.
 #pragma once
 
+#include "basics/HostThread.h"
 #include "controller/HostAndLibrary.h"
 #include "controller/ParameterModel.h"
 #include "controller/ParameterTable.h"
@@ -251,6 +252,7 @@ private:
     void sendDisconnection();
     void refreshParameters();
 
+    HostThread hostThread;
     HostAndLibrary outside;
     ParameterModel parameterModel{*this, parameters, outside};
     PortManager ports{outside};

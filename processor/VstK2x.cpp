@@ -172,6 +172,7 @@ FUnknown* VstK2x::createInstance(void* /*context*/)
 
 tresult PLUGIN_API VstK2x::initialize(FUnknown* context)
 {
+    hostThread.begin();
     const tresult result = AudioEffect::initialize(context);
     // The base lets a host without context initialise twice.
     if (result != kResultOk || busesExist)
@@ -198,6 +199,7 @@ void VstK2x::addBuses()
 
 tresult PLUGIN_API VstK2x::terminate()
 {
+    hostThread.check("terminate");
     busesExist = false;
     // The base also disconnects a peer that the host left connected.
     return guarded<tresult>(kResultFalse, [this] { return AudioEffect::terminate(); });
@@ -205,6 +207,7 @@ tresult PLUGIN_API VstK2x::terminate()
 
 tresult PLUGIN_API VstK2x::notify(IMessage* message)
 {
+    hostThread.check("notify");
     if (!message)
         return kResultOk;
     guarded([this, message] {
@@ -254,6 +257,7 @@ tresult PLUGIN_API VstK2x::setActive(TBool state)
 
 tresult PLUGIN_API VstK2x::setupProcessing(ProcessSetup& setup)
 {
+    hostThread.check("setupProcessing");
     {
         const FGuard guard(*sampleRateLock);
         sampleRate = setup.sampleRate;
@@ -289,6 +293,7 @@ uint32 PLUGIN_API VstK2x::getLatencySamples()
 
 tresult PLUGIN_API VstK2x::getState(IBStream* state)
 {
+    hostThread.check("getState");
     VstIEditorConnect* editor = editorConnection;
     if (!editor || !state)
         return kResultFalse;
@@ -297,6 +302,7 @@ tresult PLUGIN_API VstK2x::getState(IBStream* state)
 
 tresult PLUGIN_API VstK2x::setState(IBStream* state)
 {
+    hostThread.check("setState");
     VstIEditorConnect* editor = editorConnection;
     if (!editor)
         return kResultOk;

@@ -1,6 +1,7 @@
 // VstK2xEditorView: the plug-in view that gives the editor library its place in the host's window.
 #pragma once
 
+#include "basics/HostThread.h"
 #include "pluginterfaces/vst/ivstplugview.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
 
@@ -51,6 +52,7 @@ private:
     VstIEditorConnect* controllersEditor() const;
     bool isScrollInCubaseFamilyHost() const;
 
+    HostThread hostThread;
     VstIEditorConnect* const editorConnection;
     const bool isControllersEditor; ///< at construction
 };
