@@ -17,7 +17,7 @@ using Base::Thread::FLock;
 
 namespace {
 
-/** Gives the parameter's reference to the container, also where it throws. */
+/** Gives the parameter's reference to the container; where that throws, it is released. */
 void addTo(ParameterContainer& container, Parameter* parameter)
 {
     const IPtr<Parameter> kept(parameter);

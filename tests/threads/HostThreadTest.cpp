@@ -1,5 +1,5 @@
-// The guard of builds for finding faults: what belongs on the host's main thread ends the program on
-// another one.
+// The guard of builds for finding faults: what belongs on the host's main thread ends the program
+// on another one.
 #include "controller/VstK2xController.h"
 #include "processor/VstK2x.h"
 #include "view/VstK2xEditorView.h"
