@@ -2,6 +2,7 @@
 
 #include "tools/common/CommandLine.h"
 #include "tools/common/PlugInPlaces.h"
+#include "tools/common/ToolName.h"
 #include "tools/play/host/EditorLibrary.h"
 #include "tools/play/host/HostFamily.h"
 
@@ -24,7 +25,9 @@ std::string missingSong()
     if (std::filesystem::exists(installedEditorLibrary(), error))
         return "song.mid is required";
     return "song.mid is required, and an editor library, which this machine does not have: "
-           "\"with-simulator play song.mid\" lends it the simulated one";
+           "\"" +
+           tools::toolName("with-simulator") + " " + tools::toolName("play") +
+           " song.mid\" lends it the simulated one";
 }
 
 void addHostOptions(CLI::App& app, Options& options)
@@ -133,7 +136,7 @@ Options parseOptions(int argc, const char* const* argv)
     options.library = installedEditorLibrary();
 
     CLI::App app("Plays a MIDI file through the RDL3/RDL5 VST plug-in and reports what came out.",
-                 "play");
+                 tools::toolName("play"));
     app.footer(kStatuses);
     app.add_option("song", options.song, "The MIDI file");
     addHostOptions(app, options);
