@@ -214,6 +214,17 @@ TEST_F(PlayerTest, MeasuresEveryBlock)
     EXPECT_EQ(result.timeline.spans()[0].mostSent, 3);
 }
 
+TEST_F(PlayerTest, CountsBlocksThatComeTooLate)
+{
+    // A block lasts 0.37 s, longer than other programs keep this one waiting.
+    processor.secondsInTheFirstBlock = 0.5;
+    const auto result = play(songWithTempoChanges(), {44100, 16384, false});
+    EXPECT_EQ(result.lateBlocks, 1);
+    EXPECT_GE(result.process.longest(), 0.5);
+    EXPECT_GE(result.timeline.spans()[0].longest, 0.5);
+    EXPECT_LT(result.timeline.spans()[1].longest, 0.37);
+}
+
 TEST_F(PlayerTest, RemembersWhatItSent)
 {
     const auto result = play(songWithTempoChanges(), {44100, 512, false});
