@@ -158,7 +158,8 @@ class Page(unittest.TestCase):
     def x_of(self, seconds):
         """Where a time stands in the pictures of the song."""
         return self.script("const { canvas, figure } = pictures.all[0];"
-                           "return new Plot(canvas.getContext('2d'), figure.clientWidth, 100, {}).x(arguments[0])", seconds)
+                           "return new Plot(canvas.getContext('2d'), figure.clientWidth, 100, {})"
+                           ".x(arguments[0])", seconds)
 
     def test_shows_the_numbers_of_the_json_report(self):
         report = self.crowd()
@@ -174,7 +175,8 @@ class Page(unittest.TestCase):
         self.assertEqual(self.script("return Math.max(...readData().spans.map((span) => span.mostSent))"), 101)
         for part, row in zip((0, 3, 9), self.rows("#counts"), strict=True):
             pair = lambda counts, part=part: f"{counts['noteOns'][part]} / {counts['noteOffs'][part]}"
-            self.assertEqual(row[:4], [str(part + 1), pair(notes["sent"]), pair(notes["editor"]), pair(notes["midiOut"])])
+            self.assertEqual(row[:4], [str(part + 1), pair(notes["sent"]), pair(notes["editor"]),
+                                       pair(notes["midiOut"])])
         self.assertEqual([row[4] for row in self.rows("#counts")], ["0 / 0", "100 / 0", "0 / 100"])
         blocks = sum(int(row[2].replace(",", "")) for row in self.rows("#times details"))
         self.assertEqual(blocks, process["blocks"])
@@ -187,7 +189,8 @@ class Page(unittest.TestCase):
     def test_marks_each_lost_event_where_it_was_lost_and_no_other(self):
         report = self.crowd()
         # The hundred lower notes; of the highest one nothing is lost.
-        self.assertEqual([report["notes"][name] for name in ("lostNoteOns", "lostNoteOffs", "lost")], [100, 100, 200])
+        self.assertEqual([report["notes"][name] for name in ("lostNoteOns", "lostNoteOffs", "lost")],
+                         [100, 100, 200])
         self.assertEqual(self.text("#verdict"), "100 note-ons and 100 note-offs lost.")
         marks = [self.script("return document.getElementById(arguments[0]).dataset.marks", f"part-{part}")
                  for part in (1, 4, 10)]
@@ -212,7 +215,8 @@ class Page(unittest.TestCase):
 
     def test_draws_a_lane_for_each_automated_parameter(self):
         report = self.crowd("--automate", "Pan 1", "--automate", "Volume 1")
-        titles = self.script("return [...document.querySelectorAll('#curves h3')].map((title) => title.textContent)")
+        titles = self.script("return [...document.querySelectorAll('#curves h3')]"
+                             ".map((title) => title.textContent)")
         self.assertEqual(titles, ["Automation of \u201cPan 1\u201d", "Automation of \u201cVolume 1\u201d"])
         points = report["automation"][0]["points"]
         self.assertIn(f"{points:,} values sent", self.text("#curves figcaption"))
@@ -253,9 +257,9 @@ class Page(unittest.TestCase):
         for scheme in ("light", "dark"):
             self.show(DESK, scheme)
             self.crowd()
-            colours = self.script("return { ...readColours(), page: getComputedStyle(document.documentElement)"
-                                  ".getPropertyValue('--page').trim(), good: getComputedStyle(document.documentElement)"
-                                  ".getPropertyValue('--good').trim() }")
+            colours = self.script("const style = getComputedStyle(document.documentElement);"
+                                  "const colour = (name) => style.getPropertyValue(name).trim();"
+                                  "return { ...readColours(), page: colour('--page'), good: colour('--good') }")
             for name in ("text", "quiet", "lost", "good", "limit"):
                 for ground in ("card", "page"):
                     found = contrast(colour_of(colours[name]), colour_of(colours[ground]))
@@ -266,7 +270,8 @@ class Page(unittest.TestCase):
 
     def test_says_every_picture_in_words(self):
         self.crowd("--automate", "Pan 1")
-        labels = self.script("return [...document.querySelectorAll('canvas')].map((one) => [one.getAttribute('role'), one.ariaLabel])")
+        labels = self.script("return [...document.querySelectorAll('canvas')]"
+                             ".map((one) => [one.getAttribute('role'), one.ariaLabel])")
         self.assertEqual(len(labels), 8)  # in and out, three parts, a lane, process, queue, distribution
         for role, label in labels:
             self.assertEqual(role, "img")

@@ -1,8 +1,22 @@
 const numberFormat = new Intl.NumberFormat("en");
 const grouped = (number) => numberFormat.format(number);
-const counted = (number, one, many = one + "s") => grouped(number) + " " + (number === 1 ? one : many);
+const counted = (number, one, many = one + "s") =>
+  grouped(number) + " " + (number === 1 ? one : many);
 
-const keyNames = ["C", "C\u266f", "D", "D\u266f", "E", "F", "F\u266f", "G", "G\u266f", "A", "A\u266f", "B"];
+const keyNames = [
+  "C",
+  "C\u266f",
+  "D",
+  "D\u266f",
+  "E",
+  "F",
+  "F\u266f",
+  "G",
+  "G\u266f",
+  "A",
+  "A\u266f",
+  "B",
+];
 /** As most sequencers count: the C in the middle of the piano is C3. */
 const keyName = (pitch) => keyNames[pitch % 12] + (Math.floor(pitch / 12) - 2);
 
@@ -15,17 +29,20 @@ function clockTime(seconds, decimals = 0) {
 
 /** Three figures of a time, in the unit that suits it. */
 function duration(seconds) {
-  const units = [["s", 1], ["ms", 1e-3], ["\u00b5s", 1e-6], ["ns", 1e-9]];
+  const units = [
+    ["s", 1],
+    ["ms", 1e-3],
+    ["\u00b5s", 1e-6],
+    ["ns", 1e-9],
+  ];
   const [unit, size] = units.find(([, scale]) => seconds >= 0.9995 * scale) || units[3];
   return Number((seconds / size).toPrecision(3)) + " " + unit;
 }
 
 function make(name, text, className) {
   const element = document.createElement(name);
-  if (text !== undefined)
-    element.textContent = text;
-  if (className)
-    element.className = className;
+  if (text !== undefined) element.textContent = text;
+  if (className) element.className = className;
   return element;
 }
 
@@ -44,8 +61,7 @@ function makeTable(caption, heads, rows) {
     const line = body.insertRow();
     row.forEach((cell, column) => {
       const element = make(column ? "td" : "th", cell.text ?? cell, cell.className);
-      if (!column)
-        element.scope = "row";
+      if (!column) element.scope = "row";
       line.append(element);
     });
   }
@@ -61,7 +77,20 @@ function makeTable(caption, heads, rows) {
 function readColours() {
   const style = getComputedStyle(document.documentElement);
   const colours = {};
-  for (const name of ["card", "text", "quiet", "line", "grid", "sent", "back", "lost", "extra", "time", "time-most", "limit"])
+  for (const name of [
+    "card",
+    "text",
+    "quiet",
+    "line",
+    "grid",
+    "sent",
+    "back",
+    "lost",
+    "extra",
+    "time",
+    "time-most",
+    "limit",
+  ])
     colours[name] = style.getPropertyValue("--" + name).trim();
   return colours;
 }
@@ -73,13 +102,15 @@ const pictures = {
 
   drawAll() {
     const colours = readColours();
-    for (const picture of this.all)
-      picture.draw(colours);
+    for (const picture of this.all) picture.draw(colours);
   },
 };
 
 const LABEL_FONT = "11px system-ui, 'Liberation Sans', sans-serif";
-const TIME_STEPS = [0.001, 0.002, 0.005, 0.01, 0.02, 0.05, 0.1, 0.2, 0.5, 1, 2, 5, 10, 15, 30, 60, 120, 300, 600, 1200, 3600];
+const TIME_STEPS = [
+  0.001, 0.002, 0.005, 0.01, 0.02, 0.05, 0.1, 0.2, 0.5, 1, 2, 5, 10, 15, 30, 60, 120, 300, 600,
+  1200, 3600,
+];
 
 /** What a picture draws on: its context, the box inside its axes, and the scales that it has. */
 class Plot {
@@ -128,7 +159,12 @@ class Plot {
       const x = this.x(i * step);
       this.line(x, this.top, x, this.bottom, this.colours.grid);
       if (x < this.right - 12)
-        this.text(clockTime(i * step, decimals), x, this.bottom + 11, x < this.left + 12 ? "left" : "center");
+        this.text(
+          clockTime(i * step, decimals),
+          x,
+          this.bottom + 11,
+          x < this.left + 12 ? "left" : "center",
+        );
     }
   }
 
@@ -199,8 +235,7 @@ class Picture {
     const figure = make("figure");
     const caption = make("figcaption");
     caption.append(make("h3", title), make("p", words));
-    if (lost)
-      caption.append(" ", make("p", lost, "lost"));
+    if (lost) caption.append(" ", make("p", lost, "lost"));
     this.canvas = make("canvas");
     this.canvas.setAttribute("role", "img");
     this.canvas.setAttribute("aria-label", [title, words, lost].filter(Boolean).join(". "));
@@ -212,7 +247,9 @@ class Picture {
 
   draw(colours) {
     const width = this.figure.clientWidth;
-    const scale = document.documentElement.classList.contains("printing") ? 3 : Math.max(window.devicePixelRatio, 1);
+    const scale = document.documentElement.classList.contains("printing")
+      ? 3
+      : Math.max(window.devicePixelRatio, 1);
     this.canvas.width = Math.round(width * scale);
     this.canvas.height = Math.round(this.height * scale);
     this.canvas.style.height = this.height + "px";
@@ -222,15 +259,14 @@ class Picture {
   }
 }
 
-/** Spans of the shown part as columns of at least a pixel: {x, width} and the largest value of those
-    that share one. */
+/** Spans of the shown part as columns of at least a pixel: {x, width}, and the largest value of
+    those that share one. */
 function columnsOf(spans, plot, valueOf) {
   const { from, to } = pictures.view;
   const columns = [];
   let last = null;
   for (const span of spans) {
-    if (span.end < from || span.start > to)
-      continue;
+    if (span.end < from || span.start > to) continue;
     const x = Math.floor(plot.x(span.start));
     const value = valueOf(span);
     if (last && last.x === x) {
@@ -246,5 +282,6 @@ function columnsOf(spans, plot, valueOf) {
 /** A function from values to heights in a plot, where each factor of ten takes the same height. */
 function logScale(plot, smallest, largest) {
   const decades = Math.log10(largest / smallest);
-  return (value) => plot.bottom - (Math.log10(Math.max(value, smallest) / smallest) / decades) * plot.height;
+  return (value) =>
+    plot.bottom - (Math.log10(Math.max(value, smallest) / smallest) / decades) * plot.height;
 }

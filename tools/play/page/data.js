@@ -7,15 +7,16 @@ class Numbers {
     this.at = 0;
   }
 
-  atEnd() { return this.at >= this.bytes.length; }
+  atEnd() {
+    return this.at >= this.bytes.length;
+  }
 
   next() {
     let number = 0;
     for (let scale = 1; ; scale *= 128) {
       const byte = this.bytes.charCodeAt(this.at++);
       number += (byte & 127) * scale;
-      if (byte < 128)
-        return number;
+      if (byte < 128) return number;
     }
   }
 
@@ -25,7 +26,8 @@ class Numbers {
   }
 }
 
-/** The notes that were sent, in seconds; startBack and endBack are null for what did not come back. */
+/** The notes that were sent, in seconds; startBack and endBack are null for what did not come
+    back. */
 function readNotes(text, rate) {
   const numbers = new Numbers(text);
   const notes = [];
@@ -36,13 +38,18 @@ function readNotes(text, rate) {
     const key = numbers.next();
     const traits = numbers.next();
     const note = {
-      start: start / rate, end: end / rate, part: key >> 7, pitch: key & 127, velocity: traits >> 4,
-      begins: (traits & 1) !== 0, ends: (traits & 2) !== 0, startBack: null, endBack: null,
+      start: start / rate,
+      end: end / rate,
+      part: key >> 7,
+      pitch: key & 127,
+      velocity: traits >> 4,
+      begins: (traits & 1) !== 0,
+      ends: (traits & 2) !== 0,
+      startBack: null,
+      endBack: null,
     };
-    if (traits & 4)
-      note.startBack = (start + numbers.nextSigned()) / rate;
-    if (traits & 8)
-      note.endBack = (end + numbers.nextSigned()) / rate;
+    if (traits & 4) note.startBack = (start + numbers.nextSigned()) / rate;
+    if (traits & 8) note.endBack = (end + numbers.nextSigned()) / rate;
     note.lostStart = note.begins && note.startBack === null;
     note.lostEnd = note.ends && note.endBack === null;
     notes.push(note);
@@ -71,9 +78,14 @@ function readSpans(text, secondsInABlock) {
     const blocks = numbers.next();
     const sum = numbers.next() / 1e9;
     spans.push({
-      start: block * secondsInABlock, end: (block + blocks) * secondsInABlock,
-      mean: sum / Math.max(blocks, 1), longest: numbers.next() / 1e9,
-      sent: numbers.next(), left: numbers.next(), mostSent: numbers.next(), mostLeft: numbers.next(),
+      start: block * secondsInABlock,
+      end: (block + blocks) * secondsInABlock,
+      mean: sum / Math.max(blocks, 1),
+      longest: numbers.next() / 1e9,
+      sent: numbers.next(),
+      left: numbers.next(),
+      mostSent: numbers.next(),
+      mostLeft: numbers.next(),
     });
     block += blocks;
   }
@@ -88,7 +100,8 @@ function readCurve(text, rate) {
   return points;
 }
 
-/** Where the steps of the distribution begin, in seconds, and how many there are to each factor of ten. */
+/** Where the steps of the distribution begin, in seconds, and how many there are to each factor of
+    ten. */
 const SHORTEST_TIME = 1e-8;
 const STEPS_TO_A_TENFOLD = 50;
 
@@ -96,8 +109,7 @@ const STEPS_TO_A_TENFOLD = 50;
 function readTimes(text) {
   const numbers = new Numbers(text);
   const steps = [];
-  while (!numbers.atEnd())
-    steps.push(numbers.next());
+  while (!numbers.atEnd()) steps.push(numbers.next());
   return steps;
 }
 
@@ -107,13 +119,19 @@ function readData() {
   const rate = report.sampleRate;
   const block = report.blockSize / rate;
   return {
-    report, block, session: data.session, results: data.results,
+    report,
+    block,
+    session: data.session,
+    results: data.results,
     length: report.samples / rate,
     notes: readNotes(data.notes, rate),
     extra: readExtra(data.extra, rate),
     spans: readSpans(data.spans, block),
     blocksInASpan: data.blocksInASpan,
     times: readTimes(data.times),
-    curves: data.curves.map((curve) => ({ title: curve.title, points: readCurve(curve.points, rate) })),
+    curves: data.curves.map((curve) => ({
+      title: curve.title,
+      points: readCurve(curve.points, rate),
+    })),
   };
 }
