@@ -61,8 +61,8 @@ void append(std::string& result, char32_t character)
     }
 }
 
-/** What a leading byte promises: the bytes of its character and the least value that needs as many.
- */
+/** What a leading byte promises: the bytes of its character and the least value that needs as
+    many. */
 struct Form {
     size_t bytes;
     char32_t bits;

@@ -23,7 +23,7 @@ std::string utf16ToUtf8(std::u16string_view text);
 std::u16string utf8ToUtf16(std::string_view text);
 
 /** Converts as utf8ToUtf16 into a fixed buffer, up to the first zero byte. Allocates nothing,
-   throws nothing.
+    throws nothing.
     @param[out] buffer 128 units; always terminated, so at most 127 of them are text, and a
     character of two units that would not fit whole ends the text */
 void utf8ToString128(std::string_view text, char16* buffer) noexcept;

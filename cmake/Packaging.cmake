@@ -1,6 +1,8 @@
 # cmake --install puts the bundle where hosts look for plug-ins, cpack makes what to hand out.
 #   Linux   /usr/local/lib/vst3, or with --prefix /usr the distribution's folder; a .tar.gz of it. The
-#           user's own folder has another name: -DVSTK2X_PLUGIN_FOLDER=.vst3, then --prefix ~
+#           user's own folder has another name: -DVSTK2X_PLUGIN_FOLDER=.vst3, then
+#           --component plug-in --prefix ~
+#           The tools (tools/install.cmake) and the documents for users as well; a .deb of everything.
 #   macOS   /Library/Audio/Plug-Ins/VST3, or with --prefix ~ the user's own; a .pkg and a .zip
 if(APPLE)
   if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
@@ -54,6 +56,7 @@ if(APPLE)
 else()
   set(CPACK_GENERATOR TGZ)
   set(CPACK_SYSTEM_NAME "Linux-${CMAKE_SYSTEM_PROCESSOR}")
+  include("${PROJECT_SOURCE_DIR}/cmake/debian/package.cmake")
 endif()
 set(CPACK_SOURCE_GENERATOR "")
 include(CPack)

@@ -15,9 +15,9 @@ namespace Vst {
 class VstIEditorConnect;
 
 /** Keeps the editor's integer value, range and display texts beside the host's normalized value,
-   and converts between them. The editor value has a lock of its own; range and texts never change
-   after construction; the normalized and the default value are the base class's plain fields, which
-   the ParameterModel guards. */
+    and converts between them. The editor value has a lock of its own; range and texts never change
+    after construction; the normalized and the default value are the base class's plain fields,
+    which the ParameterModel guards. */
 class EditorParameter : public Parameter {
 public:
     /** Asks the library for range, value and texts at once. [host main thread]
@@ -62,8 +62,8 @@ public:
         span and what results, minimum included, is cut towards zero. */
     int32 convertToEditorValue(double normalized) const;
 
-    /** At most 127 units and a terminator; empty for an editor value without a text. [any thread]
-     */
+    /** At most 127 units and a terminator; empty for an editor value without a text.
+        [any thread] */
     void toString(ParamValue normalized, String128 string) const override;
 
     /** @param string zero-terminated. @return false without a parser, for a text that it does not

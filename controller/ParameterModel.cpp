@@ -1,6 +1,7 @@
 #include "controller/ParameterModel.h"
 
 #include "basics/CallGuard.h"
+#include "controller/HostAndLibrary.h"
 #include "controller/ParameterTable.h"
 #include "controller/VstK2xController.h"
 #include "editorlib/VstIEditorConnect.h"
@@ -13,6 +14,25 @@ namespace Vst {
 
 using Base::Thread::FGuard;
 using Base::Thread::FLock;
+
+namespace {
+
+/** Gives the parameter's reference to the container; where that throws, it is released. */
+void addTo(ParameterContainer& container, Parameter* parameter)
+{
+    const IPtr<Parameter> kept(parameter);
+    const int32 references = parameter->getRefCount();
+    try {
+        container.addParameter(parameter);
+    } catch (...) {
+        // The container has released the reference where its list could not grow, and nowhere else.
+        if (parameter->getRefCount() == references)
+            parameter->release();
+        throw;
+    }
+}
+
+} // namespace
 
 /** A library thread's use of a parameter, as short as possible: nobody is called during it. */
 class ParameterModel::Use {
@@ -41,8 +61,11 @@ private:
     EditorParameter* parameter;
 };
 
-ParameterModel::ParameterModel(ParameterModelOwner& modelOwner)
-: owner(modelOwner)
+ParameterModel::ParameterModel(VstK2xController& owner, ParameterContainer& ownersContainer,
+                               const HostAndLibrary& hostAndLibrary)
+: controller(owner)
+, container(ownersContainer)
+, outside(hostAndLibrary)
 , guiEventLock(std::make_unique<FLock>("GuiEventLocker"))
 {
 }
@@ -54,17 +77,17 @@ unsigned ParameterModel::createObserverParameter(int block, int number, int part
                                                  VstIObserver::ParamModeType mode)
 {
     const unsigned id = vstParameterID(block, number, part, mode);
-    const GetObserver makeObserver = owner.findObserverEntry();
+    const GetObserver makeObserver = outside.library.findObserverEntry();
     if (!makeObserver)
         return id;
     // Its place first: an observer that cannot be kept could not be destroyed either.
     observers.push_back(nullptr);
     VstIObserver* observer = nullptr;
     guarded([&] {
-        makeObserver(&observer, owner.callbackContext(), static_cast<int>(id), block, number, part,
-                     callback, mode, editorBeginEditCallBack, editorEndEditCallBack);
+        makeObserver(&observer, &controller, static_cast<int>(id), block, number, part, callback,
+                     mode, editorBeginEditCallBack, editorEndEditCallBack);
     });
-    if (VstIEditorConnect* editor = owner.getEditorConnection())
+    if (VstIEditorConnect* editor = outside.library.getConnection())
         guarded([&] { editor->addObserver(observer); });
     observers.back() = observer;
     return id;
@@ -73,7 +96,7 @@ unsigned ParameterModel::createObserverParameter(int block, int number, int part
 IPtr<EditorParameter> ParameterModel::make(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
                                            const char* title, const EditorParameter* similar) const
 {
-    return owned(new EditorParameter(owner.getEditorConnection(), flags, id, unitId, stepCount,
+    return owned(new EditorParameter(outside.library.getConnection(), flags, id, unitId, stepCount,
                                      title, similar));
 }
 
@@ -88,13 +111,13 @@ void ParameterModel::add(IPtr<EditorParameter> parameter)
 {
     EditorParameter* borrowed = parameter;
     const std::lock_guard<std::mutex> guard(parametersLock);
-    owner.addParameter(parameter.take());
+    addTo(container, parameter.take());
     parametersByID[borrowed->getInfo().id] = borrowed;
 }
 
 int32 ParameterModel::askStepCount(unsigned id) const
 {
-    VstIEditorConnect* editor = owner.getEditorConnection();
+    VstIEditorConnect* editor = outside.library.getConnection();
     return editor ? guarded<int32>(0, [&] { return editor->getParameterStepCount(id); }) : 0;
 }
 
@@ -151,7 +174,8 @@ void ParameterModel::setEditorParameter(unsigned id, int value)
             return;
         normalized = parameter->convertToVSTParameter(value);
     }
-    tellHost(id, normalized);
+    if (outside.library.getConnection())
+        notificationGuiEvent(GuiEventValueChange, id, normalized);
 }
 
 void ParameterModel::setEditFlagParameter(unsigned id, int value)
@@ -164,20 +188,14 @@ void ParameterModel::setEditFlagParameter(unsigned id, int value)
 
 void ParameterModel::setParameterToVST(const EditorParameter* parameter, unsigned id, int value)
 {
-    if (parameter)
-        tellHost(id, parameter->convertToVSTParameter(value));
-}
-
-void ParameterModel::tellHost(unsigned id, double normalized)
-{
-    if (owner.getEditorConnection())
-        notificationGuiEvent(GuiEventValueChange, id, normalized);
+    if (parameter && outside.library.getConnection())
+        notificationGuiEvent(GuiEventValueChange, id, parameter->convertToVSTParameter(value));
 }
 
 void ParameterModel::notificationGuiEvent(GuiEvent kind, unsigned id, double value)
 {
     const QueuedEvent event(kind, {id, value});
-    if (owner.isUnicodeAppHost()) {
+    if (outside.isUnicodeHost()) {
         if (!connecting)
             dispatch(event);
         return;
@@ -191,13 +209,14 @@ void ParameterModel::dispatch(const QueuedEvent& event)
     const auto [id, value] = event.second;
     switch (event.first) {
     case GuiEventBeginEdit:
-        owner.beginEdit(id);
+        controller.beginEdit(id);
         break;
     case GuiEventEndEdit:
-        owner.endEdit(id);
+        controller.endEdit(id);
         break;
     case GuiEventValueChange:
-        owner.changeValue(id, value);
+        controller.setParamNormalized(id, value);
+        controller.performEdit(id, value);
         break;
     }
 }
@@ -254,7 +273,7 @@ bool ParameterModel::isSetVSTValue(unsigned id, double normalized, int& value)
 
 void ParameterModel::removeObservers()
 {
-    VstIEditorConnect* editor = owner.getEditorConnection();
+    VstIEditorConnect* editor = outside.library.getConnection();
     const std::vector<VstIObserver*> removed = std::exchange(observers, {});
     for (VstIObserver* observer : removed) {
         if (!observer)
@@ -274,6 +293,30 @@ void ParameterModel::clear()
     }
     const FGuard guard(*guiEventLock);
     guiEvents.clear();
+}
+
+void editorValueChange(void* context, unsigned id, int value)
+{
+    if (context)
+        static_cast<VstK2xController*>(context)->setEditorParameter(id, value);
+}
+
+void editorEditFlagChange(void* context, unsigned id, int value)
+{
+    if (context)
+        static_cast<VstK2xController*>(context)->setEditFlagParameter(id, value);
+}
+
+void editorBeginEditCallBack(void* context, unsigned id)
+{
+    if (context)
+        static_cast<VstK2xController*>(context)->editorBeginEdit(id);
+}
+
+void editorEndEditCallBack(void* context, unsigned id)
+{
+    if (context)
+        static_cast<VstK2xController*>(context)->editorEndEdit(id);
 }
 
 } // namespace Vst

@@ -19,46 +19,31 @@
 namespace Steinberg {
 namespace Vst {
 
-class VstIEditorConnect;
+class ParameterContainer;
+class VstK2xController;
+struct HostAndLibrary;
 struct PartParameter;
-
-/** What the parameter model needs of the controller. Borrowed pointers, possibly null. */
-class ParameterModelOwner {
-public:
-    virtual VstIEditorConnect* getEditorConnection() const = 0;
-    virtual GetObserver findObserverEntry() const = 0;
-    /** The controller as the context of the library's callbacks. */
-    virtual void* callbackContext() = 0;
-    virtual bool isUnicodeAppHost() const = 0;
-    /** Takes the parameter into the host-visible container, with its reference. Calls nobody. */
-    virtual void addParameter(Parameter* parameter) = 0;
-
-    // The host's side of a gesture. [main thread, or any library thread in a Unicode host]
-    virtual void beginEdit(ParamID id) = 0;
-    virtual void endEdit(ParamID id) = 0;
-    virtual void changeValue(ParamID id, ParamValue value) = 0;
-
-protected:
-    ~ParameterModelOwner() = default;
-};
 
 /** Parameters are created on the host's main thread; changes come on any library thread.
 
     A change goes to the host at once in a Unicode host, else through a queue that the timer drains
-   on the main thread. Locks, never held the other way round: an EditorParameter's "ParameterFlag"
-   is released before "GuiEventLocker" is taken, and "GuiEventLocker" is held while the host is
-   called. What the host sees has one lock: the ID map, the base class's container and the
-   normalized and default values. Nobody is called and no other lock is taken while it is held. A
-   callback that comes late finds either no parameter or one that lives until the callback has
-   finished with it: uses of editor values are counted, and clear waits for them. The SDK's
-   reference count would not do, since it reads the count again after having changed it. */
+    on the main thread. Locks, never held the other way round: an EditorParameter's "ParameterFlag"
+    is released before "GuiEventLocker" is taken, and "GuiEventLocker" is held while the host is
+    called. What the host sees has one lock: the ID map, the base class's container and the
+    normalized and default values. Nobody is called and no other lock is taken while it is held. A
+    callback that comes late finds either no parameter or one that lives until the callback has
+    finished with it: uses of editor values are counted, and clear waits for them. The SDK's
+    reference count would not do, since it reads the count again after having changed it. */
 class ParameterModel {
 public:
     /** What happens to a parameter in the editor. */
     enum GuiEvent : int32 { GuiEventBeginEdit = 0, GuiEventEndEdit = 1, GuiEventValueChange = 2 };
 
-    /** @param owner outlives this object */
-    explicit ParameterModel(ParameterModelOwner& owner);
+    /** All three outlive this object.
+        @param controller tells the host, and is the context of the library's callbacks
+        @param container the controller's, which the host sees */
+    ParameterModel(VstK2xController& controller, ParameterContainer& container,
+                   const HostAndLibrary& hostAndLibrary);
     ~ParameterModel();
     ParameterModel(const ParameterModel&) = delete;
     ParameterModel& operator=(const ParameterModel&) = delete;
@@ -127,7 +112,6 @@ private:
     class Use;
 
     EditorParameter* find(unsigned id) const;
-    void tellHost(unsigned id, double normalized);
     IPtr<EditorParameter> make(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
                                const char* title, const EditorParameter* similar = nullptr) const;
     /** The same parameter of the part before this one; null when there is none. */
@@ -140,7 +124,9 @@ private:
     void pollObservers();
     void drainQueue();
 
-    ParameterModelOwner& owner;
+    VstK2xController& controller;
+    ParameterContainer& container;
+    const HostAndLibrary& outside;
     std::vector<VstIObserver*> observers; ///< in creation order; may hold nulls
     mutable std::mutex parametersLock;
     std::map<ParamID, EditorParameter*> parametersByID; ///< owned by the controller's container
@@ -151,6 +137,13 @@ private:
     std::unique_ptr<Base::Thread::FLock> guiEventLock;
     std::atomic<bool> connecting{false};
 };
+
+// The callbacks that the editor library gets for every observer; context is a VstK2xController*.
+// With a null context they do nothing. [any library thread]
+void editorValueChange(void* context, unsigned id, int value);
+void editorEditFlagChange(void* context, unsigned id, int value);
+void editorBeginEditCallBack(void* context, unsigned id);
+void editorEndEditCallBack(void* context, unsigned id);
 
 } // namespace Vst
 } // namespace Steinberg

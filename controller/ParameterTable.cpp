@@ -10,19 +10,11 @@ namespace {
 
 constexpr int kCommonPart = 16;
 
-/** As every field of the instrument does: the text of such an ID need not be written and read. */
-constexpr bool fitsThreeDigits(int field)
-{
-    return field >= 0 && field < 1000;
-}
-
 } // namespace
 
 unsigned vstParameterID(int block, int number, int part, VstIObserver::ParamModeType mode)
 {
     const int last = mode == VstIObserver::ParamModeCommon ? kCommonPart : part;
-    if (fitsThreeDigits(block) && fitsThreeDigits(number) && fitsThreeDigits(last))
-        return static_cast<unsigned>((block * 1000 + number) * 1000 + last);
     char text[40]; // three integers of at most eleven characters each
     std::snprintf(text, sizeof(text), "%d%03d%03d", block, number, last);
     return static_cast<unsigned>(std::strtoll(text, nullptr, 10));

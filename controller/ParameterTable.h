@@ -44,8 +44,8 @@ constexpr int kEditFlagBlock = 201;
 constexpr int kEditFlagNumber = 5;
 
 /** The VST parameter ID of an editor parameter: block, number and part written as one decimal
-   number,
-    "%d%03d%03d", the part being 16 for a common parameter whatever the part. [any thread] */
+    number, "%d%03d%03d", the part being 16 for a common parameter whatever the part.
+    [any thread] */
 unsigned vstParameterID(int block, int number, int part, VstIObserver::ParamModeType mode);
 
 } // namespace Vst

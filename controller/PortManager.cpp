@@ -1,7 +1,7 @@
 #include "controller/PortManager.h"
 
 #include "basics/CallGuard.h"
-#include "controller/ControllerContext.h"
+#include "controller/HostAndLibrary.h"
 #include "controller/HostInterface.h"
 #include "controller/PortNames.h"
 #include "editorlib/VstIEditorConnect.h"
@@ -12,7 +12,6 @@
 #include "hostapi/IPortRegistry.h"
 #include "support/CharacterConvert.h"
 #include "support/DAWInfo.h"
-#include "support/HostKind.h"
 
 #include <algorithm>
 
@@ -31,9 +30,9 @@ constexpr int64 kLeftAndRight = 3;
 constexpr int32 kNothingRemoved = 1;
 constexpr int32 kFirstStart = 1;
 
-IPtr<IPortRegistry> portRegistry(const ControllerContext& context)
+IPtr<IPortRegistry> portRegistry(const HostAndLibrary& outside)
 {
-    const FUnknownPtr<IHostClasses> hostClasses(context.getHostContext());
+    const FUnknownPtr<IHostClasses> hostClasses(outside.hostContext.get());
     return hostInterface<IPortRegistry>(hostClasses);
 }
 
@@ -56,12 +55,12 @@ bool isAudioInput(IHostPort& port)
 
 /** Shows each audio input to visit, with whether its texts are Unicode. */
 template <typename Visit>
-void visitAudioInputs(const ControllerContext& context, Visit&& visit)
+void visitAudioInputs(const HostAndLibrary& outside, Visit&& visit)
 {
-    const auto registry = portRegistry(context);
+    const auto registry = portRegistry(outside);
     if (!registry)
         return;
-    const bool isUnicode = context.isUnicodeAppHost();
+    const bool isUnicode = outside.isUnicodeHost();
     visitPorts(*registry, [&](IHostPort& port) {
         if (isAudioInput(port))
             visit(port, isUnicode);
@@ -119,7 +118,7 @@ std::vector<VSTiAudioPort::AudioPortInfo>* PortManager::getAudioPortList() noexc
 void PortManager::listAudioPorts(std::vector<VSTiAudioPort::AudioPortInfo>& list) const
 {
     const PortIds held = audioPortIdList;
-    visitAudioInputs(context, [&](IHostPort& port, bool isUnicode) {
+    visitAudioInputs(outside, [&](IHostPort& port, bool isUnicode) {
         VSTiAudioPort::AudioPortInfo info;
         info.portName = toText(port.getDisplayName(), isUnicode);
         // A hidden port is shown to the library only when we are the ones who hid it.
@@ -139,13 +138,13 @@ std::vector<VSTiMidiPort::MidiOutPortInfo>* PortManager::getMidiOutPortList() no
 
 void PortManager::listMidiOutPorts(std::vector<VSTiMidiPort::MidiOutPortInfo>& list) const
 {
-    const FUnknownPtr<IComponentPortHandler> portHandler(context.getComponentHandler());
+    const FUnknownPtr<IComponentPortHandler> portHandler(outside.componentHandler.get());
     if (!portHandler)
         return;
-    const auto registry = portRegistry(context);
+    const auto registry = portRegistry(outside);
     if (!registry)
         return;
-    const bool isUnicode = context.isUnicodeAppHost();
+    const bool isUnicode = outside.isUnicodeHost();
     // One record for all ports: one whose ID cannot be read is listed with the ID before it.
     VSTiMidiPort::MidiOutPortInfo info;
     visitPorts(*registry, [&](IHostPort& port) {
@@ -163,11 +162,11 @@ void PortManager::listMidiOutPorts(std::vector<VSTiMidiPort::MidiOutPortInfo>& l
 
 void PortManager::setMidiOutPort(const char* id)
 {
-    const auto registry = portRegistry(context);
-    const FUnknownPtr<IComponentPortHandler> portHandler(context.getComponentHandler());
+    const auto registry = portRegistry(outside);
+    const FUnknownPtr<IComponentPortHandler> portHandler(outside.componentHandler.get());
     if (!portHandler || !registry)
         return;
-    const bool isUnicode = context.isUnicodeAppHost();
+    const bool isUnicode = outside.isUnicodeHost();
     IHostPort* found = nullptr;
     visitPorts(*registry, [&](IHostPort& port) {
         std::string portId;
@@ -187,13 +186,13 @@ void PortManager::setAudioPortList(const char** ids)
 {
     if (!ids)
         return;
-    const FUnknownPtr<IHostClasses> hostClasses(context.getHostContext());
+    const FUnknownPtr<IHostClasses> hostClasses(outside.hostContext.get());
     const auto registry = hostInterface<IPortRegistry>(hostClasses);
-    const FUnknownPtr<IComponentPortHandler> portHandler(context.getComponentHandler());
+    const FUnknownPtr<IComponentPortHandler> portHandler(outside.componentHandler.get());
     if (!portHandler || !registry)
         return;
 
-    const bool isUnicode = context.isUnicodeAppHost();
+    const bool isUnicode = outside.isUnicodeHost();
     const PortIds held = audioPortIdList;
     PortIds taken;
     taken.reserve(kChannels);
@@ -244,13 +243,13 @@ IHostPort* PortManager::takeAudioPort(IPortRegistry& registry, const char* id, b
 
 bool PortManager::isConnectAudioPortHost() const
 {
-    const FUnknownPtr<IHostApplicationW> application(context.getHostContext());
+    const FUnknownPtr<IHostApplicationW> application(outside.hostContext.get());
     if (!application)
         return true;
     const DAWInfo host(application);
     switch (host.getHostType()) {
     case DAWInfo::kUnknownHost:
-        return context.getVSTHostType() != kStandaloneHost;
+        return outside.getHostKind() != kStandaloneHost;
     case DAWInfo::kNuendo:
         return host.CompareVersion(5, 0, 0) < 0;
     default:
@@ -258,28 +257,27 @@ bool PortManager::isConnectAudioPortHost() const
     }
 }
 
-int32 PortManager::hostReadyForSetPortConnections() noexcept
+bool PortManager::hostReadyForSetPortConnections() noexcept
 {
-    VstIEditorConnect* connection = context.getEditorConnection();
+    VstIEditorConnect* connection = outside.library.getConnection();
     if (!connection)
-        return kResultOk;
+        return false;
     guarded([this] { allMidiInputRemove(kPortToRemove); });
     guarded([this] { firstStartAudioportDisplayCompulsorily(); });
     guarded([&] { connection->onHostPortsReady(!initialStartFileLoad); });
     hostReadyForSetPort = true;
     guarded([&] { connection->onInitialStartFileLoad(initialStartFileLoad); });
-    guarded([this] { context.changeLatencyTrigger(); });
-    return kResultOk;
+    return true;
 }
 
 int32 PortManager::allMidiInputRemove(const std::string& text)
 {
-    if (text.empty() || !FUnknownPtr<IComponentPortHandler>(context.getComponentHandler()))
+    if (text.empty() || !FUnknownPtr<IComponentPortHandler>(outside.componentHandler.get()))
         return kNothingRemoved;
-    const auto registry = portRegistry(context);
+    const auto registry = portRegistry(outside);
     if (!registry)
         return kNothingRemoved;
-    const bool isUnicode = context.isUnicodeAppHost();
+    const bool isUnicode = outside.isUnicodeHost();
     int32 result = kNothingRemoved;
     visitPorts(*registry, [&](IHostPort& port) {
         if (isOurMidiPort(port, text, isUnicode))
@@ -295,7 +293,7 @@ bool PortManager::isOurMidiPort(IHostPort& port, const std::string& text, bool i
         port.hasPortAttribute("proxy"))
         return false;
     const std::string name = toText(port.getSystemName(), isUnicode);
-    VstIEditorConnect* connection = context.getEditorConnection();
+    VstIEditorConnect* connection = outside.library.getConnection();
     const auto matches = [&](const char* pattern) {
         return connection && guarded(false, [&] {
                    return connection->matchRegularExpression(pattern, name.c_str());
@@ -309,11 +307,11 @@ bool PortManager::isOurMidiPort(IHostPort& port, const std::string& text, bool i
 
 void PortManager::firstStartAudioportDisplayCompulsorily()
 {
-    VstIEditorConnect* connection = context.getEditorConnection();
+    VstIEditorConnect* connection = outside.library.getConnection();
     if (!connection ||
         guarded(int32{0}, [&] { return connection->getFirstStartState(); }) != kFirstStart)
         return;
-    visitAudioInputs(context, [&](IHostPort& port, bool isUnicode) {
+    visitAudioInputs(outside, [&](IHostPort& port, bool isUnicode) {
         const std::string name = toText(port.getDisplayName(), isUnicode);
         if (guarded(false, [&] { return connection->isDisplayAudioPort(name.c_str()); }))
             port.setDisplayed(true);

@@ -16,7 +16,7 @@ class IPortRegistry;
 
 namespace Vst {
 
-class ControllerContext;
+struct HostAndLibrary;
 
 /** Each operation is VstK2xController's operation of the same name; the library-facing ones are
     described at VstIControllerInterface, the host-facing ones at IExternalEffectUsingSKI.
@@ -30,9 +30,9 @@ class ControllerContext;
     calls it for the host or the library stops that. */
 class PortManager {
 public:
-    /** @param controller outlives this object */
-    explicit PortManager(ControllerContext& controller)
-    : context(controller)
+    /** @param hostAndLibrary outlives this object */
+    explicit PortManager(const HostAndLibrary& hostAndLibrary)
+    : outside(hostAndLibrary)
     {
     }
     PortManager(const PortManager&) = delete;
@@ -54,8 +54,9 @@ public:
     bool isHostReadyForSetPort() const { return hostReadyForSetPort; }
     void setInitialStartFileLoad(bool state) { initialStartFileLoad = state; }
 
-    /** Goes through all of its steps, whichever of them fails. */
-    int32 hostReadyForSetPortConnections() noexcept;
+    /** Goes through all of its steps, whichever of them fails.
+        @return whether a library is there; the host is then to ask for the latency anew */
+    bool hostReadyForSetPortConnections() noexcept;
 
     /** Takes our MIDI ports whose system name contains text out of the host's all-MIDI-inputs set.
         @return 1 when nothing was removed, else the host's answer to the last removal */
@@ -82,7 +83,7 @@ private:
                                     const PortIds& held, PortIds& taken);
     bool isOurMidiPort(IHostPort& port, const std::string& text, bool isUnicode) const;
 
-    ControllerContext& context;
+    const HostAndLibrary& outside;
     std::vector<VSTiAudioPort::AudioPortInfo> audioPortInfoList;
     std::vector<VSTiMidiPort::MidiOutPortInfo> midiOutPortInfoList;
     PortIds audioPortIdList; ///< IDs of the audio ports that we hold hidden

@@ -1,7 +1,7 @@
 #include "controller/RoutingCheck.h"
 
 #include "basics/PlugInInfo.h"
-#include "controller/ControllerContext.h"
+#include "controller/HostAndLibrary.h"
 #include "controller/HostInterface.h"
 #include "hostapi/IValue.h"
 #include "support/CharacterConvert.h"
@@ -34,8 +34,8 @@ IPtr<IConnector> outputConnector(IDevice& instrument)
 
 } // namespace
 
-RoutingCheck::RoutingCheck(const ControllerContext& controller, bool throughInstrumentRack)
-: context(controller)
+RoutingCheck::RoutingCheck(const HostAndLibrary& hostAndLibrary, bool throughInstrumentRack)
+: outside(hostAndLibrary)
 , useInstrumentRack(throughInstrumentRack)
 {
 }
@@ -69,7 +69,7 @@ const std::string& RoutingCheck::textOfOutputHere()
 bool RoutingCheck::isUnicode()
 {
     if (!unicode)
-        unicode = context.isUnicodeAppHost();
+        unicode = outside.isUnicodeHost();
     return *unicode;
 }
 
@@ -124,7 +124,7 @@ IDevice* RoutingCheck::instrumentFolder()
 
 IDevice* RoutingCheck::findInstrumentFolder()
 {
-    const FUnknownPtr<IHostClasses> hostClasses(context.getHostContext());
+    const FUnknownPtr<IHostClasses> hostClasses(outside.hostContext.get());
     deviceList = hostInterface<IDeviceList>(hostClasses);
     IDevice* mixer = deviceList ? deviceList->findDevice(kMixerOfInstruments, 0) : nullptr;
     for (int32 index = 0; mixer && index < mixer->countChildren(); ++index) {

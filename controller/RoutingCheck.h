@@ -17,18 +17,18 @@ class IValue;
 
 namespace Vst {
 
-class ControllerContext;
+struct HostAndLibrary;
 
 /** Lives for one operation, which may ask about thousands of tracks: what all of them need of the
     host is looked up once, when the first needs it, and each instrument of the rack costs one call
-   a track. A rack that has grown or shrunk since the last track is walked anew. [the operation's
-    thread] */
+    a track. A rack that has grown or shrunk since the last track is walked anew.
+    [the operation's thread] */
 class RoutingCheck {
 public:
-    /** @param controller outlives this object
+    /** @param hostAndLibrary outlives this object
         @param useInstrumentRack how a newer host is asked: through its instrument rack, where an
         older one names the plug-in in the text of the track's output */
-    RoutingCheck(const ControllerContext& controller, bool useInstrumentRack);
+    RoutingCheck(const HostAndLibrary& hostAndLibrary, bool useInstrumentRack);
     RoutingCheck(const RoutingCheck&) = delete;
     RoutingCheck& operator=(const RoutingCheck&) = delete;
 
@@ -59,7 +59,7 @@ private:
     IDevice* instrumentFolder();
     IDevice* findInstrumentFolder();
 
-    const ControllerContext& context;
+    const HostAndLibrary& outside;
     const bool useInstrumentRack;
     std::string outputHere; ///< empty until it is asked for: not every operation needs memory
     std::optional<bool> unicode;

@@ -1,7 +1,7 @@
 #include "controller/TrackRouting.h"
 
 #include "basics/CallGuard.h"
-#include "controller/ControllerContext.h"
+#include "controller/HostAndLibrary.h"
 #include "controller/HostInterface.h"
 #include "controller/RoutingCheck.h"
 #include "editorlib/VstIEditorConnect.h"
@@ -62,8 +62,9 @@ bool isSame(const void* object, const void* field)
 
 } // namespace
 
-TrackRouting::TrackRouting(ControllerContext& controller)
-: context(controller)
+TrackRouting::TrackRouting(const HostAndLibrary& hostAndLibrary, IDependent& observer)
+: outside(hostAndLibrary)
+, dependent(observer)
 {
 }
 
@@ -72,7 +73,7 @@ TrackRouting::~TrackRouting() = default;
 void TrackRouting::readHostVersion()
 {
     newHostVersion = false;
-    const FUnknownPtr<IHostApplicationW> application(context.getHostContext());
+    const FUnknownPtr<IHostApplicationW> application(outside.hostContext.get());
     if (!application)
         return;
     const DAWInfo host(application);
@@ -84,7 +85,7 @@ void TrackRouting::readHostVersion()
 
 void TrackRouting::startObserving()
 {
-    const FUnknownPtr<IHostClasses> hostClasses(context.getHostContext());
+    const FUnknownPtr<IHostClasses> hostClasses(outside.hostContext.get());
     const auto deviceList = hostInterface<IDeviceList>(hostClasses);
     if (!deviceList)
         return;
@@ -98,15 +99,15 @@ void TrackRouting::startObserving()
     if (!updateHandler)
         return;
     // One that the host does not take does not stop the other.
-    guarded([&] { updateHandler->addDependent(mixerDevice, context.getDependent()); });
-    guarded([&] { updateHandler->addDependent(selectedTrackValue, context.getDependent()); });
+    guarded([&] { updateHandler->addDependent(mixerDevice, &dependent); });
+    guarded([&] { updateHandler->addDependent(selectedTrackValue, &dependent); });
 }
 
 void TrackRouting::stopObserving(IUpdateHandler* updateHandler) noexcept
 {
     const auto remove = [&](FUnknown* object) {
         if (object && updateHandler)
-            guarded([&] { updateHandler->removeDependent(object, context.getDependent()); });
+            guarded([&] { updateHandler->removeDependent(object, &dependent); });
     };
     const auto removeAndRelease = [&](IPtr<IValue>& value) {
         remove(value);
@@ -124,13 +125,13 @@ void TrackRouting::update(FUnknown* changedUnknown, int32 message)
 {
     if (!changedUnknown)
         return;
-    RoutingCheck routing(context, newHostVersion);
+    RoutingCheck routing(outside, newHostVersion);
     const bool isUnicode = routing.isUnicode();
     const auto value =
         query<IValue>(*changedUnknown, isUnicode ? IValue::iid.toTUID() : IValueNotUnicodeID);
     const auto device =
         query<IDevice>(*changedUnknown, isUnicode ? IDevice::iid.toTUID() : IDeviceNotUnicodeID);
-    const FUnknownPtr<IHostClasses> hostClasses(context.getHostContext());
+    const FUnknownPtr<IHostClasses> hostClasses(outside.hostContext.get());
     if (!hostClasses)
         return;
 
@@ -188,7 +189,7 @@ void TrackRouting::followChannel(IHostClasses* hostClasses, RoutingCheck& routin
 
 void TrackRouting::midiChSyncEditorPart() const
 {
-    VstIEditorConnect* connection = context.getEditorConnection();
+    VstIEditorConnect* connection = outside.library.getConnection();
     if (!midiChannelValue || !connection)
         return;
     const int32 channel = midiChannelValue->getInteger();
@@ -217,7 +218,7 @@ void TrackRouting::selectTrackOf(unsigned int channel)
 /** Index of the first track that plays on channel through this plug-in. */
 int32 TrackRouting::findTrack(int32 channel) const
 {
-    RoutingCheck routing(context, newHostVersion);
+    RoutingCheck routing(outside, newHostVersion);
     for (int32 index = 0; index < mixerDevice->countChildren(); ++index) {
         IDevice* track = mixerDevice->getChild(index);
         if (!track || !qualifies(*track))
@@ -234,12 +235,12 @@ int32 TrackRouting::findTrack(int32 channel) const
 
 bool TrackRouting::CheckMIDIOutputRouting(IValue* output, IDevice* track)
 {
-    return RoutingCheck(context, newHostVersion).isRoutedHere(output, track);
+    return RoutingCheck(outside, newHostVersion).isRoutedHere(output, track);
 }
 
 bool TrackRouting::isSameIValueString(IValue* value, const std::string& text)
 {
-    return RoutingCheck(context, newHostVersion).containsText(value, text);
+    return RoutingCheck(outside, newHostVersion).containsText(value, text);
 }
 
 IDevice* TrackRouting::getSelectedTrackDevice() const
@@ -279,7 +280,7 @@ void TrackRouting::observe(IPtr<IValue>& value, const char* name, IHostClasses* 
     if (!value)
         return;
     if (const auto updateHandler = hostInterface<IUpdateHandler>(hostClasses))
-        updateHandler->addDependent(value, context.getDependent());
+        updateHandler->addDependent(value, &dependent);
 }
 
 void TrackRouting::RemoveDependent_MIDIOutput(IHostClasses* hostClasses)
@@ -299,7 +300,7 @@ void TrackRouting::endObservation(IPtr<IValue>& value, IHostClasses* hostClasses
     const auto updateHandler = hostInterface<IUpdateHandler>(hostClasses);
     if (!updateHandler)
         return;
-    updateHandler->removeDependent(value, context.getDependent());
+    updateHandler->removeDependent(value, &dependent);
     const auto last = owned(value.take());
 }
 

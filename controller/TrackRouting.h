@@ -16,8 +16,8 @@ class IValue;
 
 namespace Vst {
 
-class ControllerContext;
 class RoutingCheck;
+struct HostAndLibrary;
 
 /** Each operation is VstK2xController's operation of the same name.
 
@@ -27,8 +27,9 @@ class RoutingCheck;
     what the host throws; who calls it for the host or the library stops that. */
 class TrackRouting {
 public:
-    /** @param controller outlives this object */
-    explicit TrackRouting(ControllerContext& controller);
+    /** Both outlive this object.
+        @param observer whom the host tells of changes; it passes them on to update */
+    TrackRouting(const HostAndLibrary& hostAndLibrary, IDependent& observer);
     ~TrackRouting();
     TrackRouting(const TrackRouting&) = delete;
     TrackRouting& operator=(const TrackRouting&) = delete;
@@ -91,7 +92,8 @@ private:
     void selectTrackOf(unsigned int channel);
     int32 findTrack(int32 channel) const;
 
-    ControllerContext& context;
+    const HostAndLibrary& outside;
+    IDependent& dependent;
     bool newHostVersion = false; ///< Nuendo 6.5, Cubase 7.5 or later: instrument tracks count too
     IDevice* mixerDevice = nullptr; ///< borrowed from findDevice, hence never released
     IPtr<IValue> selectedTrackValue;

@@ -1,4 +1,4 @@
-// The units under which the host groups the parameters, one a part of the instrument.
+// UnitList: the units under which the host groups the parameters, one a part of the instrument.
 #pragma once
 
 #include "pluginterfaces/vst/ivstunits.h"
@@ -6,18 +6,38 @@
 namespace Steinberg {
 namespace Vst {
 
-/** "Common" and one unit for each of the sixteen parts. */
-constexpr int32 kUnitCount = 17;
-
 /** The unit that holds the parameters of a part, 0 to 15. */
 constexpr UnitID unitOfPart(int32 part)
 {
     return part + 2;
 }
 
-/** Describes the unit at an index; an index outside 0 to 16 gives a unit all the same. Fills
-    every field. [any thread] */
-void describeUnit(int32 index, UnitInfo& info);
+/** IUnitInfo for the controller: seventeen units and no program lists. What asks for program lists
+    answers kResultOk and leaves its outputs as they are. [any thread] */
+class UnitList : public IUnitInfo {
+public:
+    int32 PLUGIN_API getUnitCount() override;
+    /** An index outside 0 to 16 gives a unit all the same. Fills every field. */
+    tresult PLUGIN_API getUnitInfo(int32 unitIndex, UnitInfo& info) override;
+    int32 PLUGIN_API getProgramListCount() override;
+    tresult PLUGIN_API getProgramListInfo(int32 listIndex, ProgramListInfo& info) override;
+    tresult PLUGIN_API getProgramName(ProgramListID listId, int32 programIndex,
+                                      String128 name) override;
+    tresult PLUGIN_API getProgramInfo(ProgramListID listId, int32 programIndex, CString attributeId,
+                                      String128 attributeValue) override;
+    tresult PLUGIN_API hasProgramPitchNames(ProgramListID listId, int32 programIndex) override;
+    tresult PLUGIN_API getProgramPitchName(ProgramListID listId, int32 programIndex,
+                                           int16 midiPitch, String128 name) override;
+    UnitID PLUGIN_API getSelectedUnit() override;
+    tresult PLUGIN_API selectUnit(UnitID unitId) override;
+    tresult PLUGIN_API getUnitByBus(MediaType type, BusDirection dir, int32 busIndex, int32 channel,
+                                    UnitID& unitId) override;
+    tresult PLUGIN_API setUnitProgramData(int32 listOrUnitId, int32 programIndex,
+                                          IBStream* data) override;
+
+protected:
+    ~UnitList() = default;
+};
 
 } // namespace Vst
 } // namespace Steinberg

@@ -1,21 +1,19 @@
 #include "controller/VstK2xController.h"
 
 #include "basics/CallGuard.h"
-#include "basics/PlugInInfo.h"
+#include "controller/ControllerState.h"
 #include "controller/HostInterface.h"
 #include "controller/ParameterTable.h"
-#include "controller/UnitList.h"
 #include "editorlib/ConnectionMessages.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "hostapi/IHostClasses.h"
 #include "hostapi/IPortRegistry.h"
-#include "presets/VstK2xPreset.h"
-#include "presets/VstK2xUserBank.h"
-#include "support/HostKind.h"
+#include "presets/VstK2xPresetCreater.h"
 #include "view/VstK2xEditorView.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace Steinberg {
@@ -24,6 +22,11 @@ namespace Vst {
 namespace {
 
 constexpr int kTimerPeriod = 50; // milliseconds
+
+/** The host mixes the returned audio with the square root of two. */
+constexpr float kReturnGain = 1.41421354F;
+
+constexpr size_t kString128Units = 128;
 
 /** Sets a flag for as long as it lives. */
 class ConnectingScope {
@@ -68,13 +71,14 @@ struct VstK2xController::HostObjects {
 
 tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
 {
+    hostThread.begin();
     // The base lets a host without context initialise twice, and would take a context now.
     if (life == Life::kFailed)
         return kResultFalse;
     const tresult result = EditController::initialize(context);
     if (result != kResultOk)
         return result;
-    guarded([&] { sharedContext.set(context); });
+    guarded([&] { outside.hostContext.set(context); });
     if (life == Life::kInitialized)
         return result;
     life = Life::kInitialized;
@@ -97,7 +101,7 @@ tresult VstK2xController::initializeBound(FUnknown* context)
 {
     // Lives to the end of initialize; only the service that it gave stays with us.
     EditorLibrary::ServiceGetter serviceGetter;
-    if (!library.bind(serviceGetter, context, this))
+    if (!outside.library.bind(serviceGetter, context, this))
         return kResultFalse;
     startLibrary();
     guiTimer = VSTGUI::makeOwned<VstTimer>(this, kTimerPeriod);
@@ -128,6 +132,7 @@ void VstK2xController::createParameters()
 
 tresult PLUGIN_API VstK2xController::terminate()
 {
+    hostThread.check("terminate");
     if (life == Life::kEnded)
         return terminateBase();
     life = Life::kEnded;
@@ -151,7 +156,7 @@ void VstK2xController::unbind(HostObjects& held) noexcept
     guarded([&] { held.hostClasses = FUnknownPtr<IHostClasses>(getHostContext()); });
     if (VstIEditorConnect* editor = getEditorConnection()) {
         guarded([&] { editor->setControllerInterface(nullptr); });
-        if (library.getBinding() == EditorLibrary::Binding::kService)
+        if (outside.library.getBinding() == EditorLibrary::Binding::kService)
             guarded([&] { editor->detachService(); });
     }
     guarded([&] { held.updateHandler = hostInterface<IUpdateHandler>(held.hostClasses); });
@@ -160,8 +165,8 @@ void VstK2xController::unbind(HostObjects& held) noexcept
     ports.releasePorts(held.registry);
     parameterModel.removeObservers();
     guiTimer = nullptr;
-    library.unload();
-    library.leaveService(this);
+    outside.library.unload();
+    outside.library.leaveService(this);
     parameterModel.clear();
 }
 
@@ -169,8 +174,8 @@ void VstK2xController::unbind(HostObjects& held) noexcept
 tresult VstK2xController::terminateBase()
 {
     // First those that other threads take: the base clears its own as if it were alone.
-    guarded([this] { sharedHandler.set(nullptr); });
-    guarded([this] { sharedContext.set(nullptr); });
+    guarded([this] { outside.componentHandler.set(nullptr); });
+    guarded([this] { outside.hostContext.set(nullptr); });
     return guarded<tresult>(kResultFalse, [this] { return EditController::terminate(); });
 }
 
@@ -183,6 +188,7 @@ void PLUGIN_API VstK2xController::update(FUnknown* changedUnknown, int32 message
 
 tresult PLUGIN_API VstK2xController::connect(IConnectionPoint* other)
 {
+    hostThread.check("connect");
     tresult result = EditController::connect(other);
     const ConnectingScope connecting(parameterModel);
     if (result == kResultOk)
@@ -221,6 +227,7 @@ void VstK2xController::refreshParameters()
 
 tresult PLUGIN_API VstK2xController::disconnect(IConnectionPoint* other)
 {
+    hostThread.check("disconnect");
     guarded([this] { sendDisconnection(); });
     return EditController::disconnect(other);
 }
@@ -237,54 +244,151 @@ void VstK2xController::sendDisconnection()
     sendMessage(message);
 }
 
+// Parameters ------------------------------------------------------------------
+
+int32 PLUGIN_API VstK2xController::getParameterCount()
+{
+    return parameterModel.withParameters<int32>(
+        0, [this] { return EditController::getParameterCount(); });
+}
+
+tresult PLUGIN_API VstK2xController::getParameterInfo(int32 index, ParameterInfo& info)
+{
+    return parameterModel.withParameters<tresult>(
+        kResultFalse, [&] { return EditController::getParameterInfo(index, info); });
+}
+
+tresult PLUGIN_API VstK2xController::getParamStringByValue(ParamID id, ParamValue normalized,
+                                                           String128 string)
+{
+    if (!string)
+        return kResultFalse;
+    return guarded<tresult>(kResultFalse, [&] {
+        return parameterModel.withParameters<tresult>(kResultFalse, [&] {
+            return EditController::getParamStringByValue(id, normalized, string);
+        });
+    });
+}
+
+tresult PLUGIN_API VstK2xController::getParamValueByString(ParamID id, TChar* string,
+                                                           ParamValue& normalized)
+{
+    if (!string)
+        return kResultFalse;
+    // Hosts pass a String128, which is full without a terminator when the text is as long.
+    TChar text[kString128Units + 1] = {};
+    std::copy(string, std::find(string, string + kString128Units, TChar(0)), text);
+    return guarded<tresult>(kResultFalse, [&] {
+        return parameterModel.withParameters<tresult>(kResultFalse, [&] {
+            return EditController::getParamValueByString(id, text, normalized);
+        });
+    });
+}
+
+ParamValue PLUGIN_API VstK2xController::normalizedParamToPlain(ParamID id, ParamValue normalized)
+{
+    return parameterModel.withParameters(
+        normalized, [&] { return EditController::normalizedParamToPlain(id, normalized); });
+}
+
+ParamValue PLUGIN_API VstK2xController::plainParamToNormalized(ParamID id, ParamValue plain)
+{
+    return parameterModel.withParameters(
+        plain, [&] { return EditController::plainParamToNormalized(id, plain); });
+}
+
+ParamValue PLUGIN_API VstK2xController::getParamNormalized(ParamID id)
+{
+    return parameterModel.withParameters<ParamValue>(
+        0, [&] { return EditController::getParamNormalized(id); });
+}
+
+tresult PLUGIN_API VstK2xController::setParamNormalized(ParamID id, ParamValue value)
+{
+    return guarded<tresult>(kResultFalse, [&] {
+        return parameterModel.withParameters<tresult>(
+            kResultFalse, [&] { return EditController::setParamNormalized(id, value); });
+    });
+}
+
+tresult VstK2xController::beginEdit(ParamID id)
+{
+    const auto handler = outside.componentHandler.get();
+    return handler ? handler->beginEdit(id) : kResultFalse;
+}
+
+tresult VstK2xController::performEdit(ParamID id, ParamValue normalized)
+{
+    const auto handler = outside.componentHandler.get();
+    return handler ? handler->performEdit(id, normalized) : kResultFalse;
+}
+
+tresult VstK2xController::endEdit(ParamID id)
+{
+    const auto handler = outside.componentHandler.get();
+    return handler ? handler->endEdit(id) : kResultFalse;
+}
+
+void VstK2xController::changeLatencyTrigger()
+{
+    guarded([this] {
+        if (const auto handler = outside.componentHandler.get())
+            handler->restartComponent(kLatencyChanged);
+    });
+}
+
+void VstK2xController::storeUserBank(VoiceBank::Bank bank, int index)
+{
+    guarded([&] {
+        VstIEditorConnect* editor = getEditorConnection();
+        if (!editor)
+            return;
+        VstK2xPresetCreater creater(*editor);
+        creater.setVoiceDataInfo(bank, index, VstK2xPresetCreater::kAllUserBanks,
+                                 VstK2xPresetCreater::kUserFolder);
+    });
+}
+
+// Ports -----------------------------------------------------------------------
+
+int32 PLUGIN_API VstK2xController::hostReadyForSetPortConnections()
+{
+    hostThread.check("hostReadyForSetPortConnections");
+    if (ports.hostReadyForSetPortConnections())
+        guarded([this] { changeLatencyTrigger(); });
+    return kResultOk;
+}
+
+tresult PLUGIN_API VstK2xController::getReturnGain(float& gain)
+{
+    gain = kReturnGain;
+    return kResultOk;
+}
+
 // State -----------------------------------------------------------------------
 
 tresult PLUGIN_API VstK2xController::setComponentState(IBStream* /*state*/)
 {
+    hostThread.check("setComponentState");
     return kResultOk;
 }
 
 tresult PLUGIN_API VstK2xController::getState(IBStream* /*state*/)
 {
+    hostThread.check("getState");
     return kResultOk;
 }
 
 tresult PLUGIN_API VstK2xController::setState(IBStream* state)
 {
-    guarded([&] {
-        if (VstK2xPreset::isK2xPreset(state))
-            applyPreset(state);
-        else if (VstK2xUserBank::isK2xUserBank(state))
-            applyUserBank(state);
-    });
+    hostThread.check("setState");
+    guarded([&] { applyPresetFile(getEditorConnection(), state); });
     return kResultOk;
-}
-
-void VstK2xController::applyPreset(IBStream* state)
-{
-    int bank = -1;
-    int number = -1;
-    const bool loaded = VstK2xPreset::loadPreset(state, kProcessorUID, bank, number);
-    VstIEditorConnect* editor = getEditorConnection();
-    if (loaded && editor)
-        editor->applyPreset(bank, number);
-}
-
-void VstK2xController::applyUserBank(IBStream* state)
-{
-    VstIEditorConnect* editor = getEditorConnection();
-    if (!editor)
-        return;
-    int bank = -1;
-    int number = -1;
-    int size = 0;
-    std::vector<char> data;
-    if (VstK2xUserBank::loadUserBank(state, kProcessorUID, bank, number, size, data))
-        editor->applyUserBank(bank, number, data.data(), size);
 }
 
 IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
 {
+    hostThread.check("createView");
     if (!name || std::strcmp(name, ViewType::kEditor) != 0)
         return nullptr;
     return guarded<IPlugView*>(nullptr, [this] {
@@ -294,104 +398,16 @@ IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
 
 tresult PLUGIN_API VstK2xController::setComponentHandler(IComponentHandler* handler)
 {
-    guarded([&] { sharedHandler.set(handler); });
+    hostThread.check("setComponentHandler");
+    guarded([&] { outside.componentHandler.set(handler); });
     return guarded<tresult>(kResultTrue,
                             [&] { return EditController::setComponentHandler(handler); });
 }
 
 tresult PLUGIN_API VstK2xController::setPluginInfo(VstIEditorConnect* connect, void* libraryHandle)
 {
-    library.setPluginInfo(connect, libraryHandle);
+    outside.library.setPluginInfo(connect, libraryHandle);
     return kResultOk;
-}
-
-// The host --------------------------------------------------------------------
-
-int VstK2xController::getVSTHostType() const
-{
-    return guarded<int>(kOtherHost, [this] { return hostKindOf(sharedContext.get()); });
-}
-
-bool VstK2xController::isUnicodeAppHost() const
-{
-    return guarded(false, [this] { return hasUnicode(sharedContext.get()); });
-}
-
-// Face ------------------------------------------------------------------------
-
-IPtr<FUnknown> VstK2xController::Face::getHostContext() const
-{
-    return controller.sharedContext.get();
-}
-
-IPtr<IComponentHandler> VstK2xController::Face::getComponentHandler() const
-{
-    return controller.sharedHandler.get();
-}
-
-VstIEditorConnect* VstK2xController::Face::getEditorConnection() const
-{
-    return controller.getEditorConnection();
-}
-
-IDependent* VstK2xController::Face::getDependent()
-{
-    return &controller;
-}
-
-bool VstK2xController::Face::isUnicodeAppHost() const
-{
-    return controller.isUnicodeAppHost();
-}
-
-int32 VstK2xController::Face::getVSTHostType() const
-{
-    return controller.getVSTHostType();
-}
-
-void VstK2xController::Face::changeLatencyTrigger()
-{
-    controller.changeLatencyTrigger();
-}
-
-GetObserver VstK2xController::Face::findObserverEntry() const
-{
-    return controller.library.findObserverEntry();
-}
-
-void* VstK2xController::Face::callbackContext()
-{
-    return &controller;
-}
-
-void VstK2xController::Face::addParameter(Parameter* parameter)
-{
-    const IPtr<Parameter> kept(parameter);
-    const int32 references = parameter->getRefCount();
-    try {
-        controller.parameters.addParameter(parameter);
-    } catch (...) {
-        // The container has released the reference where its list could not grow, and nowhere else.
-        if (parameter->getRefCount() == references)
-            parameter->release();
-        throw;
-    }
-}
-
-void VstK2xController::Face::beginEdit(ParamID id)
-{
-    controller.beginEdit(id);
-}
-
-void VstK2xController::Face::endEdit(ParamID id)
-{
-    controller.endEdit(id);
-}
-
-void VstK2xController::Face::changeValue(ParamID id, ParamValue value)
-{
-    controller.setParamNormalized(id, value);
-    controller.performEdit(id, value);
 }
 
 } // namespace Vst

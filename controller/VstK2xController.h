@@ -2,13 +2,14 @@
 // that stands between it and the host.
 #pragma once
 
-#include "controller/ControllerContext.h"
+#include "basics/HostThread.h"
+#include "controller/HostAndLibrary.h"
 #include "controller/ParameterModel.h"
+#include "controller/ParameterTable.h"
 #include "controller/PortManager.h"
-#include "controller/SharedReference.h"
 #include "controller/TrackRouting.h"
+#include "controller/UnitList.h"
 #include "controller/VstTimer.h"
-#include "editorlib/EditorLibrary.h"
 #include "editorlib/IExternalPlugin.h"
 #include "editorlib/VstIControllerInterface.h"
 #include "hostapi/IExternalEffectUsingSKI.h"
@@ -26,13 +27,13 @@ namespace Vst {
 
 /** One class towards host and library, and behind it one collaborator for each thing that it does:
     EditorLibrary binds, ParameterModel mirrors the parameters, PortManager handles the host's
-   ports, TrackRouting follows the host's tracks. This class forwards to them and orders initialize,
-    connect, disconnect and terminate.
+    ports, TrackRouting follows the host's tracks. This class forwards to them and orders
+    initialize, connect, disconnect and terminate.
 
     Host-facing operations run on the host's main thread; what the library may call is described at
     VstIControllerInterface. No operation throws, except createInstance. */
 class VstK2xController : public EditController,
-                         public IUnitInfo,
+                         public UnitList,
                          public IExternalEffectUsingSKI,
                          public VstIControllerInterface,
                          public IExternalPlugin {
@@ -96,113 +97,149 @@ public:
     tresult performEdit(ParamID id, ParamValue normalized) override;
     tresult endEdit(ParamID id) override;
 
-    // IUnitInfo: seventeen units, no program lists.
-    int32 PLUGIN_API getUnitCount() override;
-    tresult PLUGIN_API getUnitInfo(int32 unitIndex, UnitInfo& info) override;
-    int32 PLUGIN_API getProgramListCount() override;
-    tresult PLUGIN_API getProgramListInfo(int32 listIndex, ProgramListInfo& info) override;
-    tresult PLUGIN_API getProgramName(ProgramListID listId, int32 programIndex,
-                                      String128 name) override;
-    tresult PLUGIN_API getProgramInfo(ProgramListID listId, int32 programIndex, CString attributeId,
-                                      String128 attributeValue) override;
-    tresult PLUGIN_API hasProgramPitchNames(ProgramListID listId, int32 programIndex) override;
-    tresult PLUGIN_API getProgramPitchName(ProgramListID listId, int32 programIndex,
-                                           int16 midiPitch, String128 name) override;
-    UnitID PLUGIN_API getSelectedUnit() override;
-    tresult PLUGIN_API selectUnit(UnitID unitId) override;
-    tresult PLUGIN_API getUnitByBus(MediaType type, BusDirection dir, int32 busIndex, int32 channel,
-                                    UnitID& unitId) override;
-    tresult PLUGIN_API setUnitProgramData(int32 listOrUnitId, int32 programIndex,
-                                          IBStream* data) override;
-
     // IExternalEffectUsingSKI.
     int32 PLUGIN_API hostReadyForSetPortConnections() override;
     tresult PLUGIN_API getReturnGain(float& gain) override;
 
     // VstIControllerInterface.
-    std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() override;
-    void setAudioPortList(const char** ids) override;
-    std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList() override;
-    void setMidiOutPort(const char* id) override;
-    void editorPartSyncMidiCh(unsigned int channel) override;
+    std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() override
+    {
+        return ports.getAudioPortList();
+    }
+    void setAudioPortList(const char** ids) override
+    {
+        guarded([&] { ports.setAudioPortList(ids); });
+    }
+    std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList() override
+    {
+        return ports.getMidiOutPortList();
+    }
+    void setMidiOutPort(const char* id) override
+    {
+        guarded([&] { ports.setMidiOutPort(id); });
+    }
+    void editorPartSyncMidiCh(unsigned int channel) override
+    {
+        guarded([&] { routing.editorPartSyncMidiCh(channel); });
+    }
     void storeUserBank(VoiceBank::Bank bank, int index) override;
-    void setVSTManageParameter(unsigned int id, int value) override;
-    void setInitialStartFileLoad(bool state) override;
-    bool isConnectAudioPort() override;
-    bool isSetVSTValue(unsigned int id, double value, int& out) override;
+    void setVSTManageParameter(unsigned int id, int value) override
+    {
+        guarded([&] { parameterModel.setVSTManageParameter(id, value); });
+    }
+    void setInitialStartFileLoad(bool state) override { ports.setInitialStartFileLoad(state); }
+    bool isConnectAudioPort() override { return ports.isConnectAudioPort(); }
+    bool isSetVSTValue(unsigned int id, double value, int& out) override
+    {
+        return guarded(false, [&] { return parameterModel.isSetVSTValue(id, value, out); });
+    }
     void changeLatencyTrigger() override;
-    bool isConnectAudioPortHost() override;
-    bool isHostReadyForSetPort() override;
+    bool isConnectAudioPortHost() override
+    {
+        return guarded(true, [this] { return ports.isConnectAudioPortHost(); });
+    }
+    bool isHostReadyForSetPort() override { return ports.isHostReadyForSetPort(); }
 
     // IExternalPlugin.
     tresult PLUGIN_API setPluginInfo(VstIEditorConnect* connect, void* libraryHandle) override;
 
     // What the host is. [any thread]
     /** As support/HostKind.h numbers them. */
-    int getVSTHostType() const;
-    bool isUnicodeAppHost() const;
-    VstIEditorConnect* getEditorConnection() const { return library.getConnection(); }
+    int getVSTHostType() const { return outside.getHostKind(); }
+    bool isUnicodeAppHost() const { return outside.isUnicodeHost(); }
+    VstIEditorConnect* getEditorConnection() const { return outside.library.getConnection(); }
 
     // Parameters: see ParameterModel.
     unsigned createObserverParameter(int block, int number, int part, ValueChangedCallback callback,
-                                     VstIObserver::ParamModeType mode);
-    static unsigned getVSTParamID(int block, int number, int part,
-                                  VstIObserver::ParamModeType mode);
-    void createVSTPartParameter(int unitId, int part, VstIObserver::ParamModeType mode);
-    void createVSTNotAutomationParameter();
+                                     VstIObserver::ParamModeType mode)
+    {
+        return parameterModel.createObserverParameter(block, number, part, callback, mode);
+    }
+    static unsigned getVSTParamID(int block, int number, int part, VstIObserver::ParamModeType mode)
+    {
+        return vstParameterID(block, number, part, mode);
+    }
+    void createVSTPartParameter(int unitId, int part, VstIObserver::ParamModeType mode)
+    {
+        parameterModel.createVSTPartParameter(unitId, part, mode);
+    }
+    void createVSTNotAutomationParameter() { parameterModel.createVSTNotAutomationParameter(); }
     /** The instrument has no multi-wide parameters to show: creates nothing. */
     void createVSTMultiCommonParameter() {}
     /** Borrowed; null for an ID that is not mirrored. */
-    Parameter* getParameter(unsigned id) const;
-    void setEditorParameter(unsigned id, int value);
-    void setEditFlagParameter(unsigned id, int value);
-    void setParameterToVST(const EditorParameter* parameter, unsigned id, int value);
-    void editorBeginEdit(unsigned id);
-    void editorEndEdit(unsigned id);
-    void notificationGuiEvent(GuiEvent kind, unsigned id, double value);
-    void notificationEvent();
+    Parameter* getParameter(unsigned id) const { return parameterModel.getParameter(id); }
+    void setEditorParameter(unsigned id, int value)
+    {
+        guarded([&] { parameterModel.setEditorParameter(id, value); });
+    }
+    void setEditFlagParameter(unsigned id, int value)
+    {
+        guarded([&] { parameterModel.setEditFlagParameter(id, value); });
+    }
+    void setParameterToVST(const EditorParameter* parameter, unsigned id, int value)
+    {
+        guarded([&] { parameterModel.setParameterToVST(parameter, id, value); });
+    }
+    void editorBeginEdit(unsigned id) { notificationGuiEvent(GuiEventBeginEdit, id, 0); }
+    void editorEndEdit(unsigned id) { notificationGuiEvent(GuiEventEndEdit, id, 0); }
+    void notificationGuiEvent(GuiEvent kind, unsigned id, double value)
+    {
+        guarded([&] { parameterModel.notificationGuiEvent(kind, id, value); });
+    }
+    void notificationEvent()
+    {
+        guarded([this] { parameterModel.notificationEvent(); });
+    }
 
     // Ports and routing: see PortManager and TrackRouting.
-    int32 allMidiInputRemove(const std::string& text);
-    void firstStartAudioportDisplayCompulsorily();
-    static bool isExistAudioPortIdList(std::string id, const std::vector<std::string>& list);
-    void midiChSyncEditorPart() const;
-    bool CheckMIDIOutputRouting(IValue* output, IDevice* track);
-    IDevice* getSelectedTrackDevice() const;
-    void AddDependent_MIDIOutput(IHostClasses* hostClasses, IDevice* track);
-    void AddDependent_MIDIChannel(IHostClasses* hostClasses, IDevice* track);
-    void RemoveDependent_MIDIOutput(IHostClasses* hostClasses);
-    void RemoveDependent_MIDIChannel(IHostClasses* hostClasses);
-    bool isSameIValueString(IValue* value, const std::string& text);
+    int32 allMidiInputRemove(const std::string& text)
+    {
+        return guarded<int32>(1, [&] { return ports.allMidiInputRemove(text); });
+    }
+    void firstStartAudioportDisplayCompulsorily()
+    {
+        guarded([this] { ports.firstStartAudioportDisplayCompulsorily(); });
+    }
+    static bool isExistAudioPortIdList(std::string id, const std::vector<std::string>& list)
+    {
+        return PortManager::isExistAudioPortIdList(std::move(id), list);
+    }
+    void midiChSyncEditorPart() const
+    {
+        guarded([this] { routing.midiChSyncEditorPart(); });
+    }
+    bool CheckMIDIOutputRouting(IValue* output, IDevice* track)
+    {
+        return guarded(false, [&] { return routing.CheckMIDIOutputRouting(output, track); });
+    }
+    IDevice* getSelectedTrackDevice() const
+    {
+        return guarded<IDevice*>(nullptr, [this] { return routing.getSelectedTrackDevice(); });
+    }
+    void AddDependent_MIDIOutput(IHostClasses* hostClasses, IDevice* track)
+    {
+        guarded([&] { routing.AddDependent_MIDIOutput(hostClasses, track); });
+    }
+    void AddDependent_MIDIChannel(IHostClasses* hostClasses, IDevice* track)
+    {
+        guarded([&] { routing.AddDependent_MIDIChannel(hostClasses, track); });
+    }
+    void RemoveDependent_MIDIOutput(IHostClasses* hostClasses)
+    {
+        guarded([&] { routing.RemoveDependent_MIDIOutput(hostClasses); });
+    }
+    void RemoveDependent_MIDIChannel(IHostClasses* hostClasses)
+    {
+        guarded([&] { routing.RemoveDependent_MIDIChannel(hostClasses); });
+    }
+    bool isSameIValueString(IValue* value, const std::string& text)
+    {
+        return guarded(false, [&] { return routing.isSameIValueString(value, text); });
+    }
 
     OBJ_METHODS(VstK2xController, EditController)
 
 private:
-    /** The controller as its collaborators see it. */
-    class Face : public ControllerContext, public ParameterModelOwner {
-    public:
-        explicit Face(VstK2xController& owner)
-        : controller(owner)
-        {
-        }
-        IPtr<FUnknown> getHostContext() const override;
-        IPtr<IComponentHandler> getComponentHandler() const override;
-        VstIEditorConnect* getEditorConnection() const override;
-        IDependent* getDependent() override;
-        bool isUnicodeAppHost() const override;
-        int32 getVSTHostType() const override;
-        void changeLatencyTrigger() override;
-        GetObserver findObserverEntry() const override;
-        void* callbackContext() override;
-        void addParameter(Parameter* parameter) override;
-        void beginEdit(ParamID id) override;
-        void endEdit(ParamID id) override;
-        void changeValue(ParamID id, ParamValue value) override;
-
-    private:
-        VstK2xController& controller;
-    };
-
     struct HostObjects;
     enum class Life { kEnded, kInitialized, kFailed };
 
@@ -214,27 +251,15 @@ private:
     tresult sendEditorConnection();
     void sendDisconnection();
     void refreshParameters();
-    void applyPreset(IBStream* state);
-    void applyUserBank(IBStream* state);
 
-    /** What the base class holds too, for threads other than the host's main thread. */
-    SharedReference<FUnknown> sharedContext;
-    SharedReference<IComponentHandler> sharedHandler;
-    Face face{*this};
-    EditorLibrary library;
-    ParameterModel parameterModel{face};
-    PortManager ports{face};
-    TrackRouting routing{face};
+    HostThread hostThread;
+    HostAndLibrary outside;
+    ParameterModel parameterModel{*this, parameters, outside};
+    PortManager ports{outside};
+    TrackRouting routing{outside, *this};
     VSTGUI::SharedPointer<VstTimer> guiTimer;
     Life life = Life::kEnded;
 };
-
-// The callbacks that the editor library gets for every observer; context is a VstK2xController*.
-// With a null context they do nothing. [any library thread]
-void editorValueChange(void* context, unsigned id, int value);
-void editorEditFlagChange(void* context, unsigned id, int value);
-void editorBeginEditCallBack(void* context, unsigned id);
-void editorEndEditCallBack(void* context, unsigned id);
 
 } // namespace Vst
 } // namespace Steinberg

@@ -9,7 +9,7 @@ namespace Vst {
 class VstK2xController;
 
 /** Calls the controller's notificationEvent at an interval, on the run loop of the thread that
-   starts it. Reference counted by VSTGUI; the last reference stops it. [host main thread] */
+    starts it. Reference counted by VSTGUI; the last reference stops it. [host main thread] */
 class VstTimer : public VSTGUI::CBaseObject {
 public:
     /** @param controller not owned; must outlive this, null ticks nothing

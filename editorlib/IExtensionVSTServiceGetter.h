@@ -16,8 +16,8 @@ public:
     static const FUID iid;
 };
 
-/** The service object. It has no ID of its own: what getService returns is used as this directly.
- */
+/** The service object. It has no ID of its own: what getService returns is used as this
+    directly. */
 class IExtensionVSTService : public FUnknown {
 public:
     /** Takes on a plug-in instance; calls its setPluginInfo before it returns kResultOk.

@@ -94,8 +94,8 @@ public:
 
     virtual void reserved34() = 0;
 
-    /** 0 or 1: 1 ms, 2: 5 ms, else none. [host main thread, or where the host asks for the latency]
-     */
+    /** 0 or 1: 1 ms, 2: 5 ms, else none.
+        [host main thread, or where the host asks for the latency] */
     virtual int32 getLatencyMode() = 0;
     /** 1 at the editor's first start on this machine. */
     virtual int32 getFirstStartState() = 0;
@@ -109,8 +109,8 @@ public:
     virtual bool onKeyUp(char character, int16 keyCode, int16 modifiers) = 0;
     virtual bool onWheel(float distance) = 0;
 
-    /** Restores a text state: zero-terminated UTF-16, borrowed for the call. @return 0 on success
-     */
+    /** Restores a text state: zero-terminated UTF-16, borrowed for the call. @return 0 on
+        success */
     virtual int32 setStateText(const char16* text) = 0;
     /** 0: a host of the Cubase family, 1: the maker's stand-alone host, 2: any other. */
     virtual void setHostType(int32 hostType) = 0;

@@ -22,7 +22,7 @@ public:
     virtual void reserved5() = 0;
 
     /** Lets the library raise the callbacks of a parameter that changed. Called at every timer
-       tick; the callbacks may come before it returns. [host main thread] */
+        tick; the callbacks may come before it returns. [host main thread] */
     virtual void checkChange() = 0;
 
 protected:

@@ -13,8 +13,8 @@ class IValue;
     editorPartSyncMidiCh; between initialize and terminate] */
 class IDevice : public FUnknown {
 public:
-    /** The device's type as zero-terminated 8-bit text ("MidiChannel", "Synth", ...); may be null.
-     */
+    /** The device's type as zero-terminated 8-bit text ("MidiChannel", "Synth", ...); may be
+        null. */
     virtual const char* PLUGIN_API getDeviceType() = 0;
 
     virtual void PLUGIN_API reserved4() = 0;

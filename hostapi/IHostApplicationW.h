@@ -15,7 +15,7 @@ public:
     virtual const char16* PLUGIN_API getApplicationName() = 0;
 
     /** The application's version, as "Version 7.5.20 Build 210"; borrowed, may be null, text as
-     * above. */
+        above. */
     virtual const char16* PLUGIN_API getVersionString() = 0;
 
     /** 0 (kResultOk) when the host's texts are Unicode, anything else when they are 8-bit texts. */

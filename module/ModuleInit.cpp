@@ -1,7 +1,6 @@
 #include "module/ModuleInit.h"
 
 void* moduleHandle = nullptr;
-char gPath[kMaxModulePath] = {};
 
 bool InitModule()
 {

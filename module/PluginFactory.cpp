@@ -87,7 +87,7 @@ IPluginFactory* makeFactory()
 } // namespace Steinberg
 
 /** The factory, created on the first call. Each call hands out one reference, which the host
-   releases; null only when memory ran out. [host main thread] */
+    releases; null only when memory ran out. [host main thread] */
 SMTG_EXPORT_SYMBOL Steinberg::IPluginFactory* PLUGIN_API GetPluginFactory()
 {
     using namespace Steinberg;

@@ -27,8 +27,7 @@ constexpr size_t kFolderPathSize = 1024;
 /** Makes the folder path and every folder above it that is missing. Whatever already stands at a
     name counts as found, a file or a dangling link too.
     @param path UTF-8, at most kFolderPathSize - 1 bytes. Its top folder has to exist: a path
-   without
-        "/" before its last name, such as "a" or "/a", has no parent to work in and fails
+    without "/" before its last name, such as "a" or "/a", has no parent to work in and fails
     @param ref set to the folder on success; may be null
     @return 0, or 1 when the path is too long or some folder could neither be found nor made
     [any thread; throws std::bad_alloc] */

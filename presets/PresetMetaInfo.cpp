@@ -16,40 +16,29 @@ std::string processorIDText()
     return text;
 }
 
+std::string attribute(const std::string& id, const std::string& value)
+{
+    std::string line = "\t<Attribute id=\"" + id + "\" value=\"" + kPlaceholder +
+                       "\" type=\"string\" flags=\"writeProtected\"/>\n";
+    VstK2xPresetCreater::replaceString(line, kPlaceholder, value);
+    return line;
+}
+
 } // namespace
 
 std::string presetMetaInfo(const std::string& category, const std::string& subCategory,
                            const std::string& character)
 {
-    struct Line {
-        const char* text;
-        std::string value;
-    };
-    // clang-format off
-    const Line lines[] = {
-        {"<?xml version=\"1.0\" encoding=\"US-ASCII\"?>\n", ""},
-        {"<MetaInfo>\n", ""},
-        {"\t<Attribute id=\"FileType\" value=\"VST3 Preset\" type=\"string\" flags=\"writeProtected\"/>\n", ""},
-        {"\t<Attribute id=\"MediaRating\" value=\"3\" type=\"int\" flags=\"\"/>\n", ""},
-        {"\t<Attribute id=\"MediaType\" value=\"VstPreset\" type=\"string\" flags=\"writeProtected\"/>\n", ""},
-        {"\t<Attribute id=\"PlugInCategory\" value=\"REPLACE_CHARACTER\" type=\"string\" flags=\"writeProtected\"/>\n", kPlugInSubCategories},
-        {"\t<Attribute id=\"PlugInName\" value=\"REPLACE_CHARACTER\" type=\"string\" flags=\"writeProtected\"/>\n", kPlugInName},
-        {"\t<Attribute id=\"MusicalInstrument\" value=\"REPLACE_CHARACTER\" type=\"string\" flags=\"writeProtected\"/>\n", category + "|" + subCategory},
-        {"\t<Attribute id=\"MusicalCharacter\" value=\"REPLACE_CHARACTER\" type=\"string\" flags=\"writeProtected\"/>\n", character},
-        {"\t<Attribute id=\"PlugInVendor\" value=\"REPLACE_CHARACTER\" type=\"string\" flags=\"writeProtected\"/>\n", kPlugInVendor},
-        {"\t<Attribute id=\"MusicalCategory\" value=\"REPLACE_CHARACTER\" type=\"string\" flags=\"writeProtected\"/>\n", category},
-        {"\t<Attribute id=\"MusicalMidiInstrument\" value=\"REPLACE_CHARACTER\" type=\"string\" flags=\"writeProtected\"/>\n", kPlugInName},
-        {"\t<Attribute id=\"VST3UniqueID\" value=\"REPLACE_CHARACTER\" type=\"string\" flags=\"writeProtected\"/>\n", processorIDText()},
-        {"</MetaInfo>", ""},
-    };
-    // clang-format on
-    std::string xml;
-    for (const auto& [text, value] : lines) {
-        std::string line = text;
-        VstK2xPresetCreater::replaceString(line, kPlaceholder, value);
-        xml += line;
-    }
-    return xml;
+    return "<?xml version=\"1.0\" encoding=\"US-ASCII\"?>\n<MetaInfo>\n" +
+           attribute("FileType", "VST3 Preset") +
+           "\t<Attribute id=\"MediaRating\" value=\"3\" type=\"int\" flags=\"\"/>\n" +
+           attribute("MediaType", "VstPreset") + attribute("PlugInCategory", kPlugInSubCategories) +
+           attribute("PlugInName", kPlugInName) +
+           attribute("MusicalInstrument", category + "|" + subCategory) +
+           attribute("MusicalCharacter", character) + attribute("PlugInVendor", kPlugInVendor) +
+           attribute("MusicalCategory", category) +
+           attribute("MusicalMidiInstrument", kPlugInName) +
+           attribute("VST3UniqueID", processorIDText()) + "</MetaInfo>";
 }
 
 } // namespace Vst

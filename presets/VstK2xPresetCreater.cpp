@@ -67,8 +67,8 @@ FileNames setOf(const std::vector<const char*>* names)
     return set;
 }
 
-/** The folder that dir stands for, to be followed by "/Library". @return false when there is none
- */
+/** The folder that dir stands for, to be followed by "/Library". @return false when there is
+    none */
 bool baseFolder(VstK2xPresetCreater::OutputDir dir, std::string& base)
 {
     if (dir == VstK2xPresetCreater::kSystemFolder) {

@@ -30,7 +30,7 @@ inline constexpr char searchNotFilenameLang_ch[] = "\\/,:*?\"<>|";
 
     The name never reaches the attributes, only the file name, and the attributes' values come from
     the category tables alone, which hold them escaped for XML. So a name or a library's category
-   with markup in it cannot break a file: an unknown category gives empty values.
+    with markup in it cannot break a file: an unknown category gives empty values.
 
     Runs on the thread that calls it, which is any thread of the library's for a user bank, and
     shares nothing between objects. */
@@ -76,12 +76,12 @@ public:
     explicit VstK2xPresetCreater(VstIEditorConnect& connect);
 
     /** Writes one voice's file over any of that name, if its bank is among types. The folder is
-       made in any case. */
+        made in any case. */
     void setVoiceDataInfo(VoiceBank::Bank bank, int number, PresetType types,
                           OutputDir dir) noexcept;
 
     /** Writes the files of all voices whose bank is among types, in ascending order, and goes on
-       past those that fail. An empty map does nothing at all.
+        past those that fail. An empty map does nothing at all.
         @param voices voice texts by bank and number; not changed
         @param excluded file names without folder and extension, or null; nulls in it are skipped
         @param overwrite whether files that stand already are replaced */
@@ -134,8 +134,8 @@ public:
     static int createPresetDirectoryMac(const std::string& path, FSRef* ref) noexcept;
 
     /** The media browser's texts for a voice of the synth's categories; empty where there is none.
-        Banks of single voices may be told apart by words in their name, user banks not. Always 0.
-     */
+        Banks of single voices may be told apart by words in their name, user banks not. Always
+        0. */
     static int convertCubaseCategoryName(const std::string& voiceName, const std::string& category,
                                          const std::string& subCategory, std::string& outCategory,
                                          std::string& outSubCategory, std::string& outCharacter,

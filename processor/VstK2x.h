@@ -2,6 +2,7 @@
 // and MIDI from the library to the host; the sound is made in hardware.
 #pragma once
 
+#include "basics/HostThread.h"
 #include "editorlib/VstIEffectInterface.h"
 #include "processor/MidiOutQueue.h"
 #include "public.sdk/source/vst/vstaudioeffect.h"
@@ -44,15 +45,18 @@ public:
     /** IConnectionPoint: the controller's messages. Always kResultOk. [host main thread] */
     tresult PLUGIN_API notify(IMessage* message) override;
 
-    // IComponent. [host main thread]
+    // IComponent.
+    /** [host main thread; Ardour calls it on another] */
     tresult PLUGIN_API setActive(TBool state) override;
+    // [host main thread]
     tresult PLUGIN_API setState(IBStream* state) override;
     tresult PLUGIN_API getState(IBStream* state) override;
 
     // IAudioProcessor.
     /** Samples that the library's latency mode stands for; 0 without a library or in a host without
-        Unicode. [host main thread] */
+        Unicode. [host main thread, or where the host is told that the latency changed] */
     uint32 PLUGIN_API getLatencySamples() override;
+    /** [host main thread] */
     tresult PLUGIN_API setupProcessing(ProcessSetup& setup) override;
     /** Always kResultOk. Buffers are neither read nor written. [audio thread] */
     tresult PLUGIN_API process(ProcessData& data) override;
@@ -68,9 +72,8 @@ private:
     void readUnicodeFlag(IMessage& message);
     void sendQueuedEvents(IEventList& events);
     bool takeQueued(MidiBytes& midi);
-    tresult setTextState(VstIEditorConnect& editor, IBStream* state);
-    tresult setBinaryState(VstIEditorConnect& editor, IBStream* state);
 
+    HostThread hostThread;
     MidiOutQueue midiOutQueue;
     std::atomic<bool> isSending{false}; ///< a block is at the queue: writers leave it the lock
     std::unique_ptr<Base::Thread::FLock> midiOutLock;

@@ -43,8 +43,8 @@ public:
         the object changes. */
     const char8* text8() const override;
 
-    /** The text of an object with the flag set, else an empty text; never null. Borrowed as above.
-     */
+    /** The text of an object with the flag set, else an empty text; never null. Borrowed as
+        above. */
     const char16* text16() const override;
 
     /** The text: UTF-8 when the flag is set, else the host's own bytes, to the first zero byte. */
@@ -58,8 +58,8 @@ public:
         becomes "?". @param text zero-terminated; null gives an empty text */
     static std::string ConvertTo8BitString(const char16* text, bool utf8);
 
-    /** The number at the begin of the text, read by strtol and narrowed to 32 bits; 0 without one.
-     */
+    /** The number at the begin of the text, read by strtol and narrowed to 32 bits; 0 without
+        one. */
     int32 getStrToL(int base) const;
 
     /** Whether needle (8-bit, zero-terminated) occurs in the text; false for null, true for an

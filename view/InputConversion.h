@@ -6,8 +6,8 @@
 namespace Steinberg {
 namespace Vst {
 
-/** The key's UTF-8 byte when its UTF-8 form is a single one, else 0: the editor knows ASCII keys.
- */
+/** The key's UTF-8 byte when its UTF-8 form is a single one, else 0: the editor knows ASCII
+    keys. */
 char convertChar16ToChar(char16 key);
 
 /** Halves a scroll movement of 2 lines and more in either direction: hosts of the Cubase family

@@ -31,6 +31,7 @@ VstK2xEditorView::VstK2xEditorView(EditController* owner, VstIEditorConnect* con
 , editorConnection(connection)
 , isControllersEditor(connection && controllersEditor() == connection)
 {
+    hostThread.begin();
     if (!editorConnection)
         return;
     ViewRect editorRect;
@@ -61,11 +62,13 @@ tresult PLUGIN_API VstK2xEditorView::queryInterface(const TUID _iid, void** obj)
 
 tresult PLUGIN_API VstK2xEditorView::isPlatformTypeSupported(FIDString type)
 {
+    hostThread.check("isPlatformTypeSupported");
     return type && FIDStringsEqual(type, kPlatformTypeNSView) ? kResultTrue : kNotImplemented;
 }
 
 tresult PLUGIN_API VstK2xEditorView::attached(void* parent, FIDString type)
 {
+    hostThread.check("attached");
     VstIEditorConnect* library = editor();
     if (!library)
         return kResultOk;
@@ -81,6 +84,7 @@ tresult PLUGIN_API VstK2xEditorView::attached(void* parent, FIDString type)
 
 tresult PLUGIN_API VstK2xEditorView::removed()
 {
+    hostThread.check("removed");
     VstIEditorConnect* library = editor();
     if (!library)
         return kResultOk;
@@ -90,6 +94,7 @@ tresult PLUGIN_API VstK2xEditorView::removed()
 
 tresult PLUGIN_API VstK2xEditorView::onFocus(TBool state)
 {
+    hostThread.check("onFocus");
     if (VstIEditorConnect* library = editor())
         guarded([&] { library->onFocus(state != 0); });
     return kResultOk;
@@ -97,6 +102,7 @@ tresult PLUGIN_API VstK2xEditorView::onFocus(TBool state)
 
 tresult PLUGIN_API VstK2xEditorView::onKeyDown(char16 key, int16 keyCode, int16 modifiers)
 {
+    hostThread.check("onKeyDown");
     VstIEditorConnect* library = editor();
     if (!library)
         return kResultFalse;
@@ -108,6 +114,7 @@ tresult PLUGIN_API VstK2xEditorView::onKeyDown(char16 key, int16 keyCode, int16 
 
 tresult PLUGIN_API VstK2xEditorView::onKeyUp(char16 key, int16 keyCode, int16 modifiers)
 {
+    hostThread.check("onKeyUp");
     VstIEditorConnect* library = editor();
     if (!library)
         return kResultFalse;
@@ -126,6 +133,7 @@ bool VstK2xEditorView::isScrollInCubaseFamilyHost() const
 
 tresult PLUGIN_API VstK2xEditorView::onWheel(float distance)
 {
+    hostThread.check("onWheel");
     VstIEditorConnect* library = editor();
     if (!library)
         return kResultFalse;
@@ -137,6 +145,7 @@ tresult PLUGIN_API VstK2xEditorView::onWheel(float distance)
 
 tresult PLUGIN_API VstK2xEditorView::findParameter(int32 xPos, int32 yPos, ParamID& resultTag)
 {
+    hostThread.check("findParameter");
     VstIEditorConnect* library = editor();
     if (!library || !getController())
         return kResultFalse;

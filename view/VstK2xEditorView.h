@@ -1,6 +1,7 @@
 // VstK2xEditorView: the plug-in view that gives the editor library its place in the host's window.
 #pragma once
 
+#include "basics/HostThread.h"
 #include "pluginterfaces/vst/ivstplugview.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
 
@@ -10,11 +11,11 @@ namespace Vst {
 class VstIEditorConnect;
 
 /** Draws nothing itself: the library's view is attached below the host's. Passes on focus, keys,
-   the wheel and the question which parameter lies at a position. The base keeps the rectangle and a
-    reference to the controller; the view is not resizable. [host main thread]
+    the wheel and the question which parameter lies at a position. The base keeps the rectangle and
+    a reference to the controller; the view is not resizable. [host main thread]
 
     A view can outlive the controller's terminate, when the library is gone already: it then answers
-   as one without a library. */
+    as one without a library. */
 class VstK2xEditorView : public EditorView, public IParameterFinder {
 public:
     /** @param controller may be null
@@ -51,6 +52,7 @@ private:
     VstIEditorConnect* controllersEditor() const;
     bool isScrollInCubaseFamilyHost() const;
 
+    HostThread hostThread;
     VstIEditorConnect* const editorConnection;
     const bool isControllersEditor; ///< at construction
 };

@@ -5,6 +5,7 @@
 #include "pluginterfaces/base/fplatform.h"
 
 CFBundleRef ghInst = nullptr;
+char gPath[kMaxModulePath] = {};
 
 extern "C" {
 

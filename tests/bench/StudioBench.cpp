@@ -41,8 +41,8 @@ void writeUtf8(const char16* text, char* out)
     *out = 0;
 }
 
-/** Whether a track's output, which a host without an instrument rack says in text, is this plug-in.
- */
+/** Whether a track's output, which a host without an instrument rack says in text, is this
+    plug-in. */
 bool isHere(IValue& output)
 {
     char16 text[kUnits + 1] = {}; // the host need not end its text

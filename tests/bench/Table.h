@@ -42,7 +42,7 @@ struct Side {
 };
 
 /** Times both sides in turn, so that both meet the machine in the same mood, and reports the
-   medians of this thread's processor time.
+    medians of this thread's processor time.
     @param calls how many of the things that the line is about one work does: figures are for one */
 void compare(benchmark::State& state, double calls, const Side& ours, const Side& floor);
 

@@ -29,7 +29,7 @@ struct Counts {
 };
 
 /** Created, initialised, connected and active; the destructor goes all the way back. What it does
-   is drawn from its seed, so that a run can be had again. Throws when it cannot be started. */
+    is drawn from its seed, so that a run can be had again. Throws when it cannot be started. */
 class Instance {
 public:
     static constexpr int kBlockSize = 512; ///< samples

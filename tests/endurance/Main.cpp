@@ -51,7 +51,7 @@ bool verdict(const Footprint& before, const Footprint& after, size_t heapSlack, 
 }
 
 /** A stretch of host time: a tick each 50 ms, a gesture each 100 ms, a preset each 10 s, a save
-   each 30 s, the view each minute. */
+    each 30 s, the view each minute. */
 void play(LongHost& host, Instance& instance, double hours)
 {
     constexpr double kBlocksASecond = Instance::kSampleRate / Instance::kBlockSize;

@@ -6,7 +6,7 @@
 namespace faults {
 
 /** Learns where a loaded file of the plug-in's code and the C++ runtime stand. A file that is
-   loaded later than this counts as somebody else's. */
+    loaded later than this counts as somebody else's. */
 void learnOwnCode(const char* moduleFile);
 
 /** Whether an address is an instruction of the plug-in. */

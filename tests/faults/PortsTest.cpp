@@ -218,8 +218,8 @@ private:
         return fault.hit("IHostApplicationW") || fault.hit("getCharacterSet");
     }
 
-    /** A port that fails to say what it is, is not listed; the others are, unless the host threw.
-     */
+    /** A port that fails to say what it is, is not listed; the others are, unless the host
+        threw. */
     void expectLessAudio(const Fault& fault)
     {
         const std::vector<std::string> all = {"A=Tavrin 1", "B=Tavrin 2"};

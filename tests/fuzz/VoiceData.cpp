@@ -96,8 +96,8 @@ std::string fileNameOf(const std::string& text)
     return name;
 }
 
-/** Whether the first field is a whole decimal number of 32 bits: blanks, a sign, digits; or empty.
- */
+/** Whether the first field is a whole decimal number of 32 bits: blanks, a sign, digits; or
+    empty. */
 bool hasCode(const std::string& text)
 {
     const auto field = text.substr(0, text.find(':'));

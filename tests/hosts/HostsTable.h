@@ -14,7 +14,7 @@ void found(const std::string& result);
 
 /** For main, before RUN_ALL_TESTS: adds a line "| host | what | result |" for each test that called
     tried to the file that the environment variable HOSTS_TABLE names. Without it nothing is
-   written. */
+    written. */
 void recordTable();
 
 } // namespace hosts

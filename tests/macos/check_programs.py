@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""Builds the simulator, the tools and the test programs for macOS and looks at what they leave open.
+"""Tries the simulator, the tools and the test programs for macOS in builds that configure-darwin made,
+each in a folder that is named after its architecture:
 
-check_programs.py SOURCES X86_64 ARM64, the latter two builds that configure-darwin made.
-For x86_64 everything is compiled and linked. libc++, Apple's frameworks, GoogleTest, libsmf and pugixml
-are not there to link, so that the linker leaves open what it does not find: each such symbol must be
-one of theirs, and none of this project's or of Linux's. For arm64 the plug-in's own objects are there
-already; the other sources are read by the compiler with all their warnings, and no code is made of
-them. What that leaves out is the code generator and the linker.
+check_programs.py read SOURCES BUILD    The compiler reads their sources with all their warnings and
+    makes no code of them, which takes half the time. The plug-in's own are compiled already, when the
+    bundle is built.
+check_programs.py link SOURCES BUILD... Everything is compiled and linked. libc++, Apple's frameworks,
+    GoogleTest, libsmf and pugixml are not there to link, so that the linker leaves open what it does not
+    find: each such symbol must be one of theirs, and none of this project's or of Linux's.
 """
 import json
 import os
@@ -44,7 +45,7 @@ def ninja(build, *arguments):
 
 
 def is_program(path):
-    """Mach-O for x86_64, whatever its name is."""
+    """A Mach-O program or module, whatever its name is."""
     with open(path, "rb") as file:
         start = file.read(16)
     return start[:4] == b"\xcf\xfa\xed\xfe" and start[12:13] in (b"\x02", b"\x08")
@@ -61,15 +62,15 @@ def open_symbols(program):
     return {line.split()[-1] for line in tables.splitlines() if " flat-namespace " in line}
 
 
-def check_x86_64(build):
+def link(build):
+    """The symbols that nobody has, each with its program."""
     ninja(build, "all", "moduleinfotool", "validator")
     wrong = []
     for program in programs(build):
         foreign = sorted(symbol for symbol in open_symbols(program) if not THEIRS.match(symbol))
-        wrong += [f"{program.name} needs {symbol}" for symbol in foreign]
-        print(f"x86_64 compiled and linked: {program.relative_to(build)}")
-    if wrong:
-        sys.exit("check_programs: nobody has\n  " + "\n  ".join(wrong))
+        wrong += [f"{build.name}: {program.name} needs {symbol}" for symbol in foreign]
+        print(f"{build.name} compiled and linked: {program.relative_to(build)}")
+    return wrong
 
 
 def compilation(entry):
@@ -83,7 +84,7 @@ def in_ninja(path):
     return re.sub(r"([$: ])", r"$\1", str(path))
 
 
-def check_arm64(build, sources):
+def read(build, sources):
     ninja(build, "build.ninja")  # sources that came or went
     entries = json.loads((build / "compile_commands.json").read_text())
     ninja(build, *(compilation(entry)[1] for entry in entries if "cmake_pch" in entry["file"]))
@@ -92,13 +93,13 @@ def check_arm64(build, sources):
     lines = ["builddir = read", "rule read",
              "  command = cd $folder && $words -MD -MF $out.d -MT $out && touch $out",
              "  depfile = $out.d", "  deps = gcc"]
-    read = {}
+    entry_of = {}
     for entry in entries:
         source = pathlib.Path(entry["file"])
         own = source.is_relative_to(sources) and source.relative_to(sources).parts[0] in FOLDERS
         if own or source.suffix == ".mm":  # the SDK's for a Mac, too
-            read.setdefault(source, entry)  # once, in however many programs it is
-    for source, entry in read.items():
+            entry_of.setdefault(source, entry)  # once, in however many programs it is
+    for source, entry in entry_of.items():
         words, output = compilation(entry)
         words[words.index("-c")] = "-fsyntax-only"
         del words[words.index("-o"):words.index("-o") + 2]
@@ -107,14 +108,20 @@ def check_arm64(build, sources):
                   "  words = " + shlex.join(words).replace("$", "$$")]
     (build / "read.ninja").write_text("\n".join(lines) + "\n")
     ninja(build, "-f", "read.ninja", "-k", "0")
-    for source in sorted(read):
-        print(f"arm64 read: {os.path.relpath(source, sources)}")
+    for source in sorted(entry_of):
+        print(f"{build.name} read: {os.path.relpath(source, sources)}")
 
 
 def main():
-    sources, x86_64, arm64 = (pathlib.Path(word).resolve() for word in sys.argv[1:])
-    check_x86_64(x86_64)
-    check_arm64(arm64, sources)
+    what = sys.argv[1]
+    sources, *builds = (pathlib.Path(word).resolve() for word in sys.argv[2:])
+    if what == "read":
+        for build in builds:
+            read(build, sources)
+        return
+    wrong = [line for build in builds for line in link(build)]
+    if wrong:
+        sys.exit("check_programs: nobody has\n  " + "\n  ".join(wrong))
 
 
 main()

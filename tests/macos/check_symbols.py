@@ -12,7 +12,7 @@ import sys
 import tempfile
 
 FUNCTION = "Steinberg::Vst::VstK2x::process(Steinberg::Vst::ProcessData&)"
-FILE = "processor/VstK2xProcessing.cpp"
+FILE = "processor/VstK2x.cpp"
 # Bytes of the Linux module.
 LARGEST = 330 * 1024
 

@@ -145,12 +145,12 @@ runs)
   expect "succeeds" succeeds
   expect "puts the simulator in its place" called "install-simulator "
   expect "plays the song of its own, without a sound" called \
-    "play $project/tools/play/demo.mid --midi-out $project/build/run/demo.mid"
+    "play $project/tools/play/demo.mid --midi-out $project/build/run/demo.mid --report $project/build/run/demo.html"
   expect "shows the report" grep -q "the report" "$out"
   : >"$log"
   on_a_mac run "$project/tools/play/demo.mid" --realtime
   expect "passes options on" called \
-    "play $project/tools/play/demo.mid --midi-out $project/build/run/demo.mid --realtime"
+    "play $project/tools/play/demo.mid --midi-out $project/build/run/demo.mid --report $project/build/run/demo.html --realtime"
   expect "asks for the simulator once" never_called install-simulator
   ;;
 tests)

@@ -59,8 +59,8 @@ private:
     std::size_t held = 0;
 };
 
-/** Records the calling thread's calls for as long as it lives; an inner one in the outer's place.
- */
+/** Records the calling thread's calls for as long as it lives; an inner one in the outer's
+    place. */
 class Recording {
 public:
     explicit Recording(CallRecord& record);

@@ -1,15 +1,12 @@
 // check-library as its user runs it, on libraries that are broken in one way each.
 #include "editorlib/EditorLibraryNames.h"
 #include "tests/doubles/Sanitized.h"
-#include "tests/doubles/TemporaryHome.h"
-#include "tests/tools/PlayProgram.h"
+#include "tests/tools/CheckLibraryFixture.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <gmock/gmock.h>
 #include <unistd.h>
 
+using doubles::CheckLibrary;
 using doubles::Outcome;
 using doubles::Words;
 using nlohmann::json;
@@ -18,72 +15,6 @@ using testing::IsEmpty;
 using testing::Not;
 
 namespace fs = std::filesystem;
-
-namespace {
-
-/** Runs with a home of its own, so that nothing of this machine's user is looked at. */
-class CheckLibrary : public testing::Test {
-protected:
-    static std::string pathOf(const doubles::ScratchFolder& scratch)
-    {
-        return fs::path(scratch.file("any")).parent_path().string();
-    }
-
-    static Outcome check(Words words)
-    {
-        words.insert(words.begin(), CHECK_LIBRARY_PROGRAM);
-        return doubles::run(words);
-    }
-
-    static Outcome checkInstalled(const Words& words, const Words& installed = {})
-    {
-        Words all = {WITH_SIMULATOR};
-        all.insert(all.end(), installed.begin(), installed.end());
-        all.insert(all.end(), {CHECK_LIBRARY_PROGRAM, "--plugin", BUNDLE_FOLDER});
-        all.insert(all.end(), words.begin(), words.end());
-        return doubles::run(all);
-    }
-
-    /** The report in JSON; its exit status must be what its verdicts say. */
-    static json reportOf(const Outcome& outcome)
-    {
-        EXPECT_EQ(outcome.err, "");
-        const auto report = json::parse(outcome.out, nullptr, false);
-        EXPECT_TRUE(report.is_object()) << outcome.out;
-        if (!report.is_object())
-            return {};
-        EXPECT_EQ(outcome.status, report["usable"] ? 0 : 1);
-        EXPECT_EQ(report["usable"], of(report, "bad").empty());
-        return report;
-    }
-
-    /** The checks with a verdict. */
-    static std::vector<json> of(const json& report, const std::string& verdict)
-    {
-        std::vector<json> found;
-        std::copy_if(report["checks"].begin(), report["checks"].end(), std::back_inserter(found),
-                     [&](const json& entry) { return entry["verdict"] == verdict; });
-        return found;
-    }
-
-    /** Looks at one file with nothing else, and expects one thing to be wrong with it. */
-    static void expectBadFile(const std::string& file, const std::string& words)
-    {
-        const auto report =
-            reportOf(check({"--library", file, "--plugin", BUNDLE_FOLDER, "--json"}));
-        const auto bad = of(report, "bad");
-        ASSERT_EQ(bad.size(), 1u) << report;
-        EXPECT_EQ(bad[0]["check"], "library-file");
-        EXPECT_THAT(bad[0]["text"], HasSubstr(words));
-        EXPECT_NE(bad[0]["remedy"], "");
-        EXPECT_EQ(of(report, "untried").size(), 2u) << report;
-    }
-
-    doubles::TemporaryHome home;
-    doubles::ScratchFolder folder;
-};
-
-} // namespace
 
 // Whole runs ---------------------------------------------------------------------------------
 
@@ -192,15 +123,6 @@ TEST_F(CheckLibrary, TellsWhyAFileIsNoLibrary)
     expectBadFile("/dev/null", "is no file.");
     expectBadFile(folder.write("empty", ""), "is an empty file.");
     expectBadFile(folder.write("text", "This is no library."), "is no dynamic library.");
-}
-
-TEST_F(CheckLibrary, TellsOfALibraryForAnotherMachine)
-{
-    auto bytes = doubles::ScratchFolder::read(SIMULATOR_LIBRARY);
-    bytes[18] = static_cast<char>(243); // the ELF header's machine
-    expectBadFile(folder.write("riscv", bytes), "is made for riscv, and this is ");
-    const std::string arm("\xCF\xFA\xED\xFE\x0C\x00\x00\x01", 8);
-    expectBadFile(folder.write("mac", arm + std::string(100, '\0')), "is made for macOS (arm64)");
 }
 
 TEST_F(CheckLibrary, TellsOfAFileThatItMustNotRead)
@@ -443,25 +365,6 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"leak-threads", "lives", "bad", "lives", "on average 1 threads"}),
     nameOf);
 #endif
-
-TEST_F(CheckLibrary, TellsOfAFunctionThatIsNowhere)
-{
-    const Words words = {"--json",       "--library",   UNRESOLVED_LIBRARY,
-                         "--plugin",     BUNDLE_FOLDER, "--only",
-                         "library-load", "--only",      "library-start"};
-    const auto usual = of(reportOf(check(words)), "bad");
-    ASSERT_EQ(usual.size(), 1u);
-    EXPECT_EQ(usual[0]["check"], "library-start");
-    EXPECT_THAT(usual[0]["text"],
-                HasSubstr("ends the program in getVSTEditorConnectObject, with status 127"));
-    EXPECT_THAT(usual[0]["text"], HasSubstr("undefined symbol: aFunctionThatIsNowhere"));
-    auto strictWords = words;
-    strictWords.emplace_back("--strict");
-    const auto strict = of(reportOf(check(strictWords)), "bad");
-    ASSERT_EQ(strict.size(), 2u);
-    EXPECT_EQ(strict[0]["check"], "complete");
-    EXPECT_THAT(strict[0]["text"], HasSubstr("undefined symbol: aFunctionThatIsNowhere"));
-}
 
 TEST_F(CheckLibrary, TellsWhenThePlugInDoesNotTakeItsLibrary)
 {

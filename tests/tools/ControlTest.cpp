@@ -88,6 +88,21 @@ TEST(Automation, RampsUpAndDownOverTheSong)
     EXPECT_DOUBLE_EQ(Automation::valueAt(2), 0);
 }
 
+TEST(Automation, RemembersACurveOfAFewThousandPoints)
+{
+    auto controller = owned(new SmallController);
+    Automation automation(*controller, 100);
+    constexpr int64 length = 1000000;
+    for (int64 position = 0; position < length; position += 10) {
+        ParameterChanges changes;
+        automation.play(position, length, changes);
+    }
+    EXPECT_EQ(automation.points(), 100000);
+    ASSERT_EQ(automation.curve().size(), 2000U); // one each 500 samples
+    EXPECT_EQ(automation.curve()[500].sample, 250000);
+    EXPECT_DOUBLE_EQ(automation.curve()[500].value, 0.5);
+}
+
 TEST(Automation, TellsProcessorAndControllerTheSame)
 {
     auto controller = owned(new SmallController);

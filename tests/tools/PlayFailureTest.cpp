@@ -65,6 +65,7 @@ TEST_F(PlayFailure, NamesFilesThatCannotBeWritten)
 {
     expect(play({song, "--midi-out", folder.file("none/o.mid")}), "cannot be written.");
     expect(play({song, "--audio", folder.file("none/o.wav")}), "cannot be written.");
+    expect(play({song, "--report", folder.file("none/o.html")}), "cannot be written.");
 }
 
 TEST_F(PlayFailure, NamesAHostThatIsUnknown)

@@ -134,7 +134,8 @@ TEST(PlayTracks, AreReadFromAFile)
                    {"type": "midi", "name": "Oboe", "channel": 8}],
         "rack": [{"name": "Empty", "feeds": ["Fl\u00f6te", "Oboe"]},
                  {"name": "Sampler", "plugIn": "Sampler", "feeds": ["Oboe"]},
-                 {"name": "RDL", "plugIn": "The RDL3/RDL5 VST 1.0", "feeds": ["Fl\u00f6te", "Oboe"]}]})");
+                 {"name": "RDL", "plugIn": "The RDL3/RDL5 VST 1.0",
+                  "feeds": ["Fl\u00f6te", "Oboe"]}]})");
     const auto report = tracks({"--host", "cubase:7.5.1", "--tracks", file});
     EXPECT_THAT(numbers(report["selections"], "toldChannel"), ElementsAre(16, kNothing));
     EXPECT_THAT(followedParts(report), ElementsAre(16));

@@ -217,6 +217,45 @@ TEST_F(PlayerTest, AsksBeforeEachBlockAndSendsItsParameterChangesWithIt)
     EXPECT_DOUBLE_EQ(processor.points[1].value, 0.75);
 }
 
+TEST_F(PlayerTest, MeasuresEveryBlock)
+{
+    const auto result = play(songWithTempoChanges(), {44100, 512, false});
+    EXPECT_EQ(result.process.blocks(), result.blocks);
+    EXPECT_GT(result.process.longest(), 0);
+    int64 blocks = 0;
+    int64 sent = 0;
+    for (const auto& span : result.timeline.spans()) {
+        blocks += span.blocks;
+        sent += span.sent;
+        EXPECT_LE(span.longest, result.process.longest());
+    }
+    EXPECT_EQ(blocks, result.blocks);
+    EXPECT_EQ(sent, 6);
+    // Three notes in the first block.
+    EXPECT_EQ(result.timeline.spans()[0].mostSent, 3);
+}
+
+TEST_F(PlayerTest, CountsBlocksThatComeTooLate)
+{
+    // A block lasts 0.37 s, longer than other programs keep this one waiting.
+    processor.secondsInTheFirstBlock = 0.5;
+    const auto result = play(songWithTempoChanges(), {44100, 16384, false});
+    EXPECT_EQ(result.lateBlocks, 1);
+    EXPECT_GE(result.process.longest(), 0.5);
+    EXPECT_GE(result.timeline.spans()[0].longest, 0.5);
+    EXPECT_LT(result.timeline.spans()[1].longest, 0.37);
+}
+
+TEST_F(PlayerTest, RemembersWhatItSent)
+{
+    const auto result = play(songWithTempoChanges(), {44100, 512, false});
+    ASSERT_EQ(result.incoming.size(), 6U);
+    EXPECT_EQ(result.incoming[5].sample, 48541);
+    EXPECT_EQ(result.incoming[5].channel, 15);
+    EXPECT_EQ(result.incoming[5].pitch, 65);
+    EXPECT_TRUE(result.incoming[5].on);
+}
+
 TEST_F(PlayerTest, PlayingLiveSendsWhatSomebodyPlaysWithTheSong)
 {
     const Song song(folder.write(

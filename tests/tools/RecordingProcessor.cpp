@@ -1,5 +1,8 @@
 #include "tests/tools/RecordingProcessor.h"
 
+#include <chrono>
+#include <thread>
+
 namespace doubles {
 
 using namespace Steinberg;
@@ -25,6 +28,8 @@ Event answerTo(const Event& event)
 
 tresult PLUGIN_API RecordingProcessor::process(ProcessData& data)
 {
+    if (blockStarts.empty())
+        std::this_thread::sleep_for(std::chrono::duration<double>(secondsInTheFirstBlock));
     blockStarts.push_back(data.processContext->projectTimeSamples);
     blockSizes.push_back(data.numSamples);
     takePoints(data);

@@ -30,6 +30,7 @@ public:
     std::vector<Steinberg::int64> blockStarts; ///< as the process context told
     std::vector<Steinberg::int32> blockSizes;
     bool everyOffsetInsideItsBlock = true;
+    double secondsInTheFirstBlock = 0; ///< how long process takes there at least
 
     Steinberg::tresult PLUGIN_API process(Steinberg::Vst::ProcessData& data) override;
 

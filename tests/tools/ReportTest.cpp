@@ -29,7 +29,7 @@ Report smallReport()
     report.played.samples = 44100 * 65;
     report.played.blocks = 5600;
     report.played.crowdedBlocks = 1;
-    report.played.longestProcess = 0.000125;
+    report.played.process.add(0.000125);
     report.stateSize = 1234;
     report.stateCameBack = true;
     return report;

@@ -22,7 +22,7 @@ bool begins(const std::string& text, const std::string& prefix)
 }
 
 /** The record's texts of these prefixes, where everything about the 225 observers between two
-   others is one entry, and of an object's releases the last counts: a pointer that is passed on in
+    others is one entry, and of an object's releases the last counts: a pointer that is passed on in
     between may take and release once more. */
 Texts milestones(const Trace& trace, Texts prefixes)
 {
@@ -111,8 +111,8 @@ TEST(ControllerLife, EndsInOrderAndReleasesTheHostsObjectsLast)
              "updateHandler.release()", "hostClasses.release()"})));
 }
 
-/** The whole life with a host that throws at its n-th call; what that call was, and how many came.
- */
+/** The whole life with a host that throws at its n-th call; what that call was, and how many
+    came. */
 class ThrowingHost {
 public:
     explicit ThrowingHost(size_t n)

@@ -1,6 +1,6 @@
 #include "controller/TrackRouting.h"
 #include "controller/VstK2xController.h"
-#include "tests/doubles/ControllerContextDouble.h"
+#include "tests/doubles/HostAndLibraryDouble.h"
 #include "tests/unit/BoundController.h"
 
 using namespace Steinberg;
@@ -133,8 +133,8 @@ bool countsAsNew(const HostFamily& family)
 {
     Trace trace;
     ScriptedHost host(trace, family);
-    ControllerContextDouble context(host, nullptr);
-    TrackRouting routing(context);
+    HostAndLibraryDouble context(host, nullptr);
+    TrackRouting routing(context, context.dependent);
     routing.readHostVersion();
     return routing.isNewHostVersion();
 }

@@ -1,4 +1,3 @@
-#include "controller/ControllerContext.h"
 #include "hostapi/IHostApplicationA.h"
 #include "hostapi/IHostApplicationW.h"
 #include "hostapi/IHostClasses.h"

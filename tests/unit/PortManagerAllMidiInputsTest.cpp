@@ -136,10 +136,10 @@ TEST(AllMidiInputRemove, RemovesNothingWithoutWhatItNeeds)
     scene.withoutPortHandler(removesNone);
     EXPECT_THAT(scene.trace.texts(), IsEmpty()) << "the handler is asked for first";
     scene.withoutPorts(removesNone);
-    scene.context.library = nullptr;
+    scene.context.bind(nullptr);
     removesNone();
     EXPECT_THAT(scene.host.ports.removedFromAllMidiInputs, IsEmpty());
-    scene.context.library = &scene.library;
+    scene.context.bind(&scene.library);
     EXPECT_EQ(scene.ports.allMidiInputRemove("Port4"), 0);
 }
 

@@ -24,12 +24,12 @@ TEST(SetAudioPortList, AsksForThePortsBeforeTheHandler)
     PortScene scene;
     scene.host.traceQueries();
     scene.setAudio(nullptr, nullptr, nullptr, nullptr);
-    EXPECT_THAT(scene.calls({"query", "hostClasses"}),
-                ElementsAre("query(context, IHostClasses)",
-                            "hostClasses.getHostInterface(IPortRegistry)",
-                            "query(host, IComponentPortHandler)",
-                            "hostClasses.getHostInterface(IBusDescriptor)",
-                            "hostClasses.getHostInterface(IBusDescriptor)"));
+    EXPECT_THAT(
+        scene.calls({"query", "hostClasses"}),
+        ElementsAre("query(context, IHostClasses)", "hostClasses.getHostInterface(IPortRegistry)",
+                    "query(host, IComponentPortHandler)", "query(context, IHostApplicationW)",
+                    "hostClasses.getHostInterface(IBusDescriptor)",
+                    "hostClasses.getHostInterface(IBusDescriptor)"));
 }
 
 TEST(SetAudioPortList, AsksEachPortNoMoreThanItNeeds)

@@ -79,10 +79,10 @@ TEST(SetMidiOutPort, AsksForThePortsBeforeTheHandler)
     PortScene scene;
     scene.host.traceQueries();
     scene.ports.setMidiOutPort("A");
-    EXPECT_THAT(scene.calls({"query", "hostClasses"}),
-                ElementsAre("query(context, IHostClasses)",
-                            "hostClasses.getHostInterface(IPortRegistry)",
-                            "query(host, IComponentPortHandler)"));
+    EXPECT_THAT(
+        scene.calls({"query", "hostClasses"}),
+        ElementsAre("query(context, IHostClasses)", "hostClasses.getHostInterface(IPortRegistry)",
+                    "query(host, IComponentPortHandler)", "query(context, IHostApplicationW)"));
 }
 
 TEST(SetMidiOutPort, AsksEachPortNoMoreThanItNeeds)

@@ -3,7 +3,7 @@
 
 #include "controller/PortManager.h"
 #include "hostapi/IHostClasses.h"
-#include "tests/doubles/ControllerContextDouble.h"
+#include "tests/doubles/HostAndLibraryDouble.h"
 
 #include <gmock/gmock.h>
 
@@ -20,6 +20,7 @@ struct PortScene {
     PortScene& operator=(const PortScene&) = delete;
     ~PortScene()
     {
+        context.release();
         EXPECT_THAT(host.ledger(), testing::IsEmpty());
         EXPECT_THAT(library.complaints(), testing::IsEmpty());
     }
@@ -40,18 +41,18 @@ struct PortScene {
     {
         without(Steinberg::IPortRegistry::iid, act);
         without(Steinberg::IHostClasses::iid, act);
-        context.hostContext = nullptr;
+        context.hostContext.set(nullptr);
         act();
-        context.hostContext = &host.context;
+        context.hostContext.set(&host.context);
     }
     /** The same for the host's port handler. */
     template <class Act>
     void withoutPortHandler(const Act& act)
     {
         without(Steinberg::IComponentPortHandler::iid, act);
-        context.handler = nullptr;
+        context.componentHandler.set(nullptr);
         act();
-        context.handler = &host.handler;
+        context.componentHandler.set(&host.handler);
     }
 
     std::vector<std::string> calls(const std::vector<std::string>& prefixes) const
@@ -62,7 +63,7 @@ struct PortScene {
     doubles::Trace trace;
     doubles::ScriptedHost host;
     doubles::ScriptedLibrary library;
-    doubles::ControllerContextDouble context;
+    doubles::HostAndLibraryDouble context;
     Steinberg::Vst::PortManager ports;
 
 private:

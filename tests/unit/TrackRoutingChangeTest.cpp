@@ -80,7 +80,7 @@ TEST(ChannelChange, ShowsThePartOfTheNewChannel)
     scene.piano.value("channel").integer = 15;
     scene.tell(scene.piano.value("channel"), kChanged);
     EXPECT_THAT(scene.synced(), ElementsAre("library.syncPartToMidiChannel(15)"));
-    scene.context.library = nullptr;
+    scene.context.bind(nullptr);
     scene.tell(scene.piano.value("channel"), kChanged);
     EXPECT_EQ(scene.synced().size(), 1u);
 }

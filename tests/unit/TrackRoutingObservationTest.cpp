@@ -53,7 +53,7 @@ TEST(NewHostVersion, IsNotReachedByAHostThatDoesNotTell)
     TrackScene scene(newerHost());
     scene.routing.readHostVersion();
     ASSERT_TRUE(scene.routing.isNewHostVersion());
-    scene.context.hostContext = nullptr;
+    scene.context.hostContext.set(nullptr);
     scene.routing.readHostVersion();
     EXPECT_FALSE(scene.routing.isNewHostVersion()) << "another life does not keep the answer";
 }
@@ -87,7 +87,7 @@ TEST(StartObserving, EndsAtTheFirstObjectThatIsMissing)
         return scene.host.updates.observed();
     };
     EXPECT_EQ(observed([](TrackScene&) {}).size(), 2u);
-    EXPECT_THAT(observed([](TrackScene& s) { s.context.hostContext = nullptr; }), IsEmpty());
+    EXPECT_THAT(observed([](TrackScene& s) { s.context.hostContext.set(nullptr); }), IsEmpty());
     EXPECT_THAT(observed([](TrackScene& s) { s.host.hide(IHostClasses::iid); }), IsEmpty());
     EXPECT_THAT(observed([](TrackScene& s) { s.host.hide(IDeviceList::iid); }), IsEmpty());
     EXPECT_THAT(observed([](TrackScene& s) { s.host.devices.removeDevice("Mixer"); }), IsEmpty());
@@ -144,8 +144,8 @@ TEST(StopObserving, LetsGoOfTheValuesWithoutUpdateHandlerToo)
     // The host still knows us as dependent; it is the one that lost its update handler.
     for (auto* object : {&piano.value("output"), &piano.value("channel"),
                          &scene.host.devices.mixer().value("selected")})
-        scene.host.updates.removeDependent(object, scene.context.getDependent());
-    scene.host.updates.removeDependent(&scene.host.devices.mixer(), scene.context.getDependent());
+        scene.host.updates.removeDependent(object, &scene.context.dependent);
+    scene.host.updates.removeDependent(&scene.host.devices.mixer(), &scene.context.dependent);
 }
 
 TEST(StopObserving, NeverReleasesTheMixerThatItWasLent)
@@ -194,8 +194,8 @@ TEST(TrackRouting, ReleasesTheValuesWhenItEndsWithoutTerminate)
     doubles::Trace trace;
     doubles::ScriptedHost host(trace, olderHost());
     {
-        doubles::ControllerContextDouble context(host, nullptr);
-        Vst::TrackRouting routing(context);
+        doubles::HostAndLibraryDouble context(host, nullptr);
+        Vst::TrackRouting routing(context, context.dependent);
         routing.startObserving();
         ASSERT_EQ(host.updates.observed().size(), 2u);
         ASSERT_EQ(host.devices.mixer().value("selected").getReferences(), 2);

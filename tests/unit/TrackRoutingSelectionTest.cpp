@@ -12,20 +12,21 @@ TEST(TrackSelection, OfARoutedTrackObservesItAndShowsItsPart)
     scene.host.traceQueries();
     scene.host.devices.mixer().value("selected").integer = 0;
     scene.routing.update(scene.host.devices.mixer().value("selected").unknown(), kChanged);
-    EXPECT_THAT(scene.trace.texts(),
-                ElementsAre("query(value(Mixer.selected), IValue)",
-                            "query(value(Mixer.selected), IDevice)", "query(context, IHostClasses)",
-                            "value(Mixer.selected).getInteger()", "device(Mixer).getChild(0)",
-                            "device(Piano).getDeviceType()", "device(Piano).getValue(output)",
-                            "hostClasses.getHostInterface(IUpdateHandler)",
-                            "updateHandler.addDependent(value(Piano.output))",
-                            "value(Mixer.selected).getInteger()", "device(Mixer).getChild(0)",
-                            "value(Piano.output).getString(256)",
-                            "value(Mixer.selected).getInteger()", "device(Mixer).getChild(0)",
-                            "device(Piano).getDeviceType()", "device(Piano).getValue(channel)",
-                            "hostClasses.getHostInterface(IUpdateHandler)",
-                            "updateHandler.addDependent(value(Piano.channel))",
-                            "value(Piano.channel).getInteger()", kSync3));
+    EXPECT_THAT(
+        scene.trace.texts(),
+        ElementsAre(
+            "query(context, IHostApplicationW)", "hostApplicationW.getCharacterSet()",
+            "query(value(Mixer.selected), IValue)", "query(value(Mixer.selected), IDevice)",
+            "query(context, IHostClasses)", "value(Mixer.selected).getInteger()",
+            "device(Mixer).getChild(0)", "device(Piano).getDeviceType()",
+            "device(Piano).getValue(output)", "hostClasses.getHostInterface(IUpdateHandler)",
+            "updateHandler.addDependent(value(Piano.output))", "value(Mixer.selected).getInteger()",
+            "device(Mixer).getChild(0)", "value(Piano.output).getString(256)",
+            "value(Mixer.selected).getInteger()", "device(Mixer).getChild(0)",
+            "device(Piano).getDeviceType()", "device(Piano).getValue(channel)",
+            "hostClasses.getHostInterface(IUpdateHandler)",
+            "updateHandler.addDependent(value(Piano.channel))", "value(Piano.channel).getInteger()",
+            kSync3));
 }
 
 TEST(TrackSelection, DropsTheTrackBeforeItFirst)
@@ -128,11 +129,11 @@ TEST(TrackSelection, IsFollowedInAHostWithoutUnicode)
 TEST(TrackSelection, WorksWithoutALibraryAndWithOneThatThrows)
 {
     ProjectScene scene;
-    scene.context.library = nullptr;
+    scene.context.bind(nullptr);
     scene.host.devices.select(0);
     EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));
     EXPECT_THAT(scene.synced(), IsEmpty());
-    scene.context.library = &scene.library;
+    scene.context.bind(&scene.library);
     scene.library.throwAt("syncPartToMidiChannel");
     scene.host.devices.select(0);
     EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));

@@ -3,7 +3,7 @@
 
 #include "controller/TrackRouting.h"
 #include "hostapi/IHostClasses.h"
-#include "tests/doubles/ControllerContextDouble.h"
+#include "tests/doubles/HostAndLibraryDouble.h"
 
 #include <gmock/gmock.h>
 
@@ -16,7 +16,7 @@ struct TrackScene {
     : host(trace, family)
     , library(trace)
     , context(host, &library)
-    , routing(context)
+    , routing(context, context.dependent)
     {
         context.onUpdate = [this](Steinberg::FUnknown* object, Steinberg::int32 message) {
             routing.update(object, message);
@@ -29,6 +29,7 @@ struct TrackScene {
         host.onCall = nullptr;
         host.clearFaults();
         routing.stopObserving(&host.updates);
+        context.release();
         EXPECT_THAT(host.ledger(), testing::IsEmpty());
         EXPECT_THAT(library.complaints(), testing::IsEmpty());
     }
@@ -55,7 +56,7 @@ struct TrackScene {
     doubles::Trace trace;
     doubles::ScriptedHost host;
     doubles::ScriptedLibrary library;
-    doubles::ControllerContextDouble context;
+    doubles::HostAndLibraryDouble context;
     Steinberg::Vst::TrackRouting routing;
 };
 

@@ -4,6 +4,7 @@
 #include "tools/check-library/Steps.h"
 #include "tools/common/CommandLine.h"
 #include "tools/common/PlugInPlaces.h"
+#include "tools/common/ToolName.h"
 
 #include <algorithm>
 #include <CLI/CLI.hpp>
@@ -42,7 +43,7 @@ Options parseOptions(int argc, const char* const* argv)
     options.library = editorLibraryPath();
     options.plugIn = tools::usualPlugIn();
 
-    CLI::App app(kDescription, "check-library");
+    CLI::App app(kDescription, tools::toolName("check-library"));
     app.footer(kStatuses);
     app.add_option("--library", options.library,
                    "An editor library to check in place of the installed one")

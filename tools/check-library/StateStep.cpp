@@ -58,8 +58,8 @@ private:
     IPtr<VstK2x> processor;
 };
 
-/** Moves a parameter to its other end for as long as this object lives, or a state brings it back.
- */
+/** Moves a parameter to its other end for as long as this object lives, or a state brings it
+    back. */
 class MovedParameter {
 public:
     explicit MovedParameter(Life& newLife)

@@ -22,6 +22,7 @@ public:
     , journal(newJournal)
     {
     }
+    virtual ~WatchedLibrary() = default;
     WatchedLibrary(const WatchedLibrary&) = delete;
     WatchedLibrary& operator=(const WatchedLibrary&) = delete;
 

@@ -8,7 +8,7 @@ namespace Vst {
 namespace tools {
 
 /** what() is one whole sentence for the user. Thrown anywhere in a tool, printed once by
-   runProgram, after which the program ends with a status other than 0. */
+    runProgram, after which the program ends with a status other than 0. */
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

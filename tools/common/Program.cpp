@@ -1,11 +1,29 @@
 #include "tools/common/Program.h"
 
+#include "tools/common/ToolName.h"
+
 #include <exception>
 #include <iostream>
 
 namespace Steinberg {
 namespace Vst {
 namespace tools {
+
+namespace {
+
+/** Says it under the tool's full name, and where there is no memory for that, under its short one.
+ */
+void complain(const char* name, const char* reason) noexcept
+{
+    try {
+        std::cerr << toolName(name);
+    } catch (const std::exception&) {
+        std::cerr << name;
+    }
+    std::cerr << ": " << reason << '\n';
+}
+
+} // namespace
 
 int runProgram(const char* name, int (*run)(int argc, char** argv), int argc, char** argv) noexcept
 {
@@ -14,9 +32,9 @@ int runProgram(const char* name, int (*run)(int argc, char** argv), int argc, ch
     } catch (const CommandLineExit& exit) {
         return exit.status;
     } catch (const std::exception& error) {
-        std::cerr << name << ": " << error.what() << '\n';
+        complain(name, error.what());
     } catch (...) {
-        std::cerr << name << ": something went wrong that has no name.\n";
+        complain(name, "something went wrong that has no name.");
     }
     return 1;
 }

@@ -11,7 +11,8 @@ struct CommandLineExit {
 };
 
 /** What main does: runs the tool and gives its exit status. Whatever else than CommandLineExit
-   leaves run becomes one line on the standard error stream, "NAME: the reason", and status 1. */
+    leaves run becomes one line on the standard error stream, "NAME: the reason", and status 1.
+    @param name in the build folder, see toolName */
 int runProgram(const char* name, int (*run)(int argc, char** argv), int argc, char** argv) noexcept;
 
 } // namespace tools

@@ -7,8 +7,8 @@ namespace Steinberg {
 namespace Vst {
 namespace tools {
 
-/** Has no ports and no parameters, so that a library may call it as soon as it starts. [any thread]
- */
+/** Has no ports and no parameters, so that a library may call it as soon as it starts.
+    [any thread] */
 class SilentController : public VstIControllerInterface {
 public:
     std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() override { return &audioPorts; }

@@ -7,4 +7,4 @@ _rdl3_rdl5_tools() {
   else
     _filedir
   fi
-} && complete -F _rdl3_rdl5_tools check-library make-presets play with-simulator
+} && complete -F _rdl3_rdl5_tools rdl3-rdl5-{check-library,make-presets,play,with-simulator}

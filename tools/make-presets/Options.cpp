@@ -2,6 +2,7 @@
 
 #include "editorlib/EditorLibraryNames.h"
 #include "tools/common/CommandLine.h"
+#include "tools/common/ToolName.h"
 
 #include <CLI/CLI.hpp>
 #include <set>
@@ -39,7 +40,7 @@ Options parseOptions(int argc, const char* const* argv)
     bool keep = false;
     std::vector<int> banks;
 
-    CLI::App app(kDescription, "make-presets");
+    CLI::App app(kDescription, tools::toolName("make-presets"));
     app.footer(kStatuses);
     app.add_option("--library", options.library, "The editor library")->capture_default_str();
     auto* userFlag =

@@ -26,11 +26,11 @@ public:
 
     /** Whether something stands under the final name. fileName has no folder and no extension. */
     bool has(const std::string& fileName) const;
-    /** Whether the staged file is a preset file to its end: a full disk may only show at closing.
-     */
+    /** Whether the staged file is a preset file to its end: a full disk may only show at
+        closing. */
     bool isWhole(const std::string& fileName) const;
-    /** Gives the staged file its final name, over what stands there. @return 0, or an errno value
-     */
+    /** Gives the staged file its final name, over what stands there. @return 0, or an errno
+        value */
     int publish(const std::string& fileName) const;
     void discard(const std::string& fileName) const;
 

@@ -2,6 +2,7 @@
 
 #include "tools/common/CommandLine.h"
 #include "tools/common/PlugInPlaces.h"
+#include "tools/common/ToolName.h"
 #include "tools/play/host/EditorLibrary.h"
 #include "tools/play/host/HostFamily.h"
 
@@ -24,7 +25,9 @@ std::string missingSong()
     if (std::filesystem::exists(installedEditorLibrary(), error))
         return "song.mid is required";
     return "song.mid is required, and an editor library, which this machine does not have: "
-           "\"with-simulator play song.mid\" lends it the simulated one";
+           "\"" +
+           tools::toolName("with-simulator") + " " + tools::toolName("play") +
+           " song.mid\" lends it the simulated one";
 }
 
 void addHostOptions(CLI::App& app, Options& options)
@@ -92,6 +95,10 @@ void addOutputOptions(CLI::App& app, Options& options)
     app.add_flag("--json", options.json, "Report in JSON");
     app.add_option("--midi-out", options.midiOut,
                    "Write what left through \"Midi Out\" as a MIDI file");
+    app.add_option("--report", options.report,
+                   "Write a page for a browser that shows what was played and what came back")
+        ->type_name("FILE.html")
+        ->excludes("--live");
     app.add_option("--audio", options.audio,
                    "Render what left through \"Midi Out\" as a WAVE file, with fluidsynth")
         ->excludes("--live");
@@ -148,7 +155,7 @@ Options parseOptions(int argc, const char* const* argv)
     options.library = installedEditorLibrary();
 
     CLI::App app("Plays a MIDI file through the RDL3/RDL5 VST plug-in and reports what came out.",
-                 "play");
+                 tools::toolName("play"));
     app.footer(kStatuses);
     app.add_option("song", options.song, "The MIDI file");
     addHostOptions(app, options);

@@ -26,6 +26,7 @@ struct Options {
     bool json = false;
     std::string midiOut; ///< empty: none is written
     std::string audio;   ///< empty: none is rendered
+    std::string report;  ///< the page; empty: none is written
     std::string soundFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
     bool listParameters = false;
     std::vector<std::string> automate;   ///< titles

@@ -138,6 +138,8 @@ Report Session::play(const Song& song, std::ostream* terminal)
     playSong(song, report, terminal);
     addControl(report);
     addLibrarySide(report);
+    if (!options.live) // what was played comes out at the port then
+        report.fates = fatesOf(report.played, options.blockSize);
     tryState(report);
     writeFiles(song, report);
     return report;
@@ -241,7 +243,8 @@ void Session::addControl(Report& report)
 {
     report.timerTicks = host.runLoop().ticks();
     for (const auto& automation : automations)
-        report.automated.push_back({list.titleOf(automation.parameter()), automation.points()});
+        report.automated.push_back(
+            {list.titleOf(automation.parameter()), automation.points(), automation.curve()});
     const auto edits = host.handler().edits();
     for (const auto& turn : turns) {
         auto summary = summarizeEdits(edits, turn.parameter());

@@ -1,5 +1,7 @@
 // play: plays a MIDI file through the plug-in, as a host would.
 #include "tools/common/Program.h"
+#include "tools/common/ToolName.h"
+#include "tools/play/page/Page.h"
 #include "tools/play/Session.h"
 
 #include <iostream>
@@ -9,6 +11,7 @@
 namespace {
 
 using namespace Steinberg::Vst::play;
+using Steinberg::Vst::tools::toolName;
 
 int playAsAsked(int argc, char** argv)
 {
@@ -32,6 +35,10 @@ int playAsAsked(int argc, char** argv)
     }
     auto report = session.play(*song, isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
     report.studio = studio;
+    if (!options.report.empty()) {
+        report.pageFile = options.report;
+        writePage(report);
+    }
     std::cout << (options.json ? jsonOf(report) + "\n" : textOf(report));
     return std::cout.flush() ? 0 : 1;
 }
@@ -42,8 +49,8 @@ int run(int argc, char** argv)
         return playAsAsked(argc, argv);
     } catch (const Steinberg::Vst::tools::NoEditorLibrary& missing) {
         throw Steinberg::Vst::tools::Failure(
-            std::string(missing.what()) + " check-library tells why; with-simulator runs a program "
-                                          "with the simulated one.");
+            std::string(missing.what()) + " " + toolName("check-library") + " tells why; " +
+            toolName("with-simulator") + " runs a program with the simulated one.");
     }
 }
 

@@ -57,12 +57,12 @@ void beShort();
 
 /** Measures the series whose "subject: name" has one of the parts in it, all without parts, and
     prints a line a size: subject, name, what is counted, unit, size and cost, parted by tabs.
-   Throws what is wrong. */
+    Throws what is wrong. */
 void printSeries(const std::vector<std::string>& parts);
 
 /** Prints what users meet for several lengths of a block: by how much the times of the library's
-    notes are off, how many automation values reach the library, and how many of its events arrive.
- */
+    notes are off, how many automation values reach the library, and how many of its events
+    arrive. */
 void printLimits();
 
 } // namespace bench::growth

@@ -75,7 +75,7 @@ public:
     }
 
     /** As many instruments as tracks, of which each feeds one. This plug-in is the last of them,
-       and its track is the last, on LeanMixer's channel. */
+        and its track is the last, on LeanMixer's channel. */
     explicit LeanInstrumentDevices(size_t count)
     : mixer(count)
     {

@@ -12,7 +12,7 @@ namespace hosts {
 extern const std::string kJuceHost; ///< its name in the table
 
 /** JUCE's message thread, which is the thread that makes this object, and its VST 3 format. One at
-   a time; every call but JuceInstance's process is that thread's. */
+    a time; every call but JuceInstance's process is that thread's. */
 class JuceHost {
 public:
     static constexpr double sampleRate = 48000;
@@ -22,7 +22,7 @@ public:
     juce::OwnedArray<juce::PluginDescription> scan();
 
     /** A new instance of the first plug-in that the scan lists, ready to process; null, and a
-       failed test, if there is none. */
+        failed test, if there is none. */
     std::unique_ptr<juce::AudioPluginInstance> create();
 
 private:

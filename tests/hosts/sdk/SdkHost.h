@@ -37,7 +37,7 @@ private:
 };
 
 /** One initialised and connected instance, and the simulated instrument behind it. Every call is
-   the host main thread's, but process. */
+    the host main thread's, but process. */
 class SdkInstance {
 public:
     static constexpr Steinberg::int32 blockSize = 64;

@@ -27,8 +27,8 @@ public:
     static ExpectedFailures read(const std::string& text);
 
     /** What does not go together, a line each; empty if all is as expected: a failure or an error
-       line that is not listed, a listed one that did not come, an entry without a test or a reason,
-       a line that is none of the above, a run that broke off. */
+        line that is not listed, a listed one that did not come, an entry without a test or a
+        reason, a line that is none of the above, a run that broke off. */
     std::vector<std::string> compare(const ValidatorReport& report) const;
 
     const std::vector<Entry>& all() const { return entries; }

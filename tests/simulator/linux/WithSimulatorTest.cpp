@@ -166,7 +166,7 @@ TEST_F(WithSimulator, SaysWhatItNeeds)
 }
 
 /** A Mac cannot show one command another library. Here it is a Mac that sees what the outer one
- * shows. */
+    shows. */
 TEST_F(WithSimulator, OnAMacRunsACommandWhereItsLibraryLiesAlready)
 {
     const std::string onAMac = "env OSTYPE=darwin20 '" WITH_SIMULATOR "' ";

@@ -46,8 +46,8 @@ private:
 /** The component that the plug-in looks the service up by. */
 class EditorServiceGetter final : public U::Implements<U::Directly<IExtensionVSTServiceGetter>> {
 public:
-    explicit EditorServiceGetter(IPtr<EditorService> editorService)
-    : service(std::move(editorService))
+    explicit EditorServiceGetter(const IPtr<EditorService>& editorService)
+    : service(editorService)
     {
     }
     FUnknown* PLUGIN_API getService() override { return service; }
@@ -59,8 +59,8 @@ private:
 /** Makes an EditorServiceGetter for the service component's class ID and nothing else. */
 class ServiceComponentFactory final : public U::Implements<U::Directly<IComponentFactory>> {
 public:
-    explicit ServiceComponentFactory(IPtr<EditorService> editorService)
-    : service(std::move(editorService))
+    explicit ServiceComponentFactory(const IPtr<EditorService>& editorService)
+    : service(editorService)
     {
     }
     FUnknown* PLUGIN_API createComponent(const char* key, const char* value) override;

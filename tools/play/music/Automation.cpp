@@ -22,6 +22,10 @@ void Automation::play(int64 position, int64 length, IParameterChanges& changes)
         return;
     controller.setParamNormalized(id, value);
     ++count;
+    if (position < nextOfCurve)
+        return;
+    thinned.push_back({position, value});
+    nextOfCurve = position + length / kCurvePoints;
 }
 
 } // namespace play

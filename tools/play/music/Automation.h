@@ -4,6 +4,8 @@
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "pluginterfaces/vst/ivstparameterchanges.h"
 
+#include <vector>
+
 namespace Steinberg {
 namespace Vst {
 namespace play {
@@ -12,6 +14,14 @@ namespace play {
     point a block; the controller is told the same value, as hosts do for its display. */
 class Automation {
 public:
+    struct Point {
+        int64 sample; ///< from the song's start
+        ParamValue value;
+    };
+
+    /** A picture needs no more points than this. */
+    static constexpr int64 kCurvePoints = 2000;
+
     /** @param editController borrowed; outlives this object */
     Automation(IEditController& editController, ParamID parameter)
     : controller(editController)
@@ -26,6 +36,9 @@ public:
     ParamID parameter() const { return id; }
     int64 points() const { return count; }
 
+    /** The points that were added, thinned to kCurvePoints at most and one. */
+    const std::vector<Point>& curve() const { return thinned; }
+
     /** The ramp's value at a part of the song from 0 to 1. */
     static ParamValue valueAt(double part);
 
@@ -33,6 +46,8 @@ private:
     IEditController& controller;
     ParamID id;
     int64 count = 0;
+    std::vector<Point> thinned;
+    int64 nextOfCurve = 0;
 };
 
 } // namespace play

@@ -84,10 +84,10 @@ std::bitset<16> Player::soundingChannels() const
 PlayResult Player::run(const BetweenBlocks& betweenBlocks)
 {
     next = 0;
-    result = {};
-    const auto begin = Clock::now();
     const auto length =
         song.tempo().sampleAt(song.lengthInPulses(), settings.sampleRate) + settings.sampleRate / 2;
+    prepareResult(length);
+    const auto begin = Clock::now();
     int64 start = 0;
     for (; goesOn(start, length); start += settings.blockSize) {
         const Seconds position(static_cast<double>(start) / settings.sampleRate);
@@ -100,12 +100,21 @@ PlayResult Player::run(const BetweenBlocks& betweenBlocks)
                           static_cast<double>(settings.blockSize) / settings.sampleRate, changes);
         input.clear();
         sendNotes(start, settings.blockSize);
-        sendLiveNotes();
+        sendLiveNotes(start);
         processBlock(start, settings.blockSize);
     }
     if (stopAsked)
         endNotes(start);
     return result;
+}
+
+/** All memory now, so that taking it does not disturb what is measured. */
+void Player::prepareResult(int64 length)
+{
+    result = {};
+    result.incoming.reserve(song.notes().size());
+    result.outgoing.reserve(song.notes().size());
+    result.timeline = Timeline((length + settings.blockSize - 1) / settings.blockSize);
 }
 
 void Player::processBlock(int64 start, int32 count)
@@ -120,8 +129,10 @@ void Player::processBlock(int64 start, int32 count)
     processor.process(data);
     const auto seconds = Seconds(Clock::now() - begin).count();
 
-    result.longestProcess = std::max(result.longestProcess, seconds);
-    result.allProcess += seconds;
+    result.process.add(seconds);
+    if (seconds > static_cast<double>(count) / settings.sampleRate)
+        ++result.lateBlocks;
+    result.timeline.add({seconds, input.getEventCount(), output.getEventCount()});
     result.samples += count;
     ++result.blocks;
     takeOutgoing(start);
@@ -134,17 +145,17 @@ void Player::sendNotes(int64 start, int32 count)
         const auto sample = song.tempo().sampleAt(notes[next].pulse, settings.sampleRate);
         if (sample >= start + count)
             break;
-        send(notes[next], static_cast<int32>(sample - start));
+        send(notes[next], start, sample);
     }
     if (input.getEventCount() > kPlugInQueue)
         ++result.crowdedBlocks;
 }
 
-void Player::sendLiveNotes()
+void Player::sendLiveNotes(int64 start)
 {
     NoteEvent note{};
     while (liveNotes && input.getEventCount() < kLiveNotesInABlock && liveNotes(note))
-        send(note, 0);
+        send(note, start, start);
 }
 
 void Player::endNotes(int64 start)
@@ -155,14 +166,14 @@ void Player::endNotes(int64 start)
         if (sounding[note])
             send({0, static_cast<uint8>(note / kPitches), static_cast<uint8>(note % kPitches), 0,
                   false},
-                 0);
+                 start, start);
     processBlock(start, settings.blockSize);
 }
 
-void Player::send(const NoteEvent& note, int32 offset)
+void Player::send(const NoteEvent& note, int64 start, int64 sample)
 {
     Event event{};
-    event.sampleOffset = offset;
+    event.sampleOffset = static_cast<int32>(sample - start);
     const auto velocity = static_cast<float>(note.velocity) / kLargestVelocity;
     if (note.on) {
         event.type = Event::kNoteOnEvent;
@@ -175,6 +186,7 @@ void Player::send(const NoteEvent& note, int32 offset)
         return;
     result.sent.count(note.channel, note.on);
     sounding[(note.channel & 0x0FU) * kPitches + (note.pitch & 0x7FU)] = note.on;
+    result.incoming.push_back({sample, note.channel, note.pitch, note.velocity, note.on});
 }
 
 void Player::takeOutgoing(int64 start)

@@ -4,7 +4,9 @@
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 #include "public.sdk/source/vst/hosting/eventlist.h"
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
+#include "tools/play/music/BlockTimes.h"
 #include "tools/play/music/Song.h"
+#include "tools/play/music/Timeline.h"
 
 #include <bitset>
 #include <functional>
@@ -13,6 +15,15 @@
 namespace Steinberg {
 namespace Vst {
 namespace play {
+
+/** A note-on or note-off that the plug-in got. */
+struct SentNote {
+    int64 sample;   ///< from the song's start
+    uint8 channel;  ///< 0 to 15
+    uint8 pitch;    ///< 0 to 127
+    uint8 velocity; ///< 0 to 127
+    bool on;
+};
 
 /** A note that left the plug-in. */
 struct OutgoingNote {
@@ -25,13 +36,15 @@ struct OutgoingNote {
 struct PlayResult {
     NoteCounts sent;
     NoteCounts left;
+    std::vector<SentNote> incoming;     ///< in the order in which they were sent
     std::vector<OutgoingNote> outgoing; ///< in the order in which they left
     int64 samples = 0;
     int64 blocks = 0;
-    int64 crowdedBlocks = 0;   ///< blocks with more notes than the plug-in's queue holds
-    int64 otherOutgoing = 0;   ///< outgoing events that are no notes
-    double longestProcess = 0; ///< seconds
-    double allProcess = 0;     ///< seconds
+    int64 crowdedBlocks = 0; ///< blocks with more notes than the plug-in's queue holds
+    int64 otherOutgoing = 0; ///< outgoing events that are no notes
+    BlockTimes process;      ///< how long it took
+    int64 lateBlocks = 0;    ///< blocks whose process took longer than they last
+    Timeline timeline;
 };
 
 class Player {
@@ -75,10 +88,11 @@ public:
 
 private:
     bool goesOn(int64 start, int64 length) const;
+    void prepareResult(int64 length);
     void sendNotes(int64 start, int32 count);
-    void sendLiveNotes();
+    void sendLiveNotes(int64 start);
     void endNotes(int64 start);
-    void send(const NoteEvent& note, int32 offset);
+    void send(const NoteEvent& note, int64 start, int64 sample);
     void processBlock(int64 start, int32 count);
     void takeOutgoing(int64 start);
     int32 mostNotesInABlock() const;

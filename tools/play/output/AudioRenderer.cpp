@@ -13,7 +13,8 @@
 #include <utility>
 #include <vector>
 
-extern char** environ; // no header of a Mac's declares it
+// No header of a Mac's declares it.
+extern char** environ; // NOLINT(readability-redundant-declaration)
 
 namespace Steinberg {
 namespace Vst {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "simulator/SimulatorControl.h"
+#include "tools/play/music/Automation.h"
+#include "tools/play/music/NoteFates.h"
 #include "tools/play/music/Player.h"
 #include "tools/play/output/EditSummary.h"
 #include "tools/play/output/StudioReport.h"
@@ -25,6 +27,7 @@ struct Report {
     struct AutomatedParameter {
         std::string title;
         int64 points; ///< sent to the processor, one a block
+        std::vector<Automation::Point> curve;
     };
     struct LoadedPreset {
         std::string file;
@@ -53,6 +56,7 @@ struct Report {
     std::string song;
     Player::Settings settings;
     PlayResult played;
+    NoteFates fates;
     std::optional<LibrarySide> library;
     /** The instrument's MIDI port, after the last note; none when it was not played live. */
     std::optional<SimulatorControl::MidiPort> port;
@@ -65,10 +69,23 @@ struct Report {
     std::vector<StoredBank> stored;
     std::string midiFile;  ///< empty: none was written
     std::string audioFile; ///< empty: none was rendered
+    std::string pageFile;  ///< empty: none was written
     WavMeasures audio;
     StudioReport studio; ///< what was done before the song; a report of its own for people
     size_t copiedProgramChanges = 0; ///< of the song, in the audio only
 };
+
+/** One line of the report for people: what is told about, and what is told. */
+struct Fact {
+    std::string subject; ///< empty when it goes on with the one before
+    std::string text;
+};
+
+/** How the report for people begins: who played with whom. */
+std::vector<Fact> sessionFacts(const Report& report);
+
+/** How it goes on after its table of notes. */
+std::vector<Fact> resultFacts(const Report& report);
 
 /** The report for a musician, several lines. */
 std::string textOf(const Report& report);

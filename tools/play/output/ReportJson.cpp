@@ -37,6 +37,11 @@ Json notesOf(const Report& report)
                {"otherMidiOut", played.otherOutgoing},
                {"lost", sent - left},
                {"crowdedBlocks", played.crowdedBlocks}};
+    if (!report.port) {
+        notes["lostNoteOns"] = report.fates.lostStarts();
+        notes["lostNoteOffs"] = report.fates.lostEnds();
+        notes["notSent"] = report.fates.extra.size();
+    }
     if (report.library)
         notes["editor"] = countsOf(report.library->received);
     return notes;
@@ -100,6 +105,8 @@ void addPortAndFiles(Json& json, const Report& report)
                         {"copiedProgramChanges", report.copiedProgramChanges}};
     if (!report.midiFile.empty())
         json["midiFile"] = report.midiFile;
+    if (!report.pageFile.empty())
+        json["page"] = report.pageFile;
     if (!report.audioFile.empty())
         json["audio"] = {{"file", report.audioFile},
                          {"seconds", report.audio.seconds},
@@ -112,26 +119,33 @@ void addPortAndFiles(Json& json, const Report& report)
 
 std::string jsonOf(const Report& report)
 {
-    Json json{{"plugIn", report.plugIn},
-              {"vendor", report.vendor},
-              {"host", report.host},
-              {"hostType", report.library ? Json(report.library->hostType) : Json()},
-              {"binding", report.binding},
-              {"buses", busesOf(report)},
-              {"sampleRate", report.settings.sampleRate},
-              {"blockSize", report.settings.blockSize},
-              {"latency", report.latency},
-              {"song", report.song},
-              {"samples", report.played.samples},
-              {"notes", notesOf(report)},
-              {"state", {{"bytes", report.stateSize}, {"cameBack", report.stateCameBack}}},
-              {"process",
-               {{"blocks", report.played.blocks},
-                {"longestSeconds", report.played.longestProcess},
-                {"allSeconds", report.played.allProcess}}},
-              {"timerTicks", report.timerTicks},
-              {"automation", automationOf(report)},
-              {"userTurns", turnsOf(report)}};
+    Json json{
+        {"plugIn", report.plugIn},
+        {"vendor", report.vendor},
+        {"host", report.host},
+        {"hostType", report.library ? Json(report.library->hostType) : Json()},
+        {"binding", report.binding},
+        {"buses", busesOf(report)},
+        {"sampleRate", report.settings.sampleRate},
+        {"blockSize", report.settings.blockSize},
+        {"latency", report.latency},
+        {"song", report.song},
+        {"samples", report.played.samples},
+        {"notes", notesOf(report)},
+        {"state", {{"bytes", report.stateSize}, {"cameBack", report.stateCameBack}}},
+        {"process",
+         {{"blocks", report.played.blocks},
+          {"longestSeconds", report.played.process.longest()},
+          {"allSeconds", report.played.process.sum()},
+          {"medianSeconds", report.played.process.within(0.5)},
+          {"within99PercentSeconds", report.played.process.within(0.99)},
+          {"within999PermilleSeconds", report.played.process.within(0.999)},
+          {"blocksTooLate", report.played.lateBlocks}}},
+        {"queue",
+         {{"longest", report.played.timeline.longestQueue()}, {"limit", Player::kPlugInQueue}}},
+        {"timerTicks", report.timerTicks},
+        {"automation", automationOf(report)},
+        {"userTurns", turnsOf(report)}};
     addPortAndFiles(json, report);
     addTo(json, report.studio);
     return tools::dumped(json);

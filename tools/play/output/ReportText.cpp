@@ -2,7 +2,6 @@
 #include "tools/play/output/Report.h"
 
 #include <cstdio>
-#include <sstream>
 
 namespace Steinberg {
 namespace Vst {
@@ -11,6 +10,8 @@ namespace play {
 namespace {
 
 constexpr double kMillisecondsPerSecond = 1000;
+constexpr size_t kSubjectWidth = 14;
+constexpr size_t kColumnWidth = 14;
 
 std::string decimals(double number, int places)
 {
@@ -29,19 +30,18 @@ std::string right(const std::string& text, size_t width)
     return std::string(width > text.size() ? width - text.size() : 0, ' ') + text;
 }
 
-/** Lines of "subject    what is to be said". */
-class Lines {
-public:
-    void add(const std::string& subject, const std::string& text)
-    {
-        stream << left(subject, 14) << text << '\n';
-    }
-    void addPlain(const std::string& text) { stream << text << '\n'; }
-    std::string text() const { return stream.str(); }
+std::string linesOf(const std::vector<Fact>& facts)
+{
+    std::string lines;
+    for (const auto& fact : facts)
+        lines += left(fact.subject, kSubjectWidth) + fact.text + "\n";
+    return lines;
+}
 
-private:
-    std::ostringstream stream;
-};
+void add(std::vector<Fact>& facts, const std::string& subject, const std::string& text)
+{
+    facts.push_back({subject, text});
+}
 
 std::string hostTypeText(int32 type)
 {
@@ -66,23 +66,6 @@ std::string busesText(const std::vector<Report::Bus>& buses)
     return text;
 }
 
-void addSession(Lines& lines, const Report& report)
-{
-    lines.add("Plug-in", report.plugIn + " by " + report.vendor);
-    lines.add("Host", report.host + (report.library ? "; the plug-in took it for " +
-                                                          hostTypeText(report.library->hostType)
-                                                    : ""));
-    lines.add("Editor", report.binding);
-    lines.add("Buses", busesText(report.buses));
-    lines.add(
-        "Sound set-up",
-        grouped(report.settings.sampleRate) + " Hz, blocks of " +
-            grouped(report.settings.blockSize) + " samples, latency " + grouped(report.latency) +
-            " samples (" +
-            decimals(kMillisecondsPerSecond * report.latency / report.settings.sampleRate, 1) +
-            " ms)");
-}
-
 std::string missingText(int64 missing)
 {
     if (missing == 0)
@@ -91,101 +74,112 @@ std::string missingText(int64 missing)
                        : grouped(-missing) + " more left than were sent";
 }
 
-void addPort(Lines& lines, const SimulatorControl::MidiPort& port, int64 sent)
+std::string notesTable(const Report& report)
 {
-    lines.add("Notes", grouped(sent) + " events sent, " + grouped(port.notesLeft) +
-                           " left at the MIDI port: " + missingText(sent - port.notesLeft));
-    lines.add("MIDI port",
-              (port.state == SimulatorControl::MidiPort::State::open ? port.name
-                                                                     : "none: " + port.reason) +
-                  "; " + grouped(port.left) + " messages left, " + grouped(port.lost) + " lost, " +
-                  grouped(port.arrived) + " arrived");
+    const auto& played = report.played;
+    auto table = left("MIDI channel", kSubjectWidth) + right("notes sent", kColumnWidth) +
+                 (report.library ? right("editor got", kColumnWidth) : "") +
+                 right("\"Midi Out\"", kColumnWidth) + "   (note-ons/note-offs)\n";
+    const auto pair = [](const NoteCounts& counts, size_t i) {
+        return right(std::to_string(counts.ons[i]) + "/" + std::to_string(counts.offs[i]),
+                     kColumnWidth);
+    };
+    for (size_t i = 0; i < played.sent.ons.size(); ++i)
+        if (played.sent.ons[i] + played.sent.offs[i] + played.left.ons[i] + played.left.offs[i] > 0)
+            table += left(std::to_string(i + 1), kSubjectWidth) + pair(played.sent, i) +
+                     (report.library ? pair(report.library->received, i) : "") +
+                     pair(played.left, i) + "\n";
+    return table;
 }
 
-void addProgramChanges(Lines& lines, const Report& report)
+void addProgramChanges(std::vector<Fact>& facts, const Report& report)
 {
     if (report.copiedProgramChanges > 0)
-        lines.add("", grouped(static_cast<int64>(report.copiedProgramChanges)) +
-                          " program changes were copied from the song, to choose the sounds: they "
-                          "do not go through the plug-in");
+        add(facts, "",
+            grouped(static_cast<int64>(report.copiedProgramChanges)) +
+                " program changes were copied from the song, to choose the sounds: they "
+                "do not go through the plug-in");
 }
 
-void addNotes(Lines& lines, const Report& report)
+void addPort(std::vector<Fact>& facts, const SimulatorControl::MidiPort& port, int64 sent)
+{
+    const auto notesLeft = static_cast<int64>(port.notesLeft);
+    add(facts, "Notes",
+        grouped(sent) + " events sent, " + grouped(notesLeft) +
+            " left at the MIDI port: " + missingText(sent - notesLeft));
+    add(facts, "MIDI port",
+        (port.state == SimulatorControl::MidiPort::State::open ? port.name
+                                                               : "none: " + port.reason) +
+            "; " + grouped(port.left) + " messages left, " + grouped(port.lost) + " lost, " +
+            grouped(port.arrived) + " arrived");
+}
+
+void addNotes(std::vector<Fact>& facts, const Report& report)
 {
     const auto& played = report.played;
     const auto sent = played.sent.allOns() + played.sent.allOffs();
     const auto out = played.left.allOns() + played.left.allOffs();
-    lines.addPlain("");
-    lines.addPlain(left("MIDI channel", 14) + right("notes sent", 14) +
-                   (report.library ? right("editor got", 14) : "") + right("\"Midi Out\"", 14) +
-                   "   (note-ons/note-offs)");
-    const auto pair = [](const NoteCounts& counts, size_t i) {
-        return right(std::to_string(counts.ons[i]) + "/" + std::to_string(counts.offs[i]), 14);
-    };
-    for (size_t i = 0; i < played.sent.ons.size(); ++i)
-        if (played.sent.ons[i] + played.sent.offs[i] + played.left.ons[i] + played.left.offs[i] > 0)
-            lines.addPlain(left(std::to_string(i + 1), 14) + pair(played.sent, i) +
-                           (report.library ? pair(report.library->received, i) : "") +
-                           pair(played.left, i));
-    lines.addPlain("");
     if (report.port) {
-        addPort(lines, *report.port, sent);
-        addProgramChanges(lines, report);
+        addPort(facts, *report.port, sent);
+        addProgramChanges(facts, report);
     } else {
-        lines.add("Notes", grouped(sent) + " events sent, " + grouped(out) +
-                               " left through \"Midi Out\": " + missingText(sent - out));
+        add(facts, "Notes",
+            grouped(sent) + " events sent, " + grouped(out) +
+                " left through \"Midi Out\": " + missingText(sent - out));
     }
     if (played.crowdedBlocks > 0)
-        lines.add("", grouped(played.crowdedBlocks) +
-                          (played.crowdedBlocks == 1 ? " block" : " blocks") + " had more than " +
-                          grouped(Player::kPlugInQueue) +
-                          " events; the plug-in then drops what waits");
+        add(facts, "",
+            grouped(played.crowdedBlocks) + (played.crowdedBlocks == 1 ? " block" : " blocks") +
+                " had more than " + grouped(Player::kPlugInQueue) +
+                " events; the plug-in then drops what waits");
     if (played.otherOutgoing > 0)
-        lines.add("", grouped(played.otherOutgoing) + " other events left through \"Midi Out\"");
+        add(facts, "", grouped(played.otherOutgoing) + " other events left through \"Midi Out\"");
 }
 
-void addControl(Lines& lines, const Report& report)
+void addControl(std::vector<Fact>& facts, const Report& report)
 {
     if (report.preset)
-        lines.add("Preset",
-                  report.preset->file + (report.preset->reached.empty()
-                                             ? " was loaded"
-                                             : " reached the editor as " + report.preset->reached));
+        add(facts, "Preset",
+            report.preset->file + (report.preset->reached.empty()
+                                       ? " was loaded"
+                                       : " reached the editor as " + report.preset->reached));
     for (const auto& bank : report.stored)
-        lines.add("Bank stored", "user bank " + std::to_string(bank.bank) + ", number " +
-                                     std::to_string(bank.number) + ", as " + bank.file);
+        add(facts, "Bank stored",
+            "user bank " + std::to_string(bank.bank) + ", number " + std::to_string(bank.number) +
+                ", as " + bank.file);
     for (const auto& parameter : report.automated)
-        lines.add(
-            "Automation",
+        add(facts, "Automation",
             "\"" + parameter.title + "\", " + grouped(parameter.points) + " points, one a block" +
                 (report.library ? "; the editor got " + grouped(report.library->automation) : ""));
     for (const auto& turn : report.turned)
-        lines.add("User turned", "\"" + turn.title + "\" " + grouped(turn.gestures) +
-                                     " times; the host saw " + grouped(turn.begins) + " begin, " +
-                                     grouped(turn.performs) + " perform, " + grouped(turn.ends) +
-                                     " end, " + (turn.inOrder ? "each in order" : "NOT in order"));
+        add(facts, "User turned",
+            "\"" + turn.title + "\" " + grouped(turn.gestures) + " times; the host saw " +
+                grouped(turn.begins) + " begin, " + grouped(turn.performs) + " perform, " +
+                grouped(turn.ends) + " end, " + (turn.inOrder ? "each in order" : "NOT in order"));
 }
 
-void addEnding(Lines& lines, const Report& report)
+void addEnding(std::vector<Fact>& facts, const Report& report)
 {
-    lines.add("State", grouped(static_cast<int64>(report.stateSize)) +
-                           " bytes; a second instance " +
-                           (report.stateCameBack ? "restored them and saved the same"
-                                                 : "restored them but saved others"));
+    add(facts, "State",
+        grouped(static_cast<int64>(report.stateSize)) + " bytes; a second instance " +
+            (report.stateCameBack ? "restored them and saved the same"
+                                  : "restored them but saved others"));
     const auto block = static_cast<double>(report.settings.blockSize) / report.settings.sampleRate;
-    lines.add("process", "at most " +
-                             decimals(kMillisecondsPerSecond * report.played.longestProcess, 3) +
-                             " ms of the " + decimals(kMillisecondsPerSecond * block, 1) +
-                             " ms that a block lasts, in " + grouped(report.played.blocks) +
-                             " blocks; " + grouped(report.timerTicks) + " timer ticks");
+    add(facts, "process",
+        "at most " + decimals(kMillisecondsPerSecond * report.played.process.longest(), 3) +
+            " ms of the " + decimals(kMillisecondsPerSecond * block, 1) +
+            " ms that a block lasts, in " + grouped(report.played.blocks) + " blocks; " +
+            grouped(report.timerTicks) + " timer ticks");
     if (!report.midiFile.empty())
-        lines.add("MIDI file", report.midiFile);
+        add(facts, "MIDI file", report.midiFile);
+    if (!report.pageFile.empty())
+        add(facts, "Page", report.pageFile);
     if (!report.audioFile.empty())
-        lines.add("Audio file", report.audioFile + ", " + minutes(report.audio.seconds) +
-                                    ", loudest " + decibels(report.audio.peak) + ", on average " +
-                                    decibels(report.audio.rms));
+        add(facts, "Audio file",
+            report.audioFile + ", " + minutes(report.audio.seconds) + ", loudest " +
+                decibels(report.audio.peak) + ", on average " + decibels(report.audio.rms));
     if (!report.port)
-        addProgramChanges(lines, report);
+        addProgramChanges(facts, report);
 }
 
 } // namespace
@@ -201,17 +195,39 @@ std::string grouped(int64 number)
     return text;
 }
 
+std::vector<Fact> sessionFacts(const Report& report)
+{
+    std::vector<Fact> facts;
+    add(facts, "Plug-in", report.plugIn + " by " + report.vendor);
+    add(facts, "Host",
+        report.host + (report.library
+                           ? "; the plug-in took it for " + hostTypeText(report.library->hostType)
+                           : ""));
+    add(facts, "Editor", report.binding);
+    add(facts, "Buses", busesText(report.buses));
+    add(facts, "Sound set-up",
+        grouped(report.settings.sampleRate) + " Hz, blocks of " +
+            grouped(report.settings.blockSize) + " samples, latency " + grouped(report.latency) +
+            " samples (" +
+            decimals(kMillisecondsPerSecond * report.latency / report.settings.sampleRate, 1) +
+            " ms)");
+    return facts;
+}
+
+std::vector<Fact> resultFacts(const Report& report)
+{
+    std::vector<Fact> facts;
+    addNotes(facts, report);
+    addControl(facts, report);
+    addEnding(facts, report);
+    return facts;
+}
+
 std::string textOf(const Report& report)
 {
-    Lines lines;
     const auto seconds = static_cast<double>(report.played.samples) / report.settings.sampleRate;
-    lines.addPlain(report.song + ", " + minutes(seconds));
-    lines.addPlain("");
-    addSession(lines, report);
-    addNotes(lines, report);
-    addControl(lines, report);
-    addEnding(lines, report);
-    return lines.text();
+    return report.song + ", " + minutes(seconds) + "\n\n" + linesOf(sessionFacts(report)) + "\n" +
+           notesTable(report) + "\n" + linesOf(resultFacts(report));
 }
 
 } // namespace play

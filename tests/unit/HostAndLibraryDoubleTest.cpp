@@ -1,16 +1,16 @@
-#include "tests/doubles/ControllerContextDouble.h"
+#include "tests/doubles/HostAndLibraryDouble.h"
 
 #include <gmock/gmock.h>
 
 using namespace Steinberg;
-using doubles::ControllerContextDouble;
+using doubles::HostAndLibraryDouble;
 using doubles::HostFamily;
 using doubles::ScriptedHost;
 using doubles::Trace;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(ControllerContextDouble, KnowsWhatItsHostIs)
+TEST(HostAndLibrary, KnowsWhatItsHostIs)
 {
     struct Row {
         HostFamily family;
@@ -28,31 +28,29 @@ TEST(ControllerContextDouble, KnowsWhatItsHostIs)
     for (const auto& row : rows) {
         Trace trace;
         ScriptedHost host(trace, row.family);
-        ControllerContextDouble context(host, nullptr);
-        EXPECT_EQ(context.isUnicodeAppHost(), row.unicode) << row.family.name.utf8();
-        EXPECT_EQ(context.getVSTHostType(), row.type) << row.family.name.utf8();
+        HostAndLibraryDouble context(host, nullptr);
+        EXPECT_EQ(context.isUnicodeHost(), row.unicode) << row.family.name.utf8();
+        EXPECT_EQ(context.getHostKind(), row.type) << row.family.name.utf8();
     }
 }
 
-TEST(ControllerContextDouble, PassesNoticesOnAndRecordsThem)
+TEST(HostAndLibraryDouble, PassesNoticesOnAndRecordsThem)
 {
     Trace trace;
     ScriptedHost host(trace);
     doubles::ScriptedLibrary library(trace);
     std::vector<FUnknown*> changed;
     {
-        ControllerContextDouble context(host, &library);
-        EXPECT_EQ(context.getEditorConnection(), &library);
+        HostAndLibraryDouble context(host, &library);
+        EXPECT_EQ(context.library.getConnection(), &library);
         context.onUpdate = [&](FUnknown* object, int32) { changed.push_back(object); };
-        host.updates.addDependent(&host.devices.mixer(), context.getDependent());
+        host.updates.addDependent(&host.devices.mixer(), &context.dependent);
         host.devices.tellTracksChanged();
-        context.changeLatencyTrigger();
     }
     EXPECT_THAT(changed, ElementsAre(&host.devices.mixer()));
     EXPECT_THAT(trace.texts(),
                 ElementsAre("updateHandler.addDependent(device(Mixer))", "notice(device(Mixer), 1)",
-                            "controller.update(device(Mixer), 1)",
-                            "controller.changeLatencyTrigger()"));
+                            "controller.update(device(Mixer), 1)"));
     EXPECT_THAT(host.ledger(), ElementsAre("dependents of device(Mixer): expected 0, is 1"));
 }
 

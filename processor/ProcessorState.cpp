@@ -1,21 +1,12 @@
-// VstK2x's part of the host's project: the editor library's state.
-//
-//   offset  size  content, integers little-endian
-//   0       4     format version, always 0
-//   4       4     N, the number of bytes that follow
-//   8       N     the library's own bytes
-//
-// A library may ask for its state as text instead when it is restored; it is written as above all
-// the same.
-#include "processor/VstK2x.h"
+#include "processor/ProcessorState.h"
 
-#include "basics/CallGuard.h"
 #include "editorlib/VstIEditorConnect.h"
 
 #include "pluginterfaces/base/ibstream.h"
 
 #include <cstdlib>
 #include <limits>
+#include <memory>
 
 namespace Steinberg {
 namespace Vst {
@@ -59,39 +50,7 @@ int64 sizeOf(IBStream& stream)
     return size;
 }
 
-} // namespace
-
-tresult PLUGIN_API VstK2x::getState(IBStream* state)
-{
-    VstIEditorConnect* editor = editorConnection;
-    if (!editor || !state)
-        return kResultFalse;
-    return guarded<tresult>(kResultFalse, [editor, state]() -> tresult {
-        if (!writeInt32(*state, kStateVersion))
-            return kResultFalse;
-        std::vector<char> bytes = editor->getStateChunk();
-        if (bytes.size() > static_cast<size_t>(std::numeric_limits<int32>::max()))
-            return kResultFalse;
-        const auto size = static_cast<int32>(bytes.size());
-        if (!writeInt32(*state, size))
-            return kResultFalse;
-        char none = 0; // streams may refuse a null buffer even for no bytes
-        return state->write(bytes.empty() ? &none : bytes.data(), size, nullptr);
-    });
-}
-
-tresult PLUGIN_API VstK2x::setState(IBStream* state)
-{
-    VstIEditorConnect* editor = editorConnection;
-    if (!editor)
-        return kResultOk;
-    return guarded<tresult>(kResultFalse, [this, editor, state] {
-        return editor->getStateFormat() == kTextState ? setTextState(*editor, state)
-                                                      : setBinaryState(*editor, state);
-    });
-}
-
-tresult VstK2x::setTextState(VstIEditorConnect& editor, IBStream* state)
+tresult restoreText(VstIEditorConnect& editor, IBStream* state)
 {
     if (!state)
         return kResultOk;
@@ -106,7 +65,7 @@ tresult VstK2x::setTextState(VstIEditorConnect& editor, IBStream* state)
                                                                             : kResultFalse;
 }
 
-tresult VstK2x::setBinaryState(VstIEditorConnect& editor, IBStream* state)
+tresult restoreBinary(VstIEditorConnect& editor, IBStream* state)
 {
     int32 version = -1;
     if (!state || !readInt32(*state, version))
@@ -122,6 +81,28 @@ tresult VstK2x::setBinaryState(VstIEditorConnect& editor, IBStream* state)
         return kResultFalse;
     editor.setStateChunk(bytes.get(), size);
     return kResultOk;
+}
+
+} // namespace
+
+tresult saveLibraryState(VstIEditorConnect& editor, IBStream& state)
+{
+    if (!writeInt32(state, kStateVersion))
+        return kResultFalse;
+    std::vector<char> bytes = editor.getStateChunk();
+    if (bytes.size() > static_cast<size_t>(std::numeric_limits<int32>::max()))
+        return kResultFalse;
+    const auto size = static_cast<int32>(bytes.size());
+    if (!writeInt32(state, size))
+        return kResultFalse;
+    char none = 0; // streams may refuse a null buffer even for no bytes
+    return state.write(bytes.empty() ? &none : bytes.data(), size, nullptr);
+}
+
+tresult restoreLibraryState(VstIEditorConnect& editor, IBStream* state)
+{
+    return editor.getStateFormat() == kTextState ? restoreText(editor, state)
+                                                 : restoreBinary(editor, state);
 }
 
 } // namespace Vst

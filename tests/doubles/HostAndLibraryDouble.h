@@ -1,0 +1,40 @@
+// HostAndLibraryDouble: a scripted host and a scripted library as the controller's collaborators
+// see them, and in the controller's place the dependent that the host tells of changes.
+//
+//   HostAndLibraryDouble outside(host, &library);        // or nullptr: unbound
+//   TrackRouting routing(outside, outside.dependent);    // the object under test, alone
+//   outside.onUpdate = [&](FUnknown* object, int32 message) { routing.update(object, message); };
+//   trace: "controller.update(device(Mixer), 1)"
+#pragma once
+
+#include "controller/HostAndLibrary.h"
+#include "tests/doubles/ScriptedHost.h"
+#include "tests/doubles/ScriptedLibrary.h"
+
+namespace doubles {
+
+class HostAndLibraryDouble final : public Steinberg::Vst::HostAndLibrary {
+public:
+    HostAndLibraryDouble(ScriptedHost& scriptedHost, ScriptedLibrary* scriptedLibrary);
+    ~HostAndLibraryDouble();
+    HostAndLibraryDouble(const HostAndLibraryDouble&) = delete;
+    HostAndLibraryDouble& operator=(const HostAndLibraryDouble&) = delete;
+
+    void bind(Steinberg::Vst::VstIEditorConnect* connection)
+    {
+        library.setPluginInfo(connection, nullptr);
+    }
+
+    /** Gives the host's objects back, so that its ledger is that of the object under test. */
+    void release();
+
+private:
+    class Dependent;
+    Dependent& ownDependent;
+
+public:
+    Steinberg::IDependent& dependent;
+    std::function<void(Steinberg::FUnknown*, Steinberg::int32)> onUpdate;
+};
+
+} // namespace doubles
