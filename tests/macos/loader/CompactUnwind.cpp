@@ -115,6 +115,7 @@ private:
 // DWARF's numbers of the registers.
 #if defined(__x86_64__)
 constexpr uint8_t kReturnAddress = 16;
+constexpr uint8_t kStackPointer = 7;
 constexpr uint8_t kFramePointer = 6;
 #else
 constexpr uint8_t kReturnAddress = 30;
@@ -242,10 +243,16 @@ private:
 /** rbx, r12 to r15, rbp by the encoding's numbers, of which 0 is none. */
 constexpr uint8_t kSavedRegisters[] = {0, 3, 12, 13, 14, 15, 6};
 constexpr uint32_t kFrameMode = 0x01000000;
+constexpr uint32_t kFramelessMode = 0x02000000;
+constexpr uint32_t kSavedInFrameless = 0x0000FFFF; ///< how many registers, and which
 
-/** Every function that Apple's compilers and clang make for macOS keeps a frame pointer. */
+/** Functions that clang makes for macOS keep a frame pointer, but for a few that save nothing. */
 void FrameWriter::addRules(const UnwindEntry& entry)
 {
+    if ((entry.encoding & (kModeMask | kSavedInFrameless)) == kFramelessMode) {
+        frameAt(kStackPointer, (entry.encoding >> 16 & 0xFF) * 8);
+        return saved(kReturnAddress, 1);
+    }
     if ((entry.encoding & kModeMask) != kFrameMode)
         refuse(entry);
     frameAt(kFramePointer, 16);

@@ -6,6 +6,7 @@
 #include "tests/macos/loader/OpcodeReader.h"
 #include "tests/macos/loader/tests/MadeFile.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 
 extern "C" {
@@ -146,8 +147,22 @@ TEST(CompactUnwind, RefusesWhatItDoesNotKnow)
     EXPECT_THROW(read(cut), LoadError);
     // Unwound by DWARF frames, which the linker leaves unusable.
     EXPECT_THROW(framesOf(read(unwindInfo(0x0F000000)), nullptr), LoadError);
+#ifdef __x86_64__
+    EXPECT_THROW(framesOf(read(unwindInfo(0x02020400)), nullptr), LoadError)
+        << "saved registers without a frame pointer";
+#endif
     EXPECT_NO_THROW(framesOf(read(unwindInfo(0)), nullptr));
 }
+
+#ifdef __x86_64__
+/** The caller's stack pointer two words up (DW_CFA_def_cfa rsp, 16), the return address below it. */
+TEST(CompactUnwind, DescribesAFunctionWithoutAFramePointer)
+{
+    const auto frames = framesOf(read(unwindInfo(0x02020000)), nullptr);
+    const std::vector<uint8_t> rules = {0x0C, 7, 16, 0x05, 16, 1};
+    EXPECT_NE(std::search(frames.begin(), frames.end(), rules.begin(), rules.end()), frames.end());
+}
+#endif
 
 /** A Darwin mutex's memory, as zeros, which is how it is before anybody makes it. */
 struct Memory {
