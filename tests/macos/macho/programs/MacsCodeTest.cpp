@@ -83,6 +83,7 @@ TEST_F(MacsTimer, TicksEvery50MillisecondsOnTheSystemsRunLoop)
 {
     EXPECT_EQ(mac->timers(), 1u);
     EXPECT_NEAR(mac->interval(), 0.05, 1e-6);
+    EXPECT_NEAR(mac->tolerance(), 0.005, 1e-6);
 }
 
 TEST_F(MacsTimer, PassesTheEditorsChangesOn)
