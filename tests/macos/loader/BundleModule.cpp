@@ -87,6 +87,7 @@ private:
     MachoSystem system = {&FakeCoreFoundation::fireTimers,
                           &FakeCoreFoundation::timers,
                           [] { return FakeCoreFoundation::lastInterval; },
+                          [] { return FakeCoreFoundation::lastTolerance; },
                           [] { return FakeCoreFoundation::liveObjects() - 1; },
                           &FakeCoreFoundation::misuses,
                           &macho::setCurrentEvent,

@@ -15,6 +15,8 @@ struct MachoSystem {
     /** Timers on any run loop, and the seconds between two ticks of the one that was made last. */
     size_t (*timers)();
     double (*interval)();
+    /** Seconds by which that one may be late. */
+    double (*tolerance)();
     /** Objects of Core Foundation that somebody holds, the bundle itself left out. */
     size_t (*objects)();
     /** References to what was no object of Core Foundation. */
