@@ -111,8 +111,8 @@ TEST_F(MacPresetFoldersTest, NamesAreUtf8)
               MacFolderAnswer::exists);
 }
 
-/** As a Mac's volume does unless its owner formats it otherwise: one name, whether in capital letters
-    or small ones, composed or decomposed. */
+/** As a Mac's volume does unless its owner formats it otherwise: one name, whether in capital
+   letters or small ones, composed or decomposed. */
 std::string keyOnAMacsVolume(const std::string& name)
 {
     using Text = std::unique_ptr<char, decltype(&g_free)>;
@@ -140,8 +140,8 @@ TEST_F(MacPresetFoldersTest, NamesAreTheSameWhereTheVolumeSaysSo)
     EXPECT_TRUE(files::is_directory(at("/" + decomposed + "/b")));
 }
 
-/** The File Manager has no name with a colon, and shows that of a path as a slash. Names of voices and
-    categories have neither: both are replaced in file names. */
+/** The File Manager has no name with a colon, and shows that of a path as a slash. Names of voices
+   and categories have neither: both are replaced in file names. */
 TEST_F(MacPresetFoldersTest, AColonIsOnlyInALevelThatExists)
 {
     EXPECT_EQ(createMacFolder(at("/a:b")), 1);

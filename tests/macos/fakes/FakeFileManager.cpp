@@ -16,8 +16,8 @@ namespace files = std::filesystem;
 
 namespace {
 
-// Apple's MacErrors.h: fnfErr, bdNamErr, errFSNotAFolder, afpAccessDenied. Which of them a call gives
-// for what is this project's belief; the plug-in asks only for dupFNErr.
+// Apple's MacErrors.h: fnfErr, bdNamErr, errFSNotAFolder, afpAccessDenied. Which of them a call
+// gives for what is this project's belief; the plug-in asks only for dupFNErr.
 constexpr OSErr kFileNotFound = -43;
 constexpr OSErr kBadName = -37;
 constexpr OSErr kNoFolder = -1407;
@@ -45,8 +45,8 @@ std::string pathOf(const FSRef* ref)
 }
 
 /** The name as paths have it: a slash of the File Manager's is a colon there. Empty for a name with
-    a colon, which parts the levels of the File Manager's own paths (Apple's Technical Q&A QA1392 says
-    the one; that the other is refused is a belief). */
+    a colon, which parts the levels of the File Manager's own paths (Apple's Technical Q&A QA1392
+   says the one; that the other is refused is a belief). */
 std::string nameOf(UniCharCount length, const UniChar* units)
 {
     auto name = doubles::utf8From(std::u16string(units, units + length));
@@ -56,7 +56,8 @@ std::string nameOf(UniCharCount length, const UniChar* units)
     return name;
 }
 
-/** The path of what has the name in a folder, as the volume tells names apart; empty for nothing. */
+/** The path of what has the name in a folder, as the volume tells names apart; empty for nothing.
+ */
 std::string entryOf(const std::string& folder, const std::string& name)
 {
     const auto path = folder + "/" + name;

@@ -155,7 +155,8 @@ TEST(CompactUnwind, RefusesWhatItDoesNotKnow)
 }
 
 #ifdef __x86_64__
-/** The caller's stack pointer two words up (DW_CFA_def_cfa rsp, 16), the return address below it. */
+/** The caller's stack pointer two words up (DW_CFA_def_cfa rsp, 16), the return address below it.
+ */
 TEST(CompactUnwind, DescribesAFunctionWithoutAFramePointer)
 {
     const auto frames = framesOf(read(unwindInfo(0x02020000)), nullptr);
