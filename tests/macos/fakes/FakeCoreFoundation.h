@@ -1,4 +1,6 @@
-// A Core Foundation for Linux that counts: every object with its references, and every misuse.
+// A Core Foundation for Linux that counts: every object with its references, and every misuse. Who
+// owns what is Apple's Memory Management Programming Guide for Core Foundation: Create and Copy
+// give a reference to the caller, Get does not.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>

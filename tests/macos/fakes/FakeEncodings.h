@@ -1,4 +1,5 @@
-// The encodings of the fake Core Foundation's texts, as the C library converts them.
+// The encodings of the fake Core Foundation's texts, as the C library converts them. That Apple's
+// converters agree with it in each character is a belief.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>

@@ -1,4 +1,6 @@
 // The fake Core Foundation's run loops: one a thread, whose timers fire when a test says so.
+// Apple's reference of CFRunLoop says that a loop retains its timers until they are made invalid,
+// and in which modes a timer fires.
 #include "tests/macos/fakes/FakeCoreFoundation.h"
 #include "tests/macos/fakes/FakeObject.h"
 

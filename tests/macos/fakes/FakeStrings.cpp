@@ -1,4 +1,6 @@
-// The fake Core Foundation's texts.
+// The fake Core Foundation's texts. Apple's reference of CFString says what the calls do; that
+// CFStringGetBytes gives nothing when the buffer is too small is simpler here: a Mac's fills what
+// fits, which neither the SDK nor the plug-in asks for.
 #include "tests/macos/fakes/FakeCoreFoundation.h"
 #include "tests/macos/fakes/FakeObject.h"
 
