@@ -244,6 +244,7 @@ private:
 constexpr uint8_t kSavedRegisters[] = {0, 3, 12, 13, 14, 15, 6};
 constexpr uint32_t kFrameMode = 0x01000000;
 constexpr uint32_t kFramelessMode = 0x02000000;
+constexpr uint32_t kDwarfMode = 0x04000000;
 constexpr uint32_t kSavedInFrameless = 0x0000FFFF; ///< how many registers, and which
 
 /** Functions that clang makes for macOS keep a frame pointer, but for a few that save nothing. */
@@ -271,6 +272,7 @@ void FrameWriter::addRules(const UnwindEntry& entry)
 #else
 
 constexpr uint32_t kLeafMode = 0x02000000;
+constexpr uint32_t kDwarfMode = 0x03000000;
 constexpr uint32_t kFrameMode = 0x04000000;
 
 void FrameWriter::addRules(const UnwindEntry& entry)
@@ -314,6 +316,13 @@ void FrameWriter::addPairs(uint32_t encoding, uint64_t words)
 
 #endif
 
+/** Unwound by __eh_frame, which LLVM's linker leaves unusable: an exception that comes to such a
+    function ends the program, as where nothing can be unwound. One that catches is refused. */
+bool isLeftToDwarf(const UnwindEntry& entry)
+{
+    return (entry.encoding & (kModeMask | kHasLanguageData)) == kDwarfMode;
+}
+
 } // namespace
 
 std::vector<UnwindEntry> readUnwindInfo(const uint8_t* section, size_t size)
@@ -325,7 +334,7 @@ std::vector<uint8_t> framesOf(const std::vector<UnwindEntry>& entries, const uin
 {
     FrameWriter writer(image);
     for (const auto& entry : entries)
-        if ((entry.encoding & kModeMask) != 0)
+        if ((entry.encoding & kModeMask) != 0 && !isLeftToDwarf(entry))
             writer.add(entry);
     return writer.take();
 }

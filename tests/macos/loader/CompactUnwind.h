@@ -21,7 +21,7 @@ struct UnwindEntry {
 std::vector<UnwindEntry> readUnwindInfo(const uint8_t* section, size_t size);
 
 /** A section .eh_frame with absolute addresses for an image that is mapped at the address, with
-    its pointers in place. Throws LoadError for an entry that compact encodings cannot describe. */
+    its pointers in place. Throws LoadError for an entry of an unknown kind. */
 std::vector<uint8_t> framesOf(const std::vector<UnwindEntry>& entries, const uint8_t* image);
 
 } // namespace macho

@@ -132,6 +132,12 @@ TEST(CompactUnwind, ReadsFunctionsWithTheirEncodings)
     EXPECT_EQ(entries[0].encoding, 0x01000000u);
 }
 
+#ifdef __x86_64__
+constexpr uint32_t kLeftToDwarf = 0x04000000;
+#else
+constexpr uint32_t kLeftToDwarf = 0x03000000;
+#endif
+
 TEST(CompactUnwind, RefusesWhatItDoesNotKnow)
 {
     auto version = unwindInfo(0);
@@ -145,13 +151,16 @@ TEST(CompactUnwind, RefusesWhatItDoesNotKnow)
     auto cut = unwindInfo(0);
     cut.pop_back();
     EXPECT_THROW(read(cut), LoadError);
-    // Unwound by DWARF frames, which the linker leaves unusable.
     EXPECT_THROW(framesOf(read(unwindInfo(0x0F000000)), nullptr), LoadError);
 #ifdef __x86_64__
     EXPECT_THROW(framesOf(read(unwindInfo(0x02020400)), nullptr), LoadError)
         << "saved registers without a frame pointer";
 #endif
     EXPECT_NO_THROW(framesOf(read(unwindInfo(0)), nullptr));
+    // Left to DWARF frames, which the linker leaves unusable; with a catch in it, and without.
+    const UnwindEntry catching = {0x100, 0x200, kLeftToDwarf | 0x40000000, 0x300, 0};
+    EXPECT_THROW(framesOf({catching}, nullptr), LoadError);
+    EXPECT_EQ(framesOf(read(unwindInfo(kLeftToDwarf)), nullptr).size(), 4u) << "no frame";
 }
 
 #ifdef __x86_64__
