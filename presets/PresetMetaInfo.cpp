@@ -1,13 +1,10 @@
 #include "presets/PresetMetaInfo.h"
 
 #include "basics/PlugInInfo.h"
-#include "presets/VstK2xPresetCreater.h"
 
 namespace Steinberg {
 namespace Vst {
 namespace {
-
-constexpr char kPlaceholder[] = "REPLACE_CHARACTER";
 
 std::string processorIDText()
 {
@@ -16,29 +13,41 @@ std::string processorIDText()
     return text;
 }
 
-std::string attribute(const std::string& id, const std::string& value)
-{
-    std::string line = "\t<Attribute id=\"" + id + "\" value=\"" + kPlaceholder +
-                       "\" type=\"string\" flags=\"writeProtected\"/>\n";
-    VstK2xPresetCreater::replaceString(line, kPlaceholder, value);
-    return line;
-}
-
 } // namespace
 
 std::string presetMetaInfo(const std::string& category, const std::string& subCategory,
                            const std::string& character)
 {
-    return "<?xml version=\"1.0\" encoding=\"US-ASCII\"?>\n<MetaInfo>\n" +
-           attribute("FileType", "VST3 Preset") +
-           "\t<Attribute id=\"MediaRating\" value=\"3\" type=\"int\" flags=\"\"/>\n" +
-           attribute("MediaType", "VstPreset") + attribute("PlugInCategory", kPlugInSubCategories) +
-           attribute("PlugInName", kPlugInName) +
-           attribute("MusicalInstrument", category + "|" + subCategory) +
-           attribute("MusicalCharacter", character) + attribute("PlugInVendor", kPlugInVendor) +
-           attribute("MusicalCategory", category) +
-           attribute("MusicalMidiInstrument", kPlugInName) +
-           attribute("VST3UniqueID", processorIDText()) + "</MetaInfo>";
+    struct Attribute {
+        const char* id;
+        std::string value;
+        const char* end = "\" type=\"string\" flags=\"writeProtected\"/>\n";
+    };
+    // clang-format off
+    const Attribute attributes[] = {
+        {"FileType", "VST3 Preset"},
+        {"MediaRating", "3", "\" type=\"int\" flags=\"\"/>\n"},
+        {"MediaType", "VstPreset"},
+        {"PlugInCategory", kPlugInSubCategories},
+        {"PlugInName", kPlugInName},
+        {"MusicalInstrument", category + "|" + subCategory},
+        {"MusicalCharacter", character},
+        {"PlugInVendor", kPlugInVendor},
+        {"MusicalCategory", category},
+        {"MusicalMidiInstrument", kPlugInName},
+        {"VST3UniqueID", processorIDText()},
+    };
+    // clang-format on
+    std::string xml = "<?xml version=\"1.0\" encoding=\"US-ASCII\"?>\n<MetaInfo>\n";
+    for (const auto& [id, value, end] : attributes) {
+        xml += "\t<Attribute id=\"";
+        xml += id;
+        xml += "\" value=\"";
+        xml += value;
+        xml += end;
+    }
+    xml += "</MetaInfo>";
+    return xml;
 }
 
 } // namespace Vst

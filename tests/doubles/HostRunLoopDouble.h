@@ -1,5 +1,6 @@
-// HostRunLoopDouble: the host's run loop on Linux. Its timers tick when the test says so. Elsewhere
-// it holds none, since the system has a loop of its own.
+// HostRunLoopDouble: the host's run loop on Linux. Its timers tick when the test says so. Where the
+// plug-in is the Mac's code, the timers on the fake Mac's run loop stand among them. On a Mac it
+// holds none, since the system has a loop of its own.
 //
 //   host.runLoop.tick();                              // every timer once, in registration order
 //   host.runLoop.intervals() == {50}

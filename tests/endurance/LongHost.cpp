@@ -1,5 +1,7 @@
 #include "tests/endurance/LongHost.h"
 
+#include "tests/doubles/MacsCode.h"
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -48,6 +50,14 @@ void TimerLoop::tick()
     for (auto* handler : now)
         if (std::find(timers.begin(), timers.end(), handler) != timers.end())
             handler->onTimer();
+    if (const auto* mac = doubles::macSystem())
+        mac->fireTimers();
+}
+
+size_t TimerLoop::getTimerCount() const
+{
+    const auto* mac = doubles::macSystem();
+    return timers.size() + (mac ? mac->timers() : 0);
 }
 
 tresult TimerLoop::registerEventHandler(Linux::IEventHandler*, Linux::FileDescriptor)

@@ -40,13 +40,13 @@ private:
     std::set<Steinberg::Vst::ParamID> open;
 };
 
-/** Ticks when it is told to. */
+/** Ticks when it is told to, and a fake Mac's run loop with it. */
 class TimerLoop final : public Steinberg::Linux::IRunLoop {
 public:
     virtual ~TimerLoop() = default;
 
     void tick();
-    size_t getTimerCount() const { return timers.size(); }
+    size_t getTimerCount() const;
 
     Steinberg::tresult PLUGIN_API registerEventHandler(Steinberg::Linux::IEventHandler*,
                                                        Steinberg::Linux::FileDescriptor) override;

@@ -161,10 +161,13 @@ private:
     std::vector<std::string> texts;
 };
 
+// A Mac's code has an operator new of its own, which has two gigabytes to give and clears them.
+#ifndef VSTK2X_MACHO
 TEST(Faults, HostileStates)
 {
     injectFaults<HostileStates>("hostile states and presets");
 }
+#endif
 
 TEST(Faults, ValueTexts)
 {

@@ -1,5 +1,7 @@
 #include "tests/faults/OwnCode.h"
 
+#include "tests/doubles/MacsCode.h"
+
 #include <algorithm>
 #include <cstring>
 #include <link.h>
@@ -15,7 +17,7 @@ struct Range {
     bool holds(std::uintptr_t address) const { return address >= begin && address < end; }
 };
 
-constexpr size_t kMostModules = 2;
+constexpr size_t kMostModules = 3;
 
 Range own[kMostModules];
 size_t modules = 0;
@@ -74,6 +76,9 @@ void learnOwnCode(const char* moduleFile)
     Search module{name ? name : moduleFile, &own[modules]};
     ++modules;
     dl_iterate_phdr(look, &module);
+    // The machine code of a Mac's is no Linux module's.
+    if (const auto* mac = doubles::macSystem(); mac && modules < kMostModules)
+        own[modules++] = {mac->codeBegin, mac->codeEnd};
     Search cxx{"/libstdc++.so", &runtime};
     dl_iterate_phdr(look, &cxx);
 }

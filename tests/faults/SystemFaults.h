@@ -30,7 +30,8 @@ struct SystemFaults {
     /** The function that failed first, such as "mkdir"; empty when none did. */
     static const char* failedFileCall();
 
-    /** Objects of the whole process that were made with operator new and are not deleted. */
+    /** Objects of the whole process that were made with operator new and are not deleted. Of a
+        Mac's code it is not known, and 0. */
     static long liveObjects();
 };
 

@@ -1,4 +1,5 @@
 // HostCallsScene: how instances come, are connected, and go.
+#include "tests/fuzz/HostCallsPlugIn.h"
 #include "tests/fuzz/HostCallsScene.h"
 
 #include "pluginterfaces/vst/ivstplugview.h"
@@ -13,7 +14,7 @@ void HostCallsScene::createController()
     auto& made = controller();
     if (made.object)
         return;
-    auto* unknown = VstK2xController::createInstance(nullptr);
+    auto* unknown = newController();
     FUnknownPtr<IEditController> face(unknown);
     FUZZ_CHECK(face);
     made = {};
@@ -50,8 +51,7 @@ void HostCallsScene::initializeController()
     }
     started.initialized = true;
     started.bound = result == kResultOk;
-    FUZZ_CHECK(nested || faulty ||
-               started.bound == (started.object->getEditorConnection() != nullptr));
+    FUZZ_CHECK(nested || faulty || isConnection(*started.object, started.bound));
 }
 
 void HostCallsScene::terminateController()
@@ -64,7 +64,7 @@ void HostCallsScene::terminate(Controller& ended)
 {
     const tresult result = ended.object->terminate();
     FUZZ_CHECK(result == kResultOk || faulty || nested);
-    FUZZ_CHECK(ended.object->getEditorConnection() == nullptr);
+    FUZZ_CHECK(isConnection(*ended.object, false));
     ended.initialized = false;
     ended.bound = false;
 }
@@ -75,7 +75,11 @@ void HostCallsScene::createProcessor()
     if (made.object)
         return;
     made = {};
-    made.object = owned(new VstK2x);
+    auto* unknown = newProcessor();
+    FUnknownPtr<IAudioProcessor> face(unknown);
+    FUZZ_CHECK(face);
+    made.object = static_cast<VstK2x*>(face.getInterface());
+    unknown->release();
 }
 
 /** Whoever is connected to it keeps it alive. */

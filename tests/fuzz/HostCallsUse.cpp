@@ -122,7 +122,7 @@ void HostCallsScene::useParameters()
     TChar given[128] = {};
     std::copy(text.begin(), text.end(), given);
     const bool known = parameters.getParamStringByValue(id, value, shown) == kResultOk;
-    FUZZ_CHECK(faulty || nested || known == (parameters.getParameter(id) != nullptr));
+    FUZZ_CHECK(faulty || nested || known == (parameters.getParameterObject(id) != nullptr));
     ParamValue parsed = 0;
     if (parameters.getParamValueByString(id, given, parsed) == kResultOk)
         FUZZ_CHECK(known && parsed >= 0 && parsed <= 1);

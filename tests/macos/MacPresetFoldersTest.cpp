@@ -3,7 +3,9 @@
 #include "tests/macos/fakes/FakeFileManager.h"
 #include "tests/macos/MacFolderCalls.h"
 
+#include <glib.h>
 #include <gtest/gtest.h>
+#include <memory>
 
 using namespace doubles;
 namespace files = std::filesystem;
@@ -107,6 +109,47 @@ TEST_F(MacPresetFoldersTest, NamesAreUtf8)
     EXPECT_TRUE(files::is_directory(path));
     EXPECT_EQ(findInMacFolder(at("/\xC3\xA4 \xE3\x81\x82"), "\xF0\x9D\x84\x9E"),
               MacFolderAnswer::exists);
+}
+
+/** As a Mac's volume does unless its owner formats it otherwise: one name, whether in capital
+   letters or small ones, composed or decomposed. */
+std::string keyOnAMacsVolume(const std::string& name)
+{
+    using Text = std::unique_ptr<char, decltype(&g_free)>;
+    const Text folded(g_utf8_casefold(name.c_str(), -1), &g_free);
+    const Text decomposed(g_utf8_normalize(folded.get(), -1, G_NORMALIZE_NFD), &g_free);
+    return decomposed.get();
+}
+
+TEST_F(MacPresetFoldersTest, NamesAreTheSameWhereTheVolumeSaysSo)
+{
+    const std::string composed = "\xC3\xA4"; // a umlaut
+    const std::string decomposed = "a\xCC\x88";
+    files::create_directory(at("/Presets"));
+    files::create_directory(at("/" + decomposed));
+    EXPECT_EQ(findInMacFolder(home.home(), "presets"), MacFolderAnswer::missing);
+    EXPECT_EQ(findInMacFolder(home.home(), composed), MacFolderAnswer::missing);
+    FakeFileManager::keyOf = keyOnAMacsVolume;
+    EXPECT_EQ(findInMacFolder(home.home(), "presets"), MacFolderAnswer::exists);
+    EXPECT_EQ(findInMacFolder(at("/PRESETS"), "other"), MacFolderAnswer::missing);
+    EXPECT_EQ(findInMacFolder(home.home(), composed), MacFolderAnswer::exists);
+    EXPECT_EQ(createMacFolder(at("/PRESETS/" + composed)), 0);
+    EXPECT_EQ(createMacFolder(at("/" + composed + "/b")), 0);
+    EXPECT_EQ(FakeFileManager::created, 2u);
+    EXPECT_TRUE(files::is_directory(at("/Presets/" + composed)));
+    EXPECT_TRUE(files::is_directory(at("/" + decomposed + "/b")));
+}
+
+/** The File Manager has no name with a colon, and shows that of a path as a slash. Names of voices
+   and categories have neither: both are replaced in file names. */
+TEST_F(MacPresetFoldersTest, AColonIsOnlyInALevelThatExists)
+{
+    EXPECT_EQ(createMacFolder(at("/a:b")), 1);
+    EXPECT_TRUE(files::is_empty(home.home()));
+    files::create_directory(at("/a:b"));
+    EXPECT_EQ(createMacFolder(at("/a:b/c")), 0);
+    EXPECT_TRUE(files::is_directory(at("/a:b/c")));
+    EXPECT_EQ(findInMacFolder(at("/a:b"), "c"), MacFolderAnswer::exists);
 }
 
 TEST_F(MacPresetFoldersTest, NamesThatAreNoNamesFail)

@@ -30,6 +30,7 @@ TEST_F(MacTimerTest, TicksEvery50MillisecondsFromInitializeToTerminate)
     EXPECT_EQ(FakeCoreFoundation::timers(), 1u);
     EXPECT_NEAR(FakeCoreFoundation::lastInterval, 0.05, 1e-6);
     EXPECT_NEAR(FakeCoreFoundation::lastDelay, 0.05, 1e-6);
+    EXPECT_NEAR(FakeCoreFoundation::lastTolerance, 0.005, 1e-6) << "a tenth of the interval";
     bound.end();
     EXPECT_EQ(FakeCoreFoundation::timers(), 0u);
     EXPECT_EQ(FakeCoreFoundation::liveObjects(), 0u);

@@ -29,12 +29,14 @@ protected:
 TEST_F(MacSystemTextTest, IsTheSystemsDefaultEncoding)
 {
     EXPECT_EQ(converted(u"Cubase 7"), "Cubase 7");
-    EXPECT_EQ(converted(u"\u00E4"), "\x8A"); // Mac OS Roman
+    EXPECT_EQ(converted(u"\u00E4\u2020\u2248"), "\x8A\xA0\xC5"); // Mac OS Roman
 }
 
 TEST_F(MacSystemTextTest, CharactersThatItLacksBecomeQuestionMarks)
 {
     EXPECT_EQ(converted(u"a\u3042b"), "a?b");
+    EXPECT_EQ(converted(u"a\U0001F3B9b"), "a?b") << "two units are one character";
+    EXPECT_EQ(converted(u"a\xD83Cz"), "a?z") << "half a character";
 }
 
 TEST_F(MacSystemTextTest, AnEmptyTextStaysEmpty)

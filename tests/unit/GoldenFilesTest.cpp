@@ -4,65 +4,22 @@
 #include "basics/PlugInInfo.h"
 #include "presets/VstK2xPresetCreater.h"
 #include "processor/VstK2x.h"
+#include "tests/doubles/GoldenBytes.h"
 #include "tests/doubles/StreamDouble.h"
 #include "tests/doubles/TemporaryHome.h"
 #include "tests/unit/BoundController.h"
 
 #include "public.sdk/source/vst/vstpresetfile.h"
 
-#include <fstream>
-#include <sstream>
-
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 using doubles::BufferAnswer;
+using doubles::goldenBytes;
 using doubles::StreamDouble;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-/** The text between two quotes, where a backslash makes a tab, a line end or a quote. */
-std::string quotedBytes(const std::string& line)
-{
-    std::string bytes;
-    for (size_t at = 1; at < line.size() && line[at] != '"'; ++at) {
-        if (line[at] != '\\') {
-            bytes += line[at];
-            continue;
-        }
-        const char code = line[++at];
-        if (code == 'n')
-            bytes += '\n';
-        else
-            bytes += code == 't' ? '\t' : code;
-    }
-    return bytes;
-}
-
-/** A line of tests/golden/: a quoted text, or bytes in hexadecimal; then a comment behind "#". */
-std::string lineBytes(const std::string& line)
-{
-    if (!line.empty() && line[0] == '"')
-        return quotedBytes(line);
-    std::istringstream digits(line.substr(0, line.find('#')));
-    std::string bytes;
-    unsigned value = 0;
-    while (digits >> std::hex >> value)
-        bytes += static_cast<char>(value);
-    return bytes;
-}
-
-std::string golden(const std::string& name)
-{
-    std::ifstream file(std::string(GOLDEN_FOLDER) + "/" + name + ".hex");
-    EXPECT_TRUE(file) << name;
-    std::string bytes;
-    for (std::string line; std::getline(file, line);)
-        bytes += lineBytes(line);
-    EXPECT_FALSE(bytes.empty()) << name;
-    return bytes;
-}
 
 const std::vector<char> kState = {0, 1, '\x7F', '\x80', '\xFF', '\n', '\r', '\x1A', 0};
 const std::vector<char> kUserBank = {0, '\xFF', '\x7F', '\x80', '\n', 'A'};
@@ -86,7 +43,7 @@ protected:
 
     tresult setState(const std::string& name)
     {
-        StreamDouble stream(golden(name));
+        StreamDouble stream(goldenBytes(name));
         return processor->setState(&stream);
     }
 
@@ -101,7 +58,7 @@ protected:
     /** As a host loads a preset file. */
     bool load(const std::string& name)
     {
-        StreamDouble stream(golden(name));
+        StreamDouble stream(goldenBytes(name));
         return PresetFile::loadPreset(&stream, kProcessorUID, processor, bound.controller);
     }
 
@@ -136,8 +93,8 @@ TEST_F(GoldenFiles, StateReachesTheLibraryByteForByte)
 
 TEST_F(GoldenFiles, StateIsWrittenAsItAlwaysWas)
 {
-    EXPECT_EQ(savedState(kState), golden("state"));
-    EXPECT_EQ(savedState({}), golden("state-empty"));
+    EXPECT_EQ(savedState(kState), goldenBytes("state"));
+    EXPECT_EQ(savedState({}), goldenBytes("state-empty"));
 }
 
 TEST_F(GoldenFiles, EmptyStateIsRefused)
@@ -192,8 +149,8 @@ TEST_F(GoldenFiles, UserBankWithoutBytesAndUnknownKindsAreLeftAlone)
 
 TEST_F(GoldenFiles, PresetFilesAreWrittenAsTheyAlwaysWere)
 {
-    EXPECT_EQ(storedFile(0, 3), golden("voice"));
-    EXPECT_EQ(storedFile(8, 5), golden("user-bank"));
+    EXPECT_EQ(storedFile(0, 3), goldenBytes("voice"));
+    EXPECT_EQ(storedFile(8, 5), goldenBytes("user-bank"));
 }
 
 /** A host does not load another plug-in's file; the controller state in it names no plug-in. */
@@ -202,7 +159,7 @@ TEST_F(GoldenFiles, ForeignPresetIsTheHostsToRefuse)
     EXPECT_FALSE(load("foreign"));
     EXPECT_THAT(applied(), IsEmpty());
 
-    StreamDouble controllerState(golden("foreign").substr(48, 12));
+    StreamDouble controllerState(goldenBytes("foreign").substr(48, 12));
     EXPECT_EQ(bound.controller->setState(&controllerState), kResultOk);
     EXPECT_THAT(applied(), ElementsAre("library.applyPreset(7, 9)"));
 }

@@ -17,7 +17,8 @@ namespace doubles {
 
 namespace {
 
-std::set<FakeObject*> objects;
+// Never destroyed: a module that was not unloaded ends after them.
+std::set<FakeObject*>& objects = *new std::set<FakeObject*>;
 size_t misuseCount = 0;
 
 /** Null, and one misuse more, when there is no such object. */
@@ -34,7 +35,7 @@ FakeObject* liveObject(CFTypeRef reference)
 
 std::recursive_mutex& fakeObjectLock()
 {
-    static std::recursive_mutex lock;
+    static auto& lock = *new std::recursive_mutex;
     return lock;
 }
 
@@ -92,6 +93,8 @@ using namespace doubles;
 CFTypeRef CFRetain(CFTypeRef object)
 {
     const std::lock_guard guard(fakeObjectLock());
+    if (isConstantString(object))
+        return object;
     if (auto* known = liveObject(object))
         ++known->references;
     return object;
@@ -100,6 +103,8 @@ CFTypeRef CFRetain(CFTypeRef object)
 void CFRelease(CFTypeRef object)
 {
     const std::lock_guard guard(fakeObjectLock());
+    if (isConstantString(object))
+        return;
     auto* known = liveObject(object);
     if (known && --known->references == 0)
         delete known;

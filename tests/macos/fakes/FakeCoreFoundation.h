@@ -1,4 +1,6 @@
-// A Core Foundation for Linux that counts: every object with its references, and every misuse.
+// A Core Foundation for Linux that counts: every object with its references, and every misuse. Who
+// owns what is Apple's Memory Management Programming Guide for Core Foundation: Create and Copy
+// give a reference to the caller, Get does not.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -27,6 +29,10 @@ public:
     static inline bool resolvedAgainstBase = false;
     static inline CFIndex pathBufferSize = 0;
 
+    /** Where a Mac's module has its constant texts. */
+    static inline const char* constantsBegin = nullptr;
+    static inline const char* constantsEnd = nullptr;
+
     /** Makes every text conversion to 8-bit text fail. */
     static inline bool failConversions = false;
 
@@ -35,7 +41,9 @@ public:
     /** Seconds between two ticks of the timer that was made last. */
     static inline CFTimeInterval lastInterval = 0;
     static inline CFTimeInterval lastDelay = 0;
-    /** Fires each timer on the calling thread's run loop once. */
+    static inline CFTimeInterval lastTolerance = 0;
+    /** Fires each timer on the calling thread's run loop once, as long as it is in the common
+       modes: one in the default mode alone would stand still while a menu is open. */
     static void fireTimers();
 };
 

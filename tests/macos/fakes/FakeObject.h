@@ -21,6 +21,9 @@ struct FakeObject {
     is called. */
 std::recursive_mutex& fakeObjectLock();
 
+/** A text that stands in a Mac's module, which is never made and never goes. */
+bool isConstantString(CFTypeRef object);
+
 std::u16string utf16From(const std::string& utf8); ///< throws std::range_error
 std::string utf8From(const std::u16string& text);  ///< throws std::range_error
 

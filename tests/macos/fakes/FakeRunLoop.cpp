@@ -1,11 +1,21 @@
 // The fake Core Foundation's run loops: one a thread, whose timers fire when a test says so.
+// Apple's reference of CFRunLoop says that a loop retains its timers until they are made invalid,
+// and in which modes a timer fires.
 #include "tests/macos/fakes/FakeCoreFoundation.h"
 #include "tests/macos/fakes/FakeObject.h"
 
 #include <algorithm>
 #include <vector>
 
-const CFRunLoopMode kCFRunLoopCommonModes = nullptr;
+namespace {
+
+/** A name that stands for the modes in which a host waits for events, menus and mouse tracking
+    among them. Only its address matters. */
+const char commonModes = 0;
+
+} // namespace
+
+const CFRunLoopMode kCFRunLoopCommonModes = reinterpret_cast<CFRunLoopMode>(&commonModes);
 
 /** A run loop is its thread's and no object that anybody counts. */
 struct __CFRunLoop {
@@ -18,14 +28,16 @@ struct __CFRunLoopTimer : doubles::FakeObject {
     CFRunLoopTimerCallBack callback = nullptr;
     void* info = nullptr;
     CFRunLoopRef loop = nullptr;
+    CFRunLoopMode mode = nullptr;
 };
 
 namespace {
 
 constexpr CFAbsoluteTime kNow = 1000;
 
-/** Those on a run loop, each with one reference. */
-std::vector<CFRunLoopTimerRef> scheduled;
+/** Those on a run loop, each with one reference. Never destroyed: a module that was not unloaded
+    ends after it. */
+std::vector<CFRunLoopTimerRef>& scheduled = *new std::vector<CFRunLoopTimerRef>;
 
 } // namespace
 
@@ -48,7 +60,7 @@ void FakeCoreFoundation::fireTimers()
     {
         const std::lock_guard guard(fakeObjectLock());
         for (auto* timer : scheduled)
-            if (timer->loop == CFRunLoopGetCurrent())
+            if (timer->loop == CFRunLoopGetCurrent() && timer->mode == kCFRunLoopCommonModes)
                 due.push_back(timer);
     }
     for (auto* timer : due)
@@ -83,11 +95,17 @@ CFRunLoopTimerRef CFRunLoopTimerCreate(CFAllocatorRef, CFAbsoluteTime first,
     return timer;
 }
 
-void CFRunLoopAddTimer(CFRunLoopRef loop, CFRunLoopTimerRef timer, CFRunLoopMode)
+void CFRunLoopTimerSetTolerance(CFRunLoopTimerRef, CFTimeInterval tolerance)
+{
+    FakeCoreFoundation::lastTolerance = tolerance;
+}
+
+void CFRunLoopAddTimer(CFRunLoopRef loop, CFRunLoopTimerRef timer, CFRunLoopMode mode)
 {
     const std::lock_guard guard(fakeObjectLock());
     CFRetain(timer);
     timer->loop = loop;
+    timer->mode = mode;
     scheduled.push_back(timer);
 }
 

@@ -1,76 +1,82 @@
-// The fake Core Foundation's texts.
+// The fake Core Foundation's texts. Apple's reference of CFString says what the calls do; that
+// CFStringGetBytes gives nothing when the buffer is too small is simpler here: a Mac's fills what
+// fits, which neither the SDK nor the plug-in asks for.
 #include "tests/macos/fakes/FakeCoreFoundation.h"
 #include "tests/macos/fakes/FakeObject.h"
 
+#include "tests/macos/fakes/FakeEncodings.h"
+
 #include <algorithm>
-#include <codecvt>
+#include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <locale>
 #include <stdexcept>
+#include <vector>
 
 const CFAllocatorRef kCFAllocatorDefault = nullptr;
 const CFAllocatorRef kCFAllocatorNull = nullptr;
+
+/** What the compiler makes of a CFSTR for a Mac; it has the address of the class below. */
+struct ConstantString {
+    const void* isa;
+    uint64_t flags;
+    const void* text;
+    CFIndex length; ///< in units of the text, which is of bytes or of UTF-16
+};
+
+extern "C" const char __CFConstantStringClassReference[] = "the class of constant strings";
 
 namespace doubles {
 
 namespace {
 
-struct Facet : std::codecvt<char16_t, char, std::mbstate_t> {};
-using Converter = std::wstring_convert<Facet, char16_t>;
+/** Of clang's CodeGenModule::GetAddrOfConstantCFString: 0x07C8 for bytes, 0x07D0 for UTF-16. */
+constexpr uint64_t kIsWide = 0x10;
 
-CFStringRef makeString(std::u16string text)
+CFMutableStringRef makeString(std::u16string text)
 {
     auto* string = new __CFString;
     string->text = std::move(text);
     return string;
 }
 
-constexpr char16_t kUmlautA = u'\u00E4';
-constexpr UInt8 kMacRomanUmlautA = 0x8A;
-
-/** One character's byte in Mac OS Roman, as far as tests need it; 0 when it has none. */
-UInt8 macRoman(char16_t unit)
+std::u16string textOf(CFStringRef string)
 {
-    if (unit < 0x80)
-        return static_cast<UInt8>(unit);
-    return unit == kUmlautA ? kMacRomanUmlautA : 0;
-}
-
-/** Mac OS Roman has a character for every byte; those that no test needs are all the same here. */
-std::u16string fromMacRoman(const std::string& bytes)
-{
-    std::u16string text;
-    for (const char byte : bytes) {
-        const auto value = static_cast<UInt8>(byte);
-        const char16_t other = value == kMacRomanUmlautA ? kUmlautA : u'\uFFFD';
-        text += value < 0x80 ? value : other;
-    }
-    return text;
-}
-
-std::string encoded(const std::u16string& text, CFStringEncoding encoding, UInt8 lossByte)
-{
-    if (encoding == kCFStringEncodingUTF8)
-        return utf8From(text);
-    std::string bytes;
-    for (const char16_t unit : text) {
-        const UInt8 byte = macRoman(unit);
-        bytes += static_cast<char>(byte ? byte : lossByte);
-    }
-    return bytes;
+    if (!isConstantString(string))
+        return string->text;
+    const auto* constant = reinterpret_cast<const ConstantString*>(string);
+    const auto length = static_cast<size_t>(constant->length);
+    if (constant->flags & kIsWide)
+        return {static_cast<const char16_t*>(constant->text), length};
+    const auto* bytes = static_cast<const char*>(constant->text);
+    return {bytes, bytes + length};
 }
 
 } // namespace
 
+bool isConstantString(CFTypeRef object)
+{
+    const auto* bytes = static_cast<const char*>(object);
+    return bytes >= FakeCoreFoundation::constantsBegin &&
+           bytes < FakeCoreFoundation::constantsEnd &&
+           static_cast<const ConstantString*>(object)->isa == __CFConstantStringClassReference;
+}
+
 std::u16string utf16From(const std::string& utf8)
 {
-    return Converter().from_bytes(utf8);
+    const auto text = decoded(utf8, kCFStringEncodingUTF8);
+    if (!text)
+        throw std::range_error("no UTF-8");
+    return *text;
 }
 
 std::string utf8From(const std::u16string& text)
 {
-    return Converter().to_bytes(text);
+    const auto bytes = encoded(text, kCFStringEncodingUTF8, 0);
+    if (!bytes || utf16From(*bytes) != text)
+        throw std::range_error("no UTF-16");
+    return *bytes;
 }
 
 } // namespace doubles
@@ -79,12 +85,8 @@ using namespace doubles;
 
 CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding encoding)
 {
-    try {
-        const bool isUtf8 = encoding == kCFStringEncodingUTF8;
-        return makeString(isUtf8 ? utf16From(text) : fromMacRoman(text));
-    } catch (const std::range_error&) {
-        return nullptr;
-    }
+    const auto units = decoded(text, encoding);
+    return units ? makeString(*units) : nullptr;
 }
 
 CFStringRef CFStringCreateWithCharactersNoCopy(CFAllocatorRef, const UniChar* units, CFIndex length,
@@ -93,64 +95,103 @@ CFStringRef CFStringCreateWithCharactersNoCopy(CFAllocatorRef, const UniChar* un
     return makeString(std::u16string(units, units + length));
 }
 
+CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex size,
+                                    CFStringEncoding encoding, Boolean)
+{
+    const std::string text(reinterpret_cast<const char*>(bytes), static_cast<size_t>(size));
+    const auto units = decoded(text, encoding);
+    return units ? makeString(*units) : nullptr;
+}
+
+CFMutableStringRef CFStringCreateMutable(CFAllocatorRef, CFIndex)
+{
+    return makeString({});
+}
+
+void CFStringAppendCharacters(CFMutableStringRef string, const UniChar* units, CFIndex length)
+{
+    string->text.append(units, units + length);
+}
+
+void CFStringAppendCString(CFMutableStringRef string, const char* text, CFStringEncoding encoding)
+{
+    string->text += decoded(text, encoding).value_or(u"");
+}
+
+/** The formats of the SDK: "%.*lf" and "%lld", which the C library knows as well. */
+CFStringRef CFStringCreateWithFormatAndArguments(CFAllocatorRef, CFDictionaryRef,
+                                                 CFStringRef format, va_list arguments)
+{
+    const auto known = utf8From(textOf(format));
+    if (known != "%.*lf" && known != "%lld")
+        std::abort();
+    std::vector<char> text(512);
+    std::vsnprintf(text.data(), text.size(), known.c_str(), arguments);
+    return makeString(utf16From(text.data()));
+}
+
+CFStringRef CFStringCreateWithFormat(CFAllocatorRef allocator, CFDictionaryRef options,
+                                     CFStringRef format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    auto* string = CFStringCreateWithFormatAndArguments(allocator, options, format, arguments);
+    va_end(arguments);
+    return string;
+}
+
 CFIndex CFStringGetLength(CFStringRef string)
 {
-    return static_cast<CFIndex>(string->text.size());
+    return static_cast<CFIndex>(textOf(string).size());
 }
 
 void CFStringGetCharacters(CFStringRef string, CFRange range, UniChar* buffer)
 {
-    std::copy_n(string->text.begin() + range.location, range.length, buffer);
+    const auto text = textOf(string);
+    std::copy_n(text.begin() + range.location, range.length, buffer);
 }
 
 CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding encoding,
                          UInt8 lossByte, Boolean, UInt8* buffer, CFIndex size, CFIndex* usedSize)
 {
-    *usedSize = 0;
+    CFIndex unwanted = 0;
+    CFIndex& used = usedSize ? *usedSize : unwanted;
+    used = 0;
     if (FakeCoreFoundation::failConversions)
         return 0;
-    const auto part =
-        string->text.substr(static_cast<size_t>(range.location), static_cast<size_t>(range.length));
+    const auto part = textOf(string).substr(static_cast<size_t>(range.location),
+                                            static_cast<size_t>(range.length));
     const auto bytes = encoded(part, encoding, lossByte);
-    if (bytes.size() > static_cast<size_t>(size))
+    if (!bytes || bytes->size() > static_cast<size_t>(size))
         return 0;
-    std::memcpy(buffer, bytes.data(), bytes.size());
-    *usedSize = static_cast<CFIndex>(bytes.size());
+    std::memcpy(buffer, bytes->data(), bytes->size());
+    used = static_cast<CFIndex>(bytes->size());
     return range.length;
+}
+
+Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
+                           CFStringEncoding encoding)
+{
+    const auto bytes = encoded(textOf(string), encoding, 0);
+    if (!bytes || bytes->size() >= static_cast<size_t>(size))
+        return false;
+    std::memcpy(buffer, bytes->c_str(), bytes->size() + 1);
+    return true;
 }
 
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding)
 {
+    if (encoding == kCFStringEncodingUTF16)
+        return 2 * length;
     return encoding == kCFStringEncodingUTF8 ? 3 * length : length;
 }
 
+double CFStringGetDoubleValue(CFStringRef string)
+{
+    return std::strtod(utf8From(textOf(string)).c_str(), nullptr);
+}
+
 // The SDK's text class also names these; no test leads to them.
-
-CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8*, CFIndex, CFStringEncoding,
-                                    Boolean)
-{
-    std::abort();
-}
-
-CFMutableStringRef CFStringCreateMutable(CFAllocatorRef, CFIndex)
-{
-    std::abort();
-}
-
-void CFStringAppendCharacters(CFMutableStringRef, const UniChar*, CFIndex)
-{
-    std::abort();
-}
-
-void CFStringAppendCString(CFMutableStringRef, const char*, CFStringEncoding)
-{
-    std::abort();
-}
-
-Boolean CFStringGetCString(CFStringRef, char*, CFIndex, CFStringEncoding)
-{
-    std::abort();
-}
 
 CFComparisonResult CFStringCompare(CFStringRef, CFStringRef, CFStringCompareFlags)
 {

@@ -1,4 +1,5 @@
 // The module's class factory, as the host reads it.
+#include "tests/doubles/MacsCode.h"
 #include "tests/plugin/PlugInFixture.h"
 
 #include "public.sdk/source/vst/utility/stringconvert.h"
@@ -215,7 +216,9 @@ TEST_F(Factory, LetsNoExceptionOfTheHostsContextOut)
     const FUnknownPtr<IPluginFactory3> third(factory);
     ASSERT_TRUE(third);
     ThrowingContext context;
-    EXPECT_NO_THROW(EXPECT_EQ(third->setHostContext(&context), kResultFalse));
+    // The SDK takes a host's context for a Linux host's run loop, and nowhere else.
+    const auto expected = doubles::kIsMacsCode ? kNotImplemented : kResultFalse;
+    EXPECT_NO_THROW(EXPECT_EQ(third->setHostContext(&context), expected));
     EXPECT_NO_THROW(third->setHostContext(nullptr));
 }
 

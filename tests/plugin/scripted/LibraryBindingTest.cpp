@@ -1,4 +1,5 @@
 // Bound to the library file in its fixed place: the scripted library, which records every call.
+#include "tests/doubles/MacsCode.h"
 #include "tests/plugin/PlugInFixture.h"
 
 #include <algorithm>
@@ -64,6 +65,7 @@ TEST_F(LibraryBinding, EndsInOrder)
     expected.emplace_back("library.destroy()");
     trace.clear();
     EXPECT_EQ(controller->terminate(), kResultOk);
+    EXPECT_THAT(host.runLoop.intervals(), IsEmpty());
     EXPECT_EQ(trace.textsOf({"library.", "observer(", "runLoop."}), expected);
     EXPECT_FALSE(isLeftLoaded());
 }

@@ -112,6 +112,24 @@ TEST_F(WithSimulator, ShowsAnotherStagingFolder)
     EXPECT_EQ("staged", run("--staging '" + scratch.string() + "' cat '" + library + "'").text);
 }
 
+TEST_F(WithSimulator, ShowsAnotherBundleInThePlugInsPlace)
+{
+    // A build of its own: the copy looks beside itself for what is built.
+    const auto build = scratch / "build";
+    fs::create_directories(fs::path(build.string() + "/staging" + library).parent_path());
+    std::ofstream(build.string() + "/staging" + library) << "staged";
+    fs::copy_file(WITH_SIMULATOR, build / "with-simulator");
+    fs::create_directories(build / "RDL3_RDL5 VST.vst3");
+    fs::create_directories(scratch / "other");
+    write("other/module", "other plug-in");
+    const auto output = runCommand("'" + (build / "with-simulator").string() + "' --plug-in '" +
+                                   (scratch / "other").string() + "' cat '" +
+                                   (build / "RDL3_RDL5 VST.vst3/module").string() + "'");
+    EXPECT_EQ(0, output.status) << output.text;
+    EXPECT_EQ("other plug-in", output.text);
+    EXPECT_TRUE(fs::is_empty(build / "RDL3_RDL5 VST.vst3"));
+}
+
 TEST_F(WithSimulator, RunsInsideItself)
 {
     const auto output = run("'" WITH_SIMULATOR "' --no-library ls -A '" + folder + "'");
@@ -155,7 +173,7 @@ TEST_F(WithSimulator, SaysWhatItNeeds)
     };
     for (const std::string arguments :
          {"", "--", "--library", "--staging", "--library /no/such/file true", "--nonsense true",
-          "--staging /no/such/folder true"}) {
+          "--staging /no/such/folder true", "--plug-in", "--plug-in /no/such/folder true"}) {
         const auto output = run(arguments);
         EXPECT_TRUE(isOneSentence(output)) << arguments << ": " << output.text;
     }

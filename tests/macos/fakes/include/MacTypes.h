@@ -1,4 +1,5 @@
-// The Mac's basic types, for compiling macOS sources into a Linux program.
+// The Mac's basic types, for compiling macOS sources into a Linux program: those of Apple's own
+// MacTypes.h, which scripts/fetch-darwin fetches, in the sizes that it has for 64 bits.
 #pragma once
 
 typedef unsigned char UInt8;

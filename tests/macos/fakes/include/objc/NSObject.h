@@ -1,4 +1,4 @@
-// The root class, for GNU's Objective-C run-time.
+// The root class, for GNU's Objective-C run-time, whose documentation says how a class begins.
 #pragma once
 
 @interface NSObject {

@@ -1,4 +1,6 @@
-// The application and the event that it is handling.
+// The application and the event that it is handling. Known from Apple's AppKit reference:
+// NSApplication (sharedApplication, currentEvent), NSEvent (eventRef); GNUstep's AppKit declares
+// them alike.
 #pragma once
 
 #include <objc/NSObject.h>

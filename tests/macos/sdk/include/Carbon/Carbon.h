@@ -1,5 +1,6 @@
 // The Carbon Event Manager's answer to what kind an event is. Marked as deprecated, whatever
 // Apple's header says of it: a call outside platform/mac/CurrentEvent.mm is then a compiler error.
+// Known from Apple's Carbon Event Manager reference (CarbonEventsCore.h).
 #pragma once
 
 #include <MacTypes.h>

@@ -1,4 +1,4 @@
-// AppKit's clipboard as far as the SDK names it.
+// AppKit's clipboard as far as the SDK names it. Known from Apple's reference of NSPasteboard.
 #pragma once
 
 #include <AppKit/AppKit.h>

@@ -1,4 +1,5 @@
-// Core Audio's clock, which the SDK's system time is made of.
+// Core Audio's clock, which the SDK's system time is made of. Known from Apple's reference
+// (HostTime.h).
 #pragma once
 
 #include <MacTypes.h>

@@ -1,4 +1,8 @@
-// Core Foundation as far as this plug-in and the SDK sources in it use it.
+// Core Foundation as far as this plug-in and the SDK sources in it use it. Types, constants and
+// signatures are known from the headers that Apple has published with Core Foundation's sources and
+// in Swift's swift-corelibs-foundation: CFBase.h, CFString.h, CFRunLoop.h, CFBundle.h, CFURL.h,
+// CFUUID.h, CFError.h. CFUUIDBytes has sixteen members of one byte there and an array of them here,
+// which is passed alike. arc_cf_code_audited and CFSTR are as clang documents and compiles them.
 #pragma once
 
 #include <MacTypes.h>

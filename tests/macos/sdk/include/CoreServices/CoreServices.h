@@ -1,5 +1,8 @@
 // The File Manager's references to files and folders. All of them are deprecated since macOS 10.8
 // and declared so, which makes a call outside platform/mac/PresetFolders.cpp a compiler error.
+// Known from Apple's File Manager reference and Technical Note TN2078 (Files.h: FSRef's 80 bytes,
+// the signatures), and from its headers MacErrors.h (dupFNErr) and TextCommon.h (TextEncoding,
+// kTextEncodingUnknown).
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>

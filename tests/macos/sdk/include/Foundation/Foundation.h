@@ -1,4 +1,6 @@
-// Foundation as far as the SDK's Objective-C++ files name it.
+// Foundation as far as the SDK's Objective-C++ files name it. Known from Apple's reference of each
+// class; NSFastEnumerationState is what clang compiles "for (... in ...)" to. What is compiled
+// against this runs in no test.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>

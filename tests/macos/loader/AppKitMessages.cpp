@@ -1,0 +1,57 @@
+// How messages are sent is Apple's Objective-C Runtime reference: objc_msgSend takes the receiver
+// and the selector, of which clang writes the name into the image.
+#include "tests/macos/loader/AppKitMessages.h"
+
+#include "tests/macos/loader/DarwinCall.h"
+
+#include <cstring>
+#include <MacTypes.h>
+#include <string>
+
+namespace {
+
+struct CarbonEvent {
+    UInt32 kind;
+};
+
+char theApplication;
+char theEvent;
+CarbonEvent carbonEvent = {0};
+
+} // namespace
+
+/** The class object, of which only the address matters. */
+extern "C" {
+__attribute__((visibility("hidden"))) extern char
+    applicationClass[] __asm__("OBJC_CLASS_$_NSApplication");
+char applicationClass[8] = {};
+}
+
+void macho::setCurrentEvent(unsigned kind)
+{
+    carbonEvent.kind = kind;
+}
+
+/** Apple's run-time takes the selector for a unique pointer; in an image that nobody registered it
+    is the name itself. A message to nil gives nil. */
+DARWIN_CALL(const void*, objc_msgSend)(const void* receiver, const char* selector)
+{
+    const auto is = [&](const void* object, const char* name) {
+        return receiver == object && std::strcmp(selector, name) == 0;
+    };
+    if (!receiver)
+        return nullptr;
+    if (is(applicationClass, "sharedApplication"))
+        return &theApplication;
+    if (is(&theApplication, "currentEvent"))
+        return carbonEvent.kind ? &theEvent : nullptr;
+    if (is(&theEvent, "eventRef"))
+        return &carbonEvent;
+    macho::endProgram(
+        (std::string("a message that its receiver does not know: ") + selector).c_str(), receiver);
+}
+
+DARWIN_CALL(UInt32, GetEventKind)(const CarbonEvent* event)
+{
+    return event->kind;
+}

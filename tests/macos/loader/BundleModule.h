@@ -1,0 +1,34 @@
+// What a test can ask of the Linux module that is the Mac's bundle, beside the plug-in's own
+// entries: the fake system that the machine code runs on. Whoever has loaded the module finds it
+// with dlsym by the name "getMachoSystem".
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+extern "C" {
+
+/** Valid while the module is loaded. */
+struct MachoSystem {
+    /** Fires the timers of the calling thread's run loop once. */
+    void (*fireTimers)();
+    /** Timers on any run loop, and the seconds between two ticks of the one that was made last. */
+    size_t (*timers)();
+    double (*interval)();
+    /** Seconds by which that one may be late. */
+    double (*tolerance)();
+    /** Objects of Core Foundation that somebody holds, the bundle itself left out. */
+    size_t (*objects)();
+    /** References to what was no object of Core Foundation. */
+    size_t (*misuses)();
+    /** The kind of the event that the application handles; 0: none. */
+    void (*setCurrentEvent)(unsigned kind);
+    /** What an import's symbol is bound to; null when it is not among the imports. */
+    void* (*import)(const char* symbol);
+    /** Where the machine code lies. */
+    uintptr_t codeBegin;
+    uintptr_t codeEnd;
+};
+
+using GetMachoSystem = const MachoSystem* (*)();
+}

@@ -1,0 +1,227 @@
+// Darwin's mutexes and condition variables, in the memory that the image has for them. Sizes and
+// marks are those of Darwin's sys/_pthread/_pthread_types.h and pthread_impl.h. One that nobody
+// made or that is gone ends the program, which neither Darwin nor Linux does.
+#include "tests/macos/loader/DarwinCall.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <iterator>
+#include <memory>
+#include <new>
+#include <pthread.h>
+
+namespace {
+
+using macho::endProgram;
+
+constexpr uint64_t kMutexInitialiser = 0x32AAABA7;     // _PTHREAD_MUTEX_SIG_init
+constexpr uint64_t kConditionInitialiser = 0x3CB0B1BB; // _PTHREAD_COND_SIG_init
+constexpr uint64_t kMade = 0x4D414445;
+constexpr uint64_t kGone = 0x474F4E45;
+
+struct Mutex {
+    uint64_t mark;
+    pthread_mutex_t real;
+};
+static_assert(sizeof(Mutex) <= 64, "Darwin's has 64 bytes");
+
+struct Condition {
+    uint64_t mark;
+    pthread_cond_t* real; ///< too large to be in here
+};
+static_assert(sizeof(Condition) <= 48, "Darwin's has 48 bytes");
+
+struct Attributes {
+    uint64_t mark;
+    int kind;
+};
+static_assert(sizeof(Attributes) <= 16, "Darwin's have 16 bytes");
+
+uint64_t markOf(const uint64_t& mark)
+{
+    return __atomic_load_n(&mark, __ATOMIC_ACQUIRE);
+}
+
+void setMark(uint64_t& mark, uint64_t value)
+{
+    __atomic_store_n(&mark, value, __ATOMIC_RELEASE);
+}
+
+/** Held while a lock is made at its first use, which two threads may do at once. */
+class Making {
+public:
+    Making() { pthread_mutex_lock(&lock); }
+    ~Making() { pthread_mutex_unlock(&lock); }
+    Making(const Making&) = delete;
+    Making& operator=(const Making&) = delete;
+
+private:
+    static inline pthread_mutex_t lock = PTHREAD_MUTEX_INITIALIZER;
+};
+
+void makeAtFirstUse(Mutex* mutex)
+{
+    const Making making;
+    if (mutex->mark != kMutexInitialiser)
+        return;
+    pthread_mutex_init(&mutex->real, nullptr);
+    setMark(mutex->mark, kMade);
+}
+
+void makeAtFirstUse(Condition* condition)
+{
+    const Making making;
+    if (condition->mark != kConditionInitialiser)
+        return;
+    condition->real = new pthread_cond_t;
+    pthread_cond_init(condition->real, nullptr);
+    setMark(condition->mark, kMade);
+}
+
+pthread_mutex_t* real(Mutex* mutex)
+{
+    if (markOf(mutex->mark) == kMutexInitialiser)
+        makeAtFirstUse(mutex);
+    if (markOf(mutex->mark) != kMade)
+        endProgram("a mutex was used that nobody made or that is gone", mutex);
+    return &mutex->real;
+}
+
+pthread_cond_t* real(Condition* condition)
+{
+    if (markOf(condition->mark) == kConditionInitialiser)
+        makeAtFirstUse(condition);
+    if (markOf(condition->mark) != kMade)
+        endProgram("a condition variable was used that nobody made or that is gone", condition);
+    return condition->real;
+}
+
+void checkMade(const Attributes* attributes)
+{
+    if (attributes->mark != kMade)
+        endProgram("mutex attributes were used that nobody made or that are gone", attributes);
+}
+
+/** Darwin's PTHREAD_MUTEX_NORMAL 0, _ERRORCHECK 1 and _RECURSIVE 2. */
+constexpr int kKinds[] = {PTHREAD_MUTEX_NORMAL, PTHREAD_MUTEX_ERRORCHECK, PTHREAD_MUTEX_RECURSIVE};
+
+int destroy(Mutex* mutex)
+{
+    const auto mark = markOf(mutex->mark);
+    if (mark != kMade && mark != kMutexInitialiser)
+        endProgram("a mutex was destroyed that nobody made or that is gone", mutex);
+    const int result = mark == kMade ? pthread_mutex_destroy(&mutex->real) : 0;
+    if (result == 0)
+        setMark(mutex->mark, kGone);
+    return result;
+}
+
+void destroy(Condition* condition)
+{
+    const auto mark = markOf(condition->mark);
+    if (mark != kMade && mark != kConditionInitialiser)
+        endProgram("a condition variable was destroyed that nobody made or that is gone",
+                   condition);
+    if (mark == kMade) {
+        const std::unique_ptr<pthread_cond_t> owned(condition->real);
+        pthread_cond_destroy(owned.get());
+    }
+    setMark(condition->mark, kGone);
+}
+
+} // namespace
+
+DARWIN_CALL(int, pthread_mutexattr_init)(Attributes* attributes)
+{
+    *attributes = {kMade, 0};
+    return 0;
+}
+
+DARWIN_CALL(int, pthread_mutexattr_settype)(Attributes* attributes, int kind)
+{
+    checkMade(attributes);
+    if (kind < 0 || kind >= static_cast<int>(std::size(kKinds)))
+        return EINVAL;
+    attributes->kind = kind;
+    return 0;
+}
+
+DARWIN_CALL(int, pthread_mutexattr_destroy)(Attributes* attributes)
+{
+    checkMade(attributes);
+    attributes->mark = kGone;
+    return 0;
+}
+
+DARWIN_CALL(int, pthread_mutex_init)(Mutex* mutex, const Attributes* attributes)
+{
+    pthread_mutexattr_t kind;
+    pthread_mutexattr_init(&kind);
+    if (attributes) {
+        checkMade(attributes);
+        pthread_mutexattr_settype(&kind, kKinds[attributes->kind]);
+    }
+    const int result = pthread_mutex_init(&mutex->real, &kind);
+    pthread_mutexattr_destroy(&kind);
+    setMark(mutex->mark, kMade);
+    return result;
+}
+
+DARWIN_CALL(int, pthread_mutex_destroy)(Mutex* mutex)
+{
+    return destroy(mutex);
+}
+
+DARWIN_CALL(int, pthread_mutex_lock)(Mutex* mutex)
+{
+    return pthread_mutex_lock(real(mutex));
+}
+
+DARWIN_CALL(int, pthread_mutex_trylock)(Mutex* mutex)
+{
+    return pthread_mutex_trylock(real(mutex));
+}
+
+DARWIN_CALL(int, pthread_mutex_unlock)(Mutex* mutex)
+{
+    return pthread_mutex_unlock(real(mutex));
+}
+
+// The C++ library's, which are the same memory: std::mutex's lock, unlock and destructor,
+// std::condition_variable's notify_all, wait and destructor. Apple's destructors on arm64 return
+// the object.
+
+DARWIN_CALL(void, _ZNSt3__15mutex4lockEv)(Mutex* mutex)
+{
+    pthread_mutex_lock(real(mutex));
+}
+
+DARWIN_CALL(void, _ZNSt3__15mutex6unlockEv)(Mutex* mutex)
+{
+    pthread_mutex_unlock(real(mutex));
+}
+
+DARWIN_CALL(Mutex*, _ZNSt3__15mutexD1Ev)(Mutex* mutex)
+{
+    destroy(mutex);
+    return mutex;
+}
+
+DARWIN_CALL(void, _ZNSt3__118condition_variable10notify_allEv)(Condition* condition)
+{
+    pthread_cond_broadcast(real(condition));
+}
+
+/** A std::unique_lock begins with the pointer to its mutex. */
+DARWIN_CALL(void, _ZNSt3__118condition_variable4waitERNS_11unique_lockINS_5mutexEEE)
+(Condition* condition, Mutex** lock)
+{
+    pthread_cond_wait(real(condition), real(*lock));
+}
+
+DARWIN_CALL(Condition*, _ZNSt3__118condition_variableD1Ev)(Condition* condition)
+{
+    destroy(condition);
+    return condition;
+}
