@@ -4,9 +4,9 @@
 #include "simulator/LoopWire.h"
 
 #include <atomic>
+#include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
-#include <iostream>
 #include <utility>
 
 namespace Steinberg {
@@ -57,7 +57,7 @@ std::string folderOfThisLibrary()
 
 std::unique_ptr<MidiWire> withoutPort(const std::string& reason)
 {
-    std::cerr << "simulator: no MIDI port, " << reason << '\n';
+    std::fprintf(stderr, "simulator: no MIDI port, %s\n", reason.c_str());
     return std::make_unique<OpenEndedWire>(reason);
 }
 

@@ -9,8 +9,8 @@
 #include <bitset>
 #include <chrono>
 #include <condition_variable>
+#include <cstdio>
 #include <deque>
-#include <iostream>
 #include <mutex>
 #include <set>
 #include <utility>
@@ -42,7 +42,7 @@ OpenWires& openWires()
 
 void say(const std::string& text)
 {
-    std::cerr << "simulator: " + text + '\n';
+    std::fprintf(stderr, "simulator: %s\n", text.c_str());
 }
 
 } // namespace
