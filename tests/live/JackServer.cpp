@@ -1,6 +1,7 @@
 #include "tests/live/JackServer.h"
 
 #include "tests/live/Patience.h"
+#include "tests/live/Spawn.h"
 
 #include <chrono>
 #include <csignal>
@@ -9,7 +10,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <spawn.h>
 #include <stdexcept>
 #include <sys/file.h>
 #include <sys/wait.h>
@@ -24,26 +24,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto name = "vstk2x";
-
-pid_t spawn(std::vector<std::string> words, const std::string& log)
-{
-    std::vector<char*> arguments;
-    for (auto& word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, log.c_str(),
-                                     O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
-    pid_t child = 0;
-    const int result =
-        posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (result != 0)
-        throw std::runtime_error(words[0] + " does not start: scripts/setup test installs it");
-    return child;
-}
 
 std::string textOf(const std::string& file)
 {

@@ -2,16 +2,14 @@
 #include "tests/live/JackPeer.h"
 #include "tests/live/JackServer.h"
 #include "tests/live/Patience.h"
+#include "tests/live/Spawn.h"
 #include "tests/tools/MidiBytes.h"
 #include "tests/tools/PlayProgram.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <spawn.h>
-#include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,26 +23,9 @@ using Bytes = std::vector<uint8_t>;
 /** A program in a process group of its own, as a terminal has one. */
 class RunningProgram {
 public:
-    RunningProgram(Words words, const std::string& output)
+    RunningProgram(const Words& words, const std::string& output)
+    : process(spawn(words, output, Group::own))
     {
-        std::vector<char*> arguments;
-        for (auto& word : words)
-            arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(),
-                                         O_WRONLY | O_CREAT | O_TRUNC, 0600);
-        posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
-        posix_spawnattr_t attributes;
-        posix_spawnattr_init(&attributes);
-        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-        const int result =
-            posix_spawn(&process, arguments[0], &actions, &attributes, arguments.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        posix_spawnattr_destroy(&attributes);
-        if (result != 0)
-            throw std::runtime_error(words[0] + " does not start");
     }
     ~RunningProgram()
     {
