@@ -228,7 +228,7 @@ public:
                 out = std::make_unique<Half<RtMidiOut>>(service->api(), program + "-out");
             in = std::make_unique<Half<RtMidiIn>>(service->api(), program + "-in");
             in->end.setCallback(&RtMidiDriver::take, this);
-            const auto name = wish.port == "own" ? openOwn() : openOther(wish.port);
+            auto name = wish.port == "own" ? openOwn() : openOther(wish.port);
             service->settle();
             return name;
         } catch (const RtMidiError& error) {

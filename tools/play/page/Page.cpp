@@ -44,7 +44,7 @@ std::string packed(const std::vector<NoteFate>& notes)
         last = note.start;
         numbers.add(note.end - note.start);
         numbers.add(note.channel * 128 + note.pitch);
-        numbers.add(note.velocity * 16 + traitsOf(note));
+        numbers.add(int64{note.velocity} * 16 + traitsOf(note));
         if (note.startBack != NoteFate::kNever)
             numbers.addSigned(note.startBack - note.start);
         if (note.endBack != NoteFate::kNever)
