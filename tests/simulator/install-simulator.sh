@@ -36,7 +36,7 @@ refuses() { [ "$status" -eq 1 ] && says refused; }
 is_library() { cmp -s "$1" "$target"; }
 holds() { [ "$(cat "$target")" = "$1" ]; }
 is_empty() { [ -z "$(ls -A "$root")" ]; }
-only_the_library_and_its_record() { [ "$(find "$root" ! -type d | wc -l)" -eq 2 ]; }
+only_these() { [ "$(find "$root" ! -type d | wc -l)" -eq "$1" ]; }
 foreign() { mkdir -p "$place" && echo "$1" >"$target"; }
 
 case $case in
@@ -46,7 +46,8 @@ installs-and-takes-away)
   expect "says where" says "$target"
   expect "the library's bytes" is_library "$library"
   expect "that a program of any user loads" [ -r "$target" -a -x "$target" ]
-  expect "and its own record, nothing else" only_the_library_and_its_record
+  expect "the module of its MIDI port beside it" cmp -s "${library%/*}/simulator-midi-port.so" "$place/simulator-midi-port.so"
+  expect "and its own record, nothing else" only_these 3
   run --remove
   expect "takes away" succeeds
   expect "says what" says "Took away $target"
