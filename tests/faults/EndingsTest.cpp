@@ -12,8 +12,6 @@ using namespace Steinberg::Vst;
 using doubles::HostFamily;
 using testing::IsEmpty;
 
-constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
-
 /** Goes on from a life that began without faults, to the last reference. Whatever fails on the way:
     at the end the library has no controller of ours and no observer, and was ended once for each
     start. */

@@ -8,7 +8,6 @@ using namespace Steinberg;
 using doubles::HostFamily;
 using testing::ElementsAre;
 
-constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
 const std::string kSync = "library.syncPartToMidiChannel(3)";
 const std::string kSyncOfNone =
     "library.syncPartToMidiChannel(0)"; // of a host that gives no number

@@ -8,8 +8,6 @@ namespace {
 using doubles::HostFamily;
 using testing::ElementsAre;
 
-constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
-
 /** Tracks 0 and 1 play the plug-in on the channels 3 and 4; track 2 plays another one. */
 class Routing : public Scenario {
 public:

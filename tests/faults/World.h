@@ -22,6 +22,9 @@ enum class Binding { kService, kLibrary };
 
 constexpr unsigned kVolume1 = 37012000;
 
+/** What a track shows as its output that plays the instance "Synth 1". */
+constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
+
 class World {
 public:
     World(const doubles::HostFamily& family, Binding bound);

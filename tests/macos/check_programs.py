@@ -84,6 +84,13 @@ def in_ninja(path):
     return re.sub(r"([$: ])", r"$\1", str(path))
 
 
+def together(file):
+    """The sources that are compiled with this one: those that it includes if CMake wrote it for that."""
+    if file.parent.name != "Unity":
+        return [file]
+    return [pathlib.Path(name) for name in re.findall(r'^#include "(.*)"$', file.read_text(), re.MULTILINE)]
+
+
 def read(build, sources):
     ninja(build, "build.ninja")  # sources that came or went
     entries = json.loads((build / "compile_commands.json").read_text())
@@ -95,10 +102,11 @@ def read(build, sources):
              "  depfile = $out.d", "  deps = gcc"]
     entry_of = {}
     for entry in entries:
-        source = pathlib.Path(entry["file"])
+        file = pathlib.Path(entry["file"])
+        source = together(file)[0]
         own = source.is_relative_to(sources) and source.relative_to(sources).parts[0] in FOLDERS
         if own or source.suffix == ".mm":  # the SDK's for a Mac, too
-            entry_of.setdefault(source, entry)  # once, in however many programs it is
+            entry_of.setdefault(file, entry)  # once, in however many programs it is
     for source, entry in entry_of.items():
         words, output = compilation(entry)
         words[words.index("-c")] = "-fsyntax-only"
@@ -108,7 +116,7 @@ def read(build, sources):
                   "  words = " + shlex.join(words).replace("$", "$$")]
     (build / "read.ninja").write_text("\n".join(lines) + "\n")
     ninja(build, "-f", "read.ninja", "-k", "0")
-    for source in sorted(entry_of):
+    for source in sorted({source for file in entry_of for source in together(file)}):
         print(f"{build.name} read: {os.path.relpath(source, sources)}")
 
 

@@ -11,9 +11,9 @@
 using doubles::le32;
 using doubles::midiFile;
 using doubles::MidiTrack;
-using doubles::play;
 using doubles::presetFileBytes;
 using doubles::presetXml;
+using doubles::runPlay;
 using doubles::Words;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -82,8 +82,8 @@ TEST_F(PlayBank, StoresWhatAPresetBroughtFirst)
 {
     const auto data = std::string("\x00\xFF\x10List", 7);
     const auto brought = folder.write("brought.vstpreset", presetFileBytes(userBank(14, 3, data)));
-    const auto json = report({"--preset", brought, "--store-bank", "14:3"});
-    EXPECT_EQ(json["preset"]["data"], "00ff104c697374");
+    const auto read = report({"--preset", brought, "--store-bank", "14:3"});
+    EXPECT_EQ(read["preset"]["data"], "00ff104c697374");
     EXPECT_EQ(home.content("Whole Desk Four.vstpreset"),
               presetFileBytes(userBank(14, 3, data), presetXml("Other", "Other", "")));
 }
@@ -91,7 +91,7 @@ TEST_F(PlayBank, StoresWhatAPresetBroughtFirst)
 TEST_F(PlayBank, StoresSeveralBanksAndSaysWhere)
 {
     const auto outcome =
-        play({song, "--store-bank", "8:0", "--store-bank", "10:1", "--store-bank", "8:0"});
+        runPlay({song, "--store-bank", "8:0", "--store-bank", "10:1", "--store-bank", "8:0"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     const auto line = [this](const std::string& place, const std::string& name) {
         return "Bank stored   user bank " + place + ", as " + home.presetFolder() + "/" + name +
@@ -106,7 +106,7 @@ TEST_F(PlayBank, StoresSeveralBanksAndSaysWhere)
 TEST_F(PlayBank, SaysWhatItCannotStore)
 {
     const auto sentence = [&](const std::string& place) {
-        const auto outcome = play({song, "--store-bank", place});
+        const auto outcome = runPlay({song, "--store-bank", place});
         EXPECT_TRUE(outcome.isOneSentence()) << outcome.out << outcome.err;
         return outcome.err;
     };

@@ -13,7 +13,7 @@ using namespace Steinberg;
 using namespace Steinberg::Vst;
 using doubles::midiFile;
 using doubles::MidiTrack;
-using doubles::play;
+using doubles::runPlay;
 using doubles::Words;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -37,26 +37,26 @@ protected:
 };
 
 /** The ID, title and unit of each parameter of a part, in order, as the instrument numbers them. */
-struct Row {
+struct ParameterLine {
     int block;
     int number;
     const char* title; ///< "%" stands for the part's number
 };
 
-const Row kPartRows[] = {{37, 12, "Volume %"},
-                         {37, 13, "Pan %"},
-                         {37, 53, "Cutoff %"},
-                         {37, 54, "Resonance %"},
-                         {37, 44, "AEG Attack Time %"},
-                         {37, 45, "AEG Decay Time %"},
-                         {37, 46, "AEG Sustain Level %"},
-                         {37, 47, "AEG Release Time %"},
-                         {37, 16, "Chorus Send %"},
-                         {37, 15, "Reverb Send %"},
-                         {19, 1, "Assignable Function %-1"},
-                         {19, 2, "Assignable Function %-2"},
-                         {37, 56, "Assignable Knob 1"},
-                         {37, 57, "Assignable Knob 2"}};
+const ParameterLine kPartRows[] = {{37, 12, "Volume %"},
+                                   {37, 13, "Pan %"},
+                                   {37, 53, "Cutoff %"},
+                                   {37, 54, "Resonance %"},
+                                   {37, 44, "AEG Attack Time %"},
+                                   {37, 45, "AEG Decay Time %"},
+                                   {37, 46, "AEG Sustain Level %"},
+                                   {37, 47, "AEG Release Time %"},
+                                   {37, 16, "Chorus Send %"},
+                                   {37, 15, "Reverb Send %"},
+                                   {19, 1, "Assignable Function %-1"},
+                                   {19, 2, "Assignable Function %-2"},
+                                   {37, 56, "Assignable Knob 1"},
+                                   {37, 57, "Assignable Knob 2"}};
 
 std::string columns(const std::string& id, const std::string& title, int unit)
 {
@@ -68,7 +68,7 @@ std::string columns(const std::string& id, const std::string& title, int unit)
 }
 
 /** How the line of a parameter begins: ID, title and unit in their columns. */
-std::string beginning(const Row& row, int part)
+std::string beginning(const ParameterLine& row, int part)
 {
     std::string title = row.title;
     const auto mark = title.find('%');
@@ -81,7 +81,7 @@ std::string beginning(const Row& row, int part)
 
 TEST(PlayParameters, ListsAll225RowByRow)
 {
-    const auto outcome = play({"--list-parameters"});
+    const auto outcome = runPlay({"--list-parameters"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     std::istringstream lines(outcome.out);
     std::string line;
@@ -101,7 +101,7 @@ TEST(PlayParameters, ListsAll225RowByRow)
 
 TEST(PlayParameters, ListsTheSeventeenUnits)
 {
-    const auto text = play({"--list-parameters"}).out;
+    const auto text = runPlay({"--list-parameters"}).out;
     EXPECT_THAT(text, HasSubstr("\n1     Common            0       1\n"
                                 "2     Part1 / Voice     0       2\n"
                                 "3     Part2             0       3\n"));
@@ -110,16 +110,16 @@ TEST(PlayParameters, ListsTheSeventeenUnits)
 
 TEST_F(PlayControl, AutomatesAParameterOncePerBlock)
 {
-    const auto json = report({"--automate", "Cutoff 1"});
-    ASSERT_EQ(json["automation"].size(), 1U);
-    EXPECT_EQ(json["automation"][0]["title"], "Cutoff 1");
-    EXPECT_EQ(json["automation"][0]["points"], json["process"]["blocks"]);
+    const auto read = report({"--automate", "Cutoff 1"});
+    ASSERT_EQ(read["automation"].size(), 1U);
+    EXPECT_EQ(read["automation"][0]["title"], "Cutoff 1");
+    EXPECT_EQ(read["automation"][0]["points"], read["process"]["blocks"]);
 }
 
 TEST_F(PlayControl, LetsTheAutomationReachTheEditor)
 {
     const auto text =
-        play({song, "--rate", "48000", "--block", "480", "--automate", "Cutoff 1"}).out;
+        runPlay({song, "--rate", "48000", "--block", "480", "--automate", "Cutoff 1"}).out;
     // 6.5 s in blocks of 10 ms.
     EXPECT_THAT(text, HasSubstr("\"Cutoff 1\", 650 points, one a block; the editor got 650\n"));
 }
@@ -131,9 +131,9 @@ TEST_F(PlayControl, ShowsEachGestureOnceInOrderInEveryKindOfHost)
                               Words{"--host", "older"}, Words{"--no-unicode"}}) {
         auto arguments = host;
         arguments.insert(arguments.end(), {"--user-turns", "Volume 3"});
-        const auto json = report(arguments);
-        ASSERT_EQ(json["userTurns"].size(), 1U);
-        const auto& turn = json["userTurns"][0];
+        const auto read = report(arguments);
+        ASSERT_EQ(read["userTurns"].size(), 1U);
+        const auto& turn = read["userTurns"][0];
         EXPECT_EQ(turn["title"], "Volume 3");
         EXPECT_EQ(turn["gestures"], 3) << host.back();
         EXPECT_EQ(turn["begin"], 3) << host.back();
@@ -173,7 +173,7 @@ TEST_F(PlayControl, RefusesPresetsThatAreNone)
         VstK2xPreset::savePreset(stream, kControllerUID, 3, 17, nullptr, -1);
     }
     const auto sentence = [&](const std::string& file) {
-        const auto outcome = play({song, "--preset", file});
+        const auto outcome = runPlay({song, "--preset", file});
         EXPECT_TRUE(outcome.isOneSentence()) << outcome.out << outcome.err;
         return outcome.err;
     };
@@ -187,7 +187,7 @@ TEST_F(PlayControl, RefusesPresetsThatAreNone)
 TEST_F(PlayControl, RefusesParametersThatItCannotMove)
 {
     for (const char* option : {"--automate", "--user-turns"}) {
-        const auto outcome = play({song, option, "Loudness"});
+        const auto outcome = runPlay({song, option, "Loudness"});
         EXPECT_TRUE(outcome.isOneSentence()) << outcome.out << outcome.err;
         EXPECT_THAT(outcome.err, HasSubstr("no parameter \"Loudness\""));
     }

@@ -7,8 +7,8 @@
 using doubles::midiFile;
 using doubles::MidiTrack;
 using doubles::Outcome;
-using doubles::play;
 using doubles::playOnThisMachine;
+using doubles::runPlay;
 using doubles::Words;
 using testing::HasSubstr;
 
@@ -31,18 +31,18 @@ protected:
 
 TEST_F(PlayFailure, NamesASongThatIsMissingEmptyOrNone)
 {
-    expect(play({folder.file("none.mid")}), "There is no file");
-    expect(play({folder.write("empty.mid", "")}), "is empty.");
-    expect(play({folder.write("text.mid", "This is no music at all.")}), "is not a MIDI file.");
+    expect(runPlay({folder.file("none.mid")}), "There is no file");
+    expect(runPlay({folder.write("empty.mid", "")}), "is empty.");
+    expect(runPlay({folder.write("text.mid", "This is no music at all.")}), "is not a MIDI file.");
     const auto whole = doubles::ScratchFolder::read(song);
-    expect(play({folder.write("cut.mid", whole.substr(0, whole.size() - 3))}),
+    expect(runPlay({folder.write("cut.mid", whole.substr(0, whole.size() - 3))}),
            "is a damaged MIDI file.");
 }
 
 TEST_F(PlayFailure, NamesABundleThatIsMissing)
 {
-    expect(play({song, "--plugin", folder.file("none.vst3")}), "There is no plug-in bundle");
-    expect(play({song, "--plugin", folder.file("")}), "cannot be loaded");
+    expect(runPlay({song, "--plugin", folder.file("none.vst3")}), "There is no plug-in bundle");
+    expect(runPlay({song, "--plugin", folder.file("")}), "cannot be loaded");
 }
 
 TEST_F(PlayFailure, NamesAnEditorLibraryThatIsMissing)
@@ -55,22 +55,22 @@ TEST_F(PlayFailure, NamesAnEditorLibraryThatIsMissing)
 
 TEST_F(PlayFailure, NamesASoundFontThatIsMissingBeforeItPlays)
 {
-    expect(play({song, "--audio", folder.file("o.wav"), "--soundfont", folder.file("none.sf2")}),
+    expect(runPlay({song, "--audio", folder.file("o.wav"), "--soundfont", folder.file("none.sf2")}),
            "There is no soundfont");
-    expect(play({song, "--audio", folder.file("o.wav"), "--soundfont", song}),
+    expect(runPlay({song, "--audio", folder.file("o.wav"), "--soundfont", song}),
            "is not a soundfont.");
 }
 
 TEST_F(PlayFailure, NamesFilesThatCannotBeWritten)
 {
-    expect(play({song, "--midi-out", folder.file("none/o.mid")}), "cannot be written.");
-    expect(play({song, "--audio", folder.file("none/o.wav")}), "cannot be written.");
-    expect(play({song, "--report", folder.file("none/o.html")}), "cannot be written.");
+    expect(runPlay({song, "--midi-out", folder.file("none/o.mid")}), "cannot be written.");
+    expect(runPlay({song, "--audio", folder.file("none/o.wav")}), "cannot be written.");
+    expect(runPlay({song, "--report", folder.file("none/o.html")}), "cannot be written.");
 }
 
 TEST_F(PlayFailure, NamesAHostThatIsUnknown)
 {
-    expect(play({song, "--host", "somebody:1.0"}), "There is no host \"somebody\"");
+    expect(runPlay({song, "--host", "somebody:1.0"}), "There is no host \"somebody\"");
 }
 
 TEST_F(PlayFailure, RefusesACommandLineThatMakesNoSense)

@@ -7,7 +7,7 @@
 
 using doubles::midiFile;
 using doubles::MidiTrack;
-using doubles::play;
+using doubles::runPlay;
 using doubles::Words;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -163,7 +163,7 @@ TEST(PlayPorts, AreNoneInAPlainHost)
 
 TEST(PlayPorts, AreATableForPeople)
 {
-    const auto outcome = play({"--connect-audio", "main-l,main-r,,", "--connect-midi", "organ"});
+    const auto outcome = runPlay({"--connect-audio", "main-l,main-r,,", "--connect-midi", "organ"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     const auto before = outcome.out.find("The ports at first\n");
     const auto after =
@@ -196,24 +196,24 @@ TEST(PlayPorts, GoBeforeASongInOneReport)
     const doubles::ScratchFolder folder;
     const auto song = folder.write(
         "song.mid", midiFile(480, MidiTrack().noteOn(0, 0, 60, 1).noteOff(480, 0, 60, 0)));
-    const auto outcome = play({song, "--ports", "--tracks", "demo", "--json"});
+    const auto outcome = runPlay({song, "--ports", "--tracks", "demo", "--json"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     const auto report = Json::parse(outcome.out, nullptr, false);
     EXPECT_EQ(report["song"], "song.mid");
     EXPECT_EQ(report["ports"]["views"].size(), 1U);
     EXPECT_EQ(report["tracks"]["selections"].size(), 9U);
-    const auto alone = Json::parse(play({song, "--json"}).out, nullptr, false);
+    const auto alone = Json::parse(runPlay({song, "--json"}).out, nullptr, false);
     EXPECT_FALSE(alone.contains("ports"));
     EXPECT_FALSE(alone.contains("tracks"));
-    const auto text = play({song, "--ports"}).out;
+    const auto text = runPlay({song, "--ports"}).out;
     EXPECT_LT(text.find("The ports at first"), text.find("song.mid"));
-    EXPECT_THAT(play({song}).out, Not(HasSubstr("The ports at first")));
+    EXPECT_THAT(runPlay({song}).out, Not(HasSubstr("The ports at first")));
 }
 
 TEST(PlayPorts, RefuseAListThatDoesNotNameFour)
 {
     for (const char* list : {"", "main-l", "main-l,main-r", "a,b,c", "a,b,c,d,e", ",,,,"}) {
-        const auto outcome = play({"--connect-audio", list});
+        const auto outcome = runPlay({"--connect-audio", list});
         EXPECT_TRUE(outcome.isOneSentence()) << outcome.status << outcome.out << outcome.err;
         EXPECT_THAT(outcome.err, HasSubstr("\"" + std::string(list) + "\" does not name four"));
     }

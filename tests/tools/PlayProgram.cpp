@@ -60,7 +60,7 @@ bool Outcome::isOneSentence() const
            std::count(err.begin(), err.end(), '\n') == 1;
 }
 
-Outcome play(const Words& arguments)
+Outcome runPlay(const Words& arguments)
 {
     return run({WITH_SIMULATOR, PLAY_PROGRAM}, arguments);
 }

@@ -25,7 +25,7 @@ using Words = std::vector<std::string>;
 Outcome run(const Words& words);
 
 /** Runs play where the simulated editor library is installed. */
-Outcome play(const Words& arguments);
+Outcome runPlay(const Words& arguments);
 
 /** Runs play where no editor library is installed. */
 Outcome playWithoutLibrary(const Words& arguments);
@@ -37,6 +37,6 @@ Outcome playWithScriptedLibrary(const Words& arguments);
 Outcome playOnThisMachine(const Words& arguments);
 
 /** The report in JSON of a run that must succeed, and say nothing on the error stream. */
-nlohmann::json playReport(Words arguments, Outcome (*program)(const Words&) = play);
+nlohmann::json playReport(Words arguments, Outcome (*program)(const Words&) = runPlay);
 
 } // namespace doubles

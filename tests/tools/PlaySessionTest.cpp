@@ -13,9 +13,9 @@
 using namespace Steinberg::Vst::play;
 using doubles::midiFile;
 using doubles::MidiTrack;
-using doubles::play;
 using doubles::playOnThisMachine;
 using doubles::playReport;
+using doubles::runPlay;
 using doubles::ScratchFolder;
 using doubles::Words;
 using testing::HasSubstr;
@@ -165,7 +165,7 @@ TEST_F(PlaySession, RendersWhatLeftAsAudio)
 
 TEST_F(PlaySession, WritesAReportForPeople)
 {
-    const auto outcome = play({song});
+    const auto outcome = runPlay({song});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
     EXPECT_THAT(outcome.out, HasSubstr("song.mid, 0:12\n"));

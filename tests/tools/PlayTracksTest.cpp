@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-using doubles::play;
+using doubles::runPlay;
 using doubles::Words;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -140,7 +140,7 @@ TEST(PlayTracks, AreReadFromAFile)
     EXPECT_THAT(numbers(report["selections"], "toldChannel"), ElementsAre(16, kNothing));
     EXPECT_THAT(followedParts(report), ElementsAre(16));
     EXPECT_EQ(report["choices"][15]["track"], 1);
-    EXPECT_THAT(play({"--tracks", file}).out,
+    EXPECT_THAT(runPlay({"--tracks", file}).out,
                 HasSubstr("  track 1 \"Fl\xC3\xB6te\"         instrument  channel 16  to \"\"\n"));
 }
 
@@ -172,7 +172,7 @@ TEST(PlayTracks, CanBeTwoThousandWithTwoHundredInstruments)
 
 TEST(PlayTracks, AreTablesForPeople)
 {
-    const auto newer = play({"--host", "nuendo:6.5.0", "--tracks", "demo", "--select", "3"});
+    const auto newer = runPlay({"--host", "nuendo:6.5.0", "--tracks", "demo", "--select", "3"});
     EXPECT_EQ(newer.status, 0) << newer.err;
     EXPECT_THAT(newer.out, HasSubstr("Host          Nuendo, Version 6.5.0, Unicode\n"));
     EXPECT_THAT(newer.out, HasSubstr("  The host selects        The editor\n"
@@ -181,7 +181,7 @@ TEST(PlayTracks, AreTablesForPeople)
                                      "  The editor picks        The host\n"
                                      "  Part 1                  stays at track 3 \"Lead\"\n"
                                      "  Part 2                  selects track 2 \"Bass\"\n"));
-    const auto older = play({"--host", "cubase:7.4.0", "--tracks", "demo", "--select", "3"});
+    const auto older = runPlay({"--host", "cubase:7.4.0", "--tracks", "demo", "--select", "3"});
     EXPECT_EQ(older.status, 0) << older.err;
     EXPECT_THAT(older.out, HasSubstr("Host          Cubase, Version 7.4.0, Unicode\n"));
     EXPECT_THAT(older.out, HasSubstr("  track 3 \"Lead\"          is told nothing and still shows "
@@ -193,7 +193,7 @@ TEST(PlayTracks, RefuseWhatTheyCannotShow)
 {
     const doubles::ScratchFolder folder;
     const auto expect = [](const Words& arguments, const std::string& words) {
-        const auto outcome = play(arguments);
+        const auto outcome = runPlay(arguments);
         EXPECT_EQ(outcome.status, 1);
         EXPECT_TRUE(outcome.isOneSentence()) << outcome.out << outcome.err;
         EXPECT_THAT(outcome.err, HasSubstr(words));
@@ -207,7 +207,7 @@ TEST(PlayTracks, RefuseWhatTheyCannotShow)
            "track 1 has the type \"drum\"");
     for (const Words& words :
          {Words{"--select", "3"}, Words{"--tracks", "demo", "--select", "x"}, Words{"--tracks"}}) {
-        const auto outcome = play(words);
+        const auto outcome = runPlay(words);
         EXPECT_GT(outcome.status, 0);
         EXPECT_EQ(outcome.out, "");
         EXPECT_NE(outcome.err, "");

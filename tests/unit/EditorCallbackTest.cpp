@@ -11,8 +11,8 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr int kLargest = std::numeric_limits<int>::max();
-constexpr int kSmallest = std::numeric_limits<int>::min();
+constexpr int kLargestInt = std::numeric_limits<int>::max();
+constexpr int kSmallestInt = std::numeric_limits<int>::min();
 
 TEST(EditorCallbacks, WithARepeatedValueSayNothing)
 {
@@ -72,8 +72,8 @@ TEST(EditorCallbacks, TakeTheWholeRangeOfIntegers)
 {
     BoundController bound;
     bound.initialize();
-    editorValueChange(bound.controller, kVolume1, kLargest);
-    editorValueChange(bound.controller, kVolume1, kSmallest);
+    editorValueChange(bound.controller, kVolume1, kLargestInt);
+    editorValueChange(bound.controller, kVolume1, kSmallestInt);
     EXPECT_THAT(bound.edits(), ElementsAre("host.performEdit(37012000, 536870911.75)",
                                            "host.performEdit(37012000, -536870912)"));
 }
@@ -247,9 +247,9 @@ TEST(HostValue, OutsideTheRangeIsCutToAnInteger)
     EXPECT_TRUE(bound.controller->isSetVSTValue(kVolume1, 2, value));
     EXPECT_EQ(value, 254);
     EXPECT_TRUE(bound.controller->isSetVSTValue(kVolume1, 1e300, value));
-    EXPECT_EQ(value, kLargest);
+    EXPECT_EQ(value, kLargestInt);
     EXPECT_TRUE(bound.controller->isSetVSTValue(kVolume1, -1e300, value));
-    EXPECT_EQ(value, kSmallest);
+    EXPECT_EQ(value, kSmallestInt);
     EXPECT_TRUE(bound.controller->isSetVSTValue(kVolume1, std::nan(""), value));
     EXPECT_EQ(value, 0);
 }

@@ -14,13 +14,13 @@ constexpr int kUntouched = 4711;
 constexpr int kLargest = std::numeric_limits<int>::max();
 constexpr int kSmallest = std::numeric_limits<int>::min();
 
-struct Row {
+struct TextRow {
     std::u16string text;
     bool parses;
     int value;
 };
 
-void expectRow(TextParser parser, const Row& row)
+void expectRow(TextParser parser, const TextRow& row)
 {
     std::string shown;
     for (const char16_t unit : row.text)
@@ -37,7 +37,7 @@ std::u16string repeated(size_t count, char16_t unit)
 
 TEST(PlusMinusText, ReadsANumberBehindWhichOnlyLowCharactersAreRefused)
 {
-    const Row rows[] = {
+    const TextRow rows[] = {
         {u"0", true, 0},
         {u"127", true, 127},
         {u"-5", true, -5},
@@ -73,7 +73,7 @@ TEST(PlusMinusText, ReadsANumberBehindWhichOnlyLowCharactersAreRefused)
          u"5",
          false, 0}, // the typographic minus
     };
-    for (const Row& row : rows)
+    for (const TextRow& row : rows)
         expectRow(parsePlusMinusValue, row);
 }
 
@@ -108,7 +108,7 @@ TEST(PlusMinusText, SeesTheFirst255BytesOnly)
 
 TEST(PanText, ReadsLeftCentreAndRight)
 {
-    const Row rows[] = {
+    const TextRow rows[] = {
         {u"C", true, 0},
         {u"c", true, 0},
         {u"L63", true, -63},
@@ -158,7 +158,7 @@ TEST(PanText, ReadsLeftCentreAndRight)
         {u"L\uFF15", false, 0},
         {u"\u2103", false, 0},
     };
-    for (const Row& row : rows)
+    for (const TextRow& row : rows)
         expectRow(parseLRPanValue, row);
 }
 

@@ -42,7 +42,7 @@ protected:
 const std::string kFactoryAsked = "hostClasses.getHostInterface(IComponentFactory)";
 const std::string kCreated =
     "componentFactory.createComponent(UID, BBA9E2BA9E28483CAA608081B0166B85)";
-const std::string kDestroyed = "componentFactory.destroyComponent(component(1))";
+const std::string kComponentDestroyed = "componentFactory.destroyComponent(component(1))";
 
 TEST_F(ServiceComponent, IsMadeByTheHostsFactoryAndHandedBack)
 {
@@ -54,10 +54,10 @@ TEST_F(ServiceComponent, IsMadeByTheHostsFactoryAndHandedBack)
         EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated));
         EXPECT_TRUE(holder.terminate(false));
         EXPECT_FALSE(holder);
-        EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+        EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
         EXPECT_THAT(host.ledger(), IsEmpty());
     }
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
 }
 
 TEST_F(ServiceComponent, IsHandedBackByTheHoldersEnd)
@@ -66,7 +66,7 @@ TEST_F(ServiceComponent, IsHandedBackByTheHoldersEnd)
         Holder holder;
         initialize(holder);
     }
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
@@ -118,7 +118,7 @@ TEST_F(ServiceComponent, WithoutTheInterfaceGoesBackAtOnce)
     host.service.offersGetter = false;
     Holder holder;
     EXPECT_FALSE(initialize(holder));
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
     EXPECT_TRUE(holder.terminate(true));
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
@@ -131,7 +131,7 @@ TEST_F(ServiceComponent, IsStartedWithTheHostContextAndStopped)
     EXPECT_EQ(host.service.initializeContext, host.context.unknown());
     EXPECT_TRUE(holder.terminate(false));
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
-                                     "component(1).terminate()", kDestroyed));
+                                     "component(1).terminate()", kComponentDestroyed));
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
@@ -141,7 +141,7 @@ TEST_F(ServiceComponent, ThatDoesNotStartGoesBackUnstopped)
     host.service.initializeResult = kResultFalse;
     expectRefused();
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
-                                     kDestroyed));
+                                     kComponentDestroyed));
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
@@ -151,7 +151,7 @@ TEST_F(ServiceComponent, ThatThrowsWhenStartedGoesBackUnstopped)
     host.throwAt("initialize");
     expectRefused();
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
-                                     kDestroyed));
+                                     kComponentDestroyed));
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
@@ -159,7 +159,7 @@ TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStartsGoesBackUnstopped)
 {
     host.throwAt("query(component(1), IPluginBase)");
     expectRefused();
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kDestroyed));
+    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
@@ -172,7 +172,7 @@ TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStopsStillGoesBack)
     EXPECT_TRUE(holder);
     EXPECT_TRUE(holder.terminate(true));
     EXPECT_FALSE(holder);
-    EXPECT_EQ(trace.count(kDestroyed), 1u);
+    EXPECT_EQ(trace.count(kComponentDestroyed), 1u);
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
@@ -183,7 +183,7 @@ TEST_F(ServiceComponent, IsTheFactorysWhenThatThrowsAtItsReturn)
         initialize(holder);
         host.throwAt("destroyComponent");
     }
-    EXPECT_EQ(trace.count(kDestroyed), 1u);
+    EXPECT_EQ(trace.count(kComponentDestroyed), 1u);
     EXPECT_THAT(host.ledger(), ElementsAre("component(1): expected 0, is 1"));
 }
 
@@ -199,8 +199,8 @@ TEST_F(ServiceComponent, ThatDoesNotStopIsKeptUnlessForced)
     EXPECT_THAT(calls(), ElementsAre("component(1).terminate()"));
     EXPECT_TRUE(holder.terminate(true));
     EXPECT_FALSE(holder);
-    EXPECT_THAT(calls(),
-                ElementsAre("component(1).terminate()", "component(1).terminate()", kDestroyed));
+    EXPECT_THAT(calls(), ElementsAre("component(1).terminate()", "component(1).terminate()",
+                                     kComponentDestroyed));
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
@@ -212,7 +212,7 @@ TEST_F(ServiceComponent, ThatThrowsWhenStoppedStillGoesBack)
         initialize(holder);
         host.throwAt("terminate");
     }
-    EXPECT_EQ(trace.count(kDestroyed), 1u);
+    EXPECT_EQ(trace.count(kComponentDestroyed), 1u);
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 

@@ -13,7 +13,7 @@ struct Bytes {
     bool isUnderstood;
 };
 
-const std::vector<Bytes> table{
+const std::vector<Bytes> understood{
     {{0x90, 0, 127}, true},      // note-on
     {{0x9F, 127, 0}, true},      // its end
     {{0x85, 60, 64}, true},      // note-off
@@ -41,7 +41,7 @@ const std::vector<Bytes> table{
 
 TEST(MidiMessage, IsWhatTheInstrumentUnderstands)
 {
-    for (const auto& [bytes, isUnderstood] : table) {
+    for (const auto& [bytes, isUnderstood] : understood) {
         SCOPED_TRACE(testing::PrintToString(bytes));
         const auto message = MidiMessage::parse(bytes.data(), bytes.size());
         ASSERT_EQ(message.has_value(), isUnderstood);

@@ -47,7 +47,7 @@ TEST(PlayOnLinux, LooksAtTheSongBeforeTheEditorLibrary)
 TEST(PlayOnLinux, NamesTheSimulatorToWhoeverHasNoLibraryAndNoSong)
 {
     EXPECT_THAT(playWithoutLibrary({}).err, HasSubstr("with-simulator"));
-    EXPECT_THAT(doubles::play({}).err, Not(HasSubstr("with-simulator")));
+    EXPECT_THAT(doubles::runPlay({}).err, Not(HasSubstr("with-simulator")));
 }
 
 TEST(PlayOnLinux, NeedsTheSimulatedEditorForTracks)
