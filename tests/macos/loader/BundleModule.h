@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 
 extern "C" {
 
@@ -23,11 +22,9 @@ struct MachoSystem {
     size_t (*misuses)();
     /** The kind of the event that the application handles; 0: none. */
     void (*setCurrentEvent)(unsigned kind);
-    /** What an import's symbol is bound to; null when it is not among the imports. */
-    void* (*import)(const char* symbol);
-    /** Where the machine code lies. */
-    uintptr_t codeBegin;
-    uintptr_t codeEnd;
+    /** The copy constructor of std::string as the machine code calls it; for arm64 alone. */
+    using CopyText = void*(void* made, const void* original);
+    CopyText* copyText;
 };
 
 using GetMachoSystem = const MachoSystem* (*)();

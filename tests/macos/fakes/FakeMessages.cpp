@@ -1,6 +1,6 @@
 // How messages are sent is Apple's Objective-C Runtime reference: objc_msgSend takes the receiver
 // and the selector, of which clang writes the name into the image.
-#include "tests/macos/loader/AppKitMessages.h"
+#include "tests/macos/fakes/FakeMessages.h"
 
 #include "tests/macos/loader/DarwinCall.h"
 
