@@ -4,7 +4,9 @@
 
 namespace macho {
 
-/** The kind of the Carbon event behind the application's current event; 0: it handles none. */
-void setCurrentEvent(unsigned kind);
+/** The application handles an event that no Carbon event stands behind. At first it handles none. */
+void handleEventWithoutReference();
+/** It handles an event with a Carbon event of the kind behind it. */
+void handleEventOfKind(unsigned kind);
 
 } // namespace macho

@@ -39,11 +39,13 @@ size_t objectsOfThePlugIn()
 
 const MachoSystem machoSystem = {&FakeCoreFoundation::fireTimers,
                                  &FakeCoreFoundation::timers,
+                                 [] { return FakeCoreFoundation::lastDelay; },
                                  [] { return FakeCoreFoundation::lastInterval; },
                                  [] { return FakeCoreFoundation::lastTolerance; },
                                  &objectsOfThePlugIn,
                                  &FakeCoreFoundation::misuses,
-                                 &macho::setCurrentEvent,
+                                 &macho::handleEventWithoutReference,
+                                 &macho::handleEventOfKind,
                                  copyText};
 
 // After all other constructors of the module, since its object is the last that is linked.
