@@ -4,9 +4,9 @@
 
 namespace macho {
 
-/** The application handles an event that no Carbon event stands behind. At first it handles none. */
+/** The application, which handles no event at first, handles one without a Carbon event. */
 void handleEventWithoutReference();
-/** It handles an event with a Carbon event of the kind behind it. */
+/** It handles an event that a Carbon event of the kind stands behind. */
 void handleEventOfKind(unsigned kind);
 
 } // namespace macho

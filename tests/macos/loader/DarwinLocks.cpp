@@ -161,9 +161,9 @@ DARWIN_CALL(int, pthread_mutex_unlock)(Mutex* mutex)
     return pthread_mutex_unlock(real(mutex));
 }
 
-// The C++ library's, which are the same memory: std::mutex's lock, unlock and destructor,
-// std::condition_variable's notify_all, wait and destructor. Apple's destructors on arm64 return
-// the object.
+// The C++ library's, which are the same memory (LLVM's <__threading_support>): std::mutex's lock,
+// unlock and destructor, std::condition_variable's notify_all, wait and destructor. Apple's
+// destructors on arm64 return the object.
 
 DARWIN_CALL(void, _ZNSt3__15mutex4lockEv)(Mutex* mutex)
 {
@@ -186,7 +186,7 @@ DARWIN_CALL(void, _ZNSt3__118condition_variable10notify_allEv)(Condition* condit
     pthread_cond_broadcast(real(condition));
 }
 
-/** A std::unique_lock begins with the pointer to its mutex. */
+/** A std::unique_lock begins with the pointer to its mutex (LLVM's <__mutex_base>). */
 DARWIN_CALL(void, _ZNSt3__118condition_variable4waitERNS_11unique_lockINS_5mutexEEE)
 (Condition* condition, Mutex** lock)
 {

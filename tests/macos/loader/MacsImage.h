@@ -21,8 +21,8 @@ extern const char imageTextsEnd[] __asm__("image__cfstring_end");
 #pragma GCC visibility pop
 
 /** Takes the right to write code and constant data away, as macOS's loader does when everything is
-    bound, and runs the initialisers. Ends with what the image registered for its end. Meanwhile a
-    write to constant data ends the program with a word: a plain fault would not say whose it was. */
+    bound, and runs the initialisers. Ends with what the image registered for its end. Until then a
+    write to constant data ends the program with a word, which a plain fault would not. */
 class MacsImage {
 public:
     MacsImage();

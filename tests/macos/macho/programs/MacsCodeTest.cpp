@@ -15,7 +15,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr unsigned kVolume1 = 37012000;
-constexpr unsigned kScrollEvent = 11;
+constexpr unsigned kScrollEvent = 11; // kEventMouseScroll of Carbon's CarbonEvents.h
 
 class MacsCode : public plugin::PlugInFixture {
 protected:
