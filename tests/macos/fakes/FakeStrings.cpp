@@ -180,7 +180,7 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
     return true;
 }
 
-/** The sizes of Core Foundation's published CFString.c, for the encodings that are asked for here. */
+/** The sizes of Core Foundation's published CFString.c, for the encodings that are asked for. */
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding)
 {
     if (encoding == kCFStringEncodingUTF16)
