@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
-#include <mutex>
 #include <pthread.h>
 
 namespace {
@@ -56,15 +55,25 @@ struct Attributes {
 };
 static_assert(sizeof(Attributes) <= 16, "Darwin's have 16 bytes");
 
-/** Held while a lock is made at its first use, which two threads may do at once; never gone. */
-std::mutex& making = *new std::mutex;
+/** Held while a lock is made at its first use, which two threads may do at once. Of the C library,
+    since nothing ends it with the module. */
+class Making {
+public:
+    Making() { pthread_mutex_lock(&lock); }
+    ~Making() { pthread_mutex_unlock(&lock); }
+    Making(const Making&) = delete;
+    Making& operator=(const Making&) = delete;
+
+private:
+    static inline pthread_mutex_t lock = PTHREAD_MUTEX_INITIALIZER;
+};
 
 /** A mutex or a condition variable, made if this is the first use of one with the initialiser. */
 template <typename Lock>
 Lock* made(Lock* lock)
 {
     if (__atomic_load_n(&lock->mark, __ATOMIC_ACQUIRE) == Lock::kInitialiser) {
-        const std::lock_guard guard(making);
+        const Making making;
         if (lock->mark == Lock::kInitialiser) {
             lock->make();
             __atomic_store_n(&lock->mark, kMade, __ATOMIC_RELEASE);
