@@ -23,7 +23,8 @@ if(VSTK2X_RUNTIME_ARCH STREQUAL "arm64")
   foreach(language C CXX)
     set(CMAKE_${language}_COMPILER_TARGET aarch64-linux-gnu)
   endforeach()
-  # As the machine code has it: char is signed, and whoever calls extends a bool or a short.
+  # As the machine code has it (Apple's "Writing ARM64 code for Apple platforms"): char is signed, and
+  # whoever calls extends a bool or a short.
   set(flags "-fsigned-char -mabi=darwinpcs")
 endif()
 set(CMAKE_C_FLAGS_INIT "${flags}")

@@ -16,6 +16,13 @@
 #define JUDGES_MEMORY 1
 #endif
 
+// Under an emulator what is resident is the emulator's, which keeps the code that it translated.
+#if defined(VSTK2X_MACHO) && defined(__aarch64__)
+#define JUDGES_RESIDENT 0
+#else
+#define JUDGES_RESIDENT JUDGES_MEMORY
+#endif
+
 namespace endurance {
 
 namespace {
@@ -47,6 +54,8 @@ Footprint Footprint::take()
     malloc_trim(0);
     const struct mallinfo2 heap = mallinfo2();
     now.heapBytes = heap.uordblks + heap.hblkhd;
+#endif
+#if JUDGES_RESIDENT
     std::size_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages >> pages;
     now.residentBytes = pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
@@ -58,10 +67,10 @@ Footprint Footprint::take()
 
 std::string Footprint::text() const
 {
-    const std::string memory = JUDGES_MEMORY
-                                   ? "heap " + std::to_string(heapBytes) + " bytes, resident " +
-                                         std::to_string(residentBytes) + " bytes"
-                                   : std::string("memory not judged under a sanitizer");
+    std::string memory = JUDGES_MEMORY ? "heap " + std::to_string(heapBytes) + " bytes"
+                                       : "memory not judged under a sanitizer";
+    if (JUDGES_RESIDENT)
+        memory += ", resident " + std::to_string(residentBytes) + " bytes";
     return memory + ", handles " + std::to_string(handles) + ", threads " + std::to_string(threads);
 }
 

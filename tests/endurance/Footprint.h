@@ -8,7 +8,7 @@ namespace endurance {
 
 struct Footprint {
     std::size_t heapBytes = 0;     ///< handed out by the allocator
-    std::size_t residentBytes = 0; ///< in memory, whatever for
+    std::size_t residentBytes = 0; ///< in memory, whatever for; 0 under an emulator
     std::size_t handles = 0;       ///< open files and the like
     std::size_t threads = 0;
 

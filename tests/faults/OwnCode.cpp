@@ -1,7 +1,5 @@
 #include "tests/faults/OwnCode.h"
 
-#include "tests/doubles/MacsCode.h"
-
 #include <algorithm>
 #include <cstring>
 #include <link.h>
@@ -43,8 +41,10 @@ int look(dl_phdr_info* info, size_t, void* argument)
         const auto& header = info->dlpi_phdr[index];
         if (header.p_type != PT_LOAD || (header.p_flags & PF_X) == 0)
             continue;
-        search.found->begin = info->dlpi_addr + header.p_vaddr;
-        search.found->end = search.found->begin + header.p_memsz;
+        const std::uintptr_t begin = info->dlpi_addr + header.p_vaddr;
+        if (search.found->begin == 0)
+            search.found->begin = begin;
+        search.found->end = begin + header.p_memsz;
     }
     return 1;
 }
@@ -76,9 +76,6 @@ void learnOwnCode(const char* moduleFile)
     Search module{name ? name : moduleFile, &own[modules]};
     ++modules;
     dl_iterate_phdr(look, &module);
-    // The machine code of a Mac's is no Linux module's.
-    if (const auto* mac = doubles::macSystem(); mac && modules < kMostModules)
-        own[modules++] = {mac->codeBegin, mac->codeEnd};
     Search cxx{"/libstdc++.so", &runtime};
     dl_iterate_phdr(look, &cxx);
 }

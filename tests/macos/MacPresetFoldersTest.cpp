@@ -30,23 +30,18 @@ protected:
     const TemporaryHome home;
 };
 
-TEST_F(MacPresetFoldersTest, MissingLevelsAreMade)
+TEST_F(MacPresetFoldersTest, CreateFolderMakesMissingLevels)
 {
     EXPECT_EQ(createMacFolder(at("/a/b/c")), 0);
     EXPECT_TRUE(files::is_directory(at("/a/b/c")));
     EXPECT_EQ(FakeFileManager::created, 3u);
+    std::ofstream(at("/a/b/c/file")) << "x";
+    EXPECT_EQ(createMacFolder(at("/a/b/c")), 0);
+    EXPECT_EQ(FakeFileManager::created, 3u);
+    EXPECT_TRUE(files::exists(at("/a/b/c/file")));
 }
 
-TEST_F(MacPresetFoldersTest, ExistingFoldersStay)
-{
-    files::create_directories(at("/a/b"));
-    std::ofstream(at("/a/b/file")) << "x";
-    EXPECT_EQ(createMacFolder(at("/a/b")), 0);
-    EXPECT_EQ(FakeFileManager::created, 0u);
-    EXPECT_TRUE(files::exists(at("/a/b/file")));
-}
-
-TEST_F(MacPresetFoldersTest, TheReferenceIsTheFolders)
+TEST_F(MacPresetFoldersTest, CreateFolderGivesTheFoldersReference)
 {
     bool found = false;
     EXPECT_EQ(createMacFolder(at("/new/er"), &found), 0);
@@ -55,53 +50,35 @@ TEST_F(MacPresetFoldersTest, TheReferenceIsTheFolders)
     files::create_directory(at("/old"));
     EXPECT_EQ(createMacFolder(at("/old"), &found), 0);
     EXPECT_TRUE(files::is_directory(at("/old/probe")));
-}
-
-TEST_F(MacPresetFoldersTest, AFailureGivesNoReference)
-{
-    bool found = true;
     EXPECT_EQ(createMacFolder("/no such top folder", &found), 1);
     EXPECT_FALSE(found);
 }
 
-TEST_F(MacPresetFoldersTest, AFileInTheWayFails)
+TEST_F(MacPresetFoldersTest, CreateFolderTakesAFileForAFolderAtTheEndAlone)
 {
     std::ofstream(at("/file")) << "x";
     EXPECT_EQ(createMacFolder(at("/file/a")), 1);
     EXPECT_EQ(createMacFolder(at("/file/a/b")), 1);
+    EXPECT_EQ(createMacFolder(at("/file")), 0);
     EXPECT_TRUE(files::is_regular_file(at("/file")));
     EXPECT_EQ(FakeFileManager::created, 0u);
 }
 
-TEST_F(MacPresetFoldersTest, AFileAtTheLastNameCountsAsFound)
+/** As /Library and /Library/Audio are to most users. */
+TEST_F(MacPresetFoldersTest, CreateFolderNeedsWriteAccessWhereItMakesOneAlone)
 {
-    std::ofstream(at("/file")) << "x";
-    EXPECT_EQ(createMacFolder(at("/file")), 0);
-    EXPECT_TRUE(files::is_regular_file(at("/file")));
-}
-
-TEST_F(MacPresetFoldersTest, NothingIsMadeInAnUnwritableFolder)
-{
-    files::create_directory(at("/locked"));
-    files::permissions(at("/locked"), files::perms::owner_read | files::perms::owner_exec);
-    EXPECT_EQ(createMacFolder(at("/locked/a")), 1);
-    EXPECT_EQ(createMacFolder(at("/locked/a/b")), 1);
-    EXPECT_TRUE(files::is_empty(at("/locked")));
-    files::permissions(at("/locked"), files::perms::owner_all);
-}
-
-TEST_F(MacPresetFoldersTest, WhatExistsInAnUnwritableFolderIsFound)
-{
-    // As /Library and /Library/Audio are to most users.
     files::create_directories(at("/locked/a"));
     files::permissions(at("/locked"), files::perms::owner_read | files::perms::owner_exec);
+    EXPECT_EQ(createMacFolder(at("/locked/b")), 1);
+    EXPECT_EQ(createMacFolder(at("/locked/b/c")), 1);
+    EXPECT_EQ(FakeFileManager::created, 0u);
     EXPECT_EQ(createMacFolder(at("/locked/a")), 0);
     EXPECT_EQ(createMacFolder(at("/locked/a/b")), 0);
     EXPECT_TRUE(files::is_directory(at("/locked/a/b")));
     files::permissions(at("/locked"), files::perms::owner_all);
 }
 
-TEST_F(MacPresetFoldersTest, NamesAreUtf8)
+TEST_F(MacPresetFoldersTest, CreateFolderTakesUtf8)
 {
     // a umlaut, hiragana a, and a character beyond the sixteen bits of a unit
     const std::string path = at("/\xC3\xA4 \xE3\x81\x82/\xF0\x9D\x84\x9E");
@@ -121,7 +98,7 @@ std::string keyOnAMacsVolume(const std::string& name)
     return decomposed.get();
 }
 
-TEST_F(MacPresetFoldersTest, NamesAreTheSameWhereTheVolumeSaysSo)
+TEST_F(MacPresetFoldersTest, CreateFolderAndFindInFolderTellNamesApartAsTheVolumeDoes)
 {
     const std::string composed = "\xC3\xA4"; // a umlaut
     const std::string decomposed = "a\xCC\x88";
@@ -142,7 +119,7 @@ TEST_F(MacPresetFoldersTest, NamesAreTheSameWhereTheVolumeSaysSo)
 
 /** The File Manager has no name with a colon, and shows that of a path as a slash. Names of voices
    and categories have neither: both are replaced in file names. */
-TEST_F(MacPresetFoldersTest, AColonIsOnlyInALevelThatExists)
+TEST_F(MacPresetFoldersTest, CreateFolderKnowsAColonOnlyInALevelThatExists)
 {
     EXPECT_EQ(createMacFolder(at("/a:b")), 1);
     EXPECT_TRUE(files::is_empty(home.home()));
@@ -152,10 +129,11 @@ TEST_F(MacPresetFoldersTest, AColonIsOnlyInALevelThatExists)
     EXPECT_EQ(findInMacFolder(at("/a:b"), "c"), MacFolderAnswer::exists);
 }
 
-TEST_F(MacPresetFoldersTest, NamesThatAreNoNamesFail)
+TEST_F(MacPresetFoldersTest, CreateFolderFailsForNamesThatAreNone)
 {
-    EXPECT_EQ(createMacFolder(at("/\xFF")), 1);
-    EXPECT_EQ(createMacFolder(at("/")), 1);
+    for (const auto& path : {std::string(), std::string("a"), std::string("/"),
+                             std::string("/no such top folder"), at("/\xFF"), at("/")})
+        EXPECT_EQ(createMacFolder(path), 1) << path;
     EXPECT_EQ(createMacFolder(at(std::string("/a\0b", 4))), 1);
     EXPECT_EQ(createMacFolder(at("/" + std::string(256, 'x'))), 1);
     EXPECT_TRUE(files::is_empty(home.home()));
@@ -167,13 +145,7 @@ TEST_F(MacPresetFoldersTest, NamesThatAreNoNamesFail)
     EXPECT_EQ(FakeFileManager::created, 1u);
 }
 
-TEST_F(MacPresetFoldersTest, PathsWithoutAParentFail)
-{
-    for (const char* path : {"", "a", "/", "/no such top folder"})
-        EXPECT_EQ(createMacFolder(path), 1) << path;
-}
-
-TEST_F(MacPresetFoldersTest, APathIsShorterThan1024Bytes)
+TEST_F(MacPresetFoldersTest, CreateFolderAndFindInFolderTakePathsBelow1024Bytes)
 {
     std::string longest = home.home();
     while (longest.size() + 100 < 1023)
@@ -196,7 +168,7 @@ TEST_F(MacPresetFoldersTest, APathIsShorterThan1024Bytes)
     EXPECT_EQ(findInMacFolder(tooLong, "file"), MacFolderAnswer::noFolder);
 }
 
-TEST_F(MacPresetFoldersTest, AFolderThatSomebodyElseMakesFirstIsFound)
+TEST_F(MacPresetFoldersTest, CreateFolderFindsWhatSomebodyElseMadeFirst)
 {
     FakeFileManager::beforeCreation = [this] { files::create_directory(at("/raced")); };
     bool found = false;
@@ -204,7 +176,7 @@ TEST_F(MacPresetFoldersTest, AFolderThatSomebodyElseMakesFirstIsFound)
     EXPECT_TRUE(found);
 }
 
-TEST_F(MacPresetFoldersTest, ParentsMayBeLinksToFolders)
+TEST_F(MacPresetFoldersTest, CreateFolderFollowsLinksToParents)
 {
     files::create_directory(at("/real"));
     files::create_directory_symlink(at("/real"), at("/link"));
@@ -212,7 +184,7 @@ TEST_F(MacPresetFoldersTest, ParentsMayBeLinksToFolders)
     EXPECT_TRUE(files::is_directory(at("/real/a")));
 }
 
-TEST_F(MacPresetFoldersTest, ANameIsLookedForInAFolder)
+TEST_F(MacPresetFoldersTest, FindInFolderSaysWhetherTheNameExists)
 {
     std::ofstream(at("/file")) << "x";
     EXPECT_EQ(findInMacFolder(home.home(), "file"), MacFolderAnswer::exists);

@@ -1,70 +1,38 @@
+// What a timer is where memory ran out. How it ticks is tried with the Mac's machine code.
 #include "platform/TimerPlatformFactory.h"
-#include "tests/macos/fakes/FakeCoreFoundation.h"
-#include "tests/macos/fakes/FakeMemory.h"
-#include "tests/unit/BoundController.h"
 
-#include <thread>
-
-using namespace doubles;
-using namespace Steinberg::Vst;
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <new>
+#include <utility>
 
 namespace {
 
-class MacTimerTest : public testing::Test {
-protected:
-    MacTimerTest() { FakeCoreFoundation::reset(); }
-    ~MacTimerTest() override
-    {
-        EXPECT_EQ(FakeCoreFoundation::liveObjects(), 0u);
-        EXPECT_EQ(FakeCoreFoundation::misuses(), 0u);
-    }
+/** The calling thread's next operator new throws std::bad_alloc; those after it do not. */
+thread_local bool failsNext = false;
 
-    // Changes of its editor wait for the timer.
-    BoundController bound{BoundController::nameless()};
-};
+} // namespace
 
-TEST_F(MacTimerTest, TicksEvery50MillisecondsFromInitializeToTerminate)
+// Both, since a sanitizer takes an object of one's operator in another's for a defect.
+void* operator new(std::size_t size)
 {
-    EXPECT_EQ(FakeCoreFoundation::timers(), 0u);
-    bound.initialize();
-    EXPECT_EQ(FakeCoreFoundation::timers(), 1u);
-    EXPECT_NEAR(FakeCoreFoundation::lastInterval, 0.05, 1e-6);
-    EXPECT_NEAR(FakeCoreFoundation::lastDelay, 0.05, 1e-6);
-    EXPECT_NEAR(FakeCoreFoundation::lastTolerance, 0.005, 1e-6) << "a tenth of the interval";
-    bound.end();
-    EXPECT_EQ(FakeCoreFoundation::timers(), 0u);
-    EXPECT_EQ(FakeCoreFoundation::liveObjects(), 0u);
+    void* memory = std::exchange(failsNext, false) ? nullptr : std::malloc(size);
+    if (!memory)
+        throw std::bad_alloc();
+    return memory;
 }
 
-TEST_F(MacTimerTest, ATickPassesTheEditorsChangesOn)
+void operator delete(void* memory) noexcept
 {
-    bound.initialize();
-    bound.library.turn(kVolume1, 1);
-    EXPECT_EQ(bound.trace.count("host.performEdit"), 0u);
-    bound.trace.clear();
-    FakeCoreFoundation::fireTimers();
-    EXPECT_THAT(bound.edits(), testing::Contains("host.performEdit(37012000, 0.25)"));
-    bound.end();
+    std::free(memory);
 }
 
-TEST_F(MacTimerTest, TicksOnTheThreadThatInitialized)
+void operator delete(void* memory, std::size_t) noexcept
 {
-    bound.initialize();
-    bound.library.turn(kVolume1, 1);
-    bound.trace.clear();
-    std::thread([] { FakeCoreFoundation::fireTimers(); }).join();
-    EXPECT_THAT(bound.edits(), testing::IsEmpty());
-    FakeCoreFoundation::fireTimers();
-    EXPECT_THAT(bound.edits(), testing::Not(testing::IsEmpty()));
-    bound.end();
+    std::free(memory);
 }
 
-TEST_F(MacTimerTest, NeedsNoRunLoopOfTheHost)
-{
-    bound.initialize();
-    EXPECT_THAT(bound.host.runLoop.intervals(), testing::IsEmpty());
-    bound.end();
-}
+namespace {
 
 class NobodyTicks : public VSTGUI::IPlatformTimerCallback {
 public:
@@ -72,14 +40,13 @@ public:
 };
 
 /** VSTGUI asks for timers where nothing may be thrown. */
-TEST(MacTimerFactory, GivesNoTimerWhereMemoryRanOutForIt)
+TEST(MacTimerFactory, CreateTimerGivesNoneWhereMemoryRanOut)
 {
-    FakeCoreFoundation::reset();
     NobodyTicks listener;
-    const auto factory = platform::makeTimerPlatformFactory();
-    FakeMemory::failsNext = true;
+    const auto factory = Steinberg::Vst::platform::makeTimerPlatformFactory();
+    failsNext = true;
     EXPECT_EQ(factory->createTimer(&listener), nullptr);
-    EXPECT_FALSE(FakeMemory::failsNext) << "no memory was asked for";
+    EXPECT_FALSE(failsNext) << "no memory was asked for";
     EXPECT_NE(factory->createTimer(&listener), nullptr);
 }
 

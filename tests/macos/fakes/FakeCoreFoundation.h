@@ -23,9 +23,11 @@ public:
     /** 0 when the object is gone. */
     static CFIndex references(CFTypeRef object);
 
-    /** A bundle with one reference, the caller's. Without a path it has no URL. */
+    /** A bundle with one reference, the caller's. Without a path it has no URL; that a Mac has such
+        bundles is a belief. */
     static CFBundleRef makeBundle(std::optional<std::string> path);
-    /** How the last path was asked for. */
+    /** How the last path was asked for. Apple's reference of CFURL says that one that does not fit
+        gives false. */
     static inline bool resolvedAgainstBase = false;
     static inline CFIndex pathBufferSize = 0;
 

@@ -44,9 +44,9 @@ std::string pathOf(const FSRef* ref)
     return isFilled ? paths.at(number) : "";
 }
 
-/** The name as paths have it: a slash of the File Manager's is a colon there. Empty for a name with
-    a colon, which parts the levels of the File Manager's own paths (Apple's Technical Q&A QA1392
-   says the one; that the other is refused is a belief). */
+/** The name as paths have it: a slash of the File Manager's is a colon there (Apple's Technical Q&A
+    QA1203). Empty for a name with a colon, which parts the levels of the File Manager's own paths;
+    that such a name is refused is a belief. */
 std::string nameOf(UniCharCount length, const UniChar* units)
 {
     auto name = doubles::utf8From(std::u16string(units, units + length));
@@ -56,8 +56,7 @@ std::string nameOf(UniCharCount length, const UniChar* units)
     return name;
 }
 
-/** The path of what has the name in a folder, as the volume tells names apart; empty for nothing.
- */
+/** The path of what has the name in a folder, as the volume tells names apart; else empty. */
 std::string entryOf(const std::string& folder, const std::string& name)
 {
     const auto path = folder + "/" + name;

@@ -118,7 +118,8 @@ void CFStringAppendCString(CFMutableStringRef string, const char* text, CFString
     string->text += decoded(text, encoding).value_or(u"");
 }
 
-/** The formats of the SDK: "%.*lf" and "%lld", which the C library knows as well. */
+/** The formats of the SDK: "%.*lf" and "%lld", which mean what they mean to the C library (Apple's
+    String Format Specifiers). */
 CFStringRef CFStringCreateWithFormatAndArguments(CFAllocatorRef, CFDictionaryRef,
                                                  CFStringRef format, va_list arguments)
 {
@@ -179,6 +180,7 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
     return true;
 }
 
+/** The sizes of Core Foundation's published CFString.c, for the encodings that are asked for. */
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding)
 {
     if (encoding == kCFStringEncodingUTF16)

@@ -18,6 +18,7 @@
 
 extern "C" unsigned GetEventKind(NSEvent* event);
 unsigned GetEventKind(NSEvent* event) {
+    // kEventMouseDown and kEventMouseScroll of Carbon's CarbonEvents.h
     constexpr unsigned kMouseDown = 1;
     constexpr unsigned kScroll = 11;
     return [event type] == NSScrollWheel ? kScroll : kMouseDown;

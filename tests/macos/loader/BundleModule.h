@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 
 extern "C" {
 
@@ -12,22 +11,23 @@ extern "C" {
 struct MachoSystem {
     /** Fires the timers of the calling thread's run loop once. */
     void (*fireTimers)();
-    /** Timers on any run loop, and the seconds between two ticks of the one that was made last. */
+    /** Timers on any run loop. Of the one that was made last: seconds to its first tick and between
+        two of them, and those that it may be late. */
     size_t (*timers)();
+    double (*delay)();
     double (*interval)();
-    /** Seconds by which that one may be late. */
     double (*tolerance)();
     /** Objects of Core Foundation that somebody holds, the bundle itself left out. */
     size_t (*objects)();
     /** References to what was no object of Core Foundation. */
     size_t (*misuses)();
-    /** The kind of the event that the application handles; 0: none. */
-    void (*setCurrentEvent)(unsigned kind);
-    /** What an import's symbol is bound to; null when it is not among the imports. */
-    void* (*import)(const char* symbol);
-    /** Where the machine code lies. */
-    uintptr_t codeBegin;
-    uintptr_t codeEnd;
+    /** The event that the application handles, without and with a Carbon event behind it. At first
+        it handles none. */
+    void (*handleEventWithoutReference)();
+    void (*handleEventOfKind)(unsigned kind);
+    /** The copy constructor of std::string as the machine code calls it; for arm64 alone. */
+    using CopyText = void*(void* made, const void* original);
+    CopyText* copyText;
 };
 
 using GetMachoSystem = const MachoSystem* (*)();

@@ -2,7 +2,7 @@
 //
 //   DARWIN_CALL(int, pthread_mutex_lock)(Mutex* lock) { ... }
 //
-// make-imports finds such functions by their names and binds the image to them.
+// make-image finds such functions by their names and binds the image to them.
 #pragma once
 
 #define DARWIN_CALL(result, name)                                                                  \

@@ -18,7 +18,8 @@ void endProgram(const char* what, const void* where)
 
 } // namespace macho
 
-/** The numbers that the plug-in's libraries ask for, ERANGE and EBUSY, are the same on both. */
+/** The numbers that the plug-in's libraries ask for, ERANGE and EBUSY, are the same on both: those
+    of Darwin's sys/errno.h. */
 DARWIN_CALL(int*, __error)()
 {
     return &errno;
@@ -67,10 +68,11 @@ DARWIN_CALL(void*, dlopen)(const char* path, int mode)
 }
 
 #if defined(__aarch64__)
-// Apple's variable arguments on arm64 are all on the stack, eight bytes each; Linux's begin in
-// registers. A Linux va_list of which all registers count as read goes on with the stack: its five
-// fields are the stack, the ends of both kinds of saved registers, and how much of each is unread.
-// Both calls have three arguments before the variable ones.
+// Apple's variable arguments on arm64 are all on the stack, eight bytes each, by Apple's "Writing
+// ARM64 code for Apple platforms"; Linux's begin in registers. A Linux va_list of which all
+// registers count as read goes on with the stack: its five fields are the stack, the ends of both
+// kinds of saved registers, and how much of each is unread. Both calls have three arguments before
+// the variable ones.
 #define VARIADIC_CALL(name, withList)                                                              \
     asm(".text\n"                                                                                  \
         ".hidden darwin_" name "\n"                                                                \

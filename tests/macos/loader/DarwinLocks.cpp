@@ -5,30 +5,47 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <cstdlib>
 #include <iterator>
 #include <memory>
-#include <new>
 #include <pthread.h>
 
 namespace {
 
 using macho::endProgram;
 
-constexpr uint64_t kMutexInitialiser = 0x32AAABA7;     // _PTHREAD_MUTEX_SIG_init
-constexpr uint64_t kConditionInitialiser = 0x3CB0B1BB; // _PTHREAD_COND_SIG_init
 constexpr uint64_t kMade = 0x4D414445;
 constexpr uint64_t kGone = 0x474F4E45;
 
 struct Mutex {
+    static constexpr uint64_t kInitialiser = 0x32AAABA7; // _PTHREAD_MUTEX_SIG_init
+    static constexpr const char* kUsed = "a mutex was used that nobody made or that is gone";
+
     uint64_t mark;
     pthread_mutex_t real;
+
+    void make() { pthread_mutex_init(&real, nullptr); }
+    int end() { return pthread_mutex_destroy(&real); }
 };
 static_assert(sizeof(Mutex) <= 64, "Darwin's has 64 bytes");
 
 struct Condition {
+    static constexpr uint64_t kInitialiser = 0x3CB0B1BB; // _PTHREAD_COND_SIG_init
+    static constexpr const char* kUsed =
+        "a condition variable was used that nobody made or that is gone";
+
     uint64_t mark;
     pthread_cond_t* real; ///< too large to be in here
+
+    void make()
+    {
+        real = new pthread_cond_t;
+        pthread_cond_init(real, nullptr);
+    }
+    int end()
+    {
+        const std::unique_ptr<pthread_cond_t> owned(real);
+        return pthread_cond_destroy(real);
+    }
 };
 static_assert(sizeof(Condition) <= 48, "Darwin's has 48 bytes");
 
@@ -38,17 +55,8 @@ struct Attributes {
 };
 static_assert(sizeof(Attributes) <= 16, "Darwin's have 16 bytes");
 
-uint64_t markOf(const uint64_t& mark)
-{
-    return __atomic_load_n(&mark, __ATOMIC_ACQUIRE);
-}
-
-void setMark(uint64_t& mark, uint64_t value)
-{
-    __atomic_store_n(&mark, value, __ATOMIC_RELEASE);
-}
-
-/** Held while a lock is made at its first use, which two threads may do at once. */
+/** Held while a lock is made at its first use, which two threads may do at once. Of the C library,
+    since nothing ends it with the module. */
 class Making {
 public:
     Making() { pthread_mutex_lock(&lock); }
@@ -60,41 +68,39 @@ private:
     static inline pthread_mutex_t lock = PTHREAD_MUTEX_INITIALIZER;
 };
 
-void makeAtFirstUse(Mutex* mutex)
+/** A mutex or a condition variable, made if this is the first use of one with the initialiser. */
+template <typename Lock>
+Lock* made(Lock* lock)
 {
-    const Making making;
-    if (mutex->mark != kMutexInitialiser)
-        return;
-    pthread_mutex_init(&mutex->real, nullptr);
-    setMark(mutex->mark, kMade);
-}
-
-void makeAtFirstUse(Condition* condition)
-{
-    const Making making;
-    if (condition->mark != kConditionInitialiser)
-        return;
-    condition->real = new pthread_cond_t;
-    pthread_cond_init(condition->real, nullptr);
-    setMark(condition->mark, kMade);
+    if (__atomic_load_n(&lock->mark, __ATOMIC_ACQUIRE) == Lock::kInitialiser) {
+        const Making making;
+        if (lock->mark == Lock::kInitialiser) {
+            lock->make();
+            __atomic_store_n(&lock->mark, kMade, __ATOMIC_RELEASE);
+        }
+    }
+    if (__atomic_load_n(&lock->mark, __ATOMIC_ACQUIRE) != kMade)
+        endProgram(Lock::kUsed, lock);
+    return lock;
 }
 
 pthread_mutex_t* real(Mutex* mutex)
 {
-    if (markOf(mutex->mark) == kMutexInitialiser)
-        makeAtFirstUse(mutex);
-    if (markOf(mutex->mark) != kMade)
-        endProgram("a mutex was used that nobody made or that is gone", mutex);
-    return &mutex->real;
+    return &made(mutex)->real;
 }
 
 pthread_cond_t* real(Condition* condition)
 {
-    if (markOf(condition->mark) == kConditionInitialiser)
-        makeAtFirstUse(condition);
-    if (markOf(condition->mark) != kMade)
-        endProgram("a condition variable was used that nobody made or that is gone", condition);
-    return condition->real;
+    return made(condition)->real;
+}
+
+template <typename Lock>
+int destroy(Lock* lock)
+{
+    const int result = made(lock)->end();
+    if (result == 0)
+        __atomic_store_n(&lock->mark, kGone, __ATOMIC_RELEASE);
+    return result;
 }
 
 void checkMade(const Attributes* attributes)
@@ -105,30 +111,6 @@ void checkMade(const Attributes* attributes)
 
 /** Darwin's PTHREAD_MUTEX_NORMAL 0, _ERRORCHECK 1 and _RECURSIVE 2. */
 constexpr int kKinds[] = {PTHREAD_MUTEX_NORMAL, PTHREAD_MUTEX_ERRORCHECK, PTHREAD_MUTEX_RECURSIVE};
-
-int destroy(Mutex* mutex)
-{
-    const auto mark = markOf(mutex->mark);
-    if (mark != kMade && mark != kMutexInitialiser)
-        endProgram("a mutex was destroyed that nobody made or that is gone", mutex);
-    const int result = mark == kMade ? pthread_mutex_destroy(&mutex->real) : 0;
-    if (result == 0)
-        setMark(mutex->mark, kGone);
-    return result;
-}
-
-void destroy(Condition* condition)
-{
-    const auto mark = markOf(condition->mark);
-    if (mark != kMade && mark != kConditionInitialiser)
-        endProgram("a condition variable was destroyed that nobody made or that is gone",
-                   condition);
-    if (mark == kMade) {
-        const std::unique_ptr<pthread_cond_t> owned(condition->real);
-        pthread_cond_destroy(owned.get());
-    }
-    setMark(condition->mark, kGone);
-}
 
 } // namespace
 
@@ -164,7 +146,7 @@ DARWIN_CALL(int, pthread_mutex_init)(Mutex* mutex, const Attributes* attributes)
     }
     const int result = pthread_mutex_init(&mutex->real, &kind);
     pthread_mutexattr_destroy(&kind);
-    setMark(mutex->mark, kMade);
+    __atomic_store_n(&mutex->mark, kMade, __ATOMIC_RELEASE);
     return result;
 }
 
@@ -188,9 +170,9 @@ DARWIN_CALL(int, pthread_mutex_unlock)(Mutex* mutex)
     return pthread_mutex_unlock(real(mutex));
 }
 
-// The C++ library's, which are the same memory: std::mutex's lock, unlock and destructor,
-// std::condition_variable's notify_all, wait and destructor. Apple's destructors on arm64 return
-// the object.
+// The C++ library's, which are the same memory (LLVM's <__threading_support>): std::mutex's lock,
+// unlock and destructor, std::condition_variable's notify_all, wait and destructor. Apple's
+// destructors on arm64 return the object.
 
 DARWIN_CALL(void, _ZNSt3__15mutex4lockEv)(Mutex* mutex)
 {
@@ -213,7 +195,7 @@ DARWIN_CALL(void, _ZNSt3__118condition_variable10notify_allEv)(Condition* condit
     pthread_cond_broadcast(real(condition));
 }
 
-/** A std::unique_lock begins with the pointer to its mutex. */
+/** A std::unique_lock begins with the pointer to its mutex (LLVM's <__mutex_base>). */
 DARWIN_CALL(void, _ZNSt3__118condition_variable4waitERNS_11unique_lockINS_5mutexEEE)
 (Condition* condition, Mutex** lock)
 {

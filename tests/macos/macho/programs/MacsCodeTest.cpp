@@ -5,6 +5,8 @@
 
 #include "pluginterfaces/gui/iplugview.h"
 
+#include <thread>
+
 namespace {
 
 using namespace Steinberg;
@@ -13,8 +15,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr unsigned kVolume1 = 37012000;
-constexpr unsigned kOlderWheelEvent = 10;
-constexpr unsigned kScrollEvent = 11;
+constexpr unsigned kScrollEvent = 11; // kEventMouseScroll of Carbon's CarbonEvents.h
 
 class MacsCode : public plugin::PlugInFixture {
 protected:
@@ -53,20 +54,22 @@ protected:
         EXPECT_THAT(host.ledger(), IsEmpty());
     }
 
-    std::vector<std::string> turnWheel(float distance)
+    /** What the library gets of some distances. */
+    std::vector<std::string> turnWheel(const std::vector<float>& distances)
     {
         const auto view = owned(controller->createView(ViewType::kEditor));
         EXPECT_TRUE(view);
         trace.clear();
-        EXPECT_EQ(view->onWheel(distance), kResultOk);
+        for (const float distance : distances)
+            EXPECT_EQ(view->onWheel(distance), kResultOk);
         return trace.textsOf({"library.onWheel"});
     }
 };
 
 /** A host whose changes of the editor wait for the timer. */
-class MacsTimer : public MacsCode {
+class MacsCodeInANamelessHost : public MacsCode {
 protected:
-    MacsTimer()
+    MacsCodeInANamelessHost()
     : MacsCode(nameless())
     {
     }
@@ -79,30 +82,49 @@ protected:
     }
 };
 
-TEST_F(MacsTimer, TicksEvery50MillisecondsOnTheSystemsRunLoop)
+TEST_F(MacsCodeInANamelessHost, TicksEvery50MillisecondsOnTheSystemsRunLoop)
 {
     EXPECT_EQ(mac->timers(), 1u);
+    EXPECT_NEAR(mac->delay(), 0.05, 1e-6);
     EXPECT_NEAR(mac->interval(), 0.05, 1e-6);
-    EXPECT_NEAR(mac->tolerance(), 0.005, 1e-6);
+    EXPECT_NEAR(mac->tolerance(), 0.005, 1e-6) << "a tenth of the interval";
 }
 
-TEST_F(MacsTimer, PassesTheEditorsChangesOn)
+TEST_F(MacsCodeInANamelessHost, PassesTheEditorsChangesOnInATickOfItsOwnThread)
 {
     library->turn(kVolume1, 1);
+    std::thread(mac->fireTimers).join();
     EXPECT_EQ(trace.count("host.performEdit"), 0u);
     mac->fireTimers();
     EXPECT_THAT(trace.textsOf({"host.performEdit"}),
                 ElementsAre("host.performEdit(37012000, 0.25)"));
 }
 
-TEST_F(MacsCode, HalvesTheDistanceOfAScrollEventAlone)
+TEST_F(MacsCodeInANamelessHost, LeavesTheDistanceOfAScrollEventAsItIs)
 {
-    EXPECT_THAT(turnWheel(3), ElementsAre("library.onWheel(3)"));
-    mac->setCurrentEvent(kOlderWheelEvent);
-    EXPECT_THAT(turnWheel(3), ElementsAre("library.onWheel(3)"));
-    mac->setCurrentEvent(kScrollEvent);
-    EXPECT_THAT(turnWheel(3), ElementsAre("library.onWheel(1.5)"));
-    mac->setCurrentEvent(0);
+    mac->handleEventOfKind(kScrollEvent);
+    EXPECT_THAT(turnWheel({3}), ElementsAre("library.onWheel(3)"));
+}
+
+TEST_F(MacsCode, HalvesTheDistanceOfAScrollEventFromTwoOn)
+{
+    mac->handleEventOfKind(kScrollEvent);
+    EXPECT_THAT(turnWheel({1.5F, 2, 3, -1.5F, -2, -3, 0.25F}),
+                ElementsAre("library.onWheel(1.5)", "library.onWheel(1)", "library.onWheel(1.5)",
+                            "library.onWheel(-1.5)", "library.onWheel(-1)", "library.onWheel(-1.5)",
+                            "library.onWheel(1)"));
+}
+
+TEST_F(MacsCode, LeavesTheDistanceOfAnotherEventAsItIs)
+{
+    const auto unchanged = ElementsAre("library.onWheel(2)", "library.onWheel(-3)");
+    EXPECT_THAT(turnWheel({2, -3}), unchanged) << "no event";
+    mac->handleEventWithoutReference();
+    EXPECT_THAT(turnWheel({2, -3}), unchanged) << "no Carbon event";
+    for (const unsigned kind : {0U, 1U, 5U, 10U, 12U, 0xFFFFFFFFU}) {
+        mac->handleEventOfKind(kind);
+        EXPECT_THAT(turnWheel({2, -3}), unchanged) << kind;
+    }
 }
 
 /** The SDK writes numbers with Core Foundation's formats. */
@@ -127,13 +149,9 @@ TEST_F(MacsCode, LetsNoExceptionOfTheLibraryOut)
    does, so that only this test tells. */
 TEST_F(MacsCode, GetsTheObjectBackFromTheLibrarysConstructors)
 {
-    using Copy = void* (*)(void* made, const void* original);
-    const auto copy = reinterpret_cast<Copy>(
-        mac->import("__ZNSt3__112basic_stringIcNS_11char_traitsIcEENS_9allocatorIcEEEC1ERKS5_"));
-    ASSERT_TRUE(copy);
     const std::string original(100, 'x');
     std::aligned_storage_t<sizeof(std::string), alignof(std::string)> memory;
-    ASSERT_EQ(copy(&memory, &original), &memory);
+    ASSERT_EQ(mac->copyText(&memory, &original), &memory);
     auto* made = reinterpret_cast<std::string*>(&memory);
     EXPECT_EQ(*made, original);
     made->~basic_string();

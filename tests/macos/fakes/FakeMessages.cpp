@@ -1,6 +1,6 @@
 // How messages are sent is Apple's Objective-C Runtime reference: objc_msgSend takes the receiver
 // and the selector, of which clang writes the name into the image.
-#include "tests/macos/loader/AppKitMessages.h"
+#include "tests/macos/fakes/FakeMessages.h"
 
 #include "tests/macos/loader/DarwinCall.h"
 
@@ -17,6 +17,8 @@ struct CarbonEvent {
 char theApplication;
 char theEvent;
 CarbonEvent carbonEvent = {0};
+const char* event = nullptr;
+const CarbonEvent* reference = nullptr;
 
 } // namespace
 
@@ -27,9 +29,17 @@ __attribute__((visibility("hidden"))) extern char
 char applicationClass[8] = {};
 }
 
-void macho::setCurrentEvent(unsigned kind)
+void macho::handleEventWithoutReference()
+{
+    event = &theEvent;
+    reference = nullptr;
+}
+
+void macho::handleEventOfKind(unsigned kind)
 {
     carbonEvent.kind = kind;
+    event = &theEvent;
+    reference = &carbonEvent;
 }
 
 /** Apple's run-time takes the selector for a unique pointer; in an image that nobody registered it
@@ -44,14 +54,14 @@ DARWIN_CALL(const void*, objc_msgSend)(const void* receiver, const char* selecto
     if (is(applicationClass, "sharedApplication"))
         return &theApplication;
     if (is(&theApplication, "currentEvent"))
-        return carbonEvent.kind ? &theEvent : nullptr;
-    if (is(&theEvent, "eventRef"))
-        return &carbonEvent;
+        return event;
+    if (is(event, "eventRef"))
+        return reference;
     macho::endProgram(
         (std::string("a message that its receiver does not know: ") + selector).c_str(), receiver);
 }
 
-DARWIN_CALL(UInt32, GetEventKind)(const CarbonEvent* event)
+DARWIN_CALL(UInt32, GetEventKind)(const CarbonEvent* asked)
 {
-    return event->kind;
+    return asked->kind;
 }
