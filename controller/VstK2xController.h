@@ -13,6 +13,7 @@
 #include "editorlib/IExternalPlugin.h"
 #include "editorlib/VstIControllerInterface.h"
 #include "hostapi/IExternalEffectUsingSKI.h"
+#include "view/EditorOwner.h"
 
 #include "pluginterfaces/vst/ivstunits.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
@@ -36,7 +37,8 @@ class VstK2xController : public EditController,
                          public UnitList,
                          public IExternalEffectUsingSKI,
                          public VstIControllerInterface,
-                         public IExternalPlugin {
+                         public IExternalPlugin,
+                         public EditorOwner {
 public:
     using GuiEvent = ParameterModel::GuiEvent;
     static constexpr GuiEvent GuiEventBeginEdit = ParameterModel::GuiEventBeginEdit;
@@ -144,10 +146,12 @@ public:
     tresult PLUGIN_API setPluginInfo(VstIEditorConnect* connect, void* libraryHandle) override;
 
     // What the host is. [any thread]
-    /** As support/HostKind.h numbers them. */
-    int getVSTHostType() const { return outside.getHostKind(); }
+    int getVSTHostType() const override { return outside.getHostKind(); }
     bool isUnicodeAppHost() const { return outside.isUnicodeHost(); }
-    VstIEditorConnect* getEditorConnection() const { return outside.library.getConnection(); }
+    VstIEditorConnect* getEditorConnection() const override
+    {
+        return outside.library.getConnection();
+    }
 
     // Parameters: see ParameterModel.
     unsigned createObserverParameter(int block, int number, int part, ValueChangedCallback callback,
@@ -237,7 +241,7 @@ public:
         return guarded(false, [&] { return routing.isSameIValueString(value, text); });
     }
 
-    OBJ_METHODS(VstK2xController, EditController)
+    OBJ_METHODS(VstK2xController, EditController) // untaken: sdk-macro
 
 private:
     struct HostObjects;
