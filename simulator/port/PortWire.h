@@ -11,14 +11,14 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
+class PortLine;
+class ReceiverCalls;
+
 /** Has two threads, so that neither the audio thread waits for the system nor the system for the
     plug-in: one opens the port, sends and closes it, the other calls the receiver. No lock is held
     while the receiver is called. */
 class PortWire final : public MidiWire {
 public:
-    /** Messages that can wait in each direction: a full queue drops the newest one. */
-    static constexpr size_t capacity = 16384;
-
     /** Opens the port, without waiting for it. @param ownEnd is called until close */
     PortWire(std::unique_ptr<MidiDriver> driver, std::string which, MidiReceiver& ownEnd);
     ~PortWire() override;
@@ -35,12 +35,8 @@ public:
     static void closeAll();
 
 private:
-    class Line;
-    class Sender;
-    class Calls;
-
-    std::shared_ptr<Line> line; ///< also held by the threads
-    std::shared_ptr<Calls> calls;
+    std::shared_ptr<PortLine> line; ///< also held by the threads
+    std::shared_ptr<ReceiverCalls> calls;
     std::thread sending;
     std::thread receiving;
 };
