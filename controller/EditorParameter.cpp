@@ -147,7 +147,7 @@ bool EditorParameter::fromString(const TChar* string, ParamValue& normalized) co
 
 int32 EditorParameter::getEditorParameter() const
 {
-    if (!lock)
+    if (!lock) // untaken: made-with-object
         return 0;
     const FGuard guard(*lock);
     return editorValue;

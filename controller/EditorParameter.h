@@ -77,7 +77,7 @@ public:
     /** Stores value and says whether it differs from what was stored, in one step. */
     bool changeEditorParameter(int32 value);
 
-    OBJ_METHODS(EditorParameter, Parameter)
+    OBJ_METHODS(EditorParameter, Parameter) // untaken: sdk-macro
 
 private:
     int32 askValue() const;

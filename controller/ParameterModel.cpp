@@ -87,7 +87,7 @@ unsigned ParameterModel::createObserverParameter(int block, int number, int part
         makeObserver(&observer, &controller, static_cast<int>(id), block, number, part, callback,
                      mode, editorBeginEditCallBack, editorEndEditCallBack);
     });
-    if (VstIEditorConnect* editor = outside.library.getConnection())
+    if (VstIEditorConnect* editor = outside.library.getConnection()) // untaken: library-is-there
         guarded([&] { editor->addObserver(observer); });
     observers.back() = observer;
     return id;
@@ -96,6 +96,7 @@ unsigned ParameterModel::createObserverParameter(int block, int number, int part
 IPtr<EditorParameter> ParameterModel::make(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
                                            const char* title, const EditorParameter* similar) const
 {
+    // untaken: new-throws
     return owned(new EditorParameter(outside.library.getConnection(), flags, id, unitId, stepCount,
                                      title, similar));
 }
@@ -278,7 +279,7 @@ void ParameterModel::removeObservers()
     for (VstIObserver* observer : removed) {
         if (!observer)
             continue;
-        if (editor)
+        if (editor) // untaken: library-is-there
             guarded([&] { editor->removeObserver(observer); });
         guarded([observer] { observer->destroy(); });
     }

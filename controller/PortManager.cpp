@@ -218,7 +218,7 @@ void PortManager::setAudioPortList(const char** ids)
                 showPort(*registry, id);
         });
     audioPortIdList = std::move(taken);
-}
+} // untaken: compiler
 
 IHostPort* PortManager::takeAudioPort(IPortRegistry& registry, const char* id, bool isUnicode,
                                       const PortIds& held, PortIds& taken)
@@ -272,6 +272,7 @@ bool PortManager::hostReadyForSetPortConnections() noexcept
 
 int32 PortManager::allMidiInputRemove(const std::string& text)
 {
+    // untaken: compiler
     if (text.empty() || !FUnknownPtr<IComponentPortHandler>(outside.componentHandler.get()))
         return kNothingRemoved;
     const auto registry = portRegistry(outside);

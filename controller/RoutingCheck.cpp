@@ -44,7 +44,7 @@ bool RoutingCheck::isRoutedHere(IValue* output, IDevice* track)
 {
     if (!useInstrumentRack)
         return containsText(output, textOfOutputHere());
-    return track && containsText(effectTypeOf(track), kPlugInName);
+    return track && containsText(effectTypeOf(track), kPlugInName); // untaken: compiler
 }
 
 bool RoutingCheck::containsText(IValue* value, const std::string& text)

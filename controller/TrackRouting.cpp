@@ -245,7 +245,7 @@ bool TrackRouting::isSameIValueString(IValue* value, const std::string& text)
 
 IDevice* TrackRouting::getSelectedTrackDevice() const
 {
-    if (!selectedTrackValue || !mixerDevice)
+    if (!selectedTrackValue || !mixerDevice) // untaken: both-or-none
         return nullptr;
     const int32 index = selectedTrackValue->getInteger();
     return index < 0 ? nullptr : mixerDevice->getChild(index);

@@ -51,7 +51,7 @@ VstK2xController::~VstK2xController() = default;
 
 FUnknown* VstK2xController::createInstance(void* /*context*/)
 {
-    return static_cast<IEditController*>(new VstK2xController);
+    return static_cast<IEditController*>(new VstK2xController); // untaken: compiler
 }
 
 tresult PLUGIN_API VstK2xController::queryInterface(const TUID _iid, void** obj)
@@ -116,7 +116,7 @@ tresult VstK2xController::initializeBound(FUnknown* context)
 void VstK2xController::startLibrary()
 {
     VstIEditorConnect* editor = getEditorConnection();
-    guarded([&] { editor->setControllerInterface(this); });
+    guarded([&] { editor->setControllerInterface(this); }); // untaken: compiler
     guarded([&] { editor->setHostType(getVSTHostType()); });
     guarded([&] { editor->start(); });
 }
@@ -221,6 +221,7 @@ void VstK2xController::refreshParameters()
 {
     const int32 count = parameters.getParameterCount();
     for (int32 index = 0; index < count; ++index)
+        // untaken: one-class
         if (auto* parameter = FCast<EditorParameter>(parameters.getParameterByIndex(index)))
             parameterModel.refresh(*parameter);
 }
@@ -392,6 +393,7 @@ IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
     if (!name || std::strcmp(name, ViewType::kEditor) != 0)
         return nullptr;
     return guarded<IPlugView*>(nullptr, [this] {
+        // untaken: compiler
         return static_cast<IPlugView*>(new VstK2xEditorView(this, getEditorConnection()));
     });
 }

@@ -28,13 +28,13 @@ VstTimer::~VstTimer() noexcept
 
 void VstTimer::timerStart()
 {
-    if (timer)
+    if (timer) // untaken: made-with-object
         timer->start();
 }
 
 void VstTimer::timerStop()
 {
-    if (timer)
+    if (timer) // untaken: made-with-object
         timer->stop();
 }
 
