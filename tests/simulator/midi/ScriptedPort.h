@@ -20,8 +20,8 @@ namespace simulator {
 
 using MidiBytes = std::array<uint8, 3>;
 
-/** A MIDI port that a test controls. Its driver holds it, since the wire's thread may use the driver
-    after the test has ended. */
+/** A MIDI port that a test controls. Its driver holds it, since the wire's thread may use the
+    driver after the test has ended. */
 class ScriptedPort : public std::enable_shared_from_this<ScriptedPort> {
 public:
     std::unique_ptr<MidiDriver> driver() { return std::make_unique<Driver>(shared_from_this()); }
