@@ -15,7 +15,7 @@ bool PortLine::queueFromAudioThread(const MidiMessage& message)
 {
     if (ending)
         return false;
-    ++waiting; // before the message can be taken
+    ++waiting; // first, since the sender may take the message at once
     return admit(fromAudio.push(message), message);
 }
 

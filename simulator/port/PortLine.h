@@ -41,12 +41,12 @@ public:
         count. @return false when none waits. [sending thread] */
     bool take(MidiMessage& message);
 
-    /** Queues a message from the instrument for the receiver. Waits for nothing. [one thread of the
-        system's] */
+    /** Queues a message from the instrument for the receiver. Waits for nothing. [one thread of
+        the system's] */
     void arrive(const MidiMessage& message);
 
-    /** Asks the sending thread to move to another port; empty for none. [any thread but the audio
-        thread] */
+    /** Asks the sending thread to move to another port; empty for none. [any thread but the
+        audio thread] */
     void choose(const std::string& which);
     /** @param[out] which the port to move to
         @return whether one was chosen since the last call. [sending thread] */

@@ -117,7 +117,7 @@ void PortSender::markBack()
 {
     say("the MIDI port \"" + name + "\" is back");
     state = State::open;
-    endNotes(); // their note-offs may have been dropped meanwhile
+    endNotes(); // note-offs may have been dropped while it was away
     line->setState(state, name, "");
     tellReturn();
 }
@@ -147,8 +147,8 @@ void PortSender::leavePort()
     state = State::unused;
 }
 
-/** Ends each note that sounds, then all notes of its channel, for an instrument that plays on by
-    itself. */
+/** Ends each note that sounds, then all notes of its channel, for an instrument that plays on
+    by itself. */
 void PortSender::endNotes()
 {
     std::bitset<channels> used;

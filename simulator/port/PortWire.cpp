@@ -104,7 +104,7 @@ void PortWire::close()
     line->incoming.wake();
     line->outgoing.wake();
     if (receiving.get_id() == std::this_thread::get_id())
-        receiving.detach(); // it is in a call, and ends after it
+        receiving.detach(); // this is inside a call of the receiver; the thread ends after it
     else
         receiving.join();
     if (line->waitForEnd(closePatience)) {

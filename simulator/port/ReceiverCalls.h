@@ -12,6 +12,7 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
+/** Makes the calls of one receiver, and counts them. */
 class ReceiverCalls {
 public:
     /** Makes a call, with no lock held. [always the same thread] */
