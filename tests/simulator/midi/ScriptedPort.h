@@ -41,13 +41,6 @@ public:
             arrival(message);
     }
 
-    /** The names by which it was opened, in order. */
-    std::vector<std::string> opened()
-    {
-        const std::lock_guard<std::mutex> guard(mutex);
-        return names;
-    }
-
     std::atomic<bool> isMissing{false};
     std::atomic<MidiDriver::State> seen{MidiDriver::State::there};
     std::atomic<bool> isStuck{false}; ///< send waits while it is set
@@ -69,7 +62,6 @@ private:
             const std::lock_guard<std::mutex> guard(port.mutex);
             port.thread = std::this_thread::get_id();
             port.arrival = std::move(taker);
-            port.names.push_back(which);
             port.isOpen = true;
             return "the port " + which;
         }
@@ -96,7 +88,6 @@ private:
 
     std::mutex mutex;
     std::vector<MidiBytes> messages;
-    std::vector<std::string> names;
     MidiDriver::Arrival arrival;
 };
 
