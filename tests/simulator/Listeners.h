@@ -3,6 +3,7 @@
 
 #include "editorlib/VstIControllerInterface.h"
 #include "editorlib/VstIEffectInterface.h"
+#include "pluginterfaces/base/ftypes.h"
 #include "tests/doubles/Trace.h"
 
 #include <algorithm>
