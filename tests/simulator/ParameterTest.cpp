@@ -10,45 +10,45 @@ using namespace doubles;
 using SimulatorParameters = SimulatorTest;
 
 /** The texts for the values 0, 1, 63, 64, 65 and 127. */
-using Texts = std::array<const char*, 6>;
-const Texts plain{"0", "1", "63", "64", "65", "127"};
-const Texts withSign{"-64", "-63", "-1", "+0", "+1", "+63"};
-const Texts pan{"L64", "L63", "L1", "C", "R1", "R63"};
-const Texts function{"Off",           "Arpeggio Hold", "Controller 63",
-                     "Controller 64", "Controller 65", "Controller 127"};
+using SixTexts = std::array<const char*, 6>;
+const SixTexts plainTexts{"0", "1", "63", "64", "65", "127"};
+const SixTexts signedTexts{"-64", "-63", "-1", "+0", "+1", "+63"};
+const SixTexts panTexts{"L64", "L63", "L1", "C", "R1", "R63"};
+const SixTexts functionTexts{"Off",           "Arpeggio Hold", "Controller 63",
+                             "Controller 64", "Controller 65", "Controller 127"};
 
 /** A parameter of the first part. */
-struct Row {
+struct ParameterRow {
     uint32 id;
     int32 stepCount;
-    const Texts& texts;
+    const SixTexts& texts;
 };
-const Row table[] = {
-    {37012000, 0, plain},      // volume
-    {37013000, 0, pan},        // pan
-    {37053000, 0, withSign},   // cutoff
-    {37054000, 0, withSign},   // resonance
-    {37044000, 0, withSign},   // attack
-    {37045000, 0, withSign},   // decay
-    {37046000, 0, withSign},   // sustain
-    {37047000, 0, withSign},   // release
-    {37016000, 0, plain},      // chorus send
-    {37015000, 0, plain},      // reverb send
-    {19001000, 127, function}, // assignable functions
-    {19002000, 127, function}, //
-    {37056000, 0, withSign},   // assignable knobs
-    {37057000, 0, withSign},   //
+const ParameterRow parameterRows[] = {
+    {37012000, 0, plainTexts},      // volume
+    {37013000, 0, panTexts},        // pan
+    {37053000, 0, signedTexts},     // cutoff
+    {37054000, 0, signedTexts},     // resonance
+    {37044000, 0, signedTexts},     // attack
+    {37045000, 0, signedTexts},     // decay
+    {37046000, 0, signedTexts},     // sustain
+    {37047000, 0, signedTexts},     // release
+    {37016000, 0, plainTexts},      // chorus send
+    {37015000, 0, plainTexts},      // reverb send
+    {19001000, 127, functionTexts}, // assignable functions
+    {19002000, 127, functionTexts}, //
+    {37056000, 0, signedTexts},     // assignable knobs
+    {37057000, 0, signedTexts},     //
 };
 
 TEST_F(SimulatorParameters, GetParameterValueStringGivesEachParametersTextsInItsRange)
 {
-    for (const Row& row : table)
+    for (const ParameterRow& row : parameterRows)
         for (const uint32 id : {row.id, row.id + 15}) {
             SCOPED_TRACE(id);
             EXPECT_EQ(0, editor->getParameterMin(id));
             EXPECT_EQ(127, editor->getParameterMax(id));
             EXPECT_EQ(row.stepCount, editor->getParameterStepCount(id));
-            Texts::const_iterator expected = row.texts.begin();
+            SixTexts::const_iterator expected = row.texts.begin();
             for (const int32 value : {0, 1, 63, 64, 65, 127}) {
                 std::string text = "left over";
                 EXPECT_EQ(0, editor->getParameterValueString(id, value, text));
