@@ -109,14 +109,16 @@ TEST_F(SimulatorState, SetStateChunkRefusesOtherBytes)
 {
     makeASound();
     user->turnKnob(volume1, 77);
+    const auto saved = editor->getStateChunk();
+    user->turnKnob(volume1, 88); // so that restoring anything of what was saved shows
     const auto before = editor->getStateChunk();
 
     for (const auto& [place, byte] : {std::pair{0, 'X'}, {4, '\2'}}) { // name, a later version
-        auto changed = before;
+        auto changed = saved;
         changed[static_cast<size_t>(place)] = byte;
         setState(changed);
     }
-    auto longer = before;
+    auto longer = saved;
     longer.push_back(0);
     setState(longer);
     for (const auto& words :
@@ -127,8 +129,8 @@ TEST_F(SimulatorState, SetStateChunkRefusesOtherBytes)
         setState(hostile);
     }
     editor->setStateChunk(nullptr, 100);
-    editor->setStateChunk(before.data(), -1);
-    editor->setStateChunk(before.data(), INT32_MIN);
+    editor->setStateChunk(saved.data(), -1);
+    editor->setStateChunk(saved.data(), INT32_MIN);
 
     EXPECT_EQ(before, editor->getStateChunk());
 }
