@@ -1,5 +1,5 @@
-// HostThread: in a build with VSTK2X_HOST_THREAD_GUARD, ends the program where an operation of the
-// host's main thread comes on another thread. In every other build it is empty.
+// HostThread: in a build with VSTK2X_HOST_THREAD_GUARD, ends the program when an operation that
+// belongs on the host's main thread is called on another thread. Empty in every other build.
 #pragma once
 
 #ifdef VSTK2X_HOST_THREAD_GUARD
@@ -13,17 +13,17 @@
 namespace Steinberg {
 namespace Vst {
 
-/** An object's knowledge of the host's main thread: the one that initialized it. */
+/** Remembers which thread initialized an object, and checks later calls against it. */
 class HostThread {
 public:
 #ifdef VSTK2X_HOST_THREAD_GUARD
-    /** The calling thread is the host's main thread from here on. */
+    /** Takes the calling thread for the host's main thread from now on. */
     void begin()
     {
         thread = ThreadChecker::create();
     }
 
-    /** Aborts with a line on stderr on any other thread. Before begin every thread will do.
+    /** Aborts on any other thread, with a line on stderr. Before begin it accepts every thread.
         @param operation the operation's name, for that line */
     void check(const char* operation) const
     {

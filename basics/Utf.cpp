@@ -26,7 +26,7 @@ bool isLowSurrogate(char32_t unit)
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/** Takes the next character off text, which is not empty. */
+/** Removes the first character from text, which must not be empty, and returns it. */
 char32_t takeCharacter(std::u16string_view& text)
 {
     const char32_t first = text[0];
@@ -61,12 +61,11 @@ void append(std::string& result, char32_t character)
     }
 }
 
-/** What a leading byte promises: the bytes of its character and the least value that needs as
-    many. */
+/** What the first byte of a character says about it. */
 struct Form {
-    size_t bytes;
-    char32_t bits;
-    char32_t least;
+    size_t bytes;   ///< of the character; 0 when no character begins with this byte
+    char32_t bits;  ///< the part of its value that is in the first byte
+    char32_t least; ///< the least value that needs so many bytes; below it the form is overlong
 };
 
 Form formOf(unsigned char lead)
@@ -82,8 +81,8 @@ Form formOf(unsigned char lead)
     return {0, 0, 0};
 }
 
-/** Takes the next character off text, which is not empty. A malformed byte goes alone and gives
-    none. */
+/** Removes the first character from text, which must not be empty, and returns it. When the bytes
+    are malformed, removes one byte and returns nothing. */
 std::optional<char32_t> takeWellFormed(std::string_view& text)
 {
     const Form form = formOf(static_cast<unsigned char>(text[0]));
@@ -124,7 +123,7 @@ Units toUnits(char32_t character)
 
 std::string utf16ToUtf8(std::u16string_view text)
 {
-    // Most of a host's texts are ASCII to their end.
+    // Most texts of a host are all ASCII, which needs no conversion.
     const auto rest = std::find_if_not(text.begin(), text.end(), isAscii);
     std::string result(text.begin(), rest);
     text.remove_prefix(result.size());

@@ -1,4 +1,4 @@
-// What the controller takes as its state: a preset or a user bank.
+// The controller's setState: it takes a preset or a user bank.
 #pragma once
 
 namespace Steinberg {
@@ -9,10 +9,10 @@ namespace Vst {
 
 class VstIEditorConnect;
 
-/** Hands the library what a preset file of this plug-in says; any other stream does nothing.
+/** Applies a preset file of this plug-in to the library; ignores any other stream.
     Throws what library and stream throw. [host main thread]
-    @param editor may be null: nothing is handed on
-    @param state may be null */
+    @param editor may be null: nothing is applied
+    @param state may be null: nothing is applied */
 void applyPresetFile(VstIEditorConnect* editor, IBStream* state);
 
 } // namespace Vst

@@ -18,15 +18,15 @@ using Base::Thread::FLock;
 
 namespace {
 
-/** No editor parameter has as many values. A library that claims a range of billions would keep the
-    host waiting and eat its memory; values beyond show no text. */
+/** More than any editor parameter has. Without the limit a library that claims a range of billions
+    would block the host and use up its memory. Values beyond it show no text. */
 constexpr int64 kMaxValueTexts = 1 << 20;
 
 int32 cutToInt32(double value)
 {
     constexpr double low = std::numeric_limits<int32>::min();
     constexpr double high = std::numeric_limits<int32>::max();
-    // NaN fails every comparison, and would be undefined behaviour in the conversion.
+    // NaN fails every comparison; converting it to an integer would be undefined behaviour.
     if (!(value > low))
         return value <= low ? std::numeric_limits<int32>::min() : 0;
     return value < high ? static_cast<int32>(value) : std::numeric_limits<int32>::max();
@@ -147,7 +147,7 @@ bool EditorParameter::fromString(const TChar* string, ParamValue& normalized) co
 
 int32 EditorParameter::getEditorParameter() const
 {
-    if (!lock)
+    if (!lock) // untaken: made-with-object
         return 0;
     const FGuard guard(*lock);
     return editorValue;

@@ -1,4 +1,4 @@
-// EditorParameter: one editor parameter as the host sees it, a VST parameter.
+// EditorParameter: the VST parameter that stands for one editor parameter.
 #pragma once
 
 #include "controller/ParameterText.h"
@@ -14,70 +14,76 @@ namespace Vst {
 
 class VstIEditorConnect;
 
-/** Keeps the editor's integer value, range and display texts beside the host's normalized value,
-    and converts between them. The editor value has a lock of its own; range and texts never change
-    after construction; the normalized and the default value are the base class's plain fields,
-    which the ParameterModel guards. */
+/** Holds the editor's integer value, range and display texts beside the host's normalized value,
+    and converts between them. The editor value has its own lock. Range and texts never change after
+    construction. The normalized value and the default value are fields of the base class, which has
+    no lock: ParameterModel guards them. */
 class EditorParameter : public Parameter {
 public:
-    /** Asks the library for range, value and texts at once. [host main thread]
-        @param editor the bound library, or null: the range is then 0 to 0 without texts. It must
-        outlive every updateParemeterInfo
+    /** Asks the library for the range, the value and all texts. [host main thread]
+        @param editor the bound library, or null: the range is then 0 to 0, without texts. It must
+        live as long as updateParemeterInfo is called
         @param flags VST parameter flags
         @param id VST parameter ID, by which the library is asked
-        @param title zero-terminated UTF-8 text, at most 127 units of UTF-16
+        @param title zero-terminated UTF-8; at most 127 units of UTF-16 are shown
         @param similar a parameter that probably shows the same texts, borrowed for the call, or
-        null. When the library says that it does, to the last byte, both share them */
+        null. If its texts are the same, byte by byte, both parameters share them in memory */
     EditorParameter(VstIEditorConnect* editor, int32 flags, ParamID id, UnitID unitId,
                     int32 stepCount, const char* title, const EditorParameter* similar = nullptr);
     ~EditorParameter() override;
     EditorParameter(const EditorParameter&) = delete;
     EditorParameter& operator=(const EditorParameter&) = delete;
 
-    // How texts are shown and read is settled before the host sees the parameter.
-    /** Whether toString gives the editor's texts; else it gives the number. */
+    // To be called before the host sees the parameter.
+    /** Whether toString gives the editor's texts; if not, it gives the normalized value. */
     void setHasValueTexts(bool state) { hasValueTexts = state; }
 
-    /** How fromString reads a text, and what is added to the number to make an editor value. */
+    /** How fromString reads a text; offset is added to the parsed number to get the
+        editor value. */
     void setTextParser(TextParser textParser, int32 offset);
 
     /** The texts of the editor's values from the lowest on; null when the range has none. */
     const ValueTexts* getValueTexts() const { return valueTexts; }
 
-    /** Takes over the library's present value, also as the value that the host goes back to.
-        [host main thread; once other threads see the parameter, through ParameterModel::refresh] */
+    /** Asks the library for the current value and sets the editor value, the normalized value and
+        the default value to it. [host main thread; once other threads can see the parameter, call
+        ParameterModel::refresh instead] */
     void updateParemeterInfo();
 
-    // Its two halves.
-    /** Asks the library for its present value and stores it. @return its normalized value */
+    // The two steps of updateParemeterInfo.
+    /** Asks the library for the current value and stores it as the editor value.
+        @return it as a normalized value */
     double takeOverEditorValue();
-    /** Makes a normalized value what the host sees now and what it goes back to. Calls nobody. */
+    /** Sets the normalized value and the default value. Calls neither host nor library. */
     void showToHost(double normalized);
 
     // Conversions. [any thread]
-    /** Editor value to normalized value; not clamped. 0 when the range is a single value. */
+    /** Converts an editor value to a normalized value, without clamping. 0 when the range has one
+        value only. */
     double convertToVSTParameter(int editorValue) const;
 
-    /** Normalized value to editor value, rounded as the editor rounds: 0.5 is added to the scaled
-        span and what results, minimum included, is cut towards zero. */
+    /** Converts a normalized value to an editor value, rounded as the editor rounds:
+        minimum + span * normalized + 0.5, truncated towards zero. */
     int32 convertToEditorValue(double normalized) const;
 
-    /** At most 127 units and a terminator; empty for an editor value without a text.
-        [any thread] */
+    /** Sets string to at most 127 units and a terminator; empty for an editor value that has no
+        text. [any thread] */
     void toString(ParamValue normalized, String128 string) const override;
 
-    /** @param string zero-terminated. @return false without a parser, for a text that it does not
-        take, and for a value outside the range; normalized is set on success only. [any thread] */
+    /** Reads a text. @param string zero-terminated @param[out] normalized set on success only
+        @return false without a parser, for a text that the parser refuses, and for a value outside
+        the range [any thread] */
     bool fromString(const TChar* string, ParamValue& normalized) const override;
 
-    // The editor value. [any thread]
+    // The editor value, under "ParameterFlag". [any thread]
     int32 getEditorParameter() const;
     void setEditorParameter(int32 value);
 
-    /** Stores value and says whether it differs from what was stored, in one step. */
+    /** Stores value. @return whether it differs from the former value, tested under the
+        same lock */
     bool changeEditorParameter(int32 value);
 
-    OBJ_METHODS(EditorParameter, Parameter)
+    OBJ_METHODS(EditorParameter, Parameter) // untaken: sdk-macro
 
 private:
     int32 askValue() const;
@@ -91,7 +97,7 @@ private:
     int32 maximum = 0;
     int32 minimum = 0;
     std::unique_ptr<Base::Thread::FLock> lock;
-    /** The text of editor value minimum + index. Null without texts. */
+    /** Text number n is that of the editor value minimum + n. Null without texts. */
     IPtr<const ValueTexts> valueTexts;
 };
 

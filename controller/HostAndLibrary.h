@@ -1,4 +1,4 @@
-// HostAndLibrary: the two sides that the controller stands between, as its collaborators see them.
+// HostAndLibrary: the host's objects and the editor library, as the controller's parts use them.
 #pragma once
 
 #include "basics/CallGuard.h"
@@ -11,16 +11,19 @@
 namespace Steinberg {
 namespace Vst {
 
-/** Everything in it changes over the controller's life, so collaborators ask at each use and keep
-    nothing. */
+/** All of it can change while the controller lives: get what you need at each use, and keep none
+    of it. */
 struct HostAndLibrary {
-    /** The host's context of initialize; null before it and after terminate. [any thread] */
+    /** The host's context, as given to initialize; null before that and after terminate.
+        [any thread] */
     SharedReference<FUnknown> hostContext;
-    /** The component handler that the host set; null before it and after terminate. [any thread] */
+    /** The component handler that the host set; null before that and after terminate.
+        [any thread] */
     SharedReference<IComponentHandler> componentHandler;
     EditorLibrary library;
 
-    // Both ask the host each time. One that throws is another host, without Unicode. [any thread]
+    // Both ask the host at each call. A host that throws counts as kOtherHost, without Unicode.
+    // [any thread]
     bool isUnicodeHost() const noexcept
     {
         return guarded(false, [this] { return hasUnicode(hostContext.get()); });

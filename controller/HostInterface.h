@@ -7,9 +7,8 @@
 namespace Steinberg {
 namespace Vst {
 
-/** The host's object with the ID of Interface, or null when hostClasses is null or does not have
-    it. The reference is new and ends with the pointer. Throws what the host throws.
-    [threads as at IHostClasses] */
+/** Gets the host's object with the ID of Interface, as a new reference; null when hostClasses is
+    null or does not have the object. Throws what the host throws. [threads as at IHostClasses] */
 template <class Interface>
 IPtr<Interface> hostInterface(IHostClasses* hostClasses)
 {

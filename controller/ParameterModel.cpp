@@ -17,7 +17,7 @@ using Base::Thread::FLock;
 
 namespace {
 
-/** Gives the parameter's reference to the container; where that throws, it is released. */
+/** Gives the container the caller's reference to the parameter; releases it when that throws. */
 void addTo(ParameterContainer& container, Parameter* parameter)
 {
     const IPtr<Parameter> kept(parameter);
@@ -25,7 +25,7 @@ void addTo(ParameterContainer& container, Parameter* parameter)
     try {
         container.addParameter(parameter);
     } catch (...) {
-        // The container has released the reference where its list could not grow, and nowhere else.
+        // If the container's list could not grow, the container has released the reference already.
         if (parameter->getRefCount() == references)
             parameter->release();
         throw;
@@ -34,7 +34,8 @@ void addTo(ParameterContainer& container, Parameter* parameter)
 
 } // namespace
 
-/** A library thread's use of a parameter, as short as possible: nobody is called during it. */
+/** Finds a parameter and keeps clear from returning while it is in use. Calls neither host nor
+    library while it lives. */
 class ParameterModel::Use {
 public:
     Use(ParameterModel& used, unsigned id)
@@ -80,14 +81,15 @@ unsigned ParameterModel::createObserverParameter(int block, int number, int part
     const GetObserver makeObserver = outside.library.findObserverEntry();
     if (!makeObserver)
         return id;
-    // Its place first: an observer that cannot be kept could not be destroyed either.
+    // The list grows before the observer is made: if it could not grow afterwards, the observer
+    // could be neither kept nor destroyed.
     observers.push_back(nullptr);
     VstIObserver* observer = nullptr;
     guarded([&] {
         makeObserver(&observer, &controller, static_cast<int>(id), block, number, part, callback,
                      mode, editorBeginEditCallBack, editorEndEditCallBack);
     });
-    if (VstIEditorConnect* editor = outside.library.getConnection())
+    if (VstIEditorConnect* editor = outside.library.getConnection()) // untaken: library-is-there
         guarded([&] { editor->addObserver(observer); });
     observers.back() = observer;
     return id;
@@ -96,6 +98,7 @@ unsigned ParameterModel::createObserverParameter(int block, int number, int part
 IPtr<EditorParameter> ParameterModel::make(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
                                            const char* title, const EditorParameter* similar) const
 {
+    // untaken: new-throws
     return owned(new EditorParameter(outside.library.getConnection(), flags, id, unitId, stepCount,
                                      title, similar));
 }
@@ -103,7 +106,7 @@ IPtr<EditorParameter> ParameterModel::make(unsigned id, int32 flags, UnitID unit
 EditorParameter* ParameterModel::findInPartBefore(const PartParameter& row, int part,
                                                   VstIObserver::ParamModeType mode) const
 {
-    // Only this thread changes the map, so it needs no lock to read it.
+    // Only this thread changes the map, so reading it here needs no lock.
     return part > 0 ? find(vstParameterID(row.block, row.number, part - 1, mode)) : nullptr;
 }
 
@@ -159,7 +162,7 @@ Parameter* ParameterModel::getParameter(unsigned id) const
 
 void ParameterModel::refresh(EditorParameter& parameter)
 {
-    // The library is asked before the lock is taken: it may wait for a thread that calls back.
+    // Without the lock: the library may wait for a thread of its own that calls back and needs it.
     const double normalized = parameter.takeOverEditorValue();
     const std::lock_guard<std::mutex> guard(parametersLock);
     parameter.showToHost(normalized);
@@ -229,7 +232,7 @@ void ParameterModel::notificationEvent()
 
 void ParameterModel::pollObservers()
 {
-    // By index: what a callback starts may end with the list being emptied.
+    // By index, because a callback may lead to terminate, which empties the list.
     for (size_t index = 0; index < observers.size(); ++index)
         if (VstIObserver* observer = observers[index])
             guarded([observer] { observer->checkChange(); });
@@ -239,8 +242,8 @@ void ParameterModel::drainQueue()
 {
     for (;;) {
         const FGuard guard(*guiEventLock);
-        // A host that runs its event loop inside a call can tick again; the outer drain goes on
-        // where it is.
+        // A host that runs its event loop inside a call can tick again. The outer drain, which is
+        // still running, sends the rest.
         if (draining || guiEvents.empty())
             return;
         draining = true;
@@ -278,7 +281,7 @@ void ParameterModel::removeObservers()
     for (VstIObserver* observer : removed) {
         if (!observer)
             continue;
-        if (editor)
+        if (editor) // untaken: library-is-there
             guarded([&] { editor->removeObserver(observer); });
         guarded([observer] { observer->destroy(); });
     }

@@ -1,5 +1,5 @@
-// ParameterModel: the controller's mirrored parameters, their observers, and the way of a change in
-// the editor to the host.
+// ParameterModel: the VST parameters that mirror the editor's, their observers, and sending the
+// editor's changes to the host.
 #pragma once
 
 #include "controller/EditorParameter.h"
@@ -24,49 +24,54 @@ class VstK2xController;
 struct HostAndLibrary;
 struct PartParameter;
 
-/** Parameters are created on the host's main thread; changes come on any library thread.
+/** Parameters are created on the host's main thread; changes come on any library thread. In a
+    Unicode host a change is sent to the host at once; in another host it waits in a queue that the
+    timer drains on the main thread.
 
-    A change goes to the host at once in a Unicode host, else through a queue that the timer drains
-    on the main thread. Locks, never held the other way round: an EditorParameter's "ParameterFlag"
-    is released before "GuiEventLocker" is taken, and "GuiEventLocker" is held while the host is
-    called. What the host sees has one lock: the ID map, the base class's container and the
-    normalized and default values. Nobody is called and no other lock is taken while it is held. A
-    callback that comes late finds either no parameter or one that lives until the callback has
-    finished with it: uses of editor values are counted, and clear waits for them. The SDK's
-    reference count would not do, since it reads the count again after having changed it. */
+    Locks: an EditorParameter's "ParameterFlag" is released before "GuiEventLocker" is taken, and
+    "GuiEventLocker" is held while the host is called. One more lock, parametersLock, guards what
+    the host sees: the map by ID, the base class's container, and the normalized and default values.
+    While it is held, neither host nor library is called and no other lock is taken.
+
+    A callback that comes during terminate finds either no parameter or one that stays alive
+    until the callback has finished with it: uses are counted, and clear waits for the last.
+    Reference counts of the SDK would not do, because its release reads the count once more after
+    changing it. */
 class ParameterModel {
 public:
-    /** What happens to a parameter in the editor. */
+    /** What the user does to a parameter in the editor. */
     enum GuiEvent : int32 { GuiEventBeginEdit = 0, GuiEventEndEdit = 1, GuiEventValueChange = 2 };
 
-    /** All three outlive this object.
-        @param controller tells the host, and is the context of the library's callbacks
-        @param container the controller's, which the host sees */
+    /** All three must outlive this object.
+        @param controller sends edits to the host; also the context of the library's callbacks
+        @param container the controller's container, which has the parameters that the host sees */
     ParameterModel(VstK2xController& controller, ParameterContainer& container,
                    const HostAndLibrary& hostAndLibrary);
     ~ParameterModel();
     ParameterModel(const ParameterModel&) = delete;
     ParameterModel& operator=(const ParameterModel&) = delete;
 
-    /** Creates an observer of an editor parameter, if the library can make one. It is destroyed by
-        removeObservers.
-        @return the parameter's VST ID in any case */
+    /** Creates an observer of an editor parameter, if the library can make one; removeObservers
+        destroys it. [host main thread]
+        @return the parameter's VST ID, with or without an observer */
     unsigned createObserverParameter(int block, int number, int part, ValueChangedCallback callback,
                                      VstIObserver::ParamModeType mode);
 
-    /** Creates a part's fourteen parameters in the order of the table. */
+    /** Creates the fourteen parameters of a part (0 to 15) in the order of the table, with their
+        observers. [host main thread] */
     void createVSTPartParameter(UnitID unitId, int part, VstIObserver::ParamModeType mode);
 
-    /** Creates the edit flag's parameter. */
+    /** Creates the parameter of the edit flag, with its observer. [host main thread] */
     void createVSTNotAutomationParameter();
 
-    /** The parameter with this ID, borrowed until clear, or null. [host main thread] */
+    /** The parameter with this ID, or null; borrowed, valid until clear. [host main thread] */
     Parameter* getParameter(unsigned id) const;
 
-    /** Runs access, which reads or sets what the host sees of the parameters, while no other thread
-        is at them. It must call nobody. [any thread]
-        @return its answer, or none while there are no parameters: before the first was created and
-        from clear on, when their container is the host's main thread's alone */
+    /** Calls access under the lock of what the host sees of the parameters. access must call
+        neither host nor library. [any thread]
+        @return the result of access; or none, without calling it, when there are no parameters:
+        before the first is created, and after clear, when only the host's main thread may use
+        the container */
     template <typename Result, typename Access>
     Result withParameters(Result none, Access&& access) const
     {
@@ -74,36 +79,41 @@ public:
         return parametersByID.empty() ? none : access();
     }
 
-    /** EditorParameter::updateParemeterInfo for a parameter that other threads see as well.
-        [host main thread] */
+    /** EditorParameter::updateParemeterInfo under the lock. [host main thread] */
     void refresh(EditorParameter& parameter);
 
-    // A change in the editor, on its way to the host. [any library thread]
+    // Changes in the editor. An unknown ID does nothing. [any library thread]
+    /** Stores an editor value, and sends it to the host if it differs from the former one. */
     void setEditorParameter(unsigned id, int value);
-    /** As setEditorParameter, but a value of 0 is not told to the host. */
+    /** As setEditorParameter, but a value of 0 is not sent to the host. */
     void setEditFlagParameter(unsigned id, int value);
+    /** Sends an editor value to the host without storing it. @param parameter converts it; null
+        does nothing */
     void setParameterToVST(const EditorParameter* parameter, unsigned id, int value);
+    /** Sends an event to the host, at once or through the queue.
+        @param value normalized; used for GuiEventValueChange only */
     void notificationGuiEvent(GuiEvent kind, unsigned id, double value);
 
-    /** The timer's tick: polls the observers, then passes every queued event to the host.
+    /** The timer's tick: polls the observers, then sends every queued event to the host.
         [host main thread] */
     void notificationEvent();
 
-    // The host's value, on the library's request. [any library thread]
+    // What the library asks for. An unknown ID does nothing. [any library thread]
+    /** Stores an editor value without telling the host. */
     void setVSTManageParameter(unsigned id, int value);
+    /** See VstIControllerInterface::isSetVSTValue. */
     bool isSetVSTValue(unsigned id, double normalized, int& value);
 
-    /** While true, changes in a Unicode host are dropped: the host is being told all values anyway.
+    /** While true, changes in a Unicode host are dropped: connect refreshes all values anyway.
         [host main thread] */
     void setConnecting(bool state) { connecting = state; }
 
-    /** Takes every observer from the library and destroys it. Called by terminate, while the
-        library is still there. [host main thread] */
+    /** Removes every observer from the library and destroys it. Called by terminate before the
+        library is closed. [host main thread] */
     void removeObservers();
 
-    /** Forgets the parameters, which their container is about to destroy, and undelivered events.
-        Waits for library threads that are just using a parameter; they call nobody meanwhile.
-        Called by initialize and by terminate. [host main thread] */
+    /** Forgets the parameters and the queued events. Called before the container destroys the
+        parameters; waits for library threads that are using one. [host main thread] */
     void clear();
 
 private:
@@ -114,10 +124,10 @@ private:
     EditorParameter* find(unsigned id) const;
     IPtr<EditorParameter> make(unsigned id, int32 flags, UnitID unitId, int32 stepCount,
                                const char* title, const EditorParameter* similar = nullptr) const;
-    /** The same parameter of the part before this one; null when there is none. */
+    /** The same parameter of the previous part, or null. */
     EditorParameter* findInPartBefore(const PartParameter& row, int part,
                                       VstIObserver::ParamModeType mode) const;
-    /** From here on host and library find the parameter, so it is complete by now. */
+    /** Makes the parameter visible to host and library. It must be complete by then. */
     void add(IPtr<EditorParameter> parameter);
     int32 askStepCount(unsigned id) const;
     void dispatch(const QueuedEvent& event);
@@ -138,8 +148,8 @@ private:
     std::atomic<bool> connecting{false};
 };
 
-// The callbacks that the editor library gets for every observer; context is a VstK2xController*.
-// With a null context they do nothing. [any library thread]
+// The callbacks that the editor library gets for every observer. context is the VstK2xController;
+// with null they do nothing. [any library thread]
 void editorValueChange(void* context, unsigned id, int value);
 void editorEditFlagChange(void* context, unsigned id, int value);
 void editorBeginEditCallBack(void* context, unsigned id);

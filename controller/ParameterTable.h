@@ -1,4 +1,4 @@
-// ParameterTable: the editor parameters that every part of the instrument shows the host.
+// ParameterTable: the editor parameters of a part that the host sees.
 #pragma once
 
 #include "controller/ParameterText.h"
@@ -9,19 +9,19 @@
 namespace Steinberg {
 namespace Vst {
 
-/** One row: where the editor keeps the parameter, and how the host sees it. */
+/** One row: the parameter's address in the editor, and how the host sees it. */
 struct PartParameter {
     const char* title; ///< "%d" stands for the part's number, 1 to 16
     int block;
     int number; ///< within the block
     TextParser parser;
-    int32 parseOffset;     ///< added to what the parser yields
-    bool asksForStepCount; ///< else the step count is 0
+    int32 parseOffset;     ///< added to the parsed number
+    bool asksForStepCount; ///< ask the library; if false the step count is 0
 };
 
 constexpr int kPartCount = 16;
 
-/** In the order in which the host lists them. The knobs carry no part number in their titles. */
+/** In the order in which the host lists them. The titles of the knobs have no part number. */
 constexpr std::array<PartParameter, 14> kPartParameters = {{
     {"Volume %d", 37, 12, parsePlusMinusValue, 0, false},
     {"Pan %d", 37, 13, parseLRPanValue, 64, false},
@@ -39,13 +39,13 @@ constexpr std::array<PartParameter, 14> kPartParameters = {{
     {"Assignable Knob 2", 37, 57, parsePlusMinusValue, 64, false},
 }};
 
-/** The edit flag: whether the voice was edited. Not automatable, without title and unit. */
+/** The edit flag: whether the voice was edited. Not automatable, without title and unit. Its block
+    and its number within the block. */
 constexpr int kEditFlagBlock = 201;
 constexpr int kEditFlagNumber = 5;
 
-/** The VST parameter ID of an editor parameter: block, number and part written as one decimal
-    number, "%d%03d%03d", the part being 16 for a common parameter whatever the part.
-    [any thread] */
+/** The VST parameter ID of an editor parameter: block, number and part as one decimal number,
+    "%d%03d%03d". For ParamModeCommon 16 stands in place of the part. [any thread] */
 unsigned vstParameterID(int block, int number, int part, VstIObserver::ParamModeType mode);
 
 } // namespace Vst

@@ -17,7 +17,8 @@ constexpr size_t kMaxBytes = 255;
 constexpr int kParsed = 0;
 constexpr int kNotParsed = 1;
 
-/** Every unit gives at least one byte, so none behind the first 255 can count. */
+/** The first 255 bytes of the text as UTF-8. Each unit gives at least one byte, so no more than 255
+    units are needed. */
 std::string toBytes(const char16* text)
 {
     if (!text)
@@ -27,7 +28,7 @@ std::string toBytes(const char16* text)
     return bytes;
 }
 
-/** The number at the start of the text, at the nearer end of int's range when it lies outside. */
+/** The number at the start of the text, clamped to the range of int. */
 int leadingNumber(const char* text)
 {
     const long number = std::strtol(text, nullptr, 10);

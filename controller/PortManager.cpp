@@ -20,7 +20,7 @@ namespace Vst {
 
 namespace {
 
-/** The instrument's port whose traffic no track is to get unasked. */
+/** The instrument's port that is removed from the host's "all MIDI inputs". */
 constexpr auto kPortToRemove = "Port4";
 
 constexpr int32 kBuses = 2;
@@ -36,8 +36,8 @@ IPtr<IPortRegistry> portRegistry(const HostAndLibrary& outside)
     return hostInterface<IPortRegistry>(hostClasses);
 }
 
-/** Shows each port to visit until it answers false. The host's ports may change meanwhile, so their
-    number is asked for each. */
+/** Calls visit for each port until it returns false. Asks for the number of ports each time, since
+    it may change in between. */
 template <typename Visit>
 void visitPorts(IPortRegistry& registry, Visit&& visit)
 {
@@ -53,7 +53,7 @@ bool isAudioInput(IHostPort& port)
     return port.isPortType("audio") && port.isInputPort();
 }
 
-/** Shows each audio input to visit, with whether its texts are Unicode. */
+/** Calls visit for each audio input, and tells it whether the texts are Unicode. */
 template <typename Visit>
 void visitAudioInputs(const HostAndLibrary& outside, Visit&& visit)
 {
@@ -93,7 +93,7 @@ void showPort(IPortRegistry& registry, const std::string& id)
         port->setDisplayed(true);
 }
 
-/** A new stereo bus, or null where the host makes none. */
+/** Makes a stereo bus; null when the host cannot. */
 IPtr<IBusDescriptor> stereoBus(IHostClasses* hostClasses)
 {
     IPtr<IBusDescriptor> bus;
@@ -121,7 +121,7 @@ void PortManager::listAudioPorts(std::vector<VSTiAudioPort::AudioPortInfo>& list
     visitAudioInputs(outside, [&](IHostPort& port, bool isUnicode) {
         VSTiAudioPort::AudioPortInfo info;
         info.portName = toText(port.getDisplayName(), isUnicode);
-        // A hidden port is shown to the library only when we are the ones who hid it.
+        // A hidden port is listed only if this plug-in has hidden it.
         if (readPortId(port, isUnicode, info.portId) &&
             (port.isDisplayed() || holds(held, info.portId)))
             list.push_back(std::move(info));
@@ -145,7 +145,7 @@ void PortManager::listMidiOutPorts(std::vector<VSTiMidiPort::MidiOutPortInfo>& l
     if (!registry)
         return;
     const bool isUnicode = outside.isUnicodeHost();
-    // One record for all ports: one whose ID cannot be read is listed with the ID before it.
+    // One record for all ports: a port whose ID cannot be read is listed with the previous ID.
     VSTiMidiPort::MidiOutPortInfo info;
     visitPorts(*registry, [&](IHostPort& port) {
         if (!isMidiOutput(port) || port.hasPortAttribute("virtual") ||
@@ -170,7 +170,7 @@ void PortManager::setMidiOutPort(const char* id)
     IHostPort* found = nullptr;
     visitPorts(*registry, [&](IHostPort& port) {
         std::string portId;
-        // Unlike the list, a proxy can be chosen.
+        // A proxy is not listed, but can be chosen.
         if (isMidiOutput(port) && !port.hasPortAttribute("virtual") &&
             readPortId(port, isUnicode, portId) && id && portId == id)
             found = &port;
@@ -196,8 +196,8 @@ void PortManager::setAudioPortList(const char** ids)
     const PortIds held = audioPortIdList;
     PortIds taken;
     taken.reserve(kChannels);
-    // From here on nothing throws: a port that is hidden and not remembered would stay hidden, from
-    // the user and from us.
+    // Nothing below may throw: a port that was hidden and not remembered would stay hidden
+    // for good.
     IPtr<IBusDescriptor> buses[kBuses];
     for (auto& bus : buses) {
         bus = stereoBus(hostClasses);
@@ -208,7 +208,7 @@ void PortManager::setAudioPortList(const char** ids)
                 guarded([&] { bus->setChannelPort(channel, port); });
         }
     }
-    // The descriptors are the host's from here on, and so are our references to them.
+    // The host takes over the descriptors with their references.
     IBusDescriptor* handedOver[kBuses] = {buses[0].take(), buses[1].take()};
     guarded([&] { portHandler->setAudioInputBuses(0, 0, handedOver, kBuses); });
 
@@ -218,7 +218,7 @@ void PortManager::setAudioPortList(const char** ids)
                 showPort(*registry, id);
         });
     audioPortIdList = std::move(taken);
-}
+} // untaken: compiler
 
 IHostPort* PortManager::takeAudioPort(IPortRegistry& registry, const char* id, bool isUnicode,
                                       const PortIds& held, PortIds& taken)
@@ -230,7 +230,7 @@ IHostPort* PortManager::takeAudioPort(IPortRegistry& registry, const char* id, b
         std::string portId;
         if (!isAudioInput(port) || !readPortId(port, isUnicode, portId) || portId != id)
             return true;
-        // A port that somebody else hid is not ours to take.
+        // A port that the user or another plug-in has hidden is not taken.
         if (port.isDisplayed() || holds(held, portId)) {
             port.setDisplayed(false);
             taken.push_back(std::move(portId));
@@ -272,6 +272,7 @@ bool PortManager::hostReadyForSetPortConnections() noexcept
 
 int32 PortManager::allMidiInputRemove(const std::string& text)
 {
+    // untaken: compiler
     if (text.empty() || !FUnknownPtr<IComponentPortHandler>(outside.componentHandler.get()))
         return kNothingRemoved;
     const auto registry = portRegistry(outside);
@@ -322,7 +323,7 @@ void PortManager::releasePorts(IPortRegistry* registry) noexcept
 {
     PortIds held;
     guarded([&] { held = PortIds(audioPortIdList); });
-    // Without memory for a copy the list itself has to do.
+    // Out of memory: use the list itself in place of a copy.
     if (held.size() != audioPortIdList.size())
         held = std::move(audioPortIdList);
     if (registry)
@@ -336,7 +337,7 @@ bool PortManager::holds(const PortIds& list, const std::string& id)
     return !isExistAudioPortIdList(id, list);
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature that callers know
+// NOLINTNEXTLINE(performance-unnecessary-value-param): callers rely on this signature
 bool PortManager::isExistAudioPortIdList(std::string id, const std::vector<std::string>& list)
 {
     return std::find(list.begin(), list.end(), id) == list.end();

@@ -1,5 +1,5 @@
-// PortManager: the controller's host ports. Lists them for the editor library, connects the chosen
-// ones, hides what it takes from the host's own lists and shows it again when it lets go.
+// PortManager: lists the host's ports for the editor library and connects those that it chooses. A
+// connected audio port is hidden in the host's own lists, and shown again when it is released.
 #pragma once
 
 #include "editorlib/VSTiPorts.h"
@@ -18,19 +18,22 @@ namespace Vst {
 
 struct HostAndLibrary;
 
-/** Each operation is VstK2xController's operation of the same name; the library-facing ones are
-    described at VstIControllerInterface, the host-facing ones at IExternalEffectUsingSKI.
+/** Does the work of VstK2xController's operations of the same names. Those for the library are
+    described at VstIControllerInterface, those for the host at IExternalEffectUsingSKI.
 
-    Host objects are asked for in each operation and let go at its end; one that is missing ends the
-    operation, and nobody is told. No locks: [host main thread, or the library's; one at a time].
-    The host may run its events inside any call, and an operation that comes of that runs at once
-    with lists of its own, while the outer one goes on with those with which it began; the list that
-    is stored last stands.
-    Where nothing else is said an operation may throw std::bad_alloc or what the host throws; who
-    calls it for the host or the library stops that. */
+    Each operation gets the host's objects anew and releases them at its end. When one is
+    missing the operation ends without an error. No locks: [host main thread, or the library's;
+    one at a time].
+
+    The host may run its event loop inside any call, and so start another operation inside this one.
+    The inner operation uses lists of its own, the outer one goes on with those that it began with,
+    and the list that is stored last remains.
+
+    Where nothing else is said, an operation may throw std::bad_alloc and what the host throws; the
+    controller catches it. */
 class PortManager {
 public:
-    /** @param hostAndLibrary outlives this object */
+    /** @param hostAndLibrary must outlive this object */
     explicit PortManager(const HostAndLibrary& hostAndLibrary)
     : outside(hostAndLibrary)
     {
@@ -38,15 +41,15 @@ public:
     PortManager(const PortManager&) = delete;
     PortManager& operator=(const PortManager&) = delete;
 
-    /** The lists are this object's own, never null, and rebuilt by each call; one that ran out of
-        memory is as long as it got. Neither throws. */
+    /** The lists are owned by this object, never null, and rebuilt by each call. When memory runs
+        out they end early. */
     std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() noexcept;
     std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList() noexcept;
 
-    /** @param ids four zero-terminated IDs, borrowed; each, or the array, may be null. Throws only
-        before the first port is hidden. */
+    /** @param ids four zero-terminated IDs, borrowed; each of them, and ids itself, may be null.
+        Throws only before it has hidden a port. */
     void setAudioPortList(const char** ids);
-    /** @param id zero-terminated, borrowed; null is no port's */
+    /** @param id zero-terminated, borrowed; null or unknown: disconnects the MIDI output */
     void setMidiOutPort(const char* id);
     bool isConnectAudioPort() const { return !audioPortIdList.empty(); }
     // [any thread]
@@ -54,23 +57,24 @@ public:
     bool isHostReadyForSetPort() const { return hostReadyForSetPort; }
     void setInitialStartFileLoad(bool state) { initialStartFileLoad = state; }
 
-    /** Goes through all of its steps, whichever of them fails.
-        @return whether a library is there; the host is then to ask for the latency anew */
+    /** Goes through all of its steps even when one fails.
+        @return whether a library is bound; the caller then tells the host that the
+        latency changed */
     bool hostReadyForSetPortConnections() noexcept;
 
-    /** Takes our MIDI ports whose system name contains text out of the host's all-MIDI-inputs set.
-        @return 1 when nothing was removed, else the host's answer to the last removal */
+    /** Removes the instrument's MIDI ports whose system name contains text from the host's "all
+        MIDI inputs". @return 1 when there was none, else the host's result of the last removal */
     int32 allMidiInputRemove(const std::string& text);
 
-    /** At the editor's first start, shows the audio inputs that the library picks. */
+    /** At the editor's first start, shows the audio inputs that the library chooses. */
     void firstStartAudioportDisplayCompulsorily();
 
-    /** Shows every held port again and forgets them; one that cannot be shown does not keep the
-        others. Called by terminate.
-        @param registry the host's, or null: the ports are then only forgotten */
+    /** Shows every port that was hidden, and forgets them. When one cannot be shown, the others
+        still are. Called by terminate.
+        @param registry the host's; null: the ports are only forgotten */
     void releasePorts(IPortRegistry* registry) noexcept;
 
-    /** False as soon as list holds id, true when it does not: inverted to its name, kept so. */
+    /** True when list does NOT contain id: the opposite of its name. */
     static bool isExistAudioPortIdList(std::string id, const std::vector<std::string>& list);
 
 private:
@@ -86,7 +90,7 @@ private:
     const HostAndLibrary& outside;
     std::vector<VSTiAudioPort::AudioPortInfo> audioPortInfoList;
     std::vector<VSTiMidiPort::MidiOutPortInfo> midiOutPortInfoList;
-    PortIds audioPortIdList; ///< IDs of the audio ports that we hold hidden
+    PortIds audioPortIdList; ///< IDs of the audio ports that are connected and hidden
     std::atomic<bool> initialStartFileLoad{false};
     std::atomic<bool> hostReadyForSetPort{false};
 };

@@ -1,4 +1,4 @@
-// The instrument's MIDI ports by their system names.
+// The system names of the instrument's MIDI ports.
 #pragma once
 
 #include <array>
@@ -6,8 +6,8 @@
 namespace Steinberg {
 namespace Vst {
 
-/** The system names of the instrument's MIDI ports: the device's name, with a number when several
-    are attached, once or twice. The editor library matches them, matchRegularExpression. */
+/** Patterns of the names: the device's name once or twice, with a number when several instruments
+    are attached, and the port. VstIEditorConnect::matchRegularExpression matches them. */
 constexpr std::array<const char*, 2> kBasicPortNameRE = {
     "^Tavrin RDL3/RDL5( [0-9]+)? Port[1-5]$",
     "^Tavrin RDL3/RDL5( [0-9]+)? Tavrin RDL3/RDL5( [0-9]+)? Port[1-5]$",

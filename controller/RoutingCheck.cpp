@@ -13,7 +13,7 @@ namespace Vst {
 
 namespace {
 
-constexpr auto kOutputSeparator = " - "; ///< an output names its device, then the plug-in
+constexpr auto kOutputSeparator = " - "; ///< between device and plug-in in an output's text
 constexpr auto kMixerOfInstruments = "VST Mixer";
 constexpr auto kInstrumentFolder = "VST Project Instruments";
 constexpr int32 kTextUnits = 256;
@@ -24,7 +24,7 @@ bool isOfType(IDevice& device, const char* type)
     return deviceType && std::strcmp(deviceType, type) == 0;
 }
 
-/** The connector of an instrument's first output, when it has any. */
+/** The connector of an instrument's first output, or null. */
 IPtr<IConnector> outputConnector(IDevice& instrument)
 {
     if (instrument.countChildren() <= 0)
@@ -44,7 +44,7 @@ bool RoutingCheck::isRoutedHere(IValue* output, IDevice* track)
 {
     if (!useInstrumentRack)
         return containsText(output, textOfOutputHere());
-    return track && containsText(effectTypeOf(track), kPlugInName);
+    return track && containsText(effectTypeOf(track), kPlugInName); // untaken: compiler
 }
 
 bool RoutingCheck::containsText(IValue* value, const std::string& text)
@@ -54,7 +54,7 @@ bool RoutingCheck::containsText(IValue* value, const std::string& text)
     char16 buffer[kTextUnits] = {};
     int32 size = kTextUnits;
     value->getString(buffer, &size);
-    // The host may have filled the buffer to the last unit, without a terminator.
+    // A text that fills the buffer may lack its terminator.
     const std::string said = CharacterConvert::ConvertHostText(buffer, isUnicode(), kTextUnits);
     return said.find(text) != std::string::npos;
 }
@@ -73,7 +73,7 @@ bool RoutingCheck::isUnicode()
     return *unicode;
 }
 
-/** The effect type of the first instrument that feeds the track and has such a value. */
+/** The "effectType" value of the first instrument that is connected to the track and has one. */
 IPtr<IValue> RoutingCheck::effectTypeOf(IDevice* track)
 {
     IDevice* rack = instrumentFolder();
@@ -98,8 +98,7 @@ void RoutingCheck::forgetChangedRack(IDevice& rack)
     walked = 0;
 }
 
-/** Looks for the next instrument with a connector, no further than a track needs.
-    @return false when there is none */
+/** Adds the next instrument of the rack that has a connector. @return false when there is none */
 bool RoutingCheck::walkOn(IDevice& rack)
 {
     for (int32 count = rack.countChildren(); walked < count; count = rack.countChildren()) {

@@ -1,4 +1,4 @@
-// SharedReference: a host object that the host's main thread replaces while other threads use it.
+// SharedReference: a reference that the host's main thread replaces while other threads use it.
 #pragma once
 
 #include "pluginterfaces/base/smartpointer.h"
@@ -9,13 +9,13 @@
 namespace Steinberg {
 namespace Vst {
 
-/** Holds one reference, or null. The lock is held for a reference's count alone: who uses the
-    object does so with a reference of its own, and the one that is replaced is released after the
-    lock. */
+/** Holds one reference, or null. The lock is held only while the reference is copied or
+    exchanged: a user calls the object through a copy, and a replaced reference is released
+    without the lock. */
 template <class Interface>
 class SharedReference {
 public:
-    /** @return a reference of the caller's own. [any thread] */
+    /** @return a new reference. [any thread] */
     IPtr<Interface> get() const
     {
         const std::lock_guard<std::mutex> guard(lock);

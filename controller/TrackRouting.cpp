@@ -24,11 +24,11 @@ constexpr auto InstrumentTrackType = "Synth";
 constexpr unsigned int kLastChannel = 15;
 constexpr int32 kNoTrack = -1;
 
-/** Requests for a part, made from inside one another, that are followed: one for each channel. A
-    library whose parts ask for each other would otherwise go on until the stack ends. */
+/** How deep requests for a part may be nested: one for each channel. Without a limit a library
+    whose parts ask for each other would overflow the stack. */
 constexpr int kMostPartRequests = 16;
 
-/** Counts a call for as long as it lasts. */
+/** Counts a call until it returns. */
 class CallCount {
 public:
     explicit CallCount(int& calls)
@@ -44,7 +44,7 @@ private:
     int& count;
 };
 
-/** Asks for a value or device; a host without Unicode offers the same tables under other IDs. */
+/** Queries a value or device. A host without Unicode has other IDs for the same interfaces. */
 template <class Interface>
 IPtr<Interface> query(FUnknown& object, const TUID iid)
 {
@@ -54,7 +54,7 @@ IPtr<Interface> query(FUnknown& object, const TUID iid)
     return owned(static_cast<Interface*>(result));
 }
 
-/** Whether both are the same object; nothing is the same as no object. */
+/** Whether both are the same object; false for a null object. */
 bool isSame(const void* object, const void* field)
 {
     return object && object == field;
@@ -98,7 +98,7 @@ void TrackRouting::startObserving()
     const auto updateHandler = hostInterface<IUpdateHandler>(hostClasses);
     if (!updateHandler)
         return;
-    // One that the host does not take does not stop the other.
+    // When the host throws for one, the other is still observed.
     guarded([&] { updateHandler->addDependent(mixerDevice, &dependent); });
     guarded([&] { updateHandler->addDependent(selectedTrackValue, &dependent); });
 }
@@ -162,7 +162,7 @@ void TrackRouting::selectedTrackChanged(IHostClasses* hostClasses, RoutingCheck&
     followChannel(hostClasses, routing);
 }
 
-/** The observed track may be among those that went. */
+/** When tracks were removed, the observed one may be among them. */
 void TrackRouting::mixerChanged(IHostClasses* hostClasses)
 {
     if (trackCount > mixerDevice->countChildren()) {
@@ -178,7 +178,8 @@ void TrackRouting::midiOutputChanged(IHostClasses* hostClasses, RoutingCheck& ro
     followChannel(hostClasses, routing);
 }
 
-/** Observes and shows the selected track's channel while its output points at this plug-in. */
+/** If the selected track's output leads to this plug-in, observes its channel and shows
+    that part. */
 void TrackRouting::followChannel(IHostClasses* hostClasses, RoutingCheck& routing)
 {
     if (!routing.isRoutedHere(midiOutputValue, getSelectedTrackDevice()))
@@ -215,7 +216,8 @@ void TrackRouting::selectTrackOf(unsigned int channel)
         selectedTrackValue->setInteger(track, true);
 }
 
-/** Index of the first track that plays on channel through this plug-in. */
+/** Index of the first track that plays on channel through this plug-in; kNoTrack when there
+    is none. */
 int32 TrackRouting::findTrack(int32 channel) const
 {
     RoutingCheck routing(outside, newHostVersion);
@@ -245,7 +247,7 @@ bool TrackRouting::isSameIValueString(IValue* value, const std::string& text)
 
 IDevice* TrackRouting::getSelectedTrackDevice() const
 {
-    if (!selectedTrackValue || !mixerDevice)
+    if (!selectedTrackValue || !mixerDevice) // untaken: both-or-none
         return nullptr;
     const int32 index = selectedTrackValue->getInteger();
     return index < 0 ? nullptr : mixerDevice->getChild(index);

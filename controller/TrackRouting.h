@@ -1,5 +1,5 @@
-// TrackRouting: keeps the editor's part and the host's selected track in step, by observing the
-// host's mixer and the values of its selected track.
+// TrackRouting: keeps the part that the editor shows and the host's selected track the same, by
+// observing the host's mixer and the values of the selected track.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -19,64 +19,66 @@ namespace Vst {
 class RoutingCheck;
 struct HostAndLibrary;
 
-/** Each operation is VstK2xController's operation of the same name.
+/** Does the work of VstK2xController's operations of the same names.
 
-    A missing host object ends the step, and nobody is told. No locks: [host main thread, the update
-    handler's or the library's; one at a time], so update and editorPartSyncMidiCh are expected not
-    to run at the same time. Where nothing else is said an operation may throw std::bad_alloc or
-    what the host throws; who calls it for the host or the library stops that. */
+    When an object of the host is missing, the operation ends without an error. No locks: [host
+    main thread, the update handler's thread, or the library's; one at a time]. Where nothing else
+    is said, an operation may throw std::bad_alloc and what the host throws; the controller
+    catches it. */
 class TrackRouting {
 public:
-    /** Both outlive this object.
-        @param observer whom the host tells of changes; it passes them on to update */
+    /** Both must outlive this object.
+        @param observer is told of changes by the host, and must pass them on to update */
     TrackRouting(const HostAndLibrary& hostAndLibrary, IDependent& observer);
     ~TrackRouting();
     TrackRouting(const TrackRouting&) = delete;
     TrackRouting& operator=(const TrackRouting&) = delete;
 
-    /** Reads the host's version, on which it depends how instrument tracks are followed. Called by
-        initialize, first. */
+    /** Reads the host's version, which decides how routing is read and whether instrument tracks
+        are followed. initialize calls it before startObserving. */
     void readHostVersion();
 
-    /** Finds the host's mixer and its "selected" value and observes both. Called by initialize. */
+    /** Finds the host's mixer and its "selected" value, and observes both. Called by initialize. */
     void startObserving();
 
-    /** Ends every observation and lets go of the host's values, whatever of it fails. Called by
-        terminate.
-        @param updateHandler the host's, or null: the values are then only let go */
+    /** Stops observing and releases the host's values. Goes through all steps even when one fails.
+        Called by terminate.
+        @param updateHandler the host's; null: the values are only released */
     void stopObserving(IUpdateHandler* updateHandler) noexcept;
 
-    /** A host object that we observe changed.
+    /** The host tells that an observed object changed.
         @param changedUnknown borrowed; null does nothing
-        @param message an IDependent::ChangeMessage; only kDestroyed differs from the others */
+        @param message an IDependent::ChangeMessage; all but kDestroyed count as a change */
     void update(FUnknown* changedUnknown, int32 message);
 
-    /** Makes the host select the first track that plays on channel (0 to 15, else nothing happens)
-        through this plug-in, unless the selected one does. The host may call update from inside,
-        and a library that hears of the track there may ask for another part at once. A call from
-        inside sixteen others does nothing. */
+    /** Makes the host select the first track that plays on channel through this plug-in, unless the
+        selected track does. The host may call update before this returns, and the library may then
+        call this again. Does nothing for a channel above 15, and inside sixteen nested calls. */
     void editorPartSyncMidiCh(unsigned int channel);
 
-    /** Shows the editor's part of the selected track's channel, when that is observed. */
+    /** If the selected track's channel is observed, has the editor show the part of
+        that channel. */
     void midiChSyncEditorPart() const;
 
-    /** Whether a track's MIDI goes to this plug-in: an older host says so in the text of output, a
-        newer one by the instrument that feeds track. Either may be null. */
+    /** Whether a track's MIDI goes to this plug-in. For an older host the text of output decides,
+        for a newer one the instrument that is connected to track. Either may be null. */
     bool CheckMIDIOutputRouting(IValue* output, IDevice* track);
 
-    /** The host's selected track, borrowed, or null. */
+    /** The host's selected track, borrowed; null when there is none. */
     IDevice* getSelectedTrackDevice() const;
 
-    /** Observes the "output" or the "channel" value of a track that we follow, unless one is
-        observed already. @param track null for the selected track */
+    /** Observes the "output" or the "channel" value of a track. Does nothing when one is observed
+        already, or when the track is no MIDI track (in a newer host: nor an instrument track).
+        @param track null for the selected track */
     void AddDependent_MIDIOutput(IHostClasses* hostClasses, IDevice* track);
     void AddDependent_MIDIChannel(IHostClasses* hostClasses, IDevice* track);
 
-    /** Ends it; without the host's update handler the value stays. */
+    /** Stops observing and releases the value. Without the host's update handler
+        nothing happens. */
     void RemoveDependent_MIDIOutput(IHostClasses* hostClasses);
     void RemoveDependent_MIDIChannel(IHostClasses* hostClasses);
 
-    /** Whether text occurs in the value's text: containment in spite of its name, kept so. */
+    /** Whether text occurs in the value's text. It need not be the same, in spite of the name. */
     bool isSameIValueString(IValue* value, const std::string& text);
 
     bool isNewHostVersion() const { return newHostVersion; }
@@ -94,13 +96,13 @@ private:
 
     const HostAndLibrary& outside;
     IDependent& dependent;
-    bool newHostVersion = false; ///< Nuendo 6.5, Cubase 7.5 or later: instrument tracks count too
-    IDevice* mixerDevice = nullptr; ///< borrowed from findDevice, hence never released
+    bool newHostVersion = false;    ///< Nuendo 6.5, Cubase 7.5 or later
+    IDevice* mixerDevice = nullptr; ///< borrowed from findDevice, never released
     IPtr<IValue> selectedTrackValue;
     IPtr<IValue> midiOutputValue;
     IPtr<IValue> midiChannelValue;
-    int32 trackCount = 0; ///< the mixer's children when last seen
-    int partRequests = 0; ///< calls of editorPartSyncMidiCh that are under way
+    int32 trackCount = 0; ///< the mixer's children when it last changed
+    int partRequests = 0; ///< nested calls of editorPartSyncMidiCh
 };
 
 } // namespace Vst

@@ -29,11 +29,11 @@ tresult PLUGIN_API UnitList::getUnitInfo(int32 unitIndex, UnitInfo& info)
     else
         std::snprintf(name, sizeof(name), "Part%d", unitIndex);
     utf8ToString128(name, info.name);
-    // Unsigned, so that the largest index of a careless host wraps instead of overflowing.
+    // Unsigned, because adding 1 to the largest index would be undefined behaviour.
     const auto id = static_cast<int32>(static_cast<uint32>(unitIndex) + 1);
     info.id = id;
     info.parentUnitId = kRootUnitId;
-    info.programListId = id; // though no program list exists
+    info.programListId = id; // although there are no program lists
     return kResultOk;
 }
 

@@ -1,4 +1,4 @@
-// UnitList: the units under which the host groups the parameters, one a part of the instrument.
+// UnitList: the units by which the host groups the parameters, one for each part of the instrument.
 #pragma once
 
 #include "pluginterfaces/vst/ivstunits.h"
@@ -12,12 +12,12 @@ constexpr UnitID unitOfPart(int32 part)
     return part + 2;
 }
 
-/** IUnitInfo for the controller: seventeen units and no program lists. What asks for program lists
-    answers kResultOk and leaves its outputs as they are. [any thread] */
+/** IUnitInfo for the controller: seventeen units and no program lists. The operations for program
+    lists return kResultOk and leave their outputs unchanged. [any thread] */
 class UnitList : public IUnitInfo {
 public:
     int32 PLUGIN_API getUnitCount() override;
-    /** An index outside 0 to 16 gives a unit all the same. Fills every field. */
+    /** Sets every field of info. Always kResultOk, also for an index outside 0 to 16. */
     tresult PLUGIN_API getUnitInfo(int32 unitIndex, UnitInfo& info) override;
     int32 PLUGIN_API getProgramListCount() override;
     tresult PLUGIN_API getProgramListInfo(int32 listIndex, ProgramListInfo& info) override;

@@ -28,7 +28,7 @@ std::string_view ValueTexts::at(int64 index) const
 
 bool ValueTexts::isSame(const ValueTexts& other) const
 {
-    // Behind the last text there is only room.
+    // Only the bytes before the last text's end are compared: the rest is unused.
     return ends == other.ends &&
            (ends.empty() ||
             std::equal(bytes.begin(), bytes.begin() + ends.back(), other.bytes.begin()));

@@ -1,4 +1,4 @@
-// ValueTexts: what the editor shows for each value of a parameter.
+// ValueTexts: the texts that the editor shows for the values of a parameter.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -10,11 +10,11 @@
 namespace Steinberg {
 namespace Vst {
 
-/** The texts of consecutive values, packed into one piece of memory: an instance has 29,000 of
-    them, most of three bytes, and a string object each would take ten times as much.
+/** The texts of consecutive values in one block of memory: an instance has 29,000 of them, most of
+    three bytes, and a std::string for each would take ten times as much.
 
-    Once they are complete, parameters that show the same texts hold them together, each by an IPtr.
-    [add and reserve: one thread, everything else: any] */
+    Several parameters can share the complete texts, each by an IPtr. [add and reserve: one thread;
+    everything else: any thread] */
 class ValueTexts {
 public:
     ValueTexts() = default;
@@ -29,11 +29,11 @@ public:
             delete this;
     }
 
-    /** Room for count texts of usual length. */
+    /** Allocates memory for count texts of usual length. */
     void reserve(size_t count);
 
-    /** Adds the next value's text. Of a text that is longer than any host shows, the part that is
-        shown is kept. Inline, since an instance begins with 29,000 calls. */
+    /** Adds the next value's text, of which at most kMaxShownBytes are kept. Inline because an
+        instance makes 29,000 calls when it starts. */
     void add(std::string_view text)
     {
         text = text.substr(0, kMaxShownBytes);
@@ -45,20 +45,20 @@ public:
         ends.push_back(static_cast<uint32>(end));
     }
 
-    /** @return the text at index, borrowed until the next add; empty where there is none */
+    /** @return the text at index, borrowed until the next add; empty when there is none */
     std::string_view at(int64 index) const;
 
     size_t size() const { return ends.size(); }
 
-    /** Whether both have the same texts, as far as they are kept, under the same indexes. */
+    /** Whether both hold the same texts at the same indexes. */
     bool isSame(const ValueTexts& other) const;
 
 private:
-    /** A host shows 127 units of UTF-16, which come from 381 bytes of UTF-8 at most. */
+    /** More than a host can show: 127 units of UTF-16 are at most 381 bytes of UTF-8. */
     static constexpr size_t kMaxShownBytes = 512;
 
-    std::vector<char> bytes;  ///< the texts, and room for more behind them
-    std::vector<uint32> ends; ///< one past each text's last byte
+    std::vector<char> bytes;  ///< the texts, then unused memory
+    std::vector<uint32> ends; ///< where each text ends in bytes
     mutable std::atomic<uint32> references{1};
 };
 

@@ -23,12 +23,12 @@ namespace {
 
 constexpr int kTimerPeriod = 50; // milliseconds
 
-/** The host mixes the returned audio with the square root of two. */
+/** The host is to mix the returned audio with the square root of two. */
 constexpr float kReturnGain = 1.41421354F;
 
 constexpr size_t kString128Units = 128;
 
-/** Sets a flag for as long as it lives. */
+/** Sets ParameterModel's connecting flag until it is destroyed. */
 class ConnectingScope {
 public:
     explicit ConnectingScope(ParameterModel& scoped)
@@ -51,7 +51,7 @@ VstK2xController::~VstK2xController() = default;
 
 FUnknown* VstK2xController::createInstance(void* /*context*/)
 {
-    return static_cast<IEditController*>(new VstK2xController);
+    return static_cast<IEditController*>(new VstK2xController); // untaken: compiler
 }
 
 tresult PLUGIN_API VstK2xController::queryInterface(const TUID _iid, void** obj)
@@ -62,7 +62,8 @@ tresult PLUGIN_API VstK2xController::queryInterface(const TUID _iid, void** obj)
     return EditController::queryInterface(_iid, obj);
 }
 
-/** What unbind asked of the host, to be released last of all: after the base has let go of it. */
+/** The host's objects that unbind uses. They are released last, after the base
+    class's terminate. */
 struct VstK2xController::HostObjects {
     IPtr<IHostClasses> hostClasses;
     IPtr<IUpdateHandler> updateHandler;
@@ -72,7 +73,7 @@ struct VstK2xController::HostObjects {
 tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
 {
     hostThread.begin();
-    // The base lets a host without context initialise twice, and would take a context now.
+    // Without this the base class would accept a second initialize, because it has no context.
     if (life == Life::kFailed)
         return kResultFalse;
     const tresult result = EditController::initialize(context);
@@ -82,13 +83,13 @@ tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
     if (life == Life::kInitialized)
         return result;
     life = Life::kInitialized;
-    // A library that called back after an earlier terminate left events of another host's.
+    // A library that called back after an earlier terminate may have left events in the queue.
     parameterModel.clear();
     const auto started = guarded<tresult>(kResultFalse, [&] { return initializeBound(context); });
     if (started == kResultOk)
         return started;
     life = Life::kFailed;
-    // Out of memory half way: hosts need not terminate what did not initialize.
+    // Memory ran out half-way. Undone here, since a host need not call terminate after a failure.
     if (getEditorConnection()) {
         HostObjects held;
         unbind(held);
@@ -99,7 +100,7 @@ tresult PLUGIN_API VstK2xController::initialize(FUnknown* context)
 
 tresult VstK2xController::initializeBound(FUnknown* context)
 {
-    // Lives to the end of initialize; only the service that it gave stays with us.
+    // Destroyed at the end of this function; only the service that it gives is kept.
     EditorLibrary::ServiceGetter serviceGetter;
     if (!outside.library.bind(serviceGetter, context, this))
         return kResultFalse;
@@ -107,7 +108,7 @@ tresult VstK2xController::initializeBound(FUnknown* context)
     guiTimer = VSTGUI::makeOwned<VstTimer>(this, kTimerPeriod);
     guiTimer->timerStart();
     createParameters();
-    // A host that fails here has no tracks to follow; everything else works without.
+    // When the host throws here its tracks are not followed, but everything else works.
     guarded([this] { routing.readHostVersion(); });
     guarded([this] { routing.startObserving(); });
     return kResultOk;
@@ -116,7 +117,7 @@ tresult VstK2xController::initializeBound(FUnknown* context)
 void VstK2xController::startLibrary()
 {
     VstIEditorConnect* editor = getEditorConnection();
-    guarded([&] { editor->setControllerInterface(this); });
+    guarded([&] { editor->setControllerInterface(this); }); // untaken: compiler
     guarded([&] { editor->setHostType(getVSTHostType()); });
     guarded([&] { editor->start(); });
 }
@@ -148,8 +149,7 @@ void VstK2xController::unbind(HostObjects& held) noexcept
             guiTimer->timerStop();
     });
     guarded([&] {
-        // A host that leaves the components connected would leave the processor with a library that
-        // is gone.
+        // If the host has left the components connected, tell the processor that the library ends.
         if (getPeer())
             sendDisconnection();
     });
@@ -170,10 +170,11 @@ void VstK2xController::unbind(HostObjects& held) noexcept
     parameterModel.clear();
 }
 
-/** Also disconnects a peer that the host left connected. */
+/** The base class's terminate, which also disconnects a processor that is still connected. */
 tresult VstK2xController::terminateBase()
 {
-    // First those that other threads take: the base clears its own as if it were alone.
+    // Other threads use these two, so they are released under their locks, and before the base
+    // class clears its own fields.
     guarded([this] { outside.componentHandler.set(nullptr); });
     guarded([this] { outside.hostContext.set(nullptr); });
     return guarded<tresult>(kResultFalse, [this] { return EditController::terminate(); });
@@ -221,6 +222,7 @@ void VstK2xController::refreshParameters()
 {
     const int32 count = parameters.getParameterCount();
     for (int32 index = 0; index < count; ++index)
+        // untaken: one-class
         if (auto* parameter = FCast<EditorParameter>(parameters.getParameterByIndex(index)))
             parameterModel.refresh(*parameter);
 }
@@ -275,7 +277,7 @@ tresult PLUGIN_API VstK2xController::getParamValueByString(ParamID id, TChar* st
 {
     if (!string)
         return kResultFalse;
-    // Hosts pass a String128, which is full without a terminator when the text is as long.
+    // Hosts pass a String128, and a text of 128 units in it has no terminator.
     TChar text[kString128Units + 1] = {};
     std::copy(string, std::find(string, string + kString128Units, TChar(0)), text);
     return guarded<tresult>(kResultFalse, [&] {
@@ -392,6 +394,7 @@ IPlugView* PLUGIN_API VstK2xController::createView(FIDString name)
     if (!name || std::strcmp(name, ViewType::kEditor) != 0)
         return nullptr;
     return guarded<IPlugView*>(nullptr, [this] {
+        // untaken: compiler
         return static_cast<IPlugView*>(new VstK2xEditorView(this, getEditorConnection()));
     });
 }

@@ -1,5 +1,5 @@
-// VstK2xController: the edit controller. Binds the editor library and orders the life of everything
-// that stands between it and the host.
+// VstK2xController: the edit controller. It binds the editor library, and starts and ends
+// everything between library and host in the right order.
 #pragma once
 
 #include "basics/HostThread.h"
@@ -13,6 +13,7 @@
 #include "editorlib/IExternalPlugin.h"
 #include "editorlib/VstIControllerInterface.h"
 #include "hostapi/IExternalEffectUsingSKI.h"
+#include "view/EditorOwner.h"
 
 #include "pluginterfaces/vst/ivstunits.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
@@ -25,18 +26,19 @@ class IValue;
 
 namespace Vst {
 
-/** One class towards host and library, and behind it one collaborator for each thing that it does:
-    EditorLibrary binds, ParameterModel mirrors the parameters, PortManager handles the host's
-    ports, TrackRouting follows the host's tracks. This class forwards to them and orders
-    initialize, connect, disconnect and terminate.
+/** Host and library see this one class. The work is done by its members: EditorLibrary binds the
+    library, ParameterModel mirrors the parameters, PortManager handles the host's ports,
+    TrackRouting follows the host's tracks. This class forwards to them, and has the order of the
+    steps of initialize, connect, disconnect and terminate.
 
-    Host-facing operations run on the host's main thread; what the library may call is described at
-    VstIControllerInterface. No operation throws, except createInstance. */
+    The host calls on its main thread, where nothing else is said; for what the library calls see
+    VstIControllerInterface. No operation throws, except createInstance and the three for edits. */
 class VstK2xController : public EditController,
                          public UnitList,
                          public IExternalEffectUsingSKI,
                          public VstIControllerInterface,
-                         public IExternalPlugin {
+                         public IExternalPlugin,
+                         public EditorOwner {
 public:
     using GuiEvent = ParameterModel::GuiEvent;
     static constexpr GuiEvent GuiEventBeginEdit = ParameterModel::GuiEventBeginEdit;
@@ -48,38 +50,41 @@ public:
     VstK2xController(const VstK2xController&) = delete;
     VstK2xController& operator=(const VstK2xController&) = delete;
 
-    /** For the factory: a new object through its IEditController face, with the caller's reference.
+    /** For the factory: makes an object and gives its IEditController, a new reference.
         @param context ignored
-        Throws what construction throws. */
+        Throws what the constructor throws. */
     static FUnknown* createInstance(void* context);
 
-    // FUnknown. IExternalPlugin and VstIControllerInterface are handed out directly, not here.
+    // FUnknown. Gives neither IExternalPlugin nor VstIControllerInterface: service and library get
+    // these as pointers.
     tresult PLUGIN_API queryInterface(const TUID iid, void** obj) override;
     REFCOUNT_METHODS(EditController)
 
-    /** IDependent: a change in the host's mixer. [the host's update handler's thread] */
+    /** IDependent: something in the host's mixer changed. [the thread of the host's
+        update handler] */
     void PLUGIN_API update(FUnknown* changedUnknown, int32 message) override;
 
     // IPluginBase.
-    /** kResultFalse when no editor library is there: the plug-in then stays inert, and each further
-        initialize answers the same and does nothing, until terminate. */
+    /** kResultFalse when there is no editor library. The plug-in then does nothing, and a further
+        initialize fails again, until terminate. */
     tresult PLUGIN_API initialize(FUnknown* context) override;
     tresult PLUGIN_API terminate() override;
 
-    // IConnectionPoint: the processor hears of the editor library, and that it is gone.
+    // IConnectionPoint: tells the processor of the editor library, and that it ends.
     tresult PLUGIN_API connect(IConnectionPoint* other) override;
     tresult PLUGIN_API disconnect(IConnectionPoint* other) override;
 
-    // IEditController. The project's state is the processor's; the controller takes presets only.
+    // IEditController. The project's state is in the processor; setState takes presets and user
+    // banks only. All three return kResultOk.
     tresult PLUGIN_API setComponentState(IBStream* state) override;
     tresult PLUGIN_API setState(IBStream* state) override;
     tresult PLUGIN_API getState(IBStream* state) override;
     IPlugView* PLUGIN_API createView(FIDString name) override;
-    /** Takes the handler also when it throws at the question for its extensions. */
+    /** Keeps the handler even if it throws when it is queried for its extensions. */
     tresult PLUGIN_API setComponentHandler(IComponentHandler* handler) override;
 
-    // The parameters as the host sees them: the base class's answers. [any thread, since a host may
-    // ask from inside an edit that a library thread tells it of]
+    // The parameters as the host sees them: the base class's results. [any thread, since a host may
+    // ask when it is told of an edit, which happens on the library's thread]
     int32 PLUGIN_API getParameterCount() override;
     tresult PLUGIN_API getParameterInfo(int32 index, ParameterInfo& info) override;
     tresult PLUGIN_API getParamStringByValue(ParamID id, ParamValue normalized,
@@ -91,8 +96,8 @@ public:
     ParamValue PLUGIN_API getParamNormalized(ParamID id) override;
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override;
 
-    // EditController: an edit on its way to the host, with no lock of ours held. kResultFalse
-    // without a component handler. Throws what the host throws. [any thread]
+    // EditController: send an edit to the host. kResultFalse without a component handler. Throws
+    // what the host throws. [any thread]
     tresult beginEdit(ParamID id) override;
     tresult performEdit(ParamID id, ParamValue normalized) override;
     tresult endEdit(ParamID id) override;
@@ -143,11 +148,13 @@ public:
     // IExternalPlugin.
     tresult PLUGIN_API setPluginInfo(VstIEditorConnect* connect, void* libraryHandle) override;
 
-    // What the host is. [any thread]
-    /** As support/HostKind.h numbers them. */
-    int getVSTHostType() const { return outside.getHostKind(); }
+    // The kind of host (see EditorOwner) and the library. [any thread]
+    int getVSTHostType() const override { return outside.getHostKind(); }
     bool isUnicodeAppHost() const { return outside.isUnicodeHost(); }
-    VstIEditorConnect* getEditorConnection() const { return outside.library.getConnection(); }
+    VstIEditorConnect* getEditorConnection() const override
+    {
+        return outside.library.getConnection();
+    }
 
     // Parameters: see ParameterModel.
     unsigned createObserverParameter(int block, int number, int part, ValueChangedCallback callback,
@@ -164,9 +171,9 @@ public:
         parameterModel.createVSTPartParameter(unitId, part, mode);
     }
     void createVSTNotAutomationParameter() { parameterModel.createVSTNotAutomationParameter(); }
-    /** The instrument has no multi-wide parameters to show: creates nothing. */
+    /** Creates nothing: the instrument has no common parameters for the host. */
     void createVSTMultiCommonParameter() {}
-    /** Borrowed; null for an ID that is not mirrored. */
+    /** Borrowed; null for an unknown ID. */
     Parameter* getParameter(unsigned id) const { return parameterModel.getParameter(id); }
     void setEditorParameter(unsigned id, int value)
     {
@@ -237,7 +244,7 @@ public:
         return guarded(false, [&] { return routing.isSameIValueString(value, text); });
     }
 
-    OBJ_METHODS(VstK2xController, EditController)
+    OBJ_METHODS(VstK2xController, EditController) // untaken: sdk-macro
 
 private:
     struct HostObjects;

@@ -8,7 +8,7 @@ namespace Vst {
 
 namespace {
 
-/** The timer is made with VSTGUI's usual period before it gets its own. */
+/** VSTGUI's usual period in milliseconds, until setFireTime sets ours. */
 constexpr uint32_t kInitialFireTime = 100;
 
 } // namespace
@@ -28,13 +28,13 @@ VstTimer::~VstTimer() noexcept
 
 void VstTimer::timerStart()
 {
-    if (timer)
+    if (timer) // untaken: made-with-object
         timer->start();
 }
 
 void VstTimer::timerStop()
 {
-    if (timer)
+    if (timer) // untaken: made-with-object
         timer->stop();
 }
 

@@ -1,4 +1,4 @@
-// VstTimer: the controller's regular tick.
+// VstTimer: calls the controller at regular intervals.
 #pragma once
 
 #include "vstgui/lib/cvstguitimer.h"
@@ -8,12 +8,12 @@ namespace Vst {
 
 class VstK2xController;
 
-/** Calls the controller's notificationEvent at an interval, on the run loop of the thread that
-    starts it. Reference counted by VSTGUI; the last reference stops it. [host main thread] */
+/** Calls the controller's notificationEvent on the run loop of the thread that starts the timer.
+    Reference counted by VSTGUI; stops when the last reference is released. [host main thread] */
 class VstTimer : public VSTGUI::CBaseObject {
 public:
-    /** @param controller not owned; must outlive this, null ticks nothing
-        @param interval milliseconds */
+    /** @param controller borrowed; must outlive this object; null: nothing is called
+        @param interval in milliseconds */
     VstTimer(VstK2xController* controller, int interval);
     ~VstTimer() noexcept override;
     VstTimer(const VstTimer&) = delete;
@@ -22,7 +22,7 @@ public:
     void timerStart();
     void timerStop();
 
-    /** The timer's message. Always 0, which means "not used up". */
+    /** Called by VSTGUI at each tick. Always kMessageUnknown (0). */
     VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
                                   VSTGUI::IdStringPtr message) override;
 

@@ -44,7 +44,7 @@ void EditorLibrary::bindService(ServiceGetter& getter, IExternalPlugin* plugin)
         binding = Binding::kLibrary;
         return;
     }
-    // The object has no ID to ask for: what the getter gives is the service.
+    // IExtensionVSTService has no ID to query: the object that the getter gives is the service.
     guarded([&] { service = static_cast<IExtensionVSTService*>(getter->getService()); });
     if (!service)
         return;
@@ -60,7 +60,7 @@ void EditorLibrary::bindService(ServiceGetter& getter, IExternalPlugin* plugin)
 
 bool EditorLibrary::loadLibrary()
 {
-    // Whatever a service left behind is not used once the library is loaded here.
+    // What a service may have set before is not used any more.
     connection = nullptr;
     libraryHandle = dlopen(editorLibraryPath().c_str(), RTLD_LAZY);
     const auto getConnect = findSymbol<GetEditorConnect>(libraryHandle, connectFuncName);
@@ -73,7 +73,7 @@ bool EditorLibrary::loadLibrary()
     VstIEditorConnect* loaded = nullptr;
     guarded([&] { getConnect(&loaded); });
     connection = loaded;
-    // unload leaves a service's library open, but this one is nobody's.
+    // In service binding unload does not close the library, so one of no use is closed here.
     if (!loaded && binding == Binding::kService)
         dlclose(std::exchange(libraryHandle, nullptr));
     return loaded != nullptr;

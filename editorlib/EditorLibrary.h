@@ -14,46 +14,49 @@ namespace Vst {
 
 class VstIEditorConnect;
 
-/** The controller's hold on the library. Bound in one of two ways: a host-side service hands over a
-    connection and a handle that stay its own, or the library file is loaded and ended by us.
+/** The controller's connection to the library. Either a host-side service hands over a connection
+    and a library handle, which it keeps owning; or the library file is loaded here, and its
+    connection destroyed and the file closed here as well.
 
-    Unbinding is three calls, because the controller has other things to undo between them.
-    [host main thread]; getConnection also from any library thread. */
+    Unbinding takes two calls, unload and leaveService. [host main thread; getConnection:
+    any thread] */
 class EditorLibrary {
 public:
     using ServiceGetter = FComponentPtr<IExtensionVSTServiceGetter>;
 
-    /** Which way the library is bound. Service is also the state before the first binding, and it
-        stays when a service getter has no service to give: such a library is then loaded by us and
-        yet neither ended nor closed. */
+    /** How the library is bound. kService is also the value before the first binding, and the value
+        when there is a service getter but it gives no service: the library file is then loaded, but
+        unload neither destroys its connection nor closes it. */
     enum class Binding : int32 { kLibrary = 0, kService = 1 };
 
     EditorLibrary() = default;
     EditorLibrary(const EditorLibrary&) = delete;
     EditorLibrary& operator=(const EditorLibrary&) = delete;
 
-    /** Binds by service, else by file.
-        @param getter the caller's, which ends it when it has finished initialising
+    /** Binds the service's library, or else loads the library file.
+        @param getter the caller's; the caller destroys it at the end of its initialize
         @param hostContext borrowed, may be null
         @param plugin the controller; the service calls its setPluginInfo before this returns
-        @return whether a connection is held now; without one the controller stays unbound */
+        @return whether there is a connection now */
     bool bind(ServiceGetter& getter, FUnknown* hostContext, IExternalPlugin* plugin);
 
-    /** What the service hands over through the controller, from inside registerPlugin. Both
-        stay the service's; either may be null. */
+    /** Stores what the service hands to the controller from inside registerPlugin. The service owns
+        both; either may be null. */
     void setPluginInfo(VstIEditorConnect* connect, void* handle);
 
-    /** In library binding, ends the connection and closes the library; forgets both in any case. */
+    /** In library binding, destroys the connection and closes the library. In both bindings,
+        forgets them. */
     void unload();
 
-    /** In service binding, signs the controller off; lets go of the service in any case, after
-        which this object is as new. */
+    /** In service binding, unregisters the controller. In both bindings, releases the service; this
+        object is then as it was when made. */
     void leaveService(IExternalPlugin* plugin);
 
+    /** The bound library's main object, borrowed, or null. [any thread] */
     VstIEditorConnect* getConnection() const { return connection; }
     Binding getBinding() const { return binding; }
 
-    /** The observer entry point, looked up anew; null without library or entry point. */
+    /** Looks up the entry point that makes observers; null without library or entry point. */
     GetObserver findObserverEntry() const;
 
 private:

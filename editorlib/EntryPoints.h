@@ -13,15 +13,15 @@ class VstIEditorConnect;
 using ValueChangedCallback = void (*)(void* context, unsigned id, int value);
 using EditCallback = void (*)(void* context, unsigned id);
 
-/** getVSTEditorConnectObject: stores the library's main object, or null, into *out. Who
-    loaded the library ends it with destroy. [host main thread, during initialize] */
+/** getVSTEditorConnectObject: sets *out to the library's main object, or to null. The caller ends
+    it with destroy. [host main thread, during initialize] */
 using GetEditorConnect = void (*)(VstIEditorConnect** out);
 
-/** getVSTObserverObject: stores a new observer of one parameter, or null, into *out. It is ours to
-    end with destroy. [host main thread, during initialize]
+/** getVSTObserverObject: sets *out to a new observer of one parameter, or to null. The caller ends
+    it with destroy. [host main thread, during initialize]
     @param owner the callbacks' context
     @param vstParamId the parameter's VST ID
-    @param a, b, c the editor's own address: block, parameter number, part */
+    @param a, b, c the editor's own address of the parameter: block, number, part */
 using GetObserver = void (*)(VstIObserver** out, void* owner, int vstParamId, int a, int b, int c,
                              ValueChangedCallback valueChanged, VstIObserver::ParamModeType mode,
                              EditCallback beginEdit, EditCallback endEdit);

@@ -11,10 +11,9 @@
 
 namespace Steinberg {
 
-/** Owns a host-made component and its interface T. The component goes back to the factory that made
-    it, which is why a plain reference does not do. Destruction terminates with force.
-
-    [host main thread] */
+/** Owns a component of the host and its interface T. The component must be given back to the
+    factory that made it, so a plain reference does not do. The destructor calls terminate with
+    force. [host main thread] */
 template <class T>
 class FComponentPtr {
 public:
@@ -26,9 +25,10 @@ public:
         Vst::guarded([this] { terminate(true); });
     }
 
-    /** Makes the component whose attribute key has the value and asks it for T.
-        @param hostContext borrowed; may be null, or a host without component factory
-        @return whether T is held now; false as well when something was held already */
+    /** Makes the component that has this value of the attribute key, queries it for T, and calls
+        its IPluginBase::initialize if it has one.
+        @param hostContext borrowed; may be null, and may have no component factory
+        @return whether T is held now; false when one was held before the call */
     bool initialize(FUnknown* hostContext, const char* key, const char* value)
     {
         if (object)
@@ -47,9 +47,9 @@ public:
         return object != nullptr;
     }
 
-    /** Ends and returns the component.
-        @param force go on although the component's own terminate failed
-        @return false when that failed without force; everything is still held then */
+    /** Calls the component's IPluginBase::terminate if it has one, and gives the component back.
+        @param force give it back even when its own terminate failed
+        @return false when that failed without force: everything is then still held */
     bool terminate(bool force)
     {
         if (!stopObject() && !force)
@@ -78,8 +78,7 @@ private:
             factory = owned(found);
     }
 
-    // A component that throws has failed: it must not stay behind half started, nor keep its
-    // reference from going back to the factory.
+    // An exception counts as failure, so that the component is given back in any case.
     bool startObject(FUnknown* hostContext)
     {
         return Vst::guarded(false, [&] {

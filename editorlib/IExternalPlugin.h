@@ -1,4 +1,4 @@
-// IExternalPlugin: what the host-side service may ask of the controller.
+// IExternalPlugin: what the host-side service calls in the controller.
 #pragma once
 
 #include "hostapi/HostInterfaceIDs.h"
@@ -11,8 +11,8 @@ class VstIEditorConnect;
 
 class IExternalPlugin : public FUnknown {
 public:
-    /** Hands over the editor connection and its library's handle, from inside registerPlugin.
-        Both stay the service's own. Always kResultOk. [host main thread] */
+    /** Hands over the editor connection and its library's handle, from inside registerPlugin. The
+        service keeps owning both. Always kResultOk. [host main thread] */
     virtual tresult PLUGIN_API setPluginInfo(Vst::VstIEditorConnect* connect,
                                              void* libraryHandle) = 0;
 

@@ -1,5 +1,5 @@
-// The synthesizer's own voice categories by name. The editor library answers with these texts, and
-// the plug-in knows a voice's category by nothing else.
+// The names of the synthesizer's own voice categories. The editor library gives a voice's category
+// as one of these texts.
 #pragma once
 
 namespace Steinberg {
@@ -29,7 +29,7 @@ inline constexpr const char* VoiceCategoryName[18] = {
     "No Assign",
 };
 
-/** By [category][sub-category]; rows with fewer end with empty texts. */
+/** By [category][sub-category]; rows with fewer sub-categories end with empty texts. */
 inline constexpr const char* VoiceSubCategoryName[18][6] = {
     {"Acoustic", "Layer", "Modern", "Vintage", "Arpeggio", "No Assign"},
     {"Electric Piano", "FM Piano", "Clavi", "Synth", "Arpeggio", "No Assign"},

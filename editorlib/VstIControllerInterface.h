@@ -1,4 +1,4 @@
-// VstIControllerInterface: what the editor library may ask of the controller.
+// VstIControllerInterface: what the editor library calls in the controller.
 #pragma once
 
 #include "editorlib/VoiceBank.h"
@@ -9,10 +9,11 @@
 namespace Steinberg {
 namespace Vst {
 
-/** Implemented by VstK2xController, handed over with VstIEditorConnect::setControllerInterface and
-    taken back by passing null in terminate. Not reference counted. No operation throws.
+/** Implemented by VstK2xController. The library gets it by
+    VstIEditorConnect::setControllerInterface and must not use it after that call with null, which
+    terminate makes. Not reference counted. No operation throws.
 
-    The library calls the operations for which nothing else is said from one thread at a time. */
+    Where nothing else is said, the library calls from one thread at a time. */
 class VstIControllerInterface {
 public:
     /** The host's audio input ports in host order.
@@ -30,38 +31,38 @@ public:
     /** Connects the MIDI output to the port with this ID, or to none when no port has it. */
     virtual void setMidiOutPort(const char* id) = 0;
 
-    /** Makes the host select the first track that plays this MIDI channel (0 to 15) through us,
-        unless the selected one does. The host's notice, and with it syncPartToMidiChannel, may come
-        before this call returns. Another channel does nothing, nor does a call from inside
-        sixteen others. */
+    /** Makes the host select the first track that plays this MIDI channel (0 to 15) through this
+        plug-in, unless the selected track does. The host may tell the plug-in of the selection, and
+        the plug-in call syncPartToMidiChannel, before this call returns. Does nothing for another
+        channel, and inside sixteen nested calls. */
     virtual void editorPartSyncMidiCh(unsigned int channel) = 0;
 
-    /** Writes a user bank into the user's preset folder, over the file of its name if there is one.
-        Says nothing of the outcome. The library is asked for the bank's name, categories and data
-        from inside the call. [any library thread]
+    /** Writes a user bank into the user's preset folder, and replaces the file of that name if
+        there is one. Does not tell whether it succeeded. Asks the library for the bank's name,
+        categories and data before it returns. [any library thread]
         @param bank 8, 9, 10 or 14; nothing is written for another
         @param index which of the bank's contents, as in getUserBankData */
     virtual void storeUserBank(VoiceBank::Bank bank, int index) = 0;
 
-    /** Takes over an editor value without telling the host. [any library thread] */
+    /** Stores an editor value without telling the host. [any library thread] */
     virtual void setVSTManageParameter(unsigned int id, int value) = 0;
 
-    /** Remembers whether the start file is still to be loaded, for hostReadyForSetPortConnections.
-        [any library thread] */
+    /** Sets whether the start file is still to be loaded: the plug-in gives it back in
+        onInitialStartFileLoad, and inverted in onHostPortsReady. [any library thread] */
     virtual void setInitialStartFileLoad(bool state) = 0;
 
-    /** Whether this plug-in holds any host audio port. */
+    /** Whether setAudioPortList has connected any audio port. */
     virtual bool isConnectAudioPort() = 0;
 
-    /** Turns a host-side value into an editor value. [any library thread]
+    /** Converts a host's value to an editor value and stores that. [any library thread]
         @param id VST parameter ID
         @param value normalized value of the host
-        @param[out] out the editor value when the answer is true, else 0
-        @return true when the editor value changed */
+        @param[out] out the editor value when it changed, else 0
+        @return whether the editor value changed */
     virtual bool isSetVSTValue(unsigned int id, double value, int& out) = 0;
 
-    /** Tells the host that the latency changed, on the calling thread; without a component handler
-        nobody. [any library thread] */
+    /** Tells the host that the latency changed, on the calling thread. Does nothing without a
+        component handler. [any library thread] */
     virtual void changeLatencyTrigger() = 0;
 
     /** Whether the host connects the audio ports itself. [any library thread] */

@@ -1,17 +1,17 @@
-// VstIEffectInterface: what the editor library may ask of the processor.
+// VstIEffectInterface: what the editor library calls in the processor.
 #pragma once
 
 namespace Steinberg {
 namespace Vst {
 
-/** Implemented by VstK2x, handed over with VstIEditorConnect::setEffectInterface and taken back by
-    passing null. Not reference counted: it lives as long as the processor. */
+/** Implemented by VstK2x. The library gets it by VstIEditorConnect::setEffectInterface and must not
+    use it after that call with null. Not reference counted: it lives as long as the processor. */
 class VstIEffectInterface {
 public:
-    /** Hands one MIDI message to the processor for the host's "Midi Out" bus. [any library thread,
-        also from inside receiveHostMidi]
+    /** Sends one MIDI message to the host's "Midi Out" bus. Never waits. [any library thread, and
+        the audio thread from inside receiveHostMidi]
         @param data length bytes, borrowed for the call
-        @param length only 3 is taken; any other length is ignored */
+        @param length must be 3; messages of any other length are ignored */
     virtual void writeMidi(const void* data, int length) = 0;
 
 protected:

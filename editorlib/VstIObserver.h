@@ -1,18 +1,18 @@
-// VstIObserver: the editor library's watch on one editor parameter.
+// VstIObserver: the editor library's observer of one editor parameter.
 #pragma once
 
 namespace Steinberg {
 namespace Vst {
 
-/** Made by the entry point getVSTObserverObject, owned by the controller, ended with destroy. Not
-    reference counted. */
+/** The entry point getVSTObserverObject makes it. The controller owns it and ends it with destroy.
+    Not reference counted. */
 class VstIObserver {
 public:
-    /** How an editor parameter is addressed: part parameters carry the part index in their VST ID,
-        common ones carry 16. ParamModePartVoice is used for the first part and the edit flag. */
+    /** How the VST ID of an editor parameter is made: from the part's index, or for a common
+        parameter from 16. ParamModePartVoice is for the first part and the edit flag. */
     enum ParamModeType : int { ParamModePart = 0, ParamModeCommon = 1, ParamModePartVoice = 2 };
 
-    /** Ends the observer; the pointer is dead afterwards. [host main thread] */
+    /** Destroys the observer. [host main thread] */
     virtual void destroy() = 0;
 
     virtual void reserved1() = 0;
@@ -21,8 +21,8 @@ public:
     virtual void reserved4() = 0;
     virtual void reserved5() = 0;
 
-    /** Lets the library raise the callbacks of a parameter that changed. Called at every timer
-        tick; the callbacks may come before it returns. [host main thread] */
+    /** Called at every timer tick. If the parameter has changed the library calls the callbacks,
+        now or later. [host main thread] */
     virtual void checkChange() = 0;
 
 protected:

@@ -1,7 +1,7 @@
-// Every interface ID across the host's and the host extension's boundary, in this one file.
+// The IDs of all interfaces between the plug-in and the host's extension objects.
 //
-// A build for a shipping host replaces the IDs of the host's own interfaces with the ones that the
-// host publishes: that edit is made here and nowhere else.
+// A build for a shipping host replaces the IDs of the host's own interfaces with those that the
+// host publishes. They are in this file and nowhere else.
 #pragma once
 
 #include "pluginterfaces/base/funknown.h"
@@ -38,8 +38,8 @@ DECLARE_CLASS_IID(IConnector, 0xCC240ACB, 0xAE814EAE, 0x8BC198E5, 0xDC697043)
 DECLARE_CLASS_IID(IExtensionVSTServiceGetter, 0x7558EAE0, 0xB6F04AE6, 0xAA8C70A1, 0x989A5B4B)
 DECLARE_CLASS_IID(IExternalPlugin, 0xF02E0078, 0xF0DF4BD2, 0x9ABF53B0, 0x55261EDB)
 
-// A host that does not run with Unicode strings offers its device and value objects under these
-// IDs; the tables behind them are IDevice's and IValue's.
+// A host without Unicode offers its device and value objects under these IDs. Their operations are
+// those of IDevice and IValue.
 DECLARE_UID(IDeviceNotUnicodeID, 0xAFAFA326, 0xB47643EA, 0x9C30EBA4, 0xE3D07D4A)
 DECLARE_UID(IValueNotUnicodeID, 0xC5E2097C, 0x91564CE8, 0xA62E2FB2, 0x16DAFFE6)
 

@@ -1,5 +1,5 @@
-// IBusDescriptor: one audio bus on its way to IComponentPortHandler::setAudioInputBuses.
-// Each IHostClasses::getHostInterface makes a new one.
+// IBusDescriptor: describes one audio bus for IComponentPortHandler::setAudioInputBuses.
+// Each call of IHostClasses::getHostInterface makes a new one.
 #pragma once
 
 #include "hostapi/HostInterfaceIDs.h"

@@ -1,4 +1,4 @@
-// IComponentFactory: makes host-side components by an attribute of theirs.
+// IComponentFactory: makes the host's components, which are chosen by one of their attributes.
 // Obtained from IHostClasses::getHostInterface.
 #pragma once
 
@@ -9,12 +9,12 @@ namespace Steinberg {
 /** [host main thread, during initialize] */
 class IComponentFactory : public FUnknown {
 public:
-    /** Makes the component whose attribute key has the value.
+    /** Makes the component that has this value of the attribute key.
         @param key, value zero-terminated 8-bit texts
-        @return a new reference, or null; it ends with destroyComponent, not with release */
+        @return a new reference, or null. Give it back with destroyComponent, not with release */
     virtual FUnknown* PLUGIN_API createComponent(const char* key, const char* value) = 0;
 
-    /** Takes back a component of createComponent together with the reference that it handed out. */
+    /** Takes back a component, and with it the reference that createComponent returned. */
     virtual void PLUGIN_API destroyComponent(FUnknown* component) = 0;
     static const FUID iid;
 };

@@ -1,5 +1,5 @@
-// IComponentPortHandler: connects a plug-in instance to the host's ports.
-// Asked for by queryInterface on the component handler that the host set on the controller.
+// IComponentPortHandler: connects a plug-in instance to the host's ports. queryInterface gives it
+// on the component handler that the host set on the controller.
 #pragma once
 
 #include "hostapi/HostInterfaceIDs.h"
@@ -9,13 +9,13 @@ namespace Steinberg {
 class IBusDescriptor;
 class IHostPort;
 
-/** [host main thread, or the library's thread in a port operation; from setComponentHandler to
-    terminate] */
+/** [host main thread, or the library's thread in a port operation; from setComponentHandler
+    to terminate] */
 class IComponentPortHandler : public FUnknown {
 public:
     /** Connects audio input buses of this instance.
         @param first, second always 0
-        @param buses count descriptors, of which each may be null; they are the host's from then on
+        @param buses count descriptors, each of which may be null; the host owns them from now on
         @return the host's own result */
     virtual tresult PLUGIN_API setAudioInputBuses(int32 first, int32 second, IBusDescriptor** buses,
                                                   int32 count) = 0;

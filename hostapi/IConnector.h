@@ -1,4 +1,5 @@
-// IConnector: the routing end of an instrument's output. Asked for by queryInterface on a device.
+// IConnector: tells which tracks an instrument's output is connected to. queryInterface gives it on
+// the device of that output.
 #pragma once
 
 #include "hostapi/HostInterfaceIDs.h"
@@ -12,7 +13,7 @@ class IConnector : public FUnknown {
 public:
     virtual void PLUGIN_API reserved3() = 0;
 
-    /** Whether the connector feeds this track, which is borrowed for the call. */
+    /** Whether the connector leads to this track, which is borrowed for the call. */
     virtual bool PLUGIN_API isConnectedTo(IDevice* device) = 0;
     static const FUID iid;
 };

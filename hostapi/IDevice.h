@@ -1,6 +1,6 @@
 // IDevice: a node of the host's device tree: the mixer, one of its tracks, an instrument folder or
 // an instrument. Children are borrowed; values are new references.
-// A host without Unicode offers the same table under IDeviceNotUnicodeID.
+// A host without Unicode offers the same operations under IDeviceNotUnicodeID.
 #pragma once
 
 #include "hostapi/HostInterfaceIDs.h"
@@ -13,8 +13,8 @@ class IValue;
     editorPartSyncMidiCh; between initialize and terminate] */
 class IDevice : public FUnknown {
 public:
-    /** The device's type as zero-terminated 8-bit text ("MidiChannel", "Synth", ...); may be
-        null. */
+    /** The device's type as zero-terminated 8-bit text ("MidiChannel", "Synth", ...); may
+        be null. */
     virtual const char* PLUGIN_API getDeviceType() = 0;
 
     virtual void PLUGIN_API reserved4() = 0;

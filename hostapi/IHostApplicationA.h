@@ -1,5 +1,5 @@
-// IHostApplicationA: marks an older host of the Cubase family, without Unicode.
-// Only its presence counts; nothing of it is called.
+// IHostApplicationA: marks an older host of the Cubase family, without Unicode. Only whether the
+// host has it matters; nothing of it is called.
 #pragma once
 
 #include "hostapi/HostInterfaceIDs.h"

@@ -1,5 +1,5 @@
-// IHostClasses: the host context's door to the host's extension objects.
-// Asked for by queryInterface on the host context; a host without extensions does not have it.
+// IHostClasses: gives the host's extension objects. queryInterface gives it on the host context; a
+// host without extensions does not have it.
 #pragma once
 
 #include "hostapi/HostInterfaceIDs.h"
@@ -10,12 +10,11 @@ class IHostClasses : public FUnknown {
 public:
     /** Hands out one of the host's objects by its interface ID.
         @param iid an ID of HostInterfaceIDs.h, or the SDK's IUpdateHandler
-        @param[out] obj a new reference, which the caller releases; left alone on failure
+        @param[out] obj a new reference, which the caller releases; not changed on failure
         @return kResultOk when obj was set
-        IPortRegistry, IDeviceList and IUpdateHandler are the host's own single objects; each call
-        for an IBusDescriptor makes a new one. [host main thread, the thread of the update handler's
-        notice, or the library's thread in a port or routing operation; from initialize to
-        terminate] */
+        The host has one IPortRegistry, one IDeviceList and one IUpdateHandler, but makes a new
+        IBusDescriptor for each call. [host main thread, the thread of the update handler's notice,
+        or the library's thread in a port or routing operation; from initialize to terminate] */
     virtual tresult PLUGIN_API getHostInterface(const TUID iid, void** obj) = 0;
     static const FUID iid;
 };

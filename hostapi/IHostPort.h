@@ -12,7 +12,7 @@ namespace Steinberg {
 class IHostPort : public FUnknown {
 public:
     /** Reads the port's ID into out, as wide text in a Unicode host, else as 8-bit text.
-        @return false when the port has none to give; out is then not to be used */
+        @return false when the port has none; out must then not be used */
     virtual bool PLUGIN_API getPortId(StringObject& out) = 0;
 
     /** Whether the port carries this type of data: "audio" or "midi". */

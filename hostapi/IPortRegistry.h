@@ -20,7 +20,7 @@ public:
     /** The port with this ID (8-bit, zero-terminated), borrowed, or null. */
     virtual IHostPort* PLUGIN_API findPortById(const char* id) = 0;
 
-    /** Takes a MIDI port out of the host's set of all MIDI inputs; the result is the host's own. */
+    /** Removes a MIDI port from the host's "all MIDI inputs". @return the host's own result */
     virtual int32 PLUGIN_API removeFromAllMidiInputs(IHostPort* port) = 0;
     static const FUID iid;
 };

@@ -1,5 +1,5 @@
-// IValue: an observable value of a device. The host's update handler reports its changes.
-// A host without Unicode offers the same table under IValueNotUnicodeID.
+// IValue: a value of a device. The host's update handler tells dependents when it changes.
+// A host without Unicode offers the same operations under IValueNotUnicodeID.
 #pragma once
 
 #include "hostapi/HostInterfaceIDs.h"
@@ -29,12 +29,12 @@ public:
 
     /** Reads the value as text, UTF-16 or, in a host without Unicode, packed 8-bit text.
         @param[out] buffer room for *size units; a text that fills it may lack its terminator
-        @param[in,out] size units of room, then what the host makes of it */
+        @param[in,out] size in: units of room; out: what the host sets, which is not used */
     virtual void PLUGIN_API getString(char16* buffer, int32* size) = 0;
 
     virtual void PLUGIN_API reserved18() = 0;
 
-    /** Sets the value; with notify, dependents hear of it, possibly before this call returns. */
+    /** Sets the value; with notify the host tells dependents, possibly before this call returns. */
     virtual void PLUGIN_API setInteger(int32 value, bool notify) = 0;
     static const FUID iid;
 };

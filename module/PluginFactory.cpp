@@ -18,7 +18,7 @@ namespace {
 
 const PFactoryInfo& factoryInfo()
 {
-    // No flags of ours: the constructor adds the Unicode flag.
+    // Flags 0: the constructor adds the Unicode flag.
     static const PFactoryInfo info(kPlugInVendor, "", "", 0);
     return info;
 }
@@ -27,7 +27,7 @@ const PClassInfo2& processorInfo()
 {
     TUID id;
     kProcessorUID.toTUID(id);
-    // No vendor: hosts then take the factory's.
+    // Without a vendor here, hosts take the factory's.
     static const PClassInfo2 info(id, PClassInfo::kManyInstances, kVstAudioEffectClass, kPlugInName,
                                   kSimpleModeSupported, kPlugInSubCategories, nullptr,
                                   kPlugInVersion, kPlugInSdkVersion);
@@ -44,8 +44,8 @@ const PClassInfo2& controllerInfo()
     return info;
 }
 
-/** The SDK's factory, out of which nothing is thrown: neither what a constructor throws nor what a
-    host's context does. */
+/** The SDK's factory, but no exception leaves it, whether a constructor or the host's context
+    throws one. */
 class GuardedFactory : public CPluginFactory {
 public:
     using CPluginFactory::CPluginFactory;
@@ -73,7 +73,7 @@ public:
 
 IPluginFactory* makeFactory()
 {
-    // The creation that comes with one reference, which is the caller's.
+    // Made with one reference, which becomes the caller's.
     IPtr<CPluginFactory> factory = owned(new GuardedFactory(factoryInfo()));
     if (!factory->registerClass(&processorInfo(), &VstK2x::createInstance, nullptr) ||
         !factory->registerClass(&controllerInfo(), &VstK2xController::createInstance, nullptr))
@@ -86,8 +86,9 @@ IPluginFactory* makeFactory()
 } // namespace Vst
 } // namespace Steinberg
 
-/** The factory, created on the first call. Each call hands out one reference, which the host
-    releases; null only when memory ran out. [host main thread] */
+/** The factory: made by the first call, and again by the first call after its last reference was
+    released. Each call gives one reference, which the host releases; null only when memory ran out.
+    [host main thread] */
 SMTG_EXPORT_SYMBOL Steinberg::IPluginFactory* PLUGIN_API GetPluginFactory()
 {
     using namespace Steinberg;

@@ -1,4 +1,4 @@
-// What the application is just handling, for the wheel's sake.
+// Whether the application is handling a scroll event. The view's wheel needs to know.
 #pragma once
 
 namespace Steinberg {
@@ -6,8 +6,7 @@ namespace Vst {
 namespace platform {
 
 /** Whether the event that the application is handling now is a scroll event. macOS: asks
-    NSApplication and the Carbon Event Manager. Elsewhere there is no such event: false.
-    [host main thread] */
+    NSApplication and the Carbon Event Manager. Elsewhere always false. [host main thread] */
 bool isCurrentEventScroll();
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// The order in which missing folders are made, the same on every platform.
+// Making a folder and its missing parents, the same on every platform.
 #pragma once
 
 #include "platform/PresetFolders.h"
@@ -9,8 +9,9 @@ namespace Steinberg {
 namespace Vst {
 namespace platform {
 
-/** createFolder over a platform's own calls.
-    @tparam System has the type Ref, a folder's reference, and static functions, true on success:
+/** Does what createFolder in PresetFolders.h says, by the calls of one system. @return success
+    @tparam System has the type Ref, a reference to a folder, and two static functions that return
+    true on success:
         bool find(const std::string& path, Ref& ref)
         bool findOrMake(const Ref& parent, const std::string& leaf, Ref& ref) */
 template <typename System>

@@ -1,4 +1,4 @@
-// Folders of the preset library: making them, and seeing what stands in them.
+// Folders of the preset library: making them, and looking for files in them.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ namespace platform {
 /** The system's reference to a file or folder. */
 using FolderRef = ::FSRef;
 #else
-/** A file or folder that was found or made; what the Carbon FSRef is on macOS. */
+/** A file or folder that was found or made. */
 struct FolderRef {
     std::string path;
 };
@@ -24,10 +24,10 @@ struct FolderRef {
 /** How long a path may be, in bytes and with its terminator. */
 constexpr size_t kFolderPathSize = 1024;
 
-/** Makes the folder path and every folder above it that is missing. Whatever already stands at a
-    name counts as found, a file or a dangling link too.
-    @param path UTF-8, at most kFolderPathSize - 1 bytes. Its top folder has to exist: a path
-    without "/" before its last name, such as "a" or "/a", has no parent to work in and fails
+/** Makes the folder path and every missing folder above it. Anything that already has one of the
+    names counts as the folder, even a file or a dangling link.
+    @param path UTF-8, at most kFolderPathSize - 1 bytes. Its top folder must exist: a path without
+    a parent folder in it, such as "a" or "/a", fails
     @param ref set to the folder on success; may be null
     @return 0, or 1 when the path is too long or some folder could neither be found nor made
     [any thread; throws std::bad_alloc] */
@@ -39,14 +39,14 @@ enum class InFolder {
     exists, ///< as a file, a folder or anything else
 };
 
-/** Whether something of the name stands in the folder. @param name one UTF-8 file name
+/** Whether the folder has something with this name. @param name one UTF-8 file name
     [any thread; throws std::bad_alloc] */
 InFolder findInFolder(const std::string& folder, const std::string& name);
 
 } // namespace platform
 
 #if !defined(__APPLE__)
-/** The name by which the preset generator's interface knows it on every platform. */
+/** The preset generator's interface has this name on every platform. */
 using FSRef = platform::FolderRef;
 #endif
 

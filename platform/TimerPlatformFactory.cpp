@@ -6,7 +6,7 @@
 
 namespace VSTGUI {
 
-// Defined in VSTGUI's platformfactory.cpp, which has no header for it.
+// VSTGUI's platformfactory.cpp defines it, but no header declares it.
 void setPlatformFactory(PlatformFactoryPtr&& factory);
 
 } // namespace VSTGUI

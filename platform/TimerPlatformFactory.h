@@ -17,8 +17,8 @@ namespace Steinberg {
 namespace Vst {
 namespace platform {
 
-/** Every request for a thing to draw with, a font, a file dialog or the clipboard is answered with
-    "none". Each platform derives from it and makes its timers. */
+/** Gives null, or failure, for everything that has to do with drawing, fonts, file dialogs and the
+    clipboard. Each platform's factory derives from it and makes its own timers. */
 class TimerPlatformFactory : public VSTGUI::IPlatformFactory {
 public:
     uint64_t getTicks() const noexcept override;
@@ -51,7 +51,7 @@ public:
     const VSTGUI::Win32Factory* asWin32Factory() const noexcept override { return nullptr; }
 };
 
-/** Makes the platform's own factory; one per platform folder. */
+/** Makes the platform's factory. Each platform folder defines it. */
 VSTGUI::PlatformFactoryPtr makeTimerPlatformFactory();
 
 } // namespace platform

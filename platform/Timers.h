@@ -8,21 +8,23 @@ class FUnknown;
 namespace Vst {
 namespace platform {
 
-/** Gives VSTGUI a platform factory that makes timers and nothing else, once per process; later
-    calls do nothing. CVSTGUITimer must not be started before.
+/** Gives VSTGUI a platform factory that makes timers and nothing else. Later calls in the same
+    process do nothing. Call it before a CVSTGUITimer is started.
 
-    VSTGUI's own factories bring drawing with them (cairo and X11 on Linux), which this plug-in
-    never uses and for which a host that scans the module would pay.
+    VSTGUI's own factories need drawing libraries (cairo and X11 on Linux), which this plug-in never
+    uses: every host that only scans the module would load them.
 
     macOS: timers fire on the run loop of the thread that starts them. Linux: on the run loop that
-    the host handed to the factory (IPluginFactory3::setHostContext); a host without one gives no
-    ticks. [host main thread] */
+    the host handed to the factory (IPluginFactory3::setHostContext); in a host without one they
+    never fire. [host main thread] */
 void installTimers();
 
-/** Tells the timers which context the SDK's factory has, after it took it; null before that, and
-    for a context that it did not take. Linux: a timer then holds a reference to the run loop for as
-    long as it runs. The factory alone gives its own back at exit, and the timer of an instance that
-    is ended after that would call a run loop that may be gone. Elsewhere this does nothing.
+/** Tells the timers which context the SDK's factory took from the host.
+    @param context null when it took none
+
+    Linux: each timer then holds a reference to the context's run loop while it runs. The factory's
+    own reference would not do: it is released at exit, and the timer of an instance that the host
+    ends later would call a run loop that may be gone. Elsewhere this does nothing.
     [host main thread; throws what the host throws] */
 void noteHostContext(FUnknown* context);
 

@@ -7,7 +7,7 @@ namespace {
 
 bool isEnd(const Category::CategorySubCategory& record)
 {
-    return !record.name && !record.subCategories && !record.searchWords;
+    return !record.name && !record.subCategories && !record.searchWords; // untaken: whole-records
 }
 
 bool isEnd(const SubCategoryCharacter& record)

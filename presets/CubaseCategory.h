@@ -1,4 +1,4 @@
-// The media browser's categories, and the rule that picks one for a voice.
+// The media browser's categories, and the functions that choose one for a voice.
 #pragma once
 
 #include <string>
@@ -7,20 +7,20 @@ namespace Steinberg {
 namespace Vst {
 namespace Cubase {
 
-/** How many sub-categories a synth category has at most, and so how long every list of lists is. */
+/** How many sub-categories a synth category has at most: the size of each array by sub-category. */
 constexpr int kSubCategoryCount = 6;
 /** How many categories the synth has. */
 constexpr int kCategoryCount = 18;
 
-// Fixed tables that are read only, by any number of threads, and searched without allocating.
+// The tables are constant: any number of threads may use them, and a search allocates nothing.
 
-/** What the media browser shows for one synth sub-category. Texts are static and stand escaped for
-    XML. A list of records begins with its default, which has no search words, and ends with a
-    record of nulls. */
+/** What the media browser shows for one synth sub-category. The texts are static and already
+    escaped for XML. A list of records begins with the default, which has no search words, and ends
+    with a record of nulls. */
 struct SubCategoryCharacter {
     const char* subCategory;
-    const char* character;          ///< several joined with "|", or empty for none
-    const char* const* searchWords; ///< ends with a null; null itself for a default
+    const char* character;          ///< several are joined with "|"; empty for none
+    const char* const* searchWords; ///< an array that ends with null; null for the default
 };
 
 namespace Category {
@@ -28,9 +28,9 @@ namespace Category {
 /** What the media browser shows for one synth category. Texts and lists as above. */
 struct CategorySubCategory {
     const char* name;
-    /** kSubCategoryCount lists by the synth's sub-category; null where there is none. */
+    /** kSubCategoryCount lists, by the synth's sub-category; null where it has none. */
     const SubCategoryCharacter* const* subCategories;
-    const char* const* searchWords; ///< ends with a null; null itself for a default
+    const char* const* searchWords; ///< an array that ends with null; null for the default
 };
 
 extern const CategorySubCategory PIANO[];
@@ -57,14 +57,15 @@ extern const CategorySubCategory* const categoryArray[kCategoryCount];
 
 } // namespace Category
 
-/** Whether one of the words occurs in text, case and all; empty words occur in nothing.
-    @param words ends with a null; may be null
+/** Whether one of the words occurs in text, with the same case. Empty words are ignored.
+    @param words an array that ends with null; may be null
     @return 0 when one occurs, else 1 */
 int searchKeyWords(const char* const* words, const std::string& text);
 
-/** The first record one of whose search words occurs in text.
+/** Finds the first record that has a search word which occurs in text.
     @param records ends with a record of nulls; may be null
-    @return its index, or 0, the default's, when none does or keywordSearch is off */
+    @param keywordSearch false: do not search
+    @return its index; 0, which is the default's, when there is none or nothing is searched */
 int searchCategoryIndex(const Category::CategorySubCategory* records, const std::string& text,
                         bool keywordSearch);
 int searchSubCategoryIndex(const SubCategoryCharacter* records, const std::string& text,

@@ -1,8 +1,8 @@
 #include "presets/CubaseSubCategoryTables.h"
 
-// Each list is named after what it holds: sub-category, character and search words a record. Every
-// list begins with its default, and the arrays stand in the order of the synth's sub-categories.
-// Words are matched inside the voice's name, so their spelling is the instrument's, not ours.
+// A record is sub-category, character, search words. Each list is named after its records and
+// begins with its default. The arrays are in the order of the synth's sub-categories. The search
+// words are spelled as in the instrument's voice names, in which they are looked for.
 
 namespace Steinberg {
 namespace Vst {

@@ -1,4 +1,4 @@
-// PresetChunkFile: what the plug-in's two kinds of preset file have in common.
+// PresetChunkFile: the common base of the plug-in's two kinds of preset file.
 #pragma once
 
 #include "public.sdk/source/vst/vstpresetfile.h"
@@ -8,32 +8,34 @@
 namespace Steinberg {
 namespace Vst {
 
-/** A VST 3 preset file whose component state is empty and whose controller state is one of our own
-    chunks: little-endian 32-bit fields without padding, the first of which, the marker, tells the
-    kind of chunk and its format in one.
+/** A VST 3 preset file with an empty component state and a controller state of our own:
+    little-endian 32-bit fields without padding. The first field, the marker, tells which kind of
+    file it is.
 
-    Lives for one save or load. Keeps a reference to the stream meanwhile; a null stream is allowed
-    and takes nothing. */
+    Used for one save or load, during which it holds a reference to the stream. With a null stream
+    nothing is read or written. */
 class PresetChunkFile : public PresetFile {
 protected:
     using PresetFile::PresetFile;
 
-    /** Writes the file up to the controller state: the header, then a component state of no bytes.
+    /** Writes what comes before the controller state: the header and an empty component state.
         @return false when the header failed */
     bool writeFront(const FUID& processorID);
 
-    /** Writes what follows the controller state. xml is UTF-8 or null for a file without meta
-        information; xmlSize is in bytes, -1 for up to the terminator. */
+    /** Writes what comes after the controller state.
+        @param xml meta information as UTF-8; null for none
+        @param xmlSize in bytes; -1 when xml is zero-terminated
+        @return false when the stream refused it */
     bool writeBack(const char* xml, int32 xmlSize);
 
-    /** Writes a component state of zero bytes, as all sound data lives elsewhere. */
+    /** Writes a component state of zero bytes. */
     void writeEmptyComponentState();
 
-    /** Sets field to the stream's next four bytes, or leaves it when they are not all there. */
+    /** Sets field to the stream's next four bytes; leaves it unchanged when fewer are left. */
     void readField(int32& field);
 
-    /** The marker at the stream's position, which stays as it was; nothing when the stream is null
-        or less than a marker is left. */
+    /** The marker at the stream's position, which does not move; nothing when the stream is null or
+        fewer than four bytes are left. */
     static std::optional<int32> peekMarker(IBStream* stream) noexcept;
 };
 

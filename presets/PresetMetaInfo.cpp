@@ -36,7 +36,7 @@ std::string presetMetaInfo(const std::string& category, const std::string& subCa
         {"MusicalCategory", category},
         {"MusicalMidiInstrument", kPlugInName},
         {"VST3UniqueID", processorIDText()},
-    };
+    }; // untaken: compiler
     // clang-format on
     std::string xml = "<?xml version=\"1.0\" encoding=\"US-ASCII\"?>\n<MetaInfo>\n";
     for (const auto& [id, value, end] : attributes) {

@@ -1,4 +1,4 @@
-// The XML text by which the media browser lists a preset file.
+// The XML text from which the media browser reads a preset file's attributes.
 #pragma once
 
 #include <string>
@@ -6,10 +6,9 @@
 namespace Steinberg {
 namespace Vst {
 
-/** The attributes of one file. The values go in as they stand and therefore come escaped for XML:
-    a "&", "<" or quotation mark in one would leave a text that no parser reads. That is why only
-    the category tables' texts come here, never a voice's name or what the library calls a category.
-    [any thread; throws std::bad_alloc] */
+/** Makes the XML text of one file. The values are inserted as they are, so they must be escaped for
+    XML: use texts of the category tables only, never a voice's name or a category's name of the
+    library. [any thread; throws std::bad_alloc] */
 std::string presetMetaInfo(const std::string& category, const std::string& subCategory,
                            const std::string& character);
 

@@ -1,5 +1,5 @@
-// The synthesizer's own voice categories by name. The editor library's boundary has them, since the
-// library answers with the same texts; whoever deals with presets finds them here.
+// The names of the synthesizer's own voice categories, for the code of presets. They are defined in
+// editorlib/, since the editor library gives the same texts.
 #pragma once
 
 #include "editorlib/TavrinSynthCategory.h" // IWYU pragma: export

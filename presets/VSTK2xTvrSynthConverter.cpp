@@ -24,7 +24,7 @@ int VSTK2xTvrSynthConverter::convertCategoryName()
     if (getTavrinSynthCategorySubCategoryIndex(&category, &subCategory) != 0)
         return 1;
     const auto* records = Cubase::Category::categoryArray[category];
-    if (!records)
+    if (!records) // untaken: every-category-has-one
         return 1;
     const auto& record = records[Cubase::searchCategoryIndex(records, voiceName, keywordSearch)];
     resultCategory = record.name;

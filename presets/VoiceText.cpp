@@ -19,7 +19,7 @@ std::optional<int> categoryCodeOf(const std::string& voiceData)
     char* end = nullptr;
     errno = 0;
     const long code = std::strtol(field.c_str(), &end, 10);
-    // Also false where the field goes on behind a zero byte.
+    // This also refuses a field with a zero byte in it, where strtol stops.
     if (end != field.c_str() + field.size() || errno == ERANGE)
         return std::nullopt;
     if (code < std::numeric_limits<int>::min() || code > std::numeric_limits<int>::max())

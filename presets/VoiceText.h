@@ -1,4 +1,4 @@
-// Texts that the editor library gives about a voice.
+// Reading the texts that the editor library gives about a voice.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,8 @@
 namespace Steinberg {
 namespace Vst {
 
-/** A buffer of the library's fixed size, zeroed beforehand. A text that fills it has no
-    terminator of its own. */
+/** A zeroed buffer for the library to fill, with one more byte for the terminator of a text that
+    fills it. */
 class LibraryText {
 public:
     static constexpr size_t kSize = 30;
@@ -21,12 +21,12 @@ private:
     char bytes[kSize + 1] = {};
 };
 
-/** What follows the last ":", or all when there is none. [any thread] */
+/** The text after the last ":", or the whole text when there is none. [any thread] */
 std::string voiceNameOf(const std::string& voiceData);
 
-/** The decimal number before the first ":", or of all when there is none. Nothing when anything
-    but blanks and a sign before the digits stands there too, or when it exceeds 32 bits; 0 for no
-    text at all. [any thread] */
+/** The decimal number before the first ":", or in the whole text when there is none. Blanks and a
+    sign may come before the digits. Nothing when there is any other character or the number exceeds
+    32 bits; 0 for an empty text. [any thread] */
 std::optional<int> categoryCodeOf(const std::string& voiceData);
 
 } // namespace Vst

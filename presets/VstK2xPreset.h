@@ -15,34 +15,36 @@ namespace Vst {
     | 4      | bank   | a VoiceBank::Bank value |
     | 8      | number | the voice in its bank   |
 
-    Nothing here throws; a stream that throws is one that failed. [any thread, one at a time a
-    stream] */
+    No static operation throws: a stream that throws counts as one that failed. [any thread; one at
+    a time for each stream] */
 class VstK2xPreset : public PresetChunkFile {
 public:
-    /** @param target file to write or controller state to read; kept with a reference */
+    /** @param target the file to write or the controller state to read; held by a reference */
     explicit VstK2xPreset(IBStream* target);
 
     /** Writes a whole preset file from the stream's start.
-        @param classID the processor's, which hosts look for
-        @param xml meta information, or null for none; xmlSize in bytes, -1 up to the terminator
+        @param classID the processor's class ID, by which hosts find the preset
+        @param xml meta information as UTF-8; null for none
+        @param xmlSize in bytes; -1 when xml is zero-terminated
         @return false when the stream is null or refused the header, the meta information or the
-            list of chunks */
+        list of chunks */
     static bool savePreset(IBStream* stream, const FUID& classID, int bank, int number,
                            const char* xml, int xmlSize) noexcept;
 
-    /** Writes the empty component state, the arguments being of no use to it. Always true. */
+    /** Writes the empty component state; the arguments are not used. Always true. */
     bool storeComponentPresetData(int bank, int number);
-    /** Writes the controller state. Always true: a stream that failed fails again at the end. */
+    /** Writes the controller state. Always true: savePreset sees a failed stream when it writes
+        the rest. */
     bool storeEditControllerPresetData(int bank, int number);
 
     /** Reads a controller state from the stream's position.
-        @param classID not compared: the marker decides
-        @param bank, number -1 each unless the stream holds them
-        @return false when there is no stream or no preset in it */
+        @param classID not used: the marker tells what it is
+        @param[out] bank, number -1 for a field that the stream does not have
+        @return false when the stream is null or holds no preset */
     static bool loadPreset(IBStream* stream, const FUID& classID, int& bank, int& number) noexcept;
     bool restoreEditControllerPresetData(int& bank, int& number);
 
-    /** Whether a preset stands at the stream's position, which stays as it was. */
+    /** Whether there is a preset at the stream's position, which does not move. */
     static bool isK2xPreset(IBStream* stream) noexcept;
 };
 

@@ -26,7 +26,7 @@ constexpr char kFileExtension[] = ".vstpreset";
 
 using PresetType = VstK2xPresetCreater::PresetType;
 
-/** By bank number. */
+/** The bit of each bank, by its number. */
 constexpr PresetType kTypeOfBank[] = {
     VstK2xPresetCreater::kBank0,      VstK2xPresetCreater::kBank1,
     VstK2xPresetCreater::kBank2,      VstK2xPresetCreater::kBank3,
@@ -38,7 +38,7 @@ constexpr PresetType kTypeOfBank[] = {
     VstK2xPresetCreater::kUserBank14,
 };
 
-/** Banks, one bit each, whose voices' names are searched for words. */
+/** The banks, one bit each, in whose voices' names search words are looked for. */
 constexpr unsigned kKeywordBanks = 0x38FF;
 
 bool isBank(VoiceBank::Bank bank)
@@ -51,8 +51,8 @@ bool isSearchedForWords(VoiceBank::Bank bank)
     return !isBank(bank) || (kKeywordBanks >> static_cast<unsigned>(bank) & 1U) != 0;
 }
 
-/** File names, borrowed. A list of them is as long as the library may be, so that each voice must
-    find its name without walking it. */
+/** File names, borrowed. A set, because the list may be as long as the library: searching it for
+    each voice would take too long. */
 using FileNames = std::set<std::string_view>;
 
 /** @param names may be null and hold nulls */
@@ -67,8 +67,8 @@ FileNames setOf(const std::vector<const char*>* names)
     return set;
 }
 
-/** The folder that dir stands for, to be followed by "/Library". @return false when there is
-    none */
+/** Sets base to the folder that contains "/Library". @return false for a user without HOME and for
+    another value of dir */
 bool baseFolder(VstK2xPresetCreater::OutputDir dir, std::string& base)
 {
     if (dir == VstK2xPresetCreater::kSystemFolder) {
@@ -82,7 +82,7 @@ bool baseFolder(VstK2xPresetCreater::OutputDir dir, std::string& base)
     return true;
 }
 
-/** Puts errno back at the end of its scope. */
+/** Restores errno at the end of its scope. */
 class ErrnoKeeper {
 public:
     ErrnoKeeper() = default;
@@ -94,7 +94,8 @@ private:
     const int kept = errno;
 };
 
-/** What the library leaves in errno says nothing about the file that is being written. */
+/** Keeps errno, which is to tell of the file that is being written and not of the
+    library's work. */
 std::vector<char> userBankData(VstIEditorConnect& library, VoiceBank::Bank bank, int number)
 {
     const ErrnoKeeper keeper;
@@ -103,7 +104,7 @@ std::vector<char> userBankData(VstIEditorConnect& library, VoiceBank::Bank bank,
 
 IPtr<IBStream> openForWriting(const std::string& file)
 {
-    // The C string that names the file would end at the zero, and so name another one.
+    // As a C string the name would end at the zero byte and be that of another file.
     if (file.find('\0') != std::string::npos)
         return nullptr;
     return owned(FileStream::open(file.c_str(), "wb"));
@@ -274,16 +275,15 @@ int VstK2xPresetCreater::writePresetFile(const std::string& path, const std::str
 bool VstK2xPresetCreater::save(IBStream* stream, VoiceBank::Bank bank, int number,
                                const std::string& xml)
 {
-    // A preset file is written field by field with steps back; in memory that costs no system
-    // calls.
-    const auto file = owned(new MemoryStream);
+    // A preset file is written field by field and with seeks; in memory that costs no system calls.
+    const auto file = owned(new MemoryStream); // untaken: new-throws
     if (!build(file, bank, number, xml))
         return false;
     const auto size = static_cast<int32>(file->getSize());
-    // The SDK's file stream, which is all that comes here, calls a cut write a failure.
+    // stream is the SDK's FileStream, for which writing too few bytes is a failure.
     if (stream->write(file->getData(), size, nullptr) != kResultOk)
         return false;
-    // Going back makes the stream hand its bytes to the system, where a full disk shows.
+    // seek makes the stream write its buffer, and so fails when the disk is full.
     return stream->seek(0, IBStream::kIBSeekSet, nullptr) == kResultOk;
 }
 

@@ -75,7 +75,8 @@ bool VstK2xUserBank::restoreEditControllerUserBankData(int& bank, int& number, i
     readField(size);
     if (size < 1)
         return false;
-    // Cleared first, so that a vector used before holds no old bytes where the stream ends early.
+    // Cleared first: resize then makes all bytes zero, so that none is old if the stream
+    // ends early.
     data.clear();
     data.resize(static_cast<size_t>(size));
     stream->read(data.data(), size, nullptr);

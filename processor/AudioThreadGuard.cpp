@@ -11,7 +11,8 @@ namespace Vst {
 
 namespace {
 
-/** In the module's fixed storage: a lazily made one would take memory on the audio thread. */
+/** The initial-exec model, because the others may allocate the variable at its first use, which can
+    be on the audio thread. */
 __attribute__((tls_model("initial-exec"))) thread_local AudioThreadGuard::Place current =
     AudioThreadGuard::kElsewhere;
 
@@ -38,7 +39,7 @@ void AudioThreadGuard::check(Call call, const char* name)
 {
     if (isAllowed(current, call))
         return;
-    current = kElsewhere; // the message may take memory
+    current = kElsewhere; // fprintf may allocate
     std::fprintf(stderr, "%s on the audio thread, inside process\n", name);
     std::abort();
 }

@@ -1,5 +1,5 @@
-// AudioThreadGuard: in a build with VSTK2X_AUDIO_GUARD, ends the program where the block on the
-// audio thread does what it may not. In every other build it is empty and costs nothing.
+// AudioThreadGuard: in a build with VSTK2X_AUDIO_GUARD, ends the program when process allocates or
+// waits for a lock. In every other build it is empty and costs nothing.
 #pragma once
 
 namespace Steinberg {
@@ -7,14 +7,15 @@ namespace Vst {
 
 #ifdef VSTK2X_AUDIO_GUARD
 
-/** Says for as long as it lives where the calling thread is; an inner one in the outer's place.
-    The module's own calls of allocator and locks ask `check` (module/linux/GuardedCalls.cpp). */
+/** While it exists it tells where the calling thread is; an inner guard replaces the
+    outer one until it is destroyed. The module's calls of allocator and locks go through
+    check (module/linux/GuardedCalls.cpp). */
 class AudioThreadGuard {
 public:
     enum Place {
-        kElsewhere, ///< everything goes; also the library's own work inside a block
-        kInBlock,   ///< nothing goes
-        kAtQueue    ///< one event comes or leaves: the lock may be tried, and nothing else goes
+        kElsewhere, ///< everything is allowed; also in a call of the library inside a block
+        kInBlock,   ///< nothing is allowed
+        kAtQueue    ///< one event is added or taken out: trying the lock is allowed
     };
     enum Call { kAllocate, kFree, kTryLock, kLock, kWait };
 
@@ -23,8 +24,8 @@ public:
     AudioThreadGuard(const AudioThreadGuard&) = delete;
     AudioThreadGuard& operator=(const AudioThreadGuard&) = delete;
 
-    /** Aborts with a line on stderr when the call is not for the calling thread's place.
-        @param name the operation's, for that line [any thread] */
+    /** Aborts, with a line on stderr, when the call is not allowed where the calling thread is.
+        @param name the operation's name, for that line [any thread] */
     static void check(Call call, const char* name);
 
 private:

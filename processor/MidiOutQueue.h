@@ -1,4 +1,4 @@
-// MidiOutQueue: the library's MIDI on its way to the host.
+// MidiOutQueue: MIDI that the library sends, until the next block hands it to the host.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -13,21 +13,21 @@ namespace Vst {
 /** Three bytes of MIDI: status and two data bytes. */
 using MidiBytes = std::array<uint8, 3>;
 
-/** A queue of at most 100 messages in memory of its own. Any number of threads add at any time, one
-    at a time takes out, and nobody ever waits: a thread that is stopped inside leaves the queue
-    usable for all others.
+/** A queue of at most 100 messages that never allocates. Any number of threads may push at any
+    time, and one thread at a time may pop. No thread waits for another: when the system stops a
+    thread inside a call, all others can still use the queue.
 
-    A message is one word, its number beside its bytes, so that it is there whole or not at all.
-    Each has a fixed place by its number, and the hundredth message behind it has the same one.
+    Messages are numbered. A message and its number are one atomic word, so that it is either wholly
+    there or not at all. Its place in the array is its number modulo 100.
 
-    @tparam Word an atomic uint64; a test brings one that stops its user at each step */
+    @tparam Word an atomic uint64; a test uses one that can stop a thread at each step */
 template <class Word>
 class BasicMidiOutQueue {
 public:
-    /** A host that stops processing must not make the queue grow without limit. */
+    /** Limited, because a host may stop processing while the library goes on sending. */
     static constexpr size_t kCapacity = 100;
 
-    /** @param number what the first message is counted as; any will do */
+    /** @param number the first message's number; any number will do */
     explicit BasicMidiOutQueue(uint64 number = 1)
     : first(number)
     , next(number)
@@ -36,7 +36,8 @@ public:
             place.store(wordOf(number - 1), std::memory_order_relaxed);
     }
 
-    /** Messages that wait. One whose push has not returned yet may be missing. [any thread] */
+    /** Number of messages that wait; one whose push has not yet returned may not be counted.
+        [any thread] */
     size_t size() const
     {
         const uint64 oldest = first.load(std::memory_order_relaxed);
@@ -46,13 +47,13 @@ public:
         return static_cast<size_t>((end - oldest - 1) % kCapacity) + 1;
     }
 
-    /** Adds a message behind all whose push has returned. When 100 wait, it takes the oldest one's
-        place, which drops them all. [any thread] */
+    /** Adds a message after all whose push has returned. When 100 wait, drops those and keeps only
+        the new one, which takes the place of the oldest. [any thread] */
     void push(const MidiBytes& midi)
     {
         uint64 number = next.load();
         while (!putAt(number, midi))
-            ++number; // somebody else's already
+            ++number; // another thread has taken this number
         raiseNext(number + 1);
     }
 
@@ -63,7 +64,7 @@ public:
         const uint64 word = placeOf(oldest).load(std::memory_order_acquire);
         if (isBefore(word, wordOf(oldest)))
             return false;
-        // One that came when 100 waited stands here with a higher number.
+        // A message that was added when 100 waited is here too, with a higher number.
         first.store(oldest + ((word - wordOf(oldest)) >> kBits) + 1, std::memory_order_relaxed);
         midi = {static_cast<uint8>(word >> 16), static_cast<uint8>(word >> 8),
                 static_cast<uint8>(word)};
@@ -72,18 +73,18 @@ public:
 
 private:
     static_assert(Word::is_always_lock_free);
-    static constexpr int kBits = 24; ///< of the bytes in a word, below those of the number
+    static constexpr int kBits = 24; ///< of a word hold the bytes; those above hold the number
 
     static uint64 wordOf(uint64 number, const MidiBytes& midi = {})
     {
         return number << kBits | static_cast<uint64>(midi[0] << 16 | midi[1] << 8 | midi[2]);
     }
-    /** By the distance, since a word has not all of a number's bits. */
+    /** Compares by the difference, because the numbers in the words wrap round. */
     static bool isBefore(uint64 one, uint64 other) { return static_cast<int64>(one - other) < 0; }
 
     Word& placeOf(uint64 number) { return places[number % kCapacity]; }
 
-    /** @return false when a message with this number or a later one stands at its place */
+    /** @return false when its place holds a message with this number or a later one */
     bool putAt(uint64 number, const MidiBytes& midi)
     {
         Word& place = placeOf(number);
@@ -101,11 +102,11 @@ private:
             continue;
     }
 
-    // The first and the last are apart in memory: the reader changes the one with every message,
-    // the writers the other, and two cores would take each other's line of the cache.
+    // The array is between first and next to keep them on different cache lines: the reader changes
+    // first with every message, and the writers change next.
     Word first; ///< number of the oldest message
     std::array<Word, kCapacity> places;
-    Word next; ///< all below this number have been added
+    Word next; ///< all messages with lower numbers have been added
 };
 
 using MidiOutQueue = BasicMidiOutQueue<std::atomic<uint64>>;

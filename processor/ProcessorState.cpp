@@ -20,8 +20,8 @@ struct Free {
     void operator()(void* memory) const { std::free(memory); }
 };
 
-/** Zero bytes that cost no memory before they are written: a size field may claim two gigabytes
-    behind which four bytes follow. */
+/** Zeroed memory from calloc, for which the system provides pages only as they are written: a size
+    field may claim two gigabytes although only four bytes follow. */
 using ZeroedBuffer = std::unique_ptr<void, Free>;
 
 ZeroedBuffer makeZeroed(size_t count, size_t size)
@@ -34,13 +34,14 @@ bool writeInt32(IBStream& stream, int32 value)
     return stream.write(&value, sizeof(value), nullptr) == kResultOk;
 }
 
-/** A short read that the stream calls a success leaves the missing bytes of value as they were. */
+/** When the stream reads too few bytes but reports success, the missing bytes of value keep their
+    former content. */
 bool readInt32(IBStream& stream, int32& value)
 {
     return stream.read(&value, sizeof(value), nullptr) == kResultOk;
 }
 
-/** The stream's size in bytes with its position at the start, or -1. */
+/** Moves the stream to its start. @return its size in bytes, or -1 */
 int64 sizeOf(IBStream& stream)
 {
     int64 size = -1;
@@ -57,7 +58,7 @@ tresult restoreText(VstIEditorConnect& editor, IBStream* state)
     const int64 size = sizeOf(*state);
     if (size < 0 || size > std::numeric_limits<int32>::max())
         return kResultFalse;
-    // One unit a byte, and one more for the terminator of a text of one byte.
+    // size + 1 units are more than the bytes need, and leave at least one zero unit at the end.
     const ZeroedBuffer text = makeZeroed(static_cast<size_t>(size) + 1, sizeof(char16));
     if (!text || state->read(text.get(), static_cast<int32>(size), nullptr) != kResultOk)
         return kResultFalse;
@@ -70,7 +71,7 @@ tresult restoreBinary(VstIEditorConnect& editor, IBStream* state)
     int32 version = -1;
     if (!state || !readInt32(*state, version))
         return kResultFalse;
-    // A state of a later version belongs to a later plug-in: accepted, so that the project opens.
+    // A later version of the plug-in wrote it. Ignored without an error, so that the project opens.
     if (version != kStateVersion)
         return kResultOk;
     int32 size = 0;
@@ -95,7 +96,7 @@ tresult saveLibraryState(VstIEditorConnect& editor, IBStream& state)
     const auto size = static_cast<int32>(bytes.size());
     if (!writeInt32(state, size))
         return kResultFalse;
-    char none = 0; // streams may refuse a null buffer even for no bytes
+    char none = 0; // a stream may refuse a null buffer even for zero bytes
     return state.write(bytes.empty() ? &none : bytes.data(), size, nullptr);
 }
 

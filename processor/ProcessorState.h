@@ -1,12 +1,11 @@
-// The processor's part of the host's project: the editor library's state.
+// The processor's state in the host's project: the editor library's state with a header.
 //
 //   offset  size  content, integers little-endian
 //   0       4     format version, always 0
 //   4       4     N, the number of bytes that follow
 //   8       N     the library's own bytes
 //
-// A library may ask for its state as text instead when it is restored; it is written as above all
-// the same.
+// It is always written like this. To restore it, a library may ask for the whole stream as text.
 #pragma once
 
 #include "pluginterfaces/base/funknown.h"
@@ -20,11 +19,13 @@ namespace Vst {
 class VstIEditorConnect;
 
 // Both throw what library and stream throw. [host main thread]
-/** @return the stream's answer to the library's bytes, or kResultFalse where it came less far */
+/** Writes the state. @return the stream's result for the library's bytes; kResultFalse when a field
+    before them failed or the library gave more than 2^31 - 1 bytes */
 tresult saveLibraryState(VstIEditorConnect& editor, IBStream& state);
 
-/** @param state may be null: that fails as a state, but not as a text
-    @return kResultOk also for a later version's state, which the library does not get */
+/** Restores the state.
+    @param state may be null: kResultFalse, but kResultOk when the library wants text
+    @return kResultOk also for a state of a later version, which is ignored */
 tresult restoreLibraryState(VstIEditorConnect& editor, IBStream* state);
 
 } // namespace Vst

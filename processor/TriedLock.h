@@ -6,7 +6,8 @@
 namespace Steinberg {
 namespace Vst {
 
-/** Tells the processor that the thread is about to look again. Not the system: nobody else runs. */
+/** Pauses the CPU for some nanoseconds before the next try. The thread goes on running: no call of
+    the system. */
 inline void pauseBetweenTries()
 {
 #if defined(__x86_64__) || defined(__i386__)
@@ -16,11 +17,11 @@ inline void pauseBetweenTries()
 #endif
 }
 
-/** Holds a lock for as long as it lives if one of its tries got it. As long as nobody waits for a
-    lock but only tries it, giving it back wakes nobody, and so makes no system call either. */
+/** Tries to take a lock, and if it succeeds holds it until it is destroyed. If all threads only try
+    a lock and none waits for it, unlocking wakes no thread and makes no system call. */
 class TriedLock {
 public:
-    /** @param tries at most, with a pause of some nanoseconds after each that was in vain */
+    /** @param tries how often to try at most, with a pause of some nanoseconds after each */
     TriedLock(Base::Thread::FLock& tried, int tries)
     : lock(tried)
     , isHeld(take(tries))

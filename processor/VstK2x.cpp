@@ -25,7 +25,7 @@ using Base::Thread::FLock;
 
 namespace {
 
-/** The short name that the audio buses carry, by plug-in name. */
+/** The beginning of the audio buses' names, by plug-in name. */
 struct BusNamePrefix {
     const char* plugInName;
     const char* prefix;
@@ -34,8 +34,8 @@ constexpr BusNamePrefix kBusNamePrefixes[] = {{kPlugInName, "RDL3/RDL5"}};
 
 const char* busNamePrefix(const char* plugInName)
 {
-    for (const auto& entry : kBusNamePrefixes)
-        if (std::strcmp(entry.plugInName, plugInName) == 0)
+    for (const auto& entry : kBusNamePrefixes)              // untaken: one-plug-in
+        if (std::strcmp(entry.plugInName, plugInName) == 0) // untaken: one-plug-in
             return entry.prefix;
     return "";
 }
@@ -63,12 +63,12 @@ VstIEditorConnect* readPointer(IMessage& message, const char* attribute)
 constexpr uint8 kNoteOff = 0x80;
 constexpr uint8 kNoteOn = 0x90;
 
-/** For each event that leaves. All of them in vain take 3 us; a writer has the lock for 25 ns, and
-    for 0.2 us when another core uses the same memory. The shortest block that hosts offer, 32
-    samples at 48 kHz, has 667 us. */
+/** How often the block tries the lock for each event. A hundred tries take 3 us; a writer holds the
+    lock for 25 ns, or 0.2 us when another core uses the same memory. The shortest block that hosts
+    offer, 32 samples at 48 kHz, lasts 667 us. */
 constexpr int kTriesOfTheBlock = 100;
 
-/** A flag that is true for as long as this lives. */
+/** Sets a flag until it is destroyed. */
 class RaisedFlag {
 public:
     explicit RaisedFlag(std::atomic<bool>& raised)
@@ -84,15 +84,15 @@ private:
     std::atomic<bool>& flag;
 };
 
-/** The instrument's parts know played and not played: any velocity above 0 becomes 127. What counts
-    is the velocity rounded up, which is 0 above -1 already. */
+/** The instrument's parts do not know velocities: every note is played with 127. It is 0 when the
+    velocity rounded up to an integer is 0, which is so above -1 and up to 0. */
 uint8 switchVelocity(float velocity)
 {
     const bool roundsUpToZero = velocity > -1 && velocity <= 0;
     return roundsUpToZero ? 0 : 127;
 }
 
-/** Events that are no notes give three zero bytes, which the library expects all the same. */
+/** Events other than notes give three zero bytes, which the library expects as well. */
 MidiBytes toMidi(const Event& event)
 {
     MidiBytes midi = {};
@@ -107,8 +107,8 @@ MidiBytes toMidi(const Event& event)
     return midi;
 }
 
-/** Everything leaves as a note-on: what is no note-on in MIDI gets velocity 0, a note-off that
-    way. */
+/** Every message becomes a note-on event. One that is not a note-on in MIDI gets velocity 0, which
+    makes it a note-off. */
 Event toNoteOn(const MidiBytes& midi)
 {
     Event event = {};
@@ -135,7 +135,7 @@ void forwardLastPoint(VstIEditorConnect& editor, IParamValueQueue* queue)
 void forwardParameterChanges(VstIEditorConnect& editor, IParameterChanges& changes)
 {
     const int32 count = changes.getParameterCount();
-    // Each on its own: one that throws is unreadable, and the others are not.
+    // A queue that throws is skipped; the rest are still forwarded.
     for (int32 index = 0; index < count; ++index)
         guarded([&] { forwardLastPoint(editor, changes.getParameterData(index)); });
 }
@@ -167,14 +167,14 @@ VstK2x::~VstK2x() = default;
 
 FUnknown* VstK2x::createInstance(void* /*context*/)
 {
-    return static_cast<IAudioProcessor*>(new VstK2x);
+    return static_cast<IAudioProcessor*>(new VstK2x); // untaken: compiler
 }
 
 tresult PLUGIN_API VstK2x::initialize(FUnknown* context)
 {
     hostThread.begin();
     const tresult result = AudioEffect::initialize(context);
-    // The base lets a host without context initialise twice.
+    // The base class accepts a second initialize without a context.
     if (result != kResultOk || busesExist)
         return result;
     return guarded<tresult>(kResultFalse, [this] {
@@ -201,7 +201,7 @@ tresult PLUGIN_API VstK2x::terminate()
 {
     hostThread.check("terminate");
     busesExist = false;
-    // The base also disconnects a peer that the host left connected.
+    // The base class also disconnects a controller that the host has left connected.
     return guarded<tresult>(kResultFalse, [this] { return AudioEffect::terminate(); });
 }
 
@@ -227,7 +227,7 @@ void VstK2x::connectEditor(IMessage& message)
     editorConnection = editor;
     if (!editor)
         return;
-    guarded([&] { editor->setEffectInterface(this); });
+    guarded([&] { editor->setEffectInterface(this); }); // untaken: compiler
     guarded([&] { editor->setEffectOption(effectOption); });
 }
 
@@ -279,11 +279,11 @@ uint32 PLUGIN_API VstK2x::getLatencySamples()
         milliseconds = 1;
     else if (mode == 2)
         milliseconds = 5;
-    if (!sampleRateLock)
+    if (!sampleRateLock) // untaken: made-with-object
         return 0;
     const FGuard guard(*sampleRateLock);
     const double samples = milliseconds * sampleRate / 1000;
-    // Written so that a sample rate that is no number fails the test too.
+    // In this form the test fails for NaN as well.
     if (!(samples >= 0 && samples <= static_cast<double>(kMaxInt32u)))
         return 0;
     return static_cast<uint32>(samples);
@@ -314,7 +314,7 @@ tresult PLUGIN_API VstK2x::setState(IBStream* state)
 tresult PLUGIN_API VstK2x::process(ProcessData& data)
 {
     const AudioThreadGuard block(AudioThreadGuard::kInBlock);
-    // Each list on its own: one that fails must not hold back notes on the others.
+    // A list that throws must not keep the other lists from being forwarded.
     if (VstIEditorConnect* editor = editorConnection) {
         if (IParameterChanges* changes = data.inputParameterChanges)
             guarded([&] { forwardParameterChanges(*editor, *changes); });
@@ -328,8 +328,8 @@ tresult PLUGIN_API VstK2x::process(ProcessData& data)
 
 void VstK2x::sendQueuedEvents(IEventList& events)
 {
-    // What the library adds meanwhile leaves with the next block: a library that never stops must
-    // not hold the audio thread. Most blocks find the queue empty and take no lock.
+    // Only what waits now is sent: a library that never stops sending must not keep the audio
+    // thread here. In most blocks the queue is empty, and no lock is taken.
     size_t remaining = midiOutQueue.size();
     if (remaining == 0)
         return;
@@ -355,9 +355,9 @@ void VstK2x::writeMidi(const void* data, int length)
     MidiBytes midi;
     std::memcpy(midi.data(), data, midi.size());
     const AudioThreadGuard queue(AudioThreadGuard::kAtQueue);
-    // Adding needs no lock: this may be the audio thread, which must not wait here either for a
-    // thread that was stopped with the lock in its hands. And writers that try it again and again
-    // would keep it from a block that needs it for each event.
+    // push needs no lock, and this may be the audio thread, which must not wait for a thread that
+    // the system stopped while it held the lock. While a block sends, writers do not even try the
+    // lock: the block needs it for each event.
     const TriedLock lock(*midiOutLock, isSending ? 0 : 1);
     midiOutQueue.push(midi);
 }

@@ -1,5 +1,5 @@
-// VstK2x: the processor component. Carries notes and automation from the host to the editor library
-// and MIDI from the library to the host; the sound is made in hardware.
+// VstK2x: the processor component. It sends notes and automation from the host to the editor
+// library and MIDI from the library to the host. It makes no sound: the hardware does.
 #pragma once
 
 #include "basics/HostThread.h"
@@ -18,14 +18,13 @@ namespace Vst {
 
 class VstIEditorConnect;
 
-/** Life: created, initialised (buses exist), connected (the controller's message brought the editor
-    connection), active (writeMidi accepted), processing, and back. Both components live in one
-    process, since the message carries an address.
+/** Its states: created, initialized (the buses exist), connected (the controller's message has
+    brought the editor connection), active (writeMidi accepts messages), processing, and back. The
+    controller is in the same process, since the message carries an address.
 
-    One lock belongs to the outgoing MIDI queue, one guards the sample rate. The queue's is only
-    tried, by the audio thread and by writers: no thread waits for another there. The editor
-    connection, the Unicode flag and the active flag are written on the main thread and read without
-    a lock. */
+    One lock belongs to the queue of outgoing MIDI, another guards the sample rate. The queue's lock
+    is only tried, never waited for. The editor connection, the Unicode flag and the active flag are
+    written on the main thread and read without a lock. */
 class VstK2x : public AudioEffect, public VstIEffectInterface {
 public:
     VstK2x();
@@ -33,9 +32,9 @@ public:
     VstK2x(const VstK2x&) = delete;
     VstK2x& operator=(const VstK2x&) = delete;
 
-    /** For the factory: a new object through its IAudioProcessor face, with the caller's reference.
+    /** For the factory: makes an object and gives its IAudioProcessor, a new reference.
         @param context ignored
-        Throws what construction throws. */
+        Throws what the constructor throws. */
     static FUnknown* createInstance(void* context);
 
     // IPluginBase. [host main thread]
@@ -53,16 +52,17 @@ public:
     tresult PLUGIN_API getState(IBStream* state) override;
 
     // IAudioProcessor.
-    /** Samples that the library's latency mode stands for; 0 without a library or in a host without
-        Unicode. [host main thread, or where the host is told that the latency changed] */
+    /** The latency of the library's latency mode, in samples; 0 without a library, or in
+        a host without Unicode. [host main thread, or the thread on which the library
+        calls changeLatencyTrigger] */
     uint32 PLUGIN_API getLatencySamples() override;
     /** [host main thread] */
     tresult PLUGIN_API setupProcessing(ProcessSetup& setup) override;
     /** Always kResultOk. Buffers are neither read nor written. [audio thread] */
     tresult PLUGIN_API process(ProcessData& data) override;
 
-    // VstIEffectInterface. [any library thread, and the audio thread from inside process; never
-    // waits]
+    // VstIEffectInterface. [any library thread, and the audio thread from inside process;
+    // never waits]
     void writeMidi(const void* data, int length) override;
 
 private:
@@ -75,17 +75,16 @@ private:
 
     HostThread hostThread;
     MidiOutQueue midiOutQueue;
-    std::atomic<bool> isSending{false}; ///< a block is at the queue: writers leave it the lock
+    std::atomic<bool> isSending{false}; ///< a block is sending, so writers do not try the lock
     std::unique_ptr<Base::Thread::FLock> midiOutLock;
     std::unique_ptr<Base::Thread::FLock> sampleRateLock;
-    // Lone words that need no lock; atomic only so that reading them while they are written is
-    // defined.
+    // Written on the main thread while other threads read them.
     std::atomic<VstIEditorConnect*> editorConnection{nullptr}; ///< not owned
     std::atomic<bool> unicodeHost{false};
     std::atomic<bool> active{false};
     double sampleRate = 0; ///< Hz
     bool busesExist = false;
-    const bool effectOption = false; ///< handed to setEffectOption
+    const bool effectOption = false; ///< given to the library by setEffectOption
 };
 
 } // namespace Vst

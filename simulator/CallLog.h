@@ -11,7 +11,7 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** Keeps the newest entries. [any thread but the audio thread: it allocates and locks] */
+/** Keeps the newest entries. [any thread but the audio thread, since it allocates and locks] */
 class CallLog {
 public:
     static constexpr size_t capacity = 10000;

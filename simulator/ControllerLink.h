@@ -1,4 +1,4 @@
-// ControllerLink: the simulated library's way to its controller.
+// ControllerLink: by it the simulated library calls its controller.
 #pragma once
 
 #include "basics/CallGuard.h"
@@ -11,20 +11,21 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** Calls come one at a time. No library query that the controller makes on the way takes this lock,
-    so that the controller may hold locks of its own when it asks. [any thread but the audio thread]
- */
+/** Makes the calls one at a time, under a lock. What the controller may ask the library meanwhile
+    does not take this lock, so the controller can hold locks of its own when it asks. [any thread
+    but the audio thread] */
 class ControllerLink {
 public:
-    /** Waits for a call under way on another thread: afterwards the old controller is not used. */
+    /** Waits for a call that is under way on another thread. After this the former controller is
+        not called any more. @param newController null for none */
     void set(VstIControllerInterface* newController)
     {
         const std::lock_guard<std::recursive_mutex> guard(mutex);
         controller = newController;
     }
 
-    /** What call (taking VstIControllerInterface&) gives; fallback without a controller, or when it
-        threw. */
+    /** Calls call with the controller, a VstIControllerInterface&.
+        @return its result; fallback when there is no controller or the call threw */
     template <typename Result, typename Call>
     Result ask(Result fallback, Call&& call)
     {
@@ -34,7 +35,7 @@ public:
         return guarded(fallback, [&] { return std::forward<Call>(call)(*controller); });
     }
 
-    /** The same for a call without result. @return whether there was a controller to call */
+    /** The same for a call without a result. @return whether there is a controller */
     template <typename Call>
     bool tell(Call&& call)
     {
@@ -45,7 +46,7 @@ public:
     }
 
 private:
-    std::recursive_mutex mutex; ///< recursive: the controller's answer may lead back to a call here
+    std::recursive_mutex mutex; ///< recursive, because the controller may call back from inside
     VstIControllerInterface* controller = nullptr;
 };
 

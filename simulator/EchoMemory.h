@@ -1,4 +1,4 @@
-// EchoMemory: which values of a parameter a host may still echo.
+// EchoMemory: the values of a parameter that a host may still send back.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -11,14 +11,14 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** A host that is told of a value sends it back to the plug-in as automation, a tick and a block
-    later. When a knob is turned the next value is there by then, and the echo of the former one
-    would turn the other end's knob back. [any thread; waits for nothing] */
+/** A host that is told of a value sends it back as automation, a timer tick and a block later.
+    While the user turns a knob, the parameter has its next value by then, and sending the former
+    one to the instrument would turn the knob back. [any thread; waits for nothing] */
 class EchoMemory {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /** How late an echo may come: a tick, and a block of 8,192 samples, several times over. */
+    /** How late an echo may come: several times a tick and a block of 8,192 samples. */
     static constexpr std::chrono::milliseconds longest{500};
 
     /** The host is told of a value. @param value 0 to 127 */

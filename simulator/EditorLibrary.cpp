@@ -50,7 +50,7 @@ EditorLibrary::EditorLibrary(std::shared_ptr<Instrument> newInstrument,
 
 void EditorLibrary::destroy()
 {
-    const auto last = end; // survives this object
+    const auto last = end; // a copy, since the call deletes this object
     instrument->letGo();
     last();
 }
@@ -204,7 +204,7 @@ int32 EditorLibrary::getVoiceDataString(int32 bank, int32 number, char* buffer)
     return result(writeVoiceData(bank, number, buffer));
 }
 
-// A row a part, a column a parameter.
+// The editor has a row for each part and a column for each parameter.
 int32 EditorLibrary::findParameter(int32 xPos, int32 yPos, uint32& id)
 {
     if (xPos < 0 || xPos >= width || yPos < 0 || yPos >= height)
@@ -261,7 +261,7 @@ void EditorLibrary::setControllerInterface(VstIControllerInterface* controller)
     instrument->controller.set(controller);
 }
 
-// The ports that carry the instrument's own sound.
+// True for the ports with the instrument's sound.
 bool EditorLibrary::isDisplayAudioPort(const char* displayName)
 {
     return displayName && std::strncmp(displayName, "Tavrin RDL3/RDL5", 16) == 0;
@@ -272,7 +272,7 @@ void EditorLibrary::setEffectOption(bool option)
     instrument->log.add("setEffectOption(" + text(option) + ")");
 }
 
-// The C library's matcher: in time that grows with the text only, and without exceptions.
+// By the C library: its time depends on the length of the text only, and it throws nothing.
 bool EditorLibrary::matchRegularExpression(const char* pattern, const char* candidate)
 {
     if (!pattern || !candidate || std::strlen(pattern) > longestPattern)
@@ -291,7 +291,7 @@ int32 EditorLibrary::onFocus(bool state)
     return done;
 }
 
-// The arrow keys step through the parts; every other key stays the host's.
+// The arrow keys step through the parts; all other keys are left to the host.
 bool EditorLibrary::onKeyDown(char, int16 keyCode, int16)
 {
     const int32 part = instrument->shownPart;
@@ -312,7 +312,7 @@ bool EditorLibrary::onKeyUp(char, int16 keyCode, int16)
 bool EditorLibrary::onWheel(float distance)
 {
     const uint32 knob = instrument->lastKnob;
-    if (!open || knob == 0 || !(std::fabs(distance) <= 127.f)) // which is false for no number too
+    if (!open || knob == 0 || !(std::fabs(distance) <= 127.f)) // true for NaN as well
         return false;
     return instrument->turnKnob(
         knob, {getParameterValue(knob) + static_cast<int32>(std::lround(distance))});

@@ -1,4 +1,4 @@
-// EditorLibrary: the face that the simulated editor library shows the plug-in.
+// EditorLibrary: the simulated editor library as the plug-in sees it.
 #pragma once
 
 #include "editorlib/VstIEditorConnect.h"
@@ -12,13 +12,13 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** Every operation takes any argument. Result codes: 0 done, 1 not done. */
+/** Every operation accepts any arguments. Result codes: 0 done, 1 not done. */
 class EditorLibrary final : public VstIEditorConnect {
 public:
     static constexpr int32 width = 1016; ///< of the editor, in pixels
     static constexpr int32 height = 710;
 
-    /** @param end called by destroy as its last act; deletes this object */
+    /** @param end the last thing that destroy calls; deletes this object */
     EditorLibrary(std::shared_ptr<Instrument> instrument, std::function<void()> end);
 
     int32 hostType() const { return host; }

@@ -15,7 +15,7 @@ namespace simulator {
 
 namespace {
 
-// Callers hand back bare pointers, of which this tells the living ones.
+// Tells whether a pointer that comes from outside is an observer that still exists.
 struct LiveObservers {
     std::mutex mutex;
     std::set<VstIObserver*> observers;
@@ -102,8 +102,8 @@ bool EditorObserver::attach(std::shared_ptr<Instrument> instrument)
 
 bool EditorObserver::detach(const Instrument& instrument)
 {
-    std::shared_ptr<Instrument>
-        released; // let go of outside the lock: it may be the last reference
+    // Released after the lock, since it may be the last reference.
+    std::shared_ptr<Instrument> released;
     const std::lock_guard<std::mutex> guard(state->mutex);
     if (state->instrument.get() != &instrument)
         return false;

@@ -1,4 +1,4 @@
-// EditorObserver: the simulated library's watch on one parameter, for one controller.
+// EditorObserver: the simulated library's observer of one parameter, for one controller.
 #pragma once
 
 #include "editorlib/VstIObserver.h"
@@ -13,14 +13,14 @@ namespace simulator {
 
 class Instrument;
 
-/** What a user did to one parameter from taking hold of the knob to letting go. Without a hand on
-    the knob (held false) the values are reported without begin and end. */
+/** A series of values that a user gives one parameter. With held it is reported between begin and
+    end of an edit, as for a knob that is held; without held the values are reported alone. */
 struct Gesture {
     std::vector<int32> values;
     bool held = true;
 };
 
-/** The plug-in's side of an observer, as the entry point received it. Any callback may be null. */
+/** The plug-in's callbacks, as the entry point received them. Each may be null. */
 struct ObserverCallbacks {
     void* owner = nullptr;
     uint32 id = 0;
@@ -29,8 +29,8 @@ struct ObserverCallbacks {
     void (*endEdit)(void*, unsigned) = nullptr;
 };
 
-/** Collects gestures from any thread and raises the callbacks on the thread that calls checkChange.
-    Nothing is raised once it was detached or destroyed, even by a callback on the way. */
+/** Collects gestures from any thread, and calls the callbacks on the thread that calls checkChange.
+    Calls none once it is detached or destroyed, even when a callback does that. */
 class EditorObserver final : public VstIObserver {
 public:
     struct State;
@@ -41,22 +41,23 @@ public:
     EditorObserver(const EditorObserver&) = delete;
     EditorObserver& operator=(const EditorObserver&) = delete;
 
-    /** The observer behind a pointer from outside; null unless it is one of ours that lives. */
+    /** The observer at a pointer that comes from outside; null when it is not one of this library
+        or does not exist any more. */
     static EditorObserver* find(VstIObserver* observer);
 
     uint32 id() const;
-    /** Gestures are collected for this instrument from now on. @return false if there is one
-     * already
-     */
+    /** Collects gestures for this instrument from now on.
+        @return false when it does so for an instrument already */
     bool attach(std::shared_ptr<Instrument> instrument);
-    /** No longer. @return false unless it was this instrument's */
+    /** Stops collecting. @return false when it was not attached to this instrument */
     bool detach(const Instrument& instrument);
-    /** @return false when the capacity is used up; gestures nobody collects for are dropped */
+    /** Collects a gesture; ignores it when it is not attached. @return false when it is full */
     bool add(const Gesture& gesture);
 
-    /** What raise needs of an observer, which may end meanwhile. */
+    /** What raise needs of an observer, which may be destroyed meanwhile. */
     std::shared_ptr<State> shared() const { return state; }
-    /** Raises a gesture at once, on the calling thread, if the observer is attached. */
+    /** Calls the callbacks for a gesture at once, on the calling thread, if the observer
+        is attached. */
     static void raise(State& observer, const Gesture& gesture);
 
     void destroy() override;
@@ -70,7 +71,7 @@ public:
 private:
     ~EditorObserver();
 
-    std::shared_ptr<State> state; ///< also held by a checkChange under way
+    std::shared_ptr<State> state; ///< checkChange holds it too while it runs
 };
 
 } // namespace simulator

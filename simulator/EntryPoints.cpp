@@ -15,8 +15,7 @@ SIMULATOR_EXPORT void getVSTEditorConnectObject(VstIEditorConnect** out)
                                        [] { return simulator::InstanceList::get().create(); });
 }
 
-// The parameter's three-part address and its mode are already in its ID, which is all that this
-// library goes by.
+// Only the ID is used: it contains the parameter's block, number and part.
 SIMULATOR_EXPORT void getVSTObserverObject(VstIObserver** out, void* owner, int vstParamId, int,
                                            int, int, void (*valueChanged)(void*, unsigned, int),
                                            VstIObserver::ParamModeType,

@@ -14,7 +14,7 @@ class HostNotes {
 public:
     static constexpr int32 channels = 16;
 
-    /** @return the message, if it is a note: three bytes, data bytes below 128 */
+    /** Counts a message. @return the message, if it is a note: three bytes, data bytes below 128 */
     std::optional<MidiMessage> count(const uint8* data, int32 length);
 
     /** 0 for a channel outside 0 to 15. */

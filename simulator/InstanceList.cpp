@@ -66,7 +66,7 @@ void InstanceList::end(const Instance* ended)
 
 namespace {
 
-// Called when the library is unloaded; at exit that is after every static destructor of a host.
+// Runs when the library is unloaded; at exit after all static destructors of a host.
 [[gnu::destructor]] void dropWhatNobodyEnded()
 {
     InstanceList::get().drop();

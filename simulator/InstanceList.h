@@ -16,12 +16,13 @@ class InstanceList {
 public:
     static InstanceList& get();
 
-    /** A new instrument's face for the plug-in, which ends it with destroy. */
+    /** Makes an instrument. @return its object for the plug-in, which calls destroy at the end */
     VstIEditorConnect* create();
     /** @param index 0 is the oldest, -1 the newest @return null when there is none */
     SimulatorControl* control(int index);
 
-    /** Deletes the instruments that no plug-in has ended, when nobody can use them any more. */
+    /** Deletes the instruments that no plug-in has destroyed. Called at the end of the process,
+        when nobody uses them any more. */
     void drop();
 
 private:
@@ -30,7 +31,7 @@ private:
     void end(const Instance* ended);
 
     std::mutex mutex;
-    int created = 0;               ///< instruments so far
+    int created = 0;               ///< how many instruments were made so far
     std::list<Instance> instances; ///< newest last; as a list it owns no memory when empty
 };
 

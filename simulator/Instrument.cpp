@@ -13,7 +13,7 @@ namespace {
 
 constexpr size_t appliedCapacity = 1000;
 
-// A made-up sound: the same voice always gives the same value, and neighbours differ.
+// Made-up sounds: a voice always has the same values, and neighbouring voices have different ones.
 int32 voiceValue(int32 bank, int32 number, size_t column)
 {
     return (bank * 37 + number * 11 + static_cast<int32>(column) * 23 + 5) % 128;
@@ -54,7 +54,7 @@ bool Instrument::removeObserver(VstIObserver* observer)
         observers.erase(found);
         own->detach(*this);
     }
-    midi.waitForReceiver(); // which may be in a callback of this observer
+    midi.waitForReceiver(); // the port's thread may be in a callback of this observer
     return true;
 }
 
@@ -152,7 +152,7 @@ void Instrument::passHostValueOn(uint32 id)
     const bool changed = controller.ask(false, [&](VstIControllerInterface& present) {
         return present.isSetVSTValue(id, normalized, value);
     });
-    // The controller's reading counts, unless the value has moved on meanwhile.
+    // The controller's result is taken, unless the value has changed again meanwhile.
     if (changed)
         parameters.replaceValue(index, parameters.fromNormalized(index, normalized), value);
 }
@@ -256,7 +256,7 @@ void Instrument::restore(const SoundState& state)
     for (const auto& [slot, data] : state.userBanks)
         userBanks.put(slot.first, slot.second, data);
     markUnedited();
-    // The state has the last voice without its part.
+    // The state holds the last voice, but not the part that plays it.
     const int32 part = partThatPlays(state.bank, state.number);
     if (part >= 0)
         midi.sendVoice(part, state.bank, state.number);

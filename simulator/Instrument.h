@@ -1,4 +1,4 @@
-// Instrument: one simulated instrument, shared by the library's face and the user's face.
+// Instrument: one simulated instrument. EditorLibrary and SimulatedUser share it.
 #pragma once
 
 #include "simulator/CallLog.h"
@@ -21,8 +21,8 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** Observers hold it while they are attached, so it may outlive the object that the plug-in ended.
-    [any thread, but where noted] */
+/** Observers hold it while they are attached, so it may outlive the object that the plug-in
+    destroyed. [any thread, but where noted] */
 class Instrument : public std::enable_shared_from_this<Instrument> {
 public:
     Instrument();
@@ -30,43 +30,47 @@ public:
     Instrument(const Instrument&) = delete;
     Instrument& operator=(const Instrument&) = delete;
 
-    /** @return false unless the pointer is a living observer of this library, not attached yet */
+    /** @return false when the observer is not of this library, does not exist any more, or is
+        already attached */
     bool addObserver(VstIObserver* observer);
-    /** @return false unless it was attached to this instrument. Nothing is raised afterwards. */
+    /** After this its callbacks are not called any more. @return false when it was not attached to
+        this instrument */
     bool removeObserver(VstIObserver* observer);
-    /** The end: no observer, no controller, no effect from now on. */
+    /** The end: detaches all observers, and calls neither controller nor processor from now on. */
     void letGo();
 
-    /** The user moves a knob to each value in turn. @return false: see SimulatorControl::turnKnob
-     */
+    /** The user turns a knob to each value in turn. @return false as SimulatorControl::turnKnob */
     bool turnKnob(uint32 id, const std::vector<int32>& newValues);
 
-    /** Takes a host's value over at once; the controller is asked about it at the next tick. Waits
-        for nothing. [audio thread] */
+    /** Stores a value that the host automates; passHostValueOn asks the controller about it at the
+        next tick. Waits for nothing. [audio thread] */
     void automate(uint32 id, double normalized);
-    /** Asks the controller about the last automated value of a parameter, if one came. [host main
-        thread] */
+    /** If the host has automated the parameter since the last call, asks the controller about the
+        value. [host main thread] */
     void passHostValueOn(uint32 id);
 
-    /** Selects a voice for the shown part, whose parameters move as if by hand.
-        @return false for an unknown voice */
+    /** Selects a voice for the shown part, and reports its parameters as if the user had turned the
+        knobs. @return false for an unknown voice */
     bool applyVoice(int32 bank, int32 number);
-    /** The same from the instrument's own panel: a value of a parameter, and a voice for any part.
-        The callbacks are raised at once. [the MIDI port's thread] */
+
+    // Changes that come from the instrument's own panel. The callbacks are called at once. [the
+    // MIDI port's thread]
     void takeValue(size_t index, int32 value);
+    /** @param part 0 to 15 @return false for an unknown voice */
     bool takeVoice(int32 part, int32 bank, int32 number);
-    /** @return false for what is no slot, or without data */
+
+    /** Stores a user bank. @return false for an unknown slot, and without data */
     bool applyUserBank(int32 bank, int32 number, std::vector<char> data);
-    /** The newest calls of these two, oldest first. */
+    /** The newest calls of applyVoice and applyUserBank, oldest first. */
     std::vector<SimulatorControl::Applied> voicesApplied() const;
     std::vector<SimulatorControl::Applied> userBanksApplied() const;
 
-    /** The whole sound; the edit flag is no part of it. */
+    /** The whole sound, without the edit flag. */
     SoundState sound() const;
-    /** Restores it. The controller takes the values over without telling the host, which gave them.
-        Unknown parameters and slots are passed over. */
+    /** Restores a sound. The controller stores the values without telling the host. Unknown
+        parameters and slots are ignored. */
     void restore(const SoundState& state);
-    /** The sound was stored or loaded: the edit flag falls. */
+    /** Clears the edit flag, because the sound was stored or loaded. */
     void markUnedited();
 
     ParameterModel parameters;
@@ -75,9 +79,9 @@ public:
     ControllerLink controller;
     CallLog log;
     std::atomic<int32> shownPart{0};
-    std::atomic<uint32> lastKnob{0}; ///< what the wheel turns; 0 before any knob was turned
+    std::atomic<uint32> lastKnob{0}; ///< the parameter that the wheel turns; 0: none yet
     std::atomic<uint32> automationCount{0};
-    std::atomic<uint32> channelsTold{0}; ///< by the plug-in, as those that a track plays on
+    std::atomic<uint32> channelsTold{0}; ///< calls of syncPartToMidiChannel
     std::atomic<int32> lastChannelTold{-1};
 
 private:
@@ -93,18 +97,18 @@ private:
     bool addGesture(uint32 id, const Gesture& gesture);
     void raiseLater(uint32 id, const Gesture& gesture) { addGesture(id, gesture); }
     void raiseNow(uint32 id, const Gesture& gesture);
-    /** The edit flag rises, unless it is up. */
+    /** Sets the edit flag, and reports it if it was not set. */
     void markEdited(Raise raise);
     bool selectVoice(int32 part, int32 bank, int32 number, Raise raise);
-    /** The part that has most of a voice's values, of which the user may have moved some since.
-        @return -1 where none has, and for an unknown voice */
+    /** The part whose parameters have most of a voice's values; the user may have changed some of
+        them. @return -1 when no part has more than half, and for an unknown voice */
     int32 partThatPlays(int32 bank, int32 number) const;
     void record(AppliedList& list, SimulatorControl::Applied applied);
 
     std::array<HostValue, ParameterModel::size> hostValues;
-    mutable std::mutex observersMutex; ///< taken before an observer's own
+    mutable std::mutex observersMutex; ///< taken before the mutex of an observer
     std::vector<EditorObserver*> observers;
-    mutable std::mutex voiceMutex; ///< guards all below
+    mutable std::mutex voiceMutex; ///< guards everything below
     int32 voiceBank = -1;
     int32 voiceNumber = -1;
     AppliedList appliedVoices;

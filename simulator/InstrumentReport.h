@@ -1,5 +1,5 @@
-// InstrumentReport: what reached an instrument, as a file, for hosts whose process nobody can look
-// into.
+// InstrumentReport: writes what reached an instrument into a file, for tests in hosts whose process
+// cannot be looked into.
 #pragma once
 
 #include "simulator/SimulatorControl.h"
@@ -8,23 +8,23 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** Adds lines to the file that the environment variable SIMULATOR_REPORT names; without it, and
-   where the file cannot be written, nothing. [any thread]
+/** Adds lines to the file that the environment variable SIMULATOR_REPORT names. Does nothing
+    without it, and when the file cannot be written. [any thread]
 
-    An instrument's begin gives "begin NUMBER", its end the rest, all at once:
+    The line "begin NUMBER" is written when an instrument is made, the rest when it ends:
         end NUMBER
         host-type TYPE
-        note-ons CHANNEL COUNT       channel 0 to 15, those with any
+        note-ons CHANNEL COUNT       channel 0 to 15; only for channels that had notes
         note-offs CHANNEL COUNT
         other-midi COUNT
         automation COUNT
-        midi-port NAME               of the open port, or "none: REASON"; this and the next three
-        midi-left COUNT              only where a port was asked for
+        midi-port NAME               of the open port, or "none: REASON"; this line and the next
+        midi-left COUNT              three only when a port was asked for
         midi-lost COUNT
         midi-arrived COUNT
         parameter ID VALUE           editor value, every parameter
         call OPERATION(ARGUMENTS)    oldest first
-    Numbers count from 1, since the library was loaded. */
+    Instruments are numbered from 1 since the library was loaded. */
 class InstrumentReport {
 public:
     /** @param number the instrument's */

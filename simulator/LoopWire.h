@@ -1,4 +1,4 @@
-// LoopWire: the wire without an instrument at its end.
+// LoopWire: the wire without an instrument: it sends notes back.
 #pragma once
 
 #include "simulator/MidiWire.h"
@@ -7,10 +7,10 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** Hands notes back before send returns, and everything else to nobody. */
+/** Gives notes to the receiver before send returns, and drops everything else. */
 class LoopWire final : public MidiWire {
 public:
-    /** @param ownEnd outlives this object */
+    /** @param ownEnd must outlive this object */
     explicit LoopWire(MidiReceiver& ownEnd)
     : receiver(ownEnd)
     {

@@ -1,4 +1,4 @@
-// MidiLink: the simulated instrument's MIDI, between host, parameters and wire.
+// MidiLink: connects the simulated instrument's wire with the host's notes and with the parameters.
 #pragma once
 
 #include "editorlib/VstIEffectInterface.h"
@@ -16,33 +16,33 @@ namespace simulator {
 
 class Instrument;
 
-/** Notes of the host, values and voices go out; what arrives goes to the processor (notes) and to
-   the instrument (controllers and program changes). A value leaves once: not again while the other
-   end has it, and not back to where it came from. */
+/** Sends the host's notes, parameter values and voices to the wire. Gives arriving notes to the
+    processor, and arriving controllers and program changes to the instrument. A value is sent only
+    if the other end does not have it, and never back to where it came from. */
 class MidiLink final : public MidiReceiver {
 public:
-    /** @param owner outlives this object */
+    /** @param owner must outlive this object */
     explicit MidiLink(Instrument& owner);
     MidiLink(const MidiLink&) = delete;
     MidiLink& operator=(const MidiLink&) = delete;
 
-    /** Makes the wire, once and before anything else. From then on a port's thread calls the owner.
-     */
+    /** Makes the wire. To be called once, before all others. From then on a port's thread calls
+        the owner. */
     void connect();
 
-    /** Afterwards the former one is not called any more by a port. [any thread but the audio
-     * thread]
-     */
+    /** Sets the processor. After this a port does not call the former one any more. [any thread but
+        the audio thread] */
     void setEffect(VstIEffectInterface* newEffect);
-    /** Waits for a call under way on the port's thread. [any thread but the audio thread] */
+    /** Waits for a call that is under way on the port's thread. [any thread but the
+        audio thread] */
     void waitForReceiver() { wire->waitForReceiver(); }
-    /** The end of all sending and receiving. [any thread but the audio thread] */
+    /** Ends all sending and receiving. [any thread but the audio thread] */
     void close();
 
-    /** Anything but a note is counted and dropped. [audio thread] */
+    /** Counts the message, and sends it if it is a note. [audio thread] */
     void receiveFromHost(const uint8* data, int32 length);
-    /** Sends a parameter's present value, which the host set, unless it is an echo. [audio thread]
-     */
+    /** Sends a parameter's current value, which the host has set, unless it is an echo.
+        [audio thread] */
     void sendValueFromAudioThread(size_t index);
 
     // [any thread but the audio thread]
@@ -63,7 +63,7 @@ public:
 private:
     static constexpr int32 unknown = -1;
 
-    /** @return whether the value is news for the other end, which has it from now on */
+    /** Remembers the value as known. @return whether the other end did not have it */
     bool isNews(size_t index, int32 value);
     void sendSound();
     void takeController(const MidiMessage& message);
@@ -71,7 +71,7 @@ private:
 
     struct Part {
         std::atomic<int32> voice{unknown}; ///< bank * 128 + number, of the one selected last
-        int32 bank = 0;                    ///< that the other end selected; its thread's alone
+        int32 bank = 0; ///< the last bank select that arrived; used by the wire's thread only
     };
 
     Instrument& instrument;

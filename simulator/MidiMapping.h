@@ -1,4 +1,4 @@
-// MidiMapping: which MIDI messages carry the simulated instrument's parameters and voices.
+// MidiMapping: which MIDI messages stand for the simulated instrument's parameters and voices.
 #pragma once
 
 #include "simulator/MidiMessage.h"
@@ -7,9 +7,9 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** As General MIDI 2 has it, a part on the channel of its number. Values are the editor's, 0 to
-   127; where the editor shows them as signed, both sides have their middle at 64. Sustain level,
-   functions and assignable knobs have no controller. */
+/** The controllers are those of General MIDI 2; part n is on channel n. Values are editor values, 0
+    to 127; a value that the editor shows as signed has its middle at 64 on both sides. Sustain
+    level, assignable functions and assignable knobs have no controller. */
 class MidiMapping {
 public:
     static constexpr uint8 bankSelect = 0;
@@ -17,17 +17,17 @@ public:
     static constexpr uint8 allNotesOff = 123;
     static constexpr int32 none = -1;
 
-    /** The controller of a parameter, by its column in the editor; none where there is none. */
+    /** The controller of a parameter, by its column in the editor, or none. */
     static int32 controllerOf(size_t column);
-    /** The column of a controller; none for one that carries no parameter. */
+    /** The column of the parameter that a controller sets, or none. */
     static int32 columnOf(uint8 controller);
 
-    /** What sets a parameter that has a controller.
-        @param value 0 to 127 */
+    /** The message that sets a parameter, which must have a controller. @param value 0 to 127 */
     static MidiMessage value(int32 part, size_t column, int32 value);
 
-    /** What selects a voice: both halves of the bank select, then the program. The bank is in the
-        fine half, so that a synthesizer that has no such bank plays the program of its own bank.
+    /** The messages that select a voice: bank select, coarse and fine, then the program. The
+        bank is in the fine one, so that a synthesizer without such banks plays the program of
+        its own bank.
         @param bank, number 0 to 127 */
     static std::array<MidiMessage, 3> voice(int32 part, int32 bank, int32 number);
 };

@@ -1,4 +1,4 @@
-// MidiMessage: one message on the wire between the library and the instrument.
+// MidiMessage: one message between the library and the instrument.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -21,8 +21,8 @@ struct MidiMessage {
     std::array<uint8, 3> bytes{};
     uint8 size = 0; ///< 2 or 3
 
-    /** The message in some bytes; nothing for one of another kind or length, or with a data byte
-        above 127. */
+    /** Reads a message from bytes. Nothing for one of another kind or length, and for one with a
+        data byte above 127. */
     static std::optional<MidiMessage> parse(const uint8* data, size_t length)
     {
         if (!data || length < 2)
@@ -59,7 +59,7 @@ struct MidiMessage {
     uint8 kind() const { return bytes[0] & 0xF0; }
     int32 channel() const { return bytes[0] & 0x0F; }
     bool isNote() const { return kind() == noteOff || kind() == noteOn; }
-    /** Of a note: whether it begins one. Velocity 0 ends it, as MIDI has it. */
+    /** Whether it is a note-on with a velocity above 0: in MIDI velocity 0 ends the note. */
     bool startsNote() const { return kind() == noteOn && bytes[2] > 0; }
 };
 

@@ -1,4 +1,4 @@
-// neverDestroyed: the one object of a type, for what a host uses until the very end.
+// neverDestroyed: a single object of a type that is not destroyed at exit.
 #pragma once
 
 #include <new>
@@ -7,10 +7,9 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** The one object of the type, made at the first call. A host may end its plug-ins in a static
-    destructor of its own, when exit has destroyed this library's statics, so this one is left
-    alone. It has to own no memory while nothing is in it, or that stays behind when the library is
-    unloaded. [any thread] */
+/** The object of this type, made at the first call. It is never destroyed, because a host may end
+    its plug-ins in a static destructor that runs after those of this library. While it is empty it
+    must own no memory, which would leak when the library is unloaded. [any thread] */
 template <class Type>
 Type& neverDestroyed()
 {

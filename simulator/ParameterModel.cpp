@@ -144,7 +144,7 @@ bool ParameterModel::valueText(size_t index, int32 value, std::string& text) con
 
 int32 ParameterModel::fromNormalized(size_t index, double normalized) const
 {
-    const double limited = normalized > 0. ? std::min(normalized, 1.) : 0.; // also for no number
+    const double limited = normalized > 0. ? std::min(normalized, 1.) : 0.; // 0 for NaN as well
     return static_cast<int32>(minimum(index) + ((maximum(index) - minimum(index)) * limited + 0.5));
 }
 

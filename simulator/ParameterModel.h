@@ -1,4 +1,4 @@
-// ParameterModel: the simulated instrument's parameters and their present values.
+// ParameterModel: the simulated instrument's parameters and their current values.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -12,7 +12,7 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** The shape of a parameter's value text. */
+/** How a parameter's value is shown. */
 enum class ValueText {
     Plain,    ///< "0" to "127"
     Signed64, ///< "-64", "+0" to "+63"
@@ -20,25 +20,25 @@ enum class ValueText {
     Function  ///< the name of an assignable function
 };
 
-/** Sixteen parts of fourteen parameters and the edit flag. The set is fixed; values may be read and
-    written by any thread, the audio thread included: nothing here waits, and only valueText
-    allocates. */
+/** Sixteen parts with fourteen parameters each, and the edit flag. Nothing waits, and only
+    valueText allocates. [any thread, also the audio thread] */
 class ParameterModel {
 public:
     static constexpr int32 parts = 16;
     static constexpr size_t partParameters = 14;
     static constexpr size_t size = parts * partParameters + 1;
-    static constexpr size_t none = size; ///< what find gives for an unknown ID
+    static constexpr size_t none = size; ///< the result of find for an unknown ID
     static constexpr uint32 editFlag = 201005000;
 
     ParameterModel();
 
-    /** Index of a parameter; indices follow ascending IDs. */
+    /** Index of a parameter. The parameters are in ascending order of their IDs. */
     size_t find(uint32 id) const;
     uint32 id(size_t index) const { return rows[index].id; }
     /** Index of a part's parameter, in the order of the editor's columns (0 to 13). */
     size_t findInPart(int32 part, size_t column) const;
-    /** The other way; partParameters is the column of what is no part's. */
+    /** The part and the column of a parameter. The column is partParameters for one that belongs to
+        no part. */
     int32 part(size_t index) const { return static_cast<int32>(rows[index].id % 1000); }
     size_t column(size_t index) const { return rows[index].column; }
 
@@ -51,13 +51,14 @@ public:
     int32 value(size_t index) const { return rows[index].value.load(); }
     /** Stores the value, clamped. */
     void setValue(size_t index, int32 value);
-    /** Stores the value, clamped, only if the present one is still expected. */
+    /** Stores the value, clamped, if the current value is still the expected one. */
     void replaceValue(size_t index, int32 expected, int32 value);
 
-    /** What the editor shows for a value. @return false and an empty text outside the range */
+    /** Sets text to what the editor shows for a value. @return false, with an empty text, for a
+        value outside the range */
     bool valueText(size_t index, int32 value, std::string& text) const;
 
-    /** The editor value of a host's normalized value; outside 0 to 1, or no number: clamped. */
+    /** The editor value for a normalized value, which is clamped to 0 to 1; for NaN the minimum. */
     int32 fromNormalized(size_t index, double normalized) const;
 
 private:

@@ -15,7 +15,7 @@ namespace simulator {
 
 namespace {
 
-/** The wire of an instrument without a port. */
+/** The wire of an instrument whose port could not be opened: drops everything. */
 class OpenEndedWire final : public MidiWire {
 public:
     explicit OpenEndedWire(std::string why)
@@ -68,7 +68,8 @@ std::unique_ptr<MidiWire> connectWire(MidiReceiver& receiver)
     const char* which = std::getenv("SIMULATOR_MIDI_PORT");
     if (!which || !*which)
         return std::make_unique<LoopWire>(receiver);
-    // It stays loaded: the system's MIDI libraries have threads of their own.
+    // Never unloaded (RTLD_NODELETE), because the system's MIDI libraries have threads of
+    // their own.
     const auto file = folderOfThisLibrary() + SIMULATOR_PORT_MODULE;
     void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     if (!module)

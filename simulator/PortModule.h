@@ -1,4 +1,4 @@
-// PortModule: the wire that the environment asks for.
+// PortModule: makes the wire that SIMULATOR_MIDI_PORT asks for.
 #pragma once
 
 #include "simulator/MidiWire.h"
@@ -9,21 +9,22 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** The wire of a new instrument, by the environment variable SIMULATOR_MIDI_PORT:
+/** Makes the wire of a new instrument, as the environment variable SIMULATOR_MIDI_PORT says:
         not set, empty    a loop
-        own               a MIDI port of the system's, for others to connect theirs to
-        first             the first port there is of others, whatever its name
-        TEXT              the first port whose name contains the text, in upper or lower case
-    In front of the last three "alsa:", "jack:" or "core:" may say whose ports are meant.
+        own               a new MIDI port, to which others can connect theirs
+        first             the first port that another program or device offers
+        TEXT              the first such port whose name contains the text, in upper or lower case
+    "alsa:", "jack:" or "core:" before one of the last three chooses the MIDI service.
 
-    Ports are the matter of a module of its own, in a file beside this library: a host in which
-   nobody asks for a port has nothing to do with RtMidi, ALSA or JACK. Where the module is missing,
-   or its port cannot be opened, the wire ends nowhere and tells why (MidiWire::port).
-    @param receiver outlives the wire
+    The code for ports is in a module of its own, in a file beside this library, so that a host in
+    which no port is asked for does not load RtMidi, ALSA or JACK. When the module is missing or the
+    port cannot be opened, the wire drops everything, and MidiWire::port tells why.
+    @param receiver must outlive the wire
     @return never null */
 std::unique_ptr<MidiWire> connectWire(MidiReceiver& receiver);
 
-/** What the module exports, under the name openMidiPortName. A new object for the caller. */
+/** The function that the module exports under the name openMidiPortName. The caller owns
+    the result. */
 using OpenMidiPort = MidiWire* (*)(const char* which, MidiReceiver& receiver);
 constexpr const char* openMidiPortName = "openSimulatorMidiPort";
 

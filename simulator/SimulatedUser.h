@@ -1,4 +1,4 @@
-// SimulatedUser: the face that one simulated instrument shows tools and tests.
+// SimulatedUser: one simulated instrument as tools and tests see it.
 #pragma once
 
 #include "simulator/EditorLibrary.h"
@@ -12,7 +12,7 @@ namespace simulator {
 
 class SimulatedUser final : public SimulatorControl {
 public:
-    /** @param editor the other face of the instrument; outlives this object */
+    /** @param editor the same instrument's object for the plug-in; must outlive this object */
     SimulatedUser(std::shared_ptr<Instrument> instrument, EditorLibrary& editor);
 
     bool turnKnob(uint32 id, int32 value) override;

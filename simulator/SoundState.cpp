@@ -27,7 +27,7 @@ public:
     std::vector<char> bytes;
 };
 
-/** Fails for good at the first read beyond the end. */
+/** After a read beyond the end all further reads fail. */
 class Reader {
 public:
     Reader(const void* start, int32 size)
@@ -166,7 +166,7 @@ bool SoundState::fromBytes(const void* data, int32 size, SoundState& state)
     SoundState read;
     read.bank = reader.integer();
     read.number = reader.integer();
-    // Counts are not trusted: every round reads, and so a false count ends at the end of the data.
+    // With a false count the loop ends at the end of the data, where reading fails.
     for (int32 left = reader.integer(); left > 0 && reader.ok(); --left) {
         const auto id = static_cast<uint32>(reader.integer());
         read.parameters.emplace_back(id, reader.integer());

@@ -1,4 +1,4 @@
-// SoundState: everything the simulated instrument stores in a project, and its two written forms.
+// SoundState: what the simulated instrument stores in a project, in binary form or as text.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -15,10 +15,10 @@ namespace simulator {
 /** Binary form, 32-bit little-endian integers without padding:
         "RSIM", version 1, voice bank, voice number,
         count of parameters, then ID and value of each,
-        count of user banks, then bank, number, size and the bytes of each; nothing after.
-    Text form, one record a line, bytes in hexadecimal:
+        count of user banks, then bank, number, size and the bytes of each; nothing after that.
+    Text form, one record on each line, bytes in hexadecimal:
         simulator 1 / voice BANK NUMBER / parameter ID VALUE / userbank BANK NUMBER BYTES
-    Reading takes all or nothing. */
+    Reading fails as a whole, and then sets nothing, when anything is malformed. */
 struct SoundState {
     int32 bank = -1; ///< the voice that was applied last; -1 for none
     int32 number = -1;

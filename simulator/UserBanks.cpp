@@ -8,7 +8,7 @@ namespace simulator {
 
 namespace {
 
-// Every byte value occurs, the zero included; no two slots are alike.
+// Contains every byte value, and is different for each slot.
 std::vector<char> factoryData(int32 bank, int32 number)
 {
     std::vector<char> data{'U', 'B', static_cast<char>(bank), static_cast<char>(number)};

@@ -12,8 +12,8 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** Banks 8, 9, 10 and 14 with four slots each. A slot holds made-up factory data until something is
-    loaded into it. [any thread but the audio thread] */
+/** Banks 8, 9, 10 and 14 with four slots each. A slot has made-up factory data until data is put
+    into it. [any thread but the audio thread] */
 class UserBanks {
 public:
     static constexpr int32 slots = 4;
@@ -23,11 +23,11 @@ public:
     static bool isUserBank(int32 bank);
     static bool isSlot(int32 bank, int32 number);
 
-    /** A slot's bytes; none for what is no slot. */
+    /** A slot's bytes; empty for an unknown slot. */
     std::vector<char> get(int32 bank, int32 number) const;
-    /** @return false for what is no slot, or without data */
+    /** @return false for an unknown slot, and for empty data */
     bool put(int32 bank, int32 number, std::vector<char> data);
-    /** The slots that hold something else than at first. */
+    /** The slots into which data was put. */
     std::map<Slot, std::vector<char>> loaded() const;
 
 private:

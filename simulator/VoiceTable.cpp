@@ -4,9 +4,8 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-// Every category and sub-category has a voice, and so have the words in names by which a host's
-// browser tells them further apart. The last banks hold names that are hard on file names and
-// buffers.
+// There is a voice for every category and sub-category, and for every search word by which a host's
+// browser is told more. The last banks have names that are difficult as file names or fill buffers.
 const VoiceRow voiceTable[] = {
     {0, 0, 0, "Moonlit Grand"},
     {0, 0, 0, "Parlour Upright"},

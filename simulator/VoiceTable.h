@@ -1,4 +1,4 @@
-// VoiceTable: the voices of the simulated instrument, every name made up.
+// VoiceTable: the voices of the simulated instrument. All names are made up.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"

@@ -16,7 +16,7 @@ namespace {
 
 constexpr auto mainCategories = static_cast<int32>(std::size(TavrinSynth::VoiceCategoryName));
 constexpr auto subCategories = static_cast<int32>(std::size(TavrinSynth::VoiceSubCategoryName[0]));
-constexpr int32 bareBank = 11; ///< the bank whose voice data has no middle field
+constexpr int32 bareBank = 11; ///< a bank whose voice data has no field between code and name
 
 const VoiceRow* findVoice(int32 bank, int32 number)
 {

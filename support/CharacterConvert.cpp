@@ -26,15 +26,14 @@ std::string_view packedText(const char16* field, int32 limit)
     return {bytes, boundedLength(bytes, static_cast<size_t>(limit) * sizeof(char16))};
 }
 
-/** Length of packed 8-bit text in whole units. The text ends at its zero byte, and the copy appends
-    a zero unit, so neither that byte nor the rest of its unit is needed: a host that ends such a
-    text with a single byte is not read past its end. */
+/** Length of packed 8-bit text in whole units, without its zero byte: the copy appends a zero unit
+    anyway. So a text that ends with a single zero byte is not read past its end. */
 int32 packedLength(const char16* field, int32 limit)
 {
     return static_cast<int32>((packedText(field, limit).size() + 1) / sizeof(char16));
 }
 
-/** Units to copy, or -1 to let String look for the terminator, which it does without a limit. */
+/** Units to copy; -1 when there is no limit and String itself can look for the terminator. */
 int32 unitsOf(const char16* text, bool isUnicode, int32 limit, bool isTerminated)
 {
     if (!text || !isTerminated)
@@ -53,7 +52,7 @@ int32 bytesOf(const char8* text, int32 limit, bool isTerminated)
 
 } // namespace
 
-// A length that was found here already is exact. String would look for the terminator again.
+// String must look for the terminator only where unitsOf has not done so.
 CharacterConvert::CharacterConvert(const char16* text, bool isUnicode, int32 length,
                                    bool isTerminated)
 : StringObject(text, unitsOf(text, isUnicode, length, isTerminated),
@@ -85,7 +84,7 @@ const char16* CharacterConvert::text16() const
     if (!unicode)
         return kEmptyString16;
     if (!isWide && !isEmpty()) {
-        // The base class would convert too, but throws on malformed bytes (see Utf.h).
+        // The base class converts as well, but throws on malformed bytes (see Utf.h).
         const std::u16string wide = utf8ToUtf16({buffer8, boundedLength(buffer8, len)});
         const_cast<CharacterConvert*>(this)->assign(wide.data(), static_cast<int32>(wide.size()),
                                                     false);
@@ -129,7 +128,7 @@ bool CharacterConvert::IsContainedInString(const char* needle, bool ignoreCase) 
            std::string::npos;
 }
 
-// Not tolower: a host may have set a locale in which that changes bytes of UTF-8 sequences.
+// Not tolower: in some locales, which the host chooses, it changes bytes of UTF-8 characters.
 std::string CharacterConvert::GetLowerCaseString(const char* text)
 {
     std::string result = text ? text : "";

@@ -11,7 +11,7 @@ namespace Vst {
 
 namespace {
 
-/** The editions stand before the product, whose name each of theirs contains. */
+/** The editions come before "Cubase", which is part of each of their names. */
 constexpr struct {
     const char* name;
     int32 hostType;
@@ -39,8 +39,8 @@ bool isUnicode(IHostApplicationW& host)
     return host.getCharacterSet() == kResultOk;
 }
 
-/** The host hands out char16, which is a different type of the same shape: only a copy of its bytes
-    may be read as the other. */
+/** The texts come as char16 and are declared as uint16. The two are different types of the same
+    size, so reading one as the other is only allowed through a copy of the bytes. */
 char16 unitAt(const uint16* text, int index)
 {
     char16 unit = 0;
@@ -56,7 +56,8 @@ std::u16string copyOf(const uint16* text, int index)
     return copy;
 }
 
-/** Takes the text up to the next dot off rest, the dot too. @return false without a dot */
+/** Moves the text before the first dot from rest to field, and removes the dot.
+    @return false when there is no dot */
 bool takeField(std::u16string& rest, std::u16string& field)
 {
     const auto dot = rest.find(u'.');
@@ -96,8 +97,8 @@ bool DAWInfo::AnalyzeDAWInfo(IHostApplicationW* application)
     const bool unicode = isUnicode(*application);
     if (name)
         hostType = hostTypeOf(CharacterConvert(name, unicode));
-    // Packed 8-bit text has no digit with a dot behind it, since two characters share each unit.
-    // It also ends with one zero byte, and reading up to a zero unit would run past that.
+    // A host without Unicode packs two characters into each unit, so no unit is a digit or a dot.
+    // Its text also ends with one zero byte: reading up to a zero unit would run past the end.
     if (version && unicode)
         SetVersionInfoFromString(reinterpret_cast<const uint16*>(version));
     return true;

@@ -9,10 +9,10 @@ class IHostApplicationW;
 
 namespace Vst {
 
-/** Built on the stack, used and dropped. [host main thread] */
+/** Made on the stack for one question. [host main thread] */
 class DAWInfo {
 public:
-    /** Host types; the numbers are fixed, and not in the order of the products. */
+    /** Host types. Their numbers are fixed and say nothing about which product is larger. */
     enum HostType : int32 {
         kCubaseLE = 0,
         kCubaseAI = 1,
@@ -23,30 +23,30 @@ public:
         kUnknownHost = 6
     };
 
-    /** @param host borrowed, no reference taken; must outlive this object. Null leaves everything
-        unknown. */
+    /** Reads the host's name and version.
+        @param host borrowed; must outlive this object. With null everything stays unknown */
     explicit DAWInfo(IHostApplicationW* host);
     virtual ~DAWInfo() = default;
     DAWInfo(const DAWInfo&) = delete;
     DAWInfo& operator=(const DAWInfo&) = delete;
 
-    /** Reads the host's name and version. The versions go through the host of the constructor, so
-        an object built without one learns the type only. A host without Unicode has no version.
+    /** Reads this host's name and version. An object that was made without a host reads the name
+        only. A host without Unicode has no version.
         @return false for a null host */
     bool AnalyzeDAWInfo(IHostApplicationW* host);
 
-    /** Reads "Version 7.5.20 Build 210" into the three fields, each as strtol reads it.
-        @param text UTF-16 up to a zero unit. Without a dot behind its first digit it changes
-        nothing, and with one dot only it sets the major version alone. */
+    /** Reads a version such as "Version 7.5.20 Build 210"; strtol reads each of the three fields.
+        @param text UTF-16 up to a zero unit. Without a dot after its first digit nothing changes;
+        with one dot only the major version is set */
     void SetVersionInfoFromString(const uint16* text);
 
     /** Compares the version, field by field, with the given one.
-        @param major, minor, sub negative for a field that does not count
-        @return 1 newer, 0 equal, -1 older; an unknown field is older than any given */
+        @param major, minor, sub negative for a field that is not compared
+        @return 1 newer, 0 equal, -1 older; an unknown field is older than any number */
     int CompareVersion(int major, int minor, int sub) const;
 
-    /** Index of the first digit 0 to 9 in a zero-terminated UTF-16 text, -1 without one or for
-        null. */
+    /** Index of the first digit 0 to 9 in a zero-terminated UTF-16 text, -1 without one or
+        for null. */
     int GetNumberStringIndex(const uint16* text) const;
 
     int32 getHostType() const { return hostType; }

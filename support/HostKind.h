@@ -1,4 +1,4 @@
-// What kind of host the plug-in is in, by what the host says of itself.
+// The kind of host that the plug-in runs in, by the host's name and interfaces.
 #pragma once
 
 #include "pluginterfaces/base/funknown.h"
@@ -6,19 +6,19 @@
 namespace Steinberg {
 namespace Vst {
 
-/** The numbers are fixed: the editor library is told them. */
+/** The numbers are fixed: VstIEditorConnect::setHostType gives them to the editor library. */
 enum HostKind : int32 {
     kCubaseFamilyHost = 0, ///< knows the extension interfaces
     kStandaloneHost = 1,   ///< the maker's stand-alone host
     kOtherHost = 2
 };
 
-/** @param context as the host gave it to initialize; null is another host
-    Throws what the host throws. [host main thread] */
+/** @param context the host's context, as given to initialize; for null the result is kOtherHost
+    Throws what the host throws. [any thread] */
 HostKind hostKindOf(FUnknown* context);
 
-/** Whether the host's texts are UTF-16; false for a host that does not say. Null and exceptions as
-    above. [any thread] */
+/** Whether the host's texts are UTF-16; false for null and for a host that does not say.
+    Throws what the host throws. [any thread] */
 bool hasUnicode(FUnknown* context);
 
 } // namespace Vst

@@ -1,4 +1,4 @@
-// How the host's keys and wheel movements reach the editor library. [any thread]
+// Conversion of the host's keys and wheel movements for the editor library. [any thread]
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -6,15 +6,14 @@
 namespace Steinberg {
 namespace Vst {
 
-/** The key's UTF-8 byte when its UTF-8 form is a single one, else 0: the editor knows ASCII
-    keys. */
+/** The key's character when it is ASCII, else 0: the editor knows ASCII keys only. */
 char convertChar16ToChar(char16 key);
 
-/** Halves a scroll movement of 2 lines and more in either direction: hosts of the Cubase family
-    report twice of what the editor expects of a scroll event. Smaller ones stay. */
+/** Halves a distance of 2 lines or more, in either direction; smaller ones stay. Hosts of the
+    Cubase family report twice the distance that the editor expects for a scroll event. */
 float halveScrollDistance(float distance);
 
-/** Rounds movements of less than one line outward to a whole one; 0 stays 0. */
+/** Makes a distance of less than one line a whole line in its direction; 0 stays 0. */
 float roundWheelDistanceOutward(float distance);
 
 } // namespace Vst

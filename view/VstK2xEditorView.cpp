@@ -1,10 +1,10 @@
 #include "view/VstK2xEditorView.h"
 
 #include "basics/CallGuard.h"
-#include "controller/VstK2xController.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "platform/CurrentEvent.h"
 #include "support/HostKind.h"
+#include "view/EditorOwner.h"
 #include "view/InputConversion.h"
 
 namespace Steinberg {
@@ -15,7 +15,8 @@ namespace {
 constexpr int32 kSuccess = 0;
 constexpr int32 kFailure = 1;
 
-/** The rectangle's extent, at the origin. In 64 bits, since a library may answer anything. */
+/** Moves the rectangle to the origin. Subtracts in 64 bits, since a library may give
+    any numbers. */
 ViewRect atOrigin(const ViewRect& rect)
 {
     const auto extent = [](int32 from, int32 to) {
@@ -26,10 +27,11 @@ ViewRect atOrigin(const ViewRect& rect)
 
 } // namespace
 
-VstK2xEditorView::VstK2xEditorView(EditController* owner, VstIEditorConnect* connection)
-: EditorView(owner)
+VstK2xEditorView::VstK2xEditorView(EditController* maker, VstIEditorConnect* connection)
+: EditorView(maker)
+, owner(dynamic_cast<const EditorOwner*>(maker))
 , editorConnection(connection)
-, isControllersEditor(connection && controllersEditor() == connection)
+, isOwnersEditor(connection && owner && owner->getEditorConnection() == connection)
 {
     hostThread.begin();
     if (!editorConnection)
@@ -41,15 +43,9 @@ VstK2xEditorView::VstK2xEditorView(EditController* owner, VstIEditorConnect* con
 
 VstK2xEditorView::~VstK2xEditorView() = default;
 
-VstIEditorConnect* VstK2xEditorView::controllersEditor() const
-{
-    const auto* owner = FCast<VstK2xController>(getController());
-    return owner ? owner->getEditorConnection() : nullptr;
-}
-
 VstIEditorConnect* VstK2xEditorView::editor() const
 {
-    if (isControllersEditor && controllersEditor() != editorConnection)
+    if (isOwnersEditor && owner->getEditorConnection() != editorConnection)
         return nullptr;
     return editorConnection;
 }
@@ -126,7 +122,6 @@ tresult PLUGIN_API VstK2xEditorView::onKeyUp(char16 key, int16 keyCode, int16 mo
 
 bool VstK2xEditorView::isScrollInCubaseFamilyHost() const
 {
-    const auto* owner = FCast<VstK2xController>(getController());
     return owner && owner->getVSTHostType() == kCubaseFamilyHost &&
            platform::isCurrentEventScroll();
 }

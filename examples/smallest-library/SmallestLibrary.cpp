@@ -14,14 +14,14 @@ namespace {
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
-constexpr uint32 kEditFlag = 201005000; ///< on or off; every other parameter goes to 127
+constexpr uint32 kEditFlag = 201005000; ///< 0 or 1; all other parameters are 0 to 127
 
 struct Parameter {
     std::atomic<int32> value{0};
-    std::atomic<bool> isFromHost{false}; ///< the host set it, and need not be told
+    std::atomic<bool> isFromHost{false}; ///< the host set the value, so it is not told
 };
 
-/** Tells the plug-in of its parameter's new value at the next tick, on the host's main thread. */
+/** Tells the plug-in the parameter's new value at the next tick, on the host's main thread. */
 struct Observer final : VstIObserver {
     void* owner = nullptr;
     uint32 id = 0;
@@ -47,9 +47,9 @@ struct Observer final : VstIObserver {
     // clang-format on
 };
 
-/** One a plug-in instance. The audio thread comes along, and finds nothing to wait for. */
+/** One for each instance of the plug-in. Nothing that the audio thread calls waits or allocates. */
 struct Library final : VstIEditorConnect {
-    std::map<uint32, Parameter> parameters; ///< those that the plug-in had observed at its start
+    std::map<uint32, Parameter> parameters; ///< made by addObserver, when the plug-in starts
     std::atomic<VstIControllerInterface*> controller{nullptr};
     std::atomic<VstIEffectInterface*> effect{nullptr};
 
@@ -103,7 +103,7 @@ struct Library final : VstIEditorConnect {
                 parameter.value = std::min<int32>(*byte++, getParameterMax(id));
     }
 
-    // What it has not: an editor to show, voices, user banks, ports, a latency, a state as text.
+    // What it does not have: an editor, voices, user banks, ports, a latency, a state as text.
     // clang-format off
     void start() override {} void attachService() override {} void detachService() override {}
     void parametersReady() override {} void setHostType(int32) override {}

@@ -1,5 +1,6 @@
-// What the module asks of allocator and locks, by way of AudioThreadGuard. The linker leads the
-// module's own calls here (--wrap); those of the host and of the library go where they always went.
+// The module's calls of allocator and locks, checked by AudioThreadGuard. The linker directs
+// the module's own calls to these functions (--wrap); those of the host and of the library are
+// not affected.
 #include "processor/AudioThreadGuard.h"
 
 #ifdef VSTK2X_AUDIO_GUARD
@@ -11,7 +12,8 @@ using Steinberg::Vst::AudioThreadGuard;
 
 extern "C" {
 
-/** One operation. The build reads the first word of each line below for what the linker wraps. */
+/** Defines the checked form of one function. The build takes the names for --wrap from the first
+    argument of each use below. */
 #define GUARDED(symbol, name, call, result, parameters, arguments)                                 \
     result __real_##symbol parameters;                                                             \
     result __wrap_##symbol parameters                                                              \

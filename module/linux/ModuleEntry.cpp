@@ -12,7 +12,7 @@ SMTG_EXPORT_SYMBOL bool ModuleExit();
 
 bool ModuleEntry(void* handle)
 {
-    // The loader counts the handle's uses itself, so there is no reference to take here.
+    // No reference to take: the loader itself counts who has the library open.
     if (handle)
         moduleHandle = handle;
     return InitModule();

@@ -17,7 +17,7 @@ SMTG_EXPORT_SYMBOL bool bundleExit();
 
 namespace {
 
-/** How many references to ghInst are held: none exactly while it is null. */
+/** How many references to ghInst are held; 0 exactly while it is null. */
 unsigned retained = 0;
 
 void releaseAll()
@@ -42,8 +42,8 @@ void readBundlePath()
 bool bundleEntry(CFBundleRef ref)
 {
     if (ref) {
-        // One module is one bundle; should a host hand over another all the same, the references to
-        // the first must not be taken for references to the second.
+        // A module belongs to one bundle. If a host gives another one all the same, the references
+        // to the first are released and not counted for the second.
         if (ref != ghInst)
             releaseAll();
         ghInst = ref;

@@ -1,16 +1,16 @@
-// The macOS bundle's own reference and path.
+// The reference and the path of the macOS bundle.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
 
 #include <cstddef>
 
-/** The bundle reference that the host handed over last and has not taken back, or null; one
-    reference of ours is held for each bundleEntry that gave one. moduleHandle holds the same. */
+/** The bundle that the host gave last, or null before bundleEntry and after the last bundleExit.
+    One reference is held for each bundleEntry that gave it. moduleHandle has the same value. */
 extern CFBundleRef ghInst;
 
-/** Length of gPath in bytes, its terminator included. */
+/** Size of gPath in bytes, with the terminator. */
 constexpr std::size_t kMaxModulePath = 2048;
 
-/** The bundle's own path as zero-terminated UTF-8; empty when it is not known or does not fit. */
+/** The bundle's path as zero-terminated UTF-8; empty when it is unknown or too long. */
 extern char gPath[kMaxModulePath];

@@ -17,10 +17,10 @@ namespace platform {
 
 namespace {
 
-/** The run loop of the SDK's factory, which holds a reference to it while it makes timers. */
+/** The host's run loop. Borrowed: the SDK's factory holds a reference while timers are made. */
 Linux::IRunLoop* factorysRunLoop = nullptr;
 
-/** What the SDK's timer calls in our timer's place, as long as somebody holds that timer. */
+/** What the SDK's timer calls. It outlives our timer when the host still holds the SDK's one. */
 struct TickReceiver final : ITimerCallback {
     explicit TickReceiver(VSTGUI::IPlatformTimerCallback* itsListener)
     : listener(itsListener)
@@ -39,16 +39,17 @@ struct TickReceiver final : ITimerCallback {
         return timer->release() > 1;
     }
 
-    VSTGUI::IPlatformTimerCallback* listener; ///< null when it has stopped: ticks end here
+    VSTGUI::IPlatformTimerCallback* listener; ///< null once our timer has stopped
     IPtr<Timer> timer;
     std::unique_ptr<TickReceiver> next;
 };
 
-/** Receivers of stopped timers that a host may call still: it refused to take the timer out, took
-    its run loop back first, or is in the middle of a tick.
+/** Receivers of stopped timers that the host may still call, because it did not unregister the
+    timer, released its run loop before, or is in the middle of a tick.
 
-    A host may stop its plug-ins, and tick once more, in a static destructor that runs after this
-    module's. So nothing here is destroyed at exit; what is left goes with the process. */
+    A host may stop its plug-ins, and tick once more, in a static destructor that runs after
+    those of this module. So nothing here is destroyed at exit: the end of the process frees what
+    is left. */
 class StoppedTimers {
 public:
     static void add(std::unique_ptr<TickReceiver> stopped) noexcept
@@ -85,7 +86,7 @@ private:
     static inline TickReceiver* first = nullptr;
 };
 
-// Called when the module is unloaded; at exit that is after every static destructor.
+// Runs when the module is unloaded; at exit after all static destructors.
 [[gnu::destructor]] void cleanStoppedTimers()
 {
     StoppedTimers::clean();
@@ -124,8 +125,8 @@ public:
             receiver->timer->stop();
             StoppedTimers::add(std::move(receiver));
         });
-        // Left where stopping threw. At its end the SDK's timer would ask the run loop again, where
-        // an exception ends the host. So neither it nor what it calls has an end.
+        // Still here when stopping threw. The SDK's timer would ask the run loop again in its
+        // destructor, where an exception ends the host, so both are leaked on purpose.
         static_cast<void>(receiver.release());
         runLoop = nullptr;
         return true;
@@ -134,14 +135,13 @@ public:
 private:
     VSTGUI::IPlatformTimerCallback* listener;
     std::unique_ptr<TickReceiver> receiver; ///< set while this runs
-    /** The SDK's timer asks it to take it out, also when the factory has given back its reference,
-        which it does at exit. */
+    /** Needed to unregister the SDK's timer: the factory releases its own reference at exit. */
     IPtr<Linux::IRunLoop> runLoop;
 };
 
 class LinuxTimerFactory : public TimerPlatformFactory {
 public:
-    /** Null when memory ran out, which VSTGUI's timer takes for one that never ticks. */
+    /** Null when memory ran out: VSTGUI's timer then never ticks. */
     VSTGUI::PlatformTimerPtr
     createTimer(VSTGUI::IPlatformTimerCallback* callback) const noexcept override
     {

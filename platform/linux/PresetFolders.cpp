@@ -14,7 +14,7 @@ namespace {
 struct Posix {
     using Ref = FolderRef;
 
-    /** Follows links, as a path's parent may well be one. */
+    /** Follows links, since the parent folder may be one. */
     static bool find(const std::string& path, FolderRef& ref)
     {
         struct stat status = {};
@@ -29,14 +29,14 @@ struct Posix {
         if (!isName(leaf))
             return false;
         const auto path = parent.path + "/" + leaf;
-        // Somebody else may make it in between: that is found, too.
+        // Another program may make it in between; then it is there as well.
         if (!exists(path) && mkdir(path.c_str(), 0777) != 0 && errno != EEXIST)
             return false;
         ref.path = path;
         return true;
     }
 
-    /** Sees a link itself, not what it leads to. */
+    /** Looks at a link itself, not at its target. */
     static bool exists(const std::string& path)
     {
         struct stat status = {};
@@ -45,7 +45,7 @@ struct Posix {
 
     static bool hasNul(const std::string& text) { return text.find('\0') != std::string::npos; }
 
-    /** A name that a file system of Unicode names can hold. */
+    /** Whether a file system that keeps Unicode names can have a file of this name. */
     static bool isName(const std::string& leaf)
     {
         return !leaf.empty() && !hasNul(leaf) && isUtf8(leaf);

@@ -1,8 +1,8 @@
 #include "platform/CurrentEvent.h"
 
-// The Carbon event behind an NSEvent is deprecated; it stays because the wheel's distances that are
-// halved are those of the Carbon scroll event, which NSEvent's own type does not tell apart from
-// the older wheel event. This is the only file that asks for it.
+// The Carbon event behind an NSEvent is deprecated, and used on purpose: the view halves the
+// wheel's distance for Carbon's scroll event alone, and NSEvent's own type does not tell it from
+// the older wheel event. Only this file asks for it.
 #import <AppKit/AppKit.h>
 #import <Carbon/Carbon.h>
 

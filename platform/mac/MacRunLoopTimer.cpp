@@ -15,7 +15,7 @@ namespace {
 
 class MacTimerFactory : public TimerPlatformFactory {
 public:
-    /** Null when memory ran out, which VSTGUI's timer takes for one that never ticks. */
+    /** Null when memory ran out: VSTGUI's timer then never ticks. */
     VSTGUI::PlatformTimerPtr
     createTimer(VSTGUI::IPlatformTimerCallback* callback) const noexcept override
     {

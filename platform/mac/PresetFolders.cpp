@@ -8,9 +8,9 @@
 #include <type_traits>
 #include <vector>
 
-// The File Manager's references are deprecated, and kept on purpose: they compare names as the
-// volume does (case, composed and decomposed Unicode), which no replacement does by itself. This is
-// the only file that calls them.
+// The File Manager's functions are deprecated, and used on purpose: they compare names as the
+// volume does (case, composed and decomposed Unicode), which no replacement does by itself. Only
+// this file calls them.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"
 
@@ -41,7 +41,7 @@ public:
             CFStringGetCharacters(text.get(), CFRangeMake(0, length), units.data());
     }
 
-    /** Not for an empty name, nor for bytes that are no UTF-8. */
+    /** False for an empty name and for bytes that are not UTF-8. */
     bool isUsable() const { return !units.empty(); }
     UniCharCount length() const { return static_cast<UniCharCount>(units.size()); }
     const UniChar* data() const { return units.data(); }
@@ -53,7 +53,7 @@ private:
 struct Carbon {
     using Ref = FolderRef;
 
-    /** Follows links, as a path's parent may well be one. */
+    /** Follows links, since the parent folder may be one. */
     static bool find(const std::string& path, FolderRef& ref)
     {
         if (path.empty() || path.find('\0') != std::string::npos)
@@ -77,7 +77,7 @@ struct Carbon {
             return true;
         const OSErr result = FSCreateDirectoryUnicode(
             &parent, name.length(), name.data(), kFSCatInfoNone, nullptr, &ref, nullptr, nullptr);
-        // Somebody else may have made it in between: that is found, too.
+        // Another program may have made it in between; then it is there as well.
         return result == noErr || (result == dupFNErr && findIn(parent, name, ref));
     }
 };

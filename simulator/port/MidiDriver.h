@@ -1,4 +1,4 @@
-// MidiDriver: a MIDI port of the system's, as the port's own thread uses it.
+// MidiDriver: access to one of the system's MIDI ports.
 #pragma once
 
 #include "simulator/MidiMessage.h"
@@ -11,36 +11,38 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** Why a port cannot be opened: a part of a sentence, as in "there is no port called X". */
+/** Thrown when a port cannot be opened. what() tells why, as a part of a sentence: "there is none
+    called X". */
 class NoMidiPort : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/** Every call may wait for the system. [one thread alone, but where noted] */
+/** Every call may wait for the system. [one thread, but where noted] */
 class MidiDriver {
 public:
     enum class State {
         there,
-        away, ///< the other end is gone, and what is sent goes nowhere; it may come back
-        gone  ///< for good
+        away, ///< the other end is gone, and messages are lost; it may come back
+        gone  ///< the system's MIDI service itself is gone
     };
 
-    /** Takes what arrives, on a thread of the system's that may be a real-time one: it waits for
-        nothing. Messages that are not understood are left out. */
+    /** Called for each message that arrives and is understood, on a thread of the system that may
+        be a real-time thread: it must not wait. */
     using Arrival = std::function<void(const MidiMessage& message)>;
 
     virtual ~MidiDriver() = default;
 
-    /** Opens a port. [with none open]
-        @param which as SIMULATOR_MIDI_PORT names it @return the port's name
+    /** Opens a port; none may be open.
+        @param which as in SIMULATOR_MIDI_PORT
+        @return the port's name
         @throws NoMidiPort */
     virtual std::string open(const std::string& which, Arrival arrival) = 0;
-    /** @return false when the port did not take the message: see look */
+    /** @return false when the port did not take the message; look then tells why */
     virtual bool send(const MidiMessage& message) = 0;
-    /** Looks whether the other end is still there, and connects to it again once it is back. */
+    /** Tells whether the other end is still there, and connects to it again when it is back. */
     virtual State look() = 0;
-    /** What was sent has left when this returns. */
+    /** Closes the port, after all that was sent has left. */
     virtual void close() = 0;
 };
 

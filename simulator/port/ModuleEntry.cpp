@@ -7,9 +7,9 @@ using namespace Steinberg::Vst::simulator;
 
 namespace {
 
-/** A host may exit without having let its instruments go. The library itself lets them go at last,
-   but the MIDI libraries, which were loaded after it, may have ended by then. This object is made
-   after they were loaded, so that exit comes here before it ends them. */
+/** Closes the ports of a host that exits without having ended its plug-ins. The library itself
+    would do so when it is unloaded, but the MIDI libraries, which were loaded later, may have ended
+    by then. This object is made after they were loaded, so it is destroyed before they end. */
 struct ClosesPortsAtExit {
     ClosesPortsAtExit() = default;
     ~ClosesPortsAtExit() { PortWire::closeAll(); }

@@ -1,4 +1,4 @@
-// PortWire: the wire to an instrument behind a MIDI port of the system's.
+// PortWire: the wire to an instrument at one of the system's MIDI ports.
 #pragma once
 
 #include "simulator/MidiWire.h"
@@ -11,15 +11,17 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** Has two threads, so that neither the audio thread waits for the system nor the system for the
-    plug-in: one opens the port, sends and closes it, the other calls the receiver. No lock is held
-    while the receiver is called. */
+class PortLine;
+class ReceiverCalls;
+
+/** Has two threads: PortSender opens the port, sends and closes it on one; the other calls the
+    receiver. So the audio thread does not wait for the system, nor the system for the plug-in. No
+    lock is held while the receiver is called. */
 class PortWire final : public MidiWire {
 public:
-    /** Messages that can wait in each direction: a full queue drops the newest one. */
-    static constexpr size_t capacity = 16384;
-
-    /** Opens the port, without waiting for it. @param ownEnd is called until close */
+    /** Begins to open the port and returns at once.
+        @param which as in SIMULATOR_MIDI_PORT
+        @param ownEnd the receiver; is called until close returns */
     PortWire(std::unique_ptr<MidiDriver> driver, std::string which, MidiReceiver& ownEnd);
     ~PortWire() override;
 
@@ -28,19 +30,15 @@ public:
     void choosePort(const std::string& which) override;
     SimulatorControl::MidiPort port() const override;
     void waitForReceiver() override;
-    /** Waits some seconds for the system, then leaves the port's thread to it. */
+    /** Waits at most three seconds for the system; after that leaves the thread running. */
     void close() override;
 
-    /** Closes every port of this process that is open: the last chance before exit. */
+    /** Closes every wire of this process. Called at exit. */
     static void closeAll();
 
 private:
-    class Line;
-    class Sender;
-    class Calls;
-
-    std::shared_ptr<Line> line; ///< also held by the threads
-    std::shared_ptr<Calls> calls;
+    std::shared_ptr<PortLine> line; ///< also held by the threads
+    std::shared_ptr<ReceiverCalls> calls;
     std::thread sending;
     std::thread receiving;
 };

@@ -18,8 +18,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/** RtMidi's queue to JACK holds 2,340 short messages, and the sender spins while it is full. This
-   rate does not fill it in the longest period that JACK has, 186 ms at 44.1 kHz. */
+/** Limits the rate of sending. RtMidi's queue to JACK holds 2,340 short messages, and while it is
+    full the sender waits in a busy loop. This rate does not fill it in JACK's longest period, 186
+    ms at 44.1 kHz. */
 class Pace {
 public:
     void keep()
@@ -48,7 +49,7 @@ private:
 };
 
 struct Wish {
-    std::string api; ///< RtMidi's word; empty for any
+    std::string api; ///< RtMidi's name for it; empty for any
     std::string port;
 };
 
@@ -76,7 +77,7 @@ std::vector<std::string> namesOf(RtMidi& end)
     return names;
 }
 
-/** Of "device:port" the device. */
+/** The device in "device:port". */
 std::string deviceOf(const std::string& name)
 {
     return name.substr(0, name.find(':'));
@@ -90,7 +91,7 @@ bool isMidiThrough(const std::string& name)
 /** Which MIDI service of the system is used, and whether it is still there. */
 class Service {
 public:
-    /** @param wanted RtMidi's word for it, or empty @throws NoMidiPort */
+    /** @param wanted RtMidi's name for it; empty for any @throws NoMidiPort */
     explicit Service(const std::string& wanted)
     {
         std::vector<RtMidi::Api> all;
@@ -106,13 +107,13 @@ public:
 
     RtMidi::Api api() const { return chosen; }
     bool isGone() const { return watch.isGone(); }
-    /** JACK makes a connection between two periods, and what a port gives before that goes nowhere;
-        so does what it gave in the period in which it is closed. This waits until neither happens.
-     */
+    /** Waits until JACK has made a connection and played what was sent: messages that are
+        sent before the connection is made, or in the period in which the port is closed,
+        would be lost. */
     void settle() const { watch.settle(); }
 
 private:
-    // Asked first, because RtMidi and the libraries below it complain on the console.
+    // Tested before RtMidi tries it, because RtMidi and its libraries print errors on the console.
     bool isUsable(RtMidi::Api candidate)
     {
         switch (candidate) {
@@ -131,7 +132,7 @@ private:
     RtMidi::Api chosen = RtMidi::UNSPECIFIED;
 };
 
-/** One direction of a port, with what RtMidi complains about. */
+/** One direction of a port, and the last error that RtMidi reported for it. */
 template <typename End>
 class Half {
 public:
@@ -142,7 +143,7 @@ public:
         end.setErrorCallback(&Half::note, this);
     }
 
-    /** Connects to a port of this very name. @throws NoMidiPort @return false if there is none */
+    /** Connects to the port of this name. @throws NoMidiPort @return false if there is none */
     bool connect(const std::string& name)
     {
         const auto names = namesOf(end);
@@ -161,7 +162,8 @@ public:
         throwComplaint("the system does not let a new port in");
     }
 
-    /** @return whether the port that it was connected to is there, connected again if need be */
+    /** Connects again to a port that is back. @return whether the port is there; true when this
+        half is connected to none */
     bool look()
     {
         if (other.empty())
@@ -175,7 +177,7 @@ public:
         return isConnected;
     }
 
-    /** @return whether it complained since the last call */
+    /** @return whether RtMidi reported an error since the last call */
     bool complained() { return !std::exchange(complaint, {}).empty(); }
 
     End end;
@@ -303,7 +305,7 @@ private:
             half.offer();
     }
 
-    /** The first port of another program's that the wish describes; empty if there is none. */
+    /** The first port of another program that fits; empty if there is none. */
     std::string findPort(RtMidi& end, const std::string& wanted) const
     {
         for (const auto& name : namesOf(end)) {
@@ -323,8 +325,8 @@ private:
             static_cast<RtMidiDriver*>(driver)->arrival(*message);
     }
 
-    /** JACK frees a lost server's clients itself, once a new one is opened, and crashes when they
-        are closed after that. */
+    /** Never closes the clients of a server that is gone: JACK frees them itself when a new server
+        is opened, and crashes if they are closed after that. */
     void abandon()
     {
         static auto* const abandoned = new std::vector<std::shared_ptr<void>>;

@@ -1,4 +1,4 @@
-// RtMidiDriver: a MIDI port of the system's by RtMidi.
+// RtMidiDriver: one of the system's MIDI ports, through RtMidi.
 #pragma once
 
 #include "simulator/port/MidiDriver.h"
@@ -12,18 +12,18 @@ namespace simulator {
 
 enum class Directions { both, in };
 
-/** ALSA's sequencer and JACK on Linux, CoreMIDI on a Mac. A port of both directions waits, where
-   the other end only takes or only gives, in the other direction for somebody to connect to it.
-    @param program what the system shows as the ports' owner */
+/** Uses ALSA's sequencer or JACK on Linux, CoreMIDI on a Mac. When the other end has one direction
+    only, a port of both directions offers the other one for others to connect to.
+    @param program the name that the system shows as the ports' owner */
 std::unique_ptr<MidiDriver> makeRtMidiDriver(const std::string& program, Directions directions);
 
-/** A port of the system's that somebody else offers. */
+/** A MIDI port that another program or a device offers. */
 struct SystemMidiPort {
     std::string name;
-    bool takes; ///< takes messages, as a synthesizer does; else it gives them, as a keyboard does
+    bool takes; ///< true: it receives, as a synthesizer does; false: it sends, as a keyboard does
 };
 
-/** All of them, those that take first. @throws NoMidiPort where the system has no MIDI service */
+/** All such ports, first those that receive. @throws NoMidiPort without a MIDI service */
 std::vector<SystemMidiPort> systemMidiPorts();
 
 } // namespace simulator

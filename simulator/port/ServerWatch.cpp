@@ -36,7 +36,7 @@ bool ServerWatch::open()
     return jack_activate(opened) == 0;
 }
 
-// Two whole periods, whatever of the present one is left.
+// Waits for the end of the current period and two whole periods after it.
 void ServerWatch::settle() const
 {
     constexpr unsigned enough = 3;

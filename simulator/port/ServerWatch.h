@@ -1,4 +1,5 @@
-// ServerWatch: what RtMidi does not tell of JACK's server: when it has gone, and how far it is.
+// ServerWatch: tells when JACK's server is gone and how many periods it has run, which RtMidi
+// does not.
 #pragma once
 
 #include <atomic>
@@ -7,8 +8,8 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** A client of JACK's that only counts periods and listens for the server's end. Where the build
-   has no JACK it opens never. */
+/** A JACK client that only counts periods and notices the server's end. In a build without JACK
+    open always fails. */
 class ServerWatch {
 public:
     ServerWatch() = default;
@@ -19,14 +20,14 @@ public:
     /** @return whether a server runs */
     bool open();
     bool isGone() const { return gone; }
-    /** Waits until what was connected or sent before has gone through the server and all its
-       clients; at once without a server, and a second at most. */
+    /** Waits until the server has made the connections and played the messages that came before
+        this call. At most one second; not at all without a server. */
     void settle() const;
 
 private:
     void* client = nullptr;
     std::atomic<bool> gone{false};
-    std::atomic<unsigned> periods{0}; ///< that the server has run
+    std::atomic<unsigned> periods{0}; ///< how many the server has run
 };
 
 } // namespace simulator

@@ -1,4 +1,4 @@
-// Wakeup: how any thread, a real-time one too, ends another one's wait.
+// Wakeup: lets a thread wait until another thread, which may be a real-time thread, wakes it.
 #pragma once
 
 #ifdef __APPLE__
@@ -13,7 +13,7 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-/** A semaphore, since waking by it takes no lock. */
+/** A semaphore, because posting it takes no lock. */
 class Wakeup {
 public:
     Wakeup(const Wakeup&) = delete;
@@ -52,13 +52,13 @@ private:
         sem_destroy(&semaphore);
     }
 
-    /** [any thread, a real-time one too] */
+    /** Ends the present or the next wait. [any thread, also a real-time thread] */
     void wake()
     {
         sem_post(&semaphore);
     }
 
-    /** Returns when woken, now or since the last wait, and at the latest after the time. */
+    /** Waits for a wake, at most this long. Returns at once when one came since the last wait. */
     void wait(int milliseconds)
     {
         timespec end{};

@@ -1,5 +1,5 @@
-// A host that ends without letting its instrument go: with a note that sounds at the port. It plays
-// one more when its instrument's port is closed: before the system's MIDI libraries end.
+// A host that exits without destroying its instrument, while a note sounds at the port. In its exit
+// handler it plays one more note, when the port must be closed already.
 #include "tests/simulator/LoadedSimulator.h"
 
 #include <chrono>
@@ -21,7 +21,7 @@ void play(Steinberg::uint8 pitch)
 int main()
 {
     using State = Steinberg::Vst::SimulatorControl::MidiPort::State;
-    // First, so that exit comes to it after everything that the instrument brought along.
+    // Registered first, so that it runs after the exit handlers of the libraries loaded below.
     if (std::atexit([] { play(61); }) != 0)
         return 2;
     auto* library = new doubles::LoadedSimulator;

@@ -47,7 +47,7 @@ private:
     std::vector<Bytes> messages;
 };
 
-/** An instrument of the built library. */
+/** An instrument of the built library, with the port that a test asks for. */
 class LiveInstrument : public testing::Test {
 protected:
     ~LiveInstrument() override
@@ -82,6 +82,20 @@ protected:
             bytes.push_back(message.bytes);
         return bytes;
     }
+    static void expectReceived(JackPeer& peer, const std::vector<Bytes>& expected)
+    {
+        EXPECT_TRUE(waitFor([&] { return peer.receivedCount() >= expected.size(); }));
+        EXPECT_EQ(bytesOf(peer.received()), expected);
+    }
+    /** The instrument has no port, and counts notes all the same. */
+    void expectNoPort(const std::string& reason)
+    {
+        EXPECT_EQ(user->midiPort().state, State::none);
+        EXPECT_THAT(user->midiPort().reason, HasSubstr(reason));
+        play({0x92, 60, 127});
+        EXPECT_EQ(user->noteOnsReceived(2), 1U);
+        EXPECT_TRUE(waitFor([&] { return user->midiPort().lost == 1; }));
+    }
 
     std::unique_ptr<JackServer> server; ///< outlives the instrument
     LoadedSimulator library;
@@ -89,18 +103,16 @@ protected:
     SimulatorControl* user = nullptr;
 };
 
-TEST_F(LiveInstrument, SendsTheHostsNotesAndValuesAndAVoice)
+TEST_F(LiveInstrument, ReceiveHostMidiHostParameterChangedAndApplyPresetSendToThePort)
 {
     startServer();
     JackPeer organ("Organ");
-    begin("organ"); // in whatever case
+    begin("organ"); // in another case
     EXPECT_EQ(user->midiPort().name, "Organ:in");
     play({0x92, 60, 127});
     editor->hostParameterChanged(volume3, 23 / 127.);
     play({0x82, 60, 0});
-    const std::vector<Bytes> expected{{0x92, 60, 127}, {0xB2, 7, 23}, {0x82, 60, 0}};
-    ASSERT_TRUE(waitFor([&] { return organ.receivedCount() >= expected.size(); }));
-    EXPECT_EQ(bytesOf(organ.received()), expected);
+    expectReceived(organ, {{0x92, 60, 127}, {0xB2, 7, 23}, {0x82, 60, 0}});
 
     organ.clear();
     editor->applyPreset(3, 2);
@@ -111,11 +123,12 @@ TEST_F(LiveInstrument, SendsTheHostsNotesAndValuesAndAVoice)
     EXPECT_EQ(voice[2], (Bytes{0xC0, 2}));
 }
 
-TEST_F(LiveInstrument, TakesNotesAndControllersAndIgnoresTheRest)
+TEST_F(LiveInstrument, ArrivedTakesNotesAndControllersAndIgnoresTheRest)
 {
     startServer();
     JackPeer organ("organ");
-    begin("organ");
+    begin("jack:first");
+    EXPECT_EQ(user->midiPort().name, "organ:in");
     Effect effect;
     editor->setEffectInterface(&effect);
     Trace trace;
@@ -139,13 +152,13 @@ TEST_F(LiveInstrument, TakesNotesAndControllersAndIgnoresTheRest)
     EXPECT_THAT(effect.written(), ElementsAre(Bytes{0x92, 60, 100}, Bytes{0x82, 60, 0}));
     EXPECT_THAT(trace.texts(), ElementsAre("begin 37012002", "value 37012002 90", "end 37012002"));
     EXPECT_EQ(user->parameterValue(volume3), 90);
-    EXPECT_EQ(organ.receivedCount(), 0U) << "came back";
+    EXPECT_EQ(organ.receivedCount(), 0U) << "sent back to where it came from";
     editor->setEffectInterface(nullptr);
     editor->removeObserver(observer);
     observer->destroy();
 }
 
-TEST_F(LiveInstrument, LosesNothingOfABurstInEitherDirection)
+TEST_F(LiveInstrument, ReceiveHostMidiAndArrivedLoseNothingOfABurst)
 {
     startServer();
     JackPeer organ("organ");
@@ -161,9 +174,7 @@ TEST_F(LiveInstrument, LosesNothingOfABurstInEitherDirection)
     for (const auto& note : notes)
         play(note);
     organ.send(notes);
-    ASSERT_TRUE(waitFor([&] { return organ.receivedCount() >= notes.size(); }))
-        << organ.receivedCount();
-    EXPECT_EQ(bytesOf(organ.received()), notes);
+    expectReceived(organ, notes);
     ASSERT_TRUE(waitFor([&] { return effect.written().size() >= notes.size(); }))
         << effect.written().size();
     EXPECT_EQ(effect.written(), notes);
@@ -171,21 +182,7 @@ TEST_F(LiveInstrument, LosesNothingOfABurstInEitherDirection)
     editor->setEffectInterface(nullptr);
 }
 
-TEST_F(LiveInstrument, EndsEveryNoteAtItsEnd)
-{
-    startServer();
-    JackPeer organ("organ");
-    begin("organ");
-    play({0x92, 60, 127});
-    play({0x99, 36, 127});
-    end();
-    const std::vector<Bytes> expected{{0x92, 60, 127}, {0x99, 36, 127}, {0x82, 60, 0},
-                                      {0x89, 36, 0},   {0xB2, 123, 0},  {0xB9, 123, 0}};
-    ASSERT_TRUE(waitFor([&] { return organ.receivedCount() >= expected.size(); }));
-    EXPECT_EQ(bytesOf(organ.received()), expected);
-}
-
-TEST_F(LiveInstrument, OffersPortsOfItsOwnForOthersToConnectTo)
+TEST_F(LiveInstrument, BeginWithOwnOffersPortsForOthersToConnectTo)
 {
     startServer();
     JackPeer organ("organ");
@@ -193,7 +190,7 @@ TEST_F(LiveInstrument, OffersPortsOfItsOwnForOthersToConnectTo)
     const auto out = organ.ports("^RDL-simulator-out:");
     ASSERT_EQ(out.size(), 1U);
     ASSERT_TRUE(organ.connect(out[0], "organ:in"));
-    // Both ways: what is sent before the connection stands goes nowhere.
+    // Repeated, because what is sent before JACK has made the connection is lost.
     EXPECT_TRUE(waitFor([&] {
         play({0x92, 60, 127});
         return organ.receivedCount() > 0;
@@ -206,44 +203,16 @@ TEST_F(LiveInstrument, OffersPortsOfItsOwnForOthersToConnectTo)
     }));
 }
 
-TEST_F(LiveInstrument, MovesToThePortThatIsFirst)
-{
-    startServer();
-    JackPeer organ("organ");
-    begin("jack:first");
-    EXPECT_EQ(user->midiPort().name, "organ:in");
-    organ.send({{0xB2, 7, 90}});
-    EXPECT_TRUE(waitFor([&] { return user->parameterValue(volume3) == 90; })) << "it gives, too";
-}
-
-TEST_F(LiveInstrument, SaysThatAPortIsMissingAndGoesOnWithoutOne)
+TEST_F(LiveInstrument, BeginWorksWithoutAPortThatIsMissingOrThatTheSystemRefuses)
 {
     startServer();
     testing::internal::CaptureStderr();
     begin("harp");
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
                 HasSubstr("simulator: no MIDI port, there is none called \"harp\"\n"));
-    EXPECT_EQ(user->midiPort().state, State::none);
-    play({0x92, 60, 127});
-    EXPECT_EQ(user->noteOnsReceived(2), 1U);
-    EXPECT_TRUE(user->turnKnob(volume3, 3));
-    EXPECT_TRUE(waitFor([&] { return user->midiPort().lost == 2; }));
-}
+    expectNoPort("there is none called \"harp\"");
+    end();
 
-TEST_F(LiveInstrument, SaysThatNoServerRunsAndGoesOnWithoutAPort)
-{
-    setenv("JACK_DEFAULT_SERVER", "nobody-has-started-this", 1);
-    setenv("JACK_NO_START_SERVER", "1", 1);
-    begin("jack:organ");
-    EXPECT_EQ(user->midiPort().state, State::none);
-    EXPECT_THAT(user->midiPort().reason, HasSubstr("JACK"));
-    play({0x92, 60, 127});
-    EXPECT_EQ(user->noteOnsReceived(2), 1U);
-}
-
-TEST_F(LiveInstrument, SaysThatASystemTakesNoMorePortsAndGoesOnWithoutOne)
-{
-    startServer();
     JackPeer organ("organ");
     auto* hog = jack_client_open("hog", JackNoStartServer, nullptr);
     ASSERT_TRUE(hog);
@@ -255,14 +224,11 @@ TEST_F(LiveInstrument, SaysThatASystemTakesNoMorePortsAndGoesOnWithoutOne)
     jack_set_error_function(nullptr);
     ASSERT_GT(taken, 0);
     begin("organ");
-    EXPECT_EQ(user->midiPort().state, State::none);
-    EXPECT_THAT(user->midiPort().reason, HasSubstr("\"organ:in\" cannot be opened"));
-    play({0x92, 60, 127});
-    EXPECT_EQ(user->noteOnsReceived(2), 1U);
+    expectNoPort("\"organ:in\" cannot be opened");
     jack_client_close(hog);
 }
 
-TEST_F(LiveInstrument, FindsAnInstrumentAgainThatWasAway)
+TEST_F(LiveInstrument, LookFindsAnInstrumentThatIsBackAndSendsItsValues)
 {
     startServer();
     auto organ = std::make_unique<JackPeer>("organ");
@@ -275,7 +241,7 @@ TEST_F(LiveInstrument, FindsAnInstrumentAgainThatWasAway)
 
     organ = std::make_unique<JackPeer>("organ");
     ASSERT_TRUE(waitFor([&] { return user->midiPort().state == State::open; }));
-    // The values that it has to know: of sixteen parts with nine controllers, and no note.
+    // The values of sixteen parts with nine controllers each, and no note.
     ASSERT_TRUE(waitFor([&] { return organ->receivedCount() >= 144; }));
     const auto values = bytesOf(organ->received());
     EXPECT_EQ(values.size(), 144U);
@@ -286,7 +252,7 @@ TEST_F(LiveInstrument, FindsAnInstrumentAgainThatWasAway)
     EXPECT_TRUE(waitFor([&] { return user->parameterValue(volume3) == 90; }));
 }
 
-TEST_F(LiveInstrument, OutlivesTheServersCrash)
+TEST_F(LiveInstrument, DestroyReturnsAfterTheServerCrashed)
 {
     startServer();
     begin("own");
@@ -295,10 +261,10 @@ TEST_F(LiveInstrument, OutlivesTheServersCrash)
     server->kill();
     ASSERT_TRUE(waitFor([&] { return user->midiPort().state == State::none; }));
     EXPECT_THAT(user->midiPort().reason, HasSubstr("gone"));
-    for (int round = 0; round < 5000; ++round) // more than what RtMidi's queue holds
+    for (int round = 0; round < 5000; ++round) // more than RtMidi's queue holds
         play({0x92, 60, 127});
     EXPECT_EQ(user->noteOnsReceived(2), 5001U);
-    // A new client has JACK free those of the lost server.
+    // When a new client is opened JACK frees those of the lost server.
     jack_set_error_function([](const char*) {});
     EXPECT_FALSE(jack_client_open("another", JackNoStartServer, nullptr));
     jack_set_error_function(nullptr);
@@ -307,7 +273,7 @@ TEST_F(LiveInstrument, OutlivesTheServersCrash)
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
 }
 
-TEST_F(LiveInstrument, EndsEveryNoteAtTheExitOfAHostThatDoesNotLetItGo)
+TEST_F(LiveInstrument, ExitEndsEveryNoteOfAHostThatDoesNotDestroyIt)
 {
     startServer();
     JackPeer organ("organ");
@@ -315,9 +281,7 @@ TEST_F(LiveInstrument, EndsEveryNoteAtTheExitOfAHostThatDoesNotLetItGo)
     const int status = std::system(ENDLESS_HOST);
     EXPECT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), 0);
-    const std::vector<Bytes> expected{{0x92, 60, 127}, {0x82, 60, 0}, {0xB2, 123, 0}};
-    ASSERT_TRUE(waitFor([&] { return organ.receivedCount() >= expected.size(); }));
-    EXPECT_EQ(bytesOf(organ.received()), expected);
+    expectReceived(organ, {{0x92, 60, 127}, {0x82, 60, 0}, {0xB2, 123, 0}});
 }
 
 std::string loadedLibraries()
@@ -326,7 +290,7 @@ std::string loadedLibraries()
     return {std::istreambuf_iterator<char>(maps), std::istreambuf_iterator<char>()};
 }
 
-TEST_F(LiveInstrument, LoadsThePortsModuleOnlyWhenAPortIsAskedFor)
+TEST_F(LiveInstrument, ConnectWireLoadsThePortsModuleOnlyWhenAPortIsAskedFor)
 {
     unsetenv("SIMULATOR_MIDI_PORT");
     VstIEditorConnect* other = nullptr;
@@ -336,8 +300,10 @@ TEST_F(LiveInstrument, LoadsThePortsModuleOnlyWhenAPortIsAskedFor)
     other->destroy();
 
     setenv("JACK_DEFAULT_SERVER", "nobody-has-started-this", 1);
+    setenv("JACK_NO_START_SERVER", "1", 1);
     begin("jack:organ");
     EXPECT_THAT(loadedLibraries(), HasSubstr("simulator-midi-port"));
+    expectNoPort("JACK");
 }
 
 } // namespace

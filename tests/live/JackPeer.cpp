@@ -76,7 +76,7 @@ int JackPeer::process(jack_nframes_t frames, void* peer)
     return 0;
 }
 
-// A test's client may allocate here: nothing of this server's is heard.
+// It may allocate here: nobody listens to this server's audio.
 void JackPeer::take(jack_nframes_t frames)
 {
     const auto now = std::chrono::duration_cast<std::chrono::microseconds>(

@@ -1,5 +1,4 @@
-// JackPeer: somebody at the other end of a MIDI port, who records what comes and sends what a test
-// says.
+// JackPeer: the other end of a MIDI port: it records what arrives and sends what a test asks for.
 #pragma once
 
 #include <array>
@@ -13,12 +12,12 @@
 
 namespace live {
 
-/** A client of JACK's with one MIDI port to take and one to give: NAME:in, NAME:out. */
+/** A JACK client with a MIDI input and a MIDI output: NAME:in, NAME:out. */
 class JackPeer {
 public:
     struct Message {
         std::vector<uint8_t> bytes;
-        /** When JACK showed it to this client, in microseconds of the steady clock. */
+        /** When this client got it, in microseconds of the steady clock. */
         int64_t time;
     };
 
@@ -28,19 +27,19 @@ public:
     JackPeer(const JackPeer&) = delete;
     JackPeer& operator=(const JackPeer&) = delete;
 
-    /** Sends messages, all in the periods that come. */
+    /** Sends messages in the next periods. */
     void send(const std::vector<std::vector<uint8_t>>& messages);
 
-    /** All that came so far, oldest first. */
+    /** All messages that arrived so far, oldest first. */
     std::vector<Message> received();
     size_t receivedCount() const { return count; }
     void clear();
 
-    /** Connects what gives to what takes, by whole names of ports. @return whether that is news and
-     * done */
+    /** Connects two ports by their full names.
+        @return false when it fails or they are connected already */
     bool connect(const std::string& gives, const std::string& takes);
 
-    /** Names of ports that the pattern, a regular expression, describes. */
+    /** Names of the ports that match the pattern, a regular expression. */
     std::vector<std::string> ports(const std::string& pattern);
 
 private:
@@ -51,7 +50,7 @@ private:
     jack_client_t* client;
     jack_port_t* in;
     jack_port_t* out;
-    jack_ringbuffer_t* outgoing; ///< a length byte and the bytes of each message
+    jack_ringbuffer_t* outgoing; ///< of each message its length in a byte, then its bytes
     std::mutex mutex;
     std::vector<Message> messages;
     std::atomic<size_t> count{0};

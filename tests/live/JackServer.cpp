@@ -39,16 +39,16 @@ JackServer::JackServer(int period, int ports)
     setenv("JACK_DEFAULT_SERVER", name, 1);
     setenv("JACK_NO_START_SERVER", "1", 1);
     setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
-    // The former server of this name may still be ending.
+    // Several tries, because a former server of this name may still be ending.
     const auto end = std::chrono::steady_clock::now() + patience;
     while (!starts(period, ports))
         if (std::chrono::steady_clock::now() > end)
             throw std::runtime_error("JACK's server does not start: " + textOf(log));
 }
 
-// One at a time, in all programs of this machine: JACK finds a client by its name alone, so that
-// one server takes another's client of the same name for its own. And JACK keeps a place, of eight,
-// for each name of a server that did not end in order, until one of that name is started again.
+// Only one server at a time in all programs of this machine: JACK finds a client by its name alone,
+// so one server would use another server's client of the same name. JACK also has only eight places
+// for servers, and keeps that of a server that crashed until one of the same name is started.
 void JackServer::waitForTurn()
 {
     const auto file = (std::filesystem::temp_directory_path() / "vstk2x-jack.lock").string();
@@ -60,8 +60,8 @@ void JackServer::waitForTurn()
 
 bool JackServer::starts(int period, int ports)
 {
-    // A server that waits for its clients drops nothing on a loaded machine. It ends with this
-    // program, whatever ends that.
+    // --sync: the server waits for its clients, so that it drops nothing on a loaded machine.
+    // setpriv: it ends when this program ends, even by a signal.
     process = spawn({"setpriv", "--pdeathsig", "KILL", "jackd", "--no-realtime", "--sync",
                      "--port-max", std::to_string(ports), "--name", name, "-d", "dummy", "--rate",
                      "48000", "--period", std::to_string(period)},
@@ -113,7 +113,7 @@ void JackServer::stop(int signal)
 
 bool JackServer::answers()
 {
-    jack_set_error_function([](const char*) {}); // it would complain until the server is there
+    jack_set_error_function([](const char*) {}); // JACK prints an error until the server is there
     client = jack_client_open("ask", JackNoStartServer, nullptr);
     jack_set_error_function(nullptr);
     return client != nullptr;

@@ -1,4 +1,4 @@
-// JackServer: a JACK server without hardware, for one program and whom it starts.
+// JackServer: a JACK server without hardware, for a test program and those that it starts.
 #pragma once
 
 #include <jack/jack.h>
@@ -7,12 +7,12 @@
 
 namespace live {
 
-/** Runs as long as it lives, one at a time on this machine. Programs of this one find it by its
-   environment. A server that does not start is an exception, and so a test that fails:
-   scripts/setup installs it. */
+/** Runs a server until it is destroyed; only one at a time on this machine. This program and those
+    that it starts find the server by environment variables. The constructor throws when the server
+    does not start; scripts/setup installs it. */
 class JackServer {
 public:
-    /** @param period samples at 48 kHz @param ports how many there can be at most */
+    /** @param period in samples at 48 kHz @param ports the largest number of ports */
     explicit JackServer(int period = 256, int ports = 128);
     ~JackServer();
     JackServer(const JackServer&) = delete;
@@ -21,7 +21,7 @@ public:
     /** What the server wrote on its console. */
     std::string messages() const;
 
-    /** The server dies, as when it crashes. */
+    /** Ends the server as a crash would. */
     void kill();
 
 private:
@@ -32,7 +32,7 @@ private:
 
     int lock = -1;
     pid_t process = 0;
-    jack_client_t* client = nullptr; ///< our own, while the server runs
+    jack_client_t* client = nullptr; ///< a client of this object, while the server runs
     std::string log;
 };
 

@@ -1,4 +1,4 @@
-// Patience: waiting for what other threads and programs do.
+// Patience: waiting for other threads and programs.
 #pragma once
 
 #include <chrono>
@@ -6,9 +6,9 @@
 
 namespace live {
 
-/** Longer than a loaded machine needs. */
+/** How long a test waits before it fails: longer than a loaded machine needs. */
 constexpr std::chrono::seconds patience{30};
-/** Longer than another program needs its JACK server for. */
+/** How long to wait for the JACK server's turn: longer than another program uses it. */
 constexpr std::chrono::seconds turnPatience{420};
 
 /** Waits until the condition holds. @return whether it does */

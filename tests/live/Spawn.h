@@ -7,12 +7,12 @@
 
 namespace live {
 
-/** In which process group a program starts: Ctrl-C in a terminal reaches all of a group. */
+/** The process group of a program: a terminal's Ctrl-C goes to all programs of a group. */
 enum class Group { callers, own };
 
-/** @param words the program, looked for as a shell does, and its arguments
-    @param output file that gets standard output and standard error, made anew
-    @return the process, for the caller to wait for
+/** @param words the program, which is looked for in PATH, and its arguments
+    @param output a file for standard output and standard error; an existing one is replaced
+    @return the process, for which the caller must wait
     Throws std::runtime_error when it does not start. */
 pid_t spawn(std::vector<std::string> words, const std::string& output,
             Group group = Group::callers);

@@ -1,4 +1,4 @@
-// Runs a shell command and keeps what it said.
+// runCommand: runs a shell command and keeps its output.
 #pragma once
 
 #include <array>

@@ -15,59 +15,31 @@ protected:
     Trace trace;
 };
 
-TEST_F(SimulatorGestures, ArriveAtTheTickAsBeginValueEnd)
-{
-    watch(trace, {volume1});
-    EXPECT_TRUE(user->turnKnob(volume1, 90));
-    EXPECT_EQ(Texts{}, trace.texts());
-    tick();
-    EXPECT_EQ((Texts{"begin 37012000", "value 37012000 90", "end 37012000"}), trace.texts());
-    EXPECT_EQ(90, editor->getParameterValue(volume1));
-}
-
-TEST_F(SimulatorGestures, ArriveOnce)
-{
-    watch(trace, {volume1});
-    user->turnKnob(volume1, 90);
-    tick();
-    trace.clear();
-    tick();
-    EXPECT_EQ(Texts{}, trace.texts());
-}
-
-TEST_F(SimulatorGestures, CarryEveryValueOnTheWayClampedToTheRange)
-{
-    watch(trace, {volume1});
-    EXPECT_TRUE(user->turnKnobThrough(volume1, {101, 120, 500, -3}));
-    tick();
-    EXPECT_EQ((Texts{"begin 37012000", "value 37012000 101", "value 37012000 120",
-                     "value 37012000 127", "value 37012000 0", "end 37012000"}),
-              trace.texts());
-    EXPECT_EQ(0, user->parameterValue(volume1));
-}
-
-TEST_F(SimulatorGestures, OfOneKnobKeepTheirOrder)
-{
-    watch(trace, {volume1});
-    user->turnKnob(volume1, 1);
-    user->turnKnob(volume1, 2);
-    tick();
-    EXPECT_EQ((Texts{"begin 37012000", "value 37012000 1", "end 37012000", "begin 37012000",
-                     "value 37012000 2", "end 37012000"}),
-              trace.texts());
-}
-
-TEST_F(SimulatorGestures, ReachTheObserverOfTheirParameterOnly)
+TEST_F(SimulatorGestures, TurnKnobIsReportedOnceByTheParametersCheckChange)
 {
     watch(trace, {volume1, pan1});
-    user->turnKnob(pan1, 1);
+    EXPECT_TRUE(user->turnKnob(pan1, 90));
+    EXPECT_EQ(90, editor->getParameterValue(pan1));
     observers[0]->checkChange();
     EXPECT_EQ(Texts{}, trace.texts());
-    observers[1]->checkChange();
-    EXPECT_EQ((Texts{"begin 37013000", "value 37013000 1", "end 37013000"}), trace.texts());
+    tick();
+    tick();
+    EXPECT_EQ((Texts{"begin 37013000", "value 37013000 90", "end 37013000"}), trace.texts());
 }
 
-TEST_F(SimulatorGestures, RaiseTheEditFlagOnceUntilTheSoundIsStored)
+TEST_F(SimulatorGestures, TurnKnobThroughReportsEachValueInOrderClampedToTheRange)
+{
+    watch(trace, {volume1});
+    EXPECT_TRUE(user->turnKnobThrough(volume1, {101, 500, -3}));
+    EXPECT_TRUE(user->turnKnob(volume1, 2));
+    tick();
+    EXPECT_EQ(
+        (Texts{"begin 37012000", "value 37012000 101", "value 37012000 127", "value 37012000 0",
+               "end 37012000", "begin 37012000", "value 37012000 2", "end 37012000"}),
+        trace.texts());
+}
+
+TEST_F(SimulatorGestures, TurnKnobRaisesTheEditFlagOnceUntilTheSoundIsStored)
 {
     watch(trace, {editFlag});
     user->turnKnob(volume1, 1);
@@ -79,7 +51,7 @@ TEST_F(SimulatorGestures, RaiseTheEditFlagOnceUntilTheSoundIsStored)
     trace.clear();
     editor->getStateChunk();
     tick();
-    EXPECT_EQ(Texts{"value 201005000 0"}, trace.texts()); // nobody holds a knob here
+    EXPECT_EQ(Texts{"value 201005000 0"}, trace.texts()); // without begin and end: no knob is held
     EXPECT_FALSE(user->edited());
 
     trace.clear();
@@ -88,23 +60,23 @@ TEST_F(SimulatorGestures, RaiseTheEditFlagOnceUntilTheSoundIsStored)
     EXPECT_EQ((Texts{"begin 201005000", "value 201005000 1", "end 201005000"}), trace.texts());
 }
 
-TEST_F(SimulatorGestures, NeedAKnownParameterAndAValue)
+TEST_F(SimulatorGestures, TurnKnobFailsForAnUnknownParameterAndWithoutValues)
 {
     EXPECT_FALSE(user->turnKnob(12345, 1));
     EXPECT_FALSE(user->turnKnobThrough(volume1, {}));
     EXPECT_FALSE(user->edited());
 }
 
-TEST_F(SimulatorGestures, WithoutAnObserverStillTurnTheKnob)
+TEST_F(SimulatorGestures, TurnKnobWithoutAnObserverSetsTheValueAndReportsNothingLater)
 {
     EXPECT_TRUE(user->turnKnob(volume1, 3));
     EXPECT_EQ(3, editor->getParameterValue(volume1));
     watch(trace, {volume1});
     tick();
-    EXPECT_EQ(Texts{}, trace.texts()); // nobody watched at that time
+    EXPECT_EQ(Texts{}, trace.texts());
 }
 
-TEST_F(SimulatorGestures, StopWhenAThousandWait)
+TEST_F(SimulatorGestures, TurnKnobFailsWhenAThousandGesturesWait)
 {
     watch(trace, {volume1});
     for (int32 round = 0; round < 1000; ++round)
@@ -116,44 +88,38 @@ TEST_F(SimulatorGestures, StopWhenAThousandWait)
     EXPECT_TRUE(user->turnKnob(volume1, 5));
 }
 
-TEST_F(SimulatorGestures, AreNotRaisedAfterRemoveObserver)
+TEST_F(SimulatorGestures, CheckChangeReportsNothingAfterRemoveObserver)
 {
     watch(trace, {volume1});
     user->turnKnob(volume1, 3);
     EXPECT_EQ(0, editor->removeObserver(observers[0]));
+    EXPECT_EQ(1, editor->removeObserver(observers[0]));
     user->turnKnob(volume1, 4);
     tick();
     EXPECT_EQ(Texts{}, trace.texts());
-    EXPECT_EQ(1, editor->removeObserver(observers[0]));
 }
 
-TEST_F(SimulatorGestures, AreNotRaisedAfterTheEditorIsDestroyed)
+TEST_F(SimulatorGestures, CheckChangeReportsNothingAfterTheEditorIsDestroyed)
 {
-    watch(trace, {volume1});
+    watch(trace, {volume1, pan1});
     user->turnKnob(volume1, 3);
+    observers[1]->destroy(); // while it is in use
+    observers.pop_back();
+    EXPECT_TRUE(user->turnKnob(pan1, 3));
     editor->destroy();
     editor = nullptr;
     tick();
     EXPECT_EQ(Texts{}, trace.texts());
-    observers[0]->destroy(); // outlived its editor
+    observers[0]->destroy(); // after its editor
     observers.clear();
 }
 
-TEST_F(SimulatorGestures, AreNotRaisedForAnObserverDestroyedWhileInUse)
-{
-    watch(trace, {volume1});
-    observers[0]->destroy();
-    observers.clear();
-    EXPECT_TRUE(user->turnKnob(volume1, 3));
-    EXPECT_EQ(Texts{}, trace.texts());
-}
-
-TEST_F(SimulatorGestures, BelongToOneOfTwoEditors)
+TEST_F(SimulatorGestures, AddObserverFailsForAnObserverOfAnotherEditor)
 {
     VstIEditorConnect* other = nullptr;
     library.connect(&other);
     watch(trace, {volume1});
-    EXPECT_EQ(1, other->addObserver(observers[0])); // taken
+    EXPECT_EQ(1, other->addObserver(observers[0]));
     EXPECT_EQ(1, other->removeObserver(observers[0]));
     library.control(1)->turnKnob(volume1, 3);
     tick();
@@ -168,7 +134,7 @@ struct Remover {
     Trace trace;
 };
 
-TEST_F(SimulatorGestures, EndWithACallbackThatRemovesTheObserver)
+TEST_F(SimulatorGestures, CheckChangeStopsWhenACallbackRemovesTheObserver)
 {
     Remover remover{editor, nullptr, {}};
     library.observe(
@@ -188,7 +154,7 @@ TEST_F(SimulatorGestures, EndWithACallbackThatRemovesTheObserver)
     EXPECT_EQ((Texts{"begin", "value"}), remover.trace.texts());
 }
 
-TEST_F(SimulatorGestures, TakeAnObserverWithoutCallbacks)
+TEST_F(SimulatorGestures, CheckChangeAcceptsAnObserverWithoutCallbacks)
 {
     VstIObserver* observer = nullptr;
     library.observe(&observer, nullptr, volume1, 0, 0, 0, nullptr, VstIObserver::ParamModePart,
@@ -199,13 +165,13 @@ TEST_F(SimulatorGestures, TakeAnObserverWithoutCallbacks)
     observer->destroy();
 }
 
-TEST_F(SimulatorGestures, AreTheWheelsOnTheKnobTouchedLast)
+TEST_F(SimulatorGestures, OnWheelTurnsTheKnobThatWasTurnedLast)
 {
     int window = 0;
     Steinberg::ViewRect rect;
-    EXPECT_FALSE(editor->onWheel(1.f)); // closed
+    EXPECT_FALSE(editor->onWheel(1.f)); // the editor is closed
     editor->openEditor(&window, &rect);
-    EXPECT_FALSE(editor->onWheel(1.f)); // no knob yet
+    EXPECT_FALSE(editor->onWheel(1.f)); // no knob was turned yet
     user->turnKnob(volume1, 50);
     EXPECT_TRUE(editor->onWheel(-2.f));
     EXPECT_EQ(48, user->parameterValue(volume1));
@@ -216,7 +182,7 @@ TEST_F(SimulatorGestures, AreTheWheelsOnTheKnobTouchedLast)
 
 using SimulatorAutomation = SimulatorGestures;
 
-TEST_F(SimulatorAutomation, MovesTheValueAndAsksTheControllerAtTheTick)
+TEST_F(SimulatorAutomation, HostParameterChangedSetsTheValueAndCheckChangeAsksTheController)
 {
     ListeningController controller;
     Trace asked;
@@ -234,13 +200,13 @@ TEST_F(SimulatorAutomation, MovesTheValueAndAsksTheControllerAtTheTick)
     EXPECT_EQ(Texts{}, asked.texts());
     tick();
     tick();
-    EXPECT_EQ(Texts{"37012000 0.500000"}, asked.texts()); // the last one, once
-    EXPECT_EQ(65, editor->getParameterValue(volume1));    // the controller's reading counts
-    EXPECT_EQ(Texts{}, trace.texts());                    // the host is not told what it said
+    EXPECT_EQ(Texts{"37012000 0.500000"}, asked.texts()); // the last value, once
+    EXPECT_EQ(65, editor->getParameterValue(volume1));    // the controller's result
+    EXPECT_EQ(Texts{}, trace.texts());                    // the host is not told its own value
     EXPECT_FALSE(user->edited());
 }
 
-TEST_F(SimulatorAutomation, GivesWayToAKnobTurnedAfterwards)
+TEST_F(SimulatorAutomation, CheckChangeKeepsAKnobTurnedAfterHostParameterChanged)
 {
     ListeningController controller;
     controller.setValue = [](unsigned, double, int& out) {
@@ -255,7 +221,7 @@ TEST_F(SimulatorAutomation, GivesWayToAKnobTurnedAfterwards)
     EXPECT_EQ(3, editor->getParameterValue(volume1));
 }
 
-TEST_F(SimulatorAutomation, TakesAnyNumberAndAnyParameter)
+TEST_F(SimulatorAutomation, HostParameterChangedAcceptsAnyNumberAndAnyParameter)
 {
     const double none = std::numeric_limits<double>::quiet_NaN();
     const double infinite = std::numeric_limits<double>::infinity();

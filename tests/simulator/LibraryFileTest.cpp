@@ -6,16 +6,7 @@ namespace {
 
 using namespace doubles;
 
-TEST(SimulatorFile, HasTheNameOfTheRealLibrary)
-{
-    const std::string file = SIMULATOR_FILE;
-    const std::string expected = "/Library/Application Support/Tavrin/VST/RDL3_RDL5/"
-                                 "libvst_rdl3_rdl5_vstserver.1.dylib";
-    ASSERT_GT(file.size(), expected.size());
-    EXPECT_EQ(expected, file.substr(file.size() - expected.size()));
-}
-
-TEST(SimulatorEntryPoints, TakeNullOutSlots)
+TEST(SimulatorEntryPoints, EntryPointsAcceptNull)
 {
     const LoadedSimulator library;
     library.connect(nullptr);
@@ -25,7 +16,7 @@ TEST(SimulatorEntryPoints, TakeNullOutSlots)
     EXPECT_EQ(nullptr, library.control(0));
 }
 
-TEST(SimulatorEntryPoints, MakeOneInstanceACallAndListThemOldestFirst)
+TEST(SimulatorEntryPoints, GetVSTEditorConnectObjectMakesAnInstanceAndGetSimulatorControlListsThem)
 {
     const LoadedSimulator library;
     VstIEditorConnect* first = nullptr;

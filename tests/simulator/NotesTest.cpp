@@ -1,6 +1,8 @@
 #include "tests/realtime/AllocationCount.h"
 #include "tests/simulator/SimulatorFixture.h"
 
+#include <tuple>
+
 namespace {
 
 using namespace doubles;
@@ -15,63 +17,49 @@ protected:
     ListeningEffect effect;
 };
 
-TEST_F(SimulatorNotes, ComeBackUnchangedBeforeTheCallReturns)
+TEST_F(SimulatorNotes, ReceiveHostMidiCountsNotesAndSendsThemBackBeforeItReturns)
 {
-    const std::vector<Message> messages{
-        {0x90, 60, 127}, {0x80, 60, 0}, {0x9F, 0, 127}, {0x9F, 0, 0}, {0x83, 127, 0}};
-    size_t expected = 0;
-    for (const auto& message : messages) {
+    for (const Message& message : {Message{0x90, 60, 127},
+                                   {0x90, 64, 1},
+                                   {0x90, 60, 0},
+                                   {0x80, 64, 0},
+                                   {0x9F, 0, 127},
+                                   {0x83, 127, 0}}) {
+        const size_t before = effect.count;
         send(message);
-        ASSERT_EQ(++expected, effect.count);
-        EXPECT_EQ(message, effect.written[expected - 1]);
+        ASSERT_EQ(before + 1, effect.count);
+        EXPECT_EQ(message, effect.written[before]);
+    }
+    for (const auto& [channel, ons, offs] : {std::tuple{0, 2u, 2u},
+                                             {15, 1u, 0u},
+                                             {3, 0u, 1u},
+                                             {7, 0u, 0u},
+                                             {-1, 0u, 0u},
+                                             {16, 0u, 0u}}) {
+        EXPECT_EQ(ons, user->noteOnsReceived(channel)) << channel;
+        EXPECT_EQ(offs, user->noteOffsReceived(channel)) << channel;
     }
 }
 
-TEST_F(SimulatorNotes, AreCountedByChannel)
+TEST_F(SimulatorNotes, ReceiveHostMidiCountsAndDropsWhatIsNoNote)
 {
-    send({0x90, 60, 127});
-    send({0x90, 64, 127});
-    send({0x90, 60, 0});
-    send({0x80, 64, 0});
-    send({0x9F, 1, 1});
-    EXPECT_EQ(2u, user->noteOnsReceived(0));
-    EXPECT_EQ(2u, user->noteOffsReceived(0));
-    EXPECT_EQ(1u, user->noteOnsReceived(15));
-    EXPECT_EQ(0u, user->noteOnsReceived(7));
-    EXPECT_EQ(0u, user->noteOnsReceived(-1));
-    EXPECT_EQ(0u, user->noteOffsReceived(16));
-}
-
-TEST_F(SimulatorNotes, AreAllThatIsSentOn)
-{
-    send({0, 0, 0});
-    send({0xB0, 7, 100});
-    send({0x90, 200, 127}); // no MIDI data byte
-    send({0x90, 60, 128});
-    EXPECT_EQ(0u, effect.count);
-    EXPECT_EQ(4u, user->otherMidiReceived());
-    EXPECT_EQ(0u, user->noteOnsReceived(0));
-}
-
-TEST_F(SimulatorNotes, OfAnotherLengthAreDropped)
-{
+    for (const Message& message :
+         {Message{0, 0, 0}, {0xB0, 7, 100}, {0x90, 200, 127}, {0x90, 60, 128}})
+        send(message);
     const Message note{0x90, 60, 127};
     for (const int32 length : {0, 2, 4, -1, INT32_MAX, INT32_MIN})
         editor->receiveHostMidi(note.data(), length);
     editor->receiveHostMidi(nullptr, 3);
     EXPECT_EQ(0u, effect.count);
-    EXPECT_EQ(7u, user->otherMidiReceived());
-}
-
-TEST_F(SimulatorNotes, AreCountedWithoutAProcessorToo)
-{
+    EXPECT_EQ(11u, user->otherMidiReceived());
+    EXPECT_EQ(0u, user->noteOnsReceived(0));
     editor->setEffectInterface(nullptr);
-    send({0x90, 60, 127});
+    send(note);
     EXPECT_EQ(0u, effect.count);
-    EXPECT_EQ(1u, user->noteOnsReceived(0));
+    EXPECT_EQ(1u, user->noteOnsReceived(0)) << "counted without a processor as well";
 }
 
-TEST_F(SimulatorNotes, AndAutomationAllocateNothing)
+TEST_F(SimulatorNotes, ReceiveHostMidiAndHostParameterChangedAllocateNothing)
 {
     const size_t atStart = allocationCount();
     ASSERT_FALSE(editor->getStateChunk().empty());

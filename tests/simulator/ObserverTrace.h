@@ -1,4 +1,4 @@
-// An observer's callbacks as texts.
+// Callbacks of an observer that write texts into a Trace.
 #pragma once
 
 #include "tests/doubles/Trace.h"

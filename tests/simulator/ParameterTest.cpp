@@ -1,100 +1,68 @@
 #include "tests/simulator/SimulatorFixture.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
 using namespace doubles;
 
-struct Row {
-    const char* name;
-    uint32 firstPart; ///< ID in the first part
-    uint32 lastPart;  ///< ID in the sixteenth
-    int32 stepCount;
-    const char* at0;
-    const char* at1;
-    const char* at63;
-    const char* at64;
-    const char* at65;
-    const char* at127;
-};
-
-std::ostream& operator<<(std::ostream& stream, const Row& row)
-{
-    return stream << row.name;
-}
-
-class SimulatorParameter : public SimulatorTest, public testing::WithParamInterface<Row> {
-protected:
-    std::string textOf(uint32 id, int32 value)
-    {
-        std::string text = "left over";
-        EXPECT_EQ(0, editor->getParameterValueString(id, value, text));
-        return text;
-    }
-};
-
-TEST_P(SimulatorParameter, HasItsRangeStepsAndTexts)
-{
-    const Row& row = GetParam();
-    for (const uint32 id : {row.firstPart, row.lastPart}) {
-        EXPECT_EQ(0, editor->getParameterMin(id));
-        EXPECT_EQ(127, editor->getParameterMax(id));
-        EXPECT_EQ(row.stepCount, editor->getParameterStepCount(id));
-        EXPECT_EQ(row.at0, textOf(id, 0));
-        EXPECT_EQ(row.at1, textOf(id, 1));
-        EXPECT_EQ(row.at63, textOf(id, 63));
-        EXPECT_EQ(row.at64, textOf(id, 64));
-        EXPECT_EQ(row.at65, textOf(id, 65));
-        EXPECT_EQ(row.at127, textOf(id, 127));
-    }
-}
-
-constexpr Row signedRow(const char* name, uint32 firstPart, uint32 lastPart)
-{
-    return {name, firstPart, lastPart, 0, "-64", "-63", "-1", "+0", "+1", "+63"};
-}
-
-constexpr Row plainRow(const char* name, uint32 firstPart, uint32 lastPart)
-{
-    return {name, firstPart, lastPart, 0, "0", "1", "63", "64", "65", "127"};
-}
-
-constexpr Row functionRow(const char* name, uint32 firstPart, uint32 lastPart)
-{
-    return {name,
-            firstPart,
-            lastPart,
-            127,
-            "Off",
-            "Arpeggio Hold",
-            "Controller 63",
-            "Controller 64",
-            "Controller 65",
-            "Controller 127"};
-}
-
-INSTANTIATE_TEST_SUITE_P(Table, SimulatorParameter,
-                         testing::Values(plainRow("Volume", 37012000, 37012015),
-                                         Row{"Pan", 37013000, 37013015, 0, "L64", "L63", "L1", "C",
-                                             "R1", "R63"},
-                                         signedRow("Cutoff", 37053000, 37053015),
-                                         signedRow("Resonance", 37054000, 37054015),
-                                         signedRow("AegAttackTime", 37044000, 37044015),
-                                         signedRow("AegDecayTime", 37045000, 37045015),
-                                         signedRow("AegSustainLevel", 37046000, 37046015),
-                                         signedRow("AegReleaseTime", 37047000, 37047015),
-                                         plainRow("ChorusSend", 37016000, 37016015),
-                                         plainRow("ReverbSend", 37015000, 37015015),
-                                         functionRow("AssignableFunction1", 19001000, 19001015),
-                                         functionRow("AssignableFunction2", 19002000, 19002015),
-                                         signedRow("AssignableKnob1", 37056000, 37056015),
-                                         signedRow("AssignableKnob2", 37057000, 37057015)),
-                         [](const auto& row) { return std::string(row.param.name); });
-
 using SimulatorParameters = SimulatorTest;
 
-TEST_F(SimulatorParameters, AreTwoHundredTwentyFiveInAscendingOrder)
+/** The texts for the values 0, 1, 63, 64, 65 and 127. */
+using SixTexts = std::array<const char*, 6>;
+const SixTexts plainTexts{"0", "1", "63", "64", "65", "127"};
+const SixTexts signedTexts{"-64", "-63", "-1", "+0", "+1", "+63"};
+const SixTexts panTexts{"L64", "L63", "L1", "C", "R1", "R63"};
+const SixTexts functionTexts{"Off",           "Arpeggio Hold", "Controller 63",
+                             "Controller 64", "Controller 65", "Controller 127"};
+
+/** A parameter of the first part. */
+struct ParameterRow {
+    uint32 id;
+    int32 stepCount;
+    const SixTexts& texts;
+};
+const ParameterRow parameterRows[] = {
+    {37012000, 0, plainTexts},      // volume
+    {37013000, 0, panTexts},        // pan
+    {37053000, 0, signedTexts},     // cutoff
+    {37054000, 0, signedTexts},     // resonance
+    {37044000, 0, signedTexts},     // attack
+    {37045000, 0, signedTexts},     // decay
+    {37046000, 0, signedTexts},     // sustain
+    {37047000, 0, signedTexts},     // release
+    {37016000, 0, plainTexts},      // chorus send
+    {37015000, 0, plainTexts},      // reverb send
+    {19001000, 127, functionTexts}, // assignable functions
+    {19002000, 127, functionTexts}, //
+    {37056000, 0, signedTexts},     // assignable knobs
+    {37057000, 0, signedTexts},     //
+};
+
+TEST_F(SimulatorParameters, GetParameterValueStringGivesEachParametersTextsInItsRange)
+{
+    for (const ParameterRow& row : parameterRows)
+        for (const uint32 id : {row.id, row.id + 15}) {
+            SCOPED_TRACE(id);
+            EXPECT_EQ(0, editor->getParameterMin(id));
+            EXPECT_EQ(127, editor->getParameterMax(id));
+            EXPECT_EQ(row.stepCount, editor->getParameterStepCount(id));
+            SixTexts::const_iterator expected = row.texts.begin();
+            for (const int32 value : {0, 1, 63, 64, 65, 127}) {
+                std::string text = "left over";
+                EXPECT_EQ(0, editor->getParameterValueString(id, value, text));
+                EXPECT_EQ(*expected++, text);
+            }
+            for (const int32 value : {-1, 128, INT32_MIN, INT32_MAX}) {
+                std::string text = "left over";
+                EXPECT_EQ(1, editor->getParameterValueString(id, value, text));
+                EXPECT_EQ("", text);
+            }
+        }
+}
+
+TEST_F(SimulatorParameters, ParameterIdsGives225InAscendingOrder)
 {
     const auto ids = user->parameterIds();
     EXPECT_EQ(225u, ids.size()); // 16 parts of 14, and the edit flag
@@ -104,16 +72,12 @@ TEST_F(SimulatorParameters, AreTwoHundredTwentyFiveInAscendingOrder)
     EXPECT_EQ(editFlag, ids.back());
 }
 
-TEST_F(SimulatorParameters, IncludeAnEditFlagOfTwoStates)
+TEST_F(SimulatorParameters, GetParameterValueStartsWithAPlayableSoundThatIsNotEdited)
 {
     EXPECT_EQ(0, editor->getParameterMin(editFlag));
     EXPECT_EQ(1, editor->getParameterMax(editFlag));
     EXPECT_EQ(1, editor->getParameterStepCount(editFlag));
     EXPECT_EQ(0, editor->getParameterValue(editFlag));
-}
-
-TEST_F(SimulatorParameters, StandAtAPlayableSound)
-{
     for (uint32 part = 0; part < 16; ++part) {
         EXPECT_EQ(100, editor->getParameterValue(volume1 + part));
         EXPECT_EQ(64, editor->getParameterValue(pan1 + part));
@@ -123,7 +87,7 @@ TEST_F(SimulatorParameters, StandAtAPlayableSound)
     }
 }
 
-TEST_F(SimulatorParameters, OutsideTheSetAnswerNothing)
+TEST_F(SimulatorParameters, GetParameterValueStringGivesNothingForAnUnknownParameter)
 {
     // No part 17, no other number, no other block, and the extremes.
     for (const uint32 id : {37012016u, 37014000u, 36012000u, 201005001u, 0u, 0xFFFFFFFFu}) {
@@ -137,17 +101,7 @@ TEST_F(SimulatorParameters, OutsideTheSetAnswerNothing)
     }
 }
 
-TEST_F(SimulatorParameters, HaveNoTextOutsideTheirRange)
-{
-    for (const int32 value : {-1, 128, INT32_MIN, INT32_MAX})
-        for (const uint32 id : {volume1, pan1, 37053000u, 19001000u}) {
-            std::string text = "left over";
-            EXPECT_EQ(1, editor->getParameterValueString(id, value, text));
-            EXPECT_EQ("", text);
-        }
-}
-
-TEST_F(SimulatorParameters, AreFoundInAGridOfPartsAndColumns)
+TEST_F(SimulatorParameters, FindParameterFindsThemInAGridOfPartsAndColumns)
 {
     uint32 id = 0;
     EXPECT_EQ(0, editor->findParameter(0, 0, id));

@@ -12,7 +12,7 @@ using namespace doubles;
 using State = SimulatorControl::MidiPort::State;
 using testing::HasSubstr;
 
-TEST(SimulatorPortModule, ThatIsMissingIsSaidAndTheInstrumentGoesOnWithoutAPort)
+TEST(SimulatorPortModule, ConnectWireReportsAMissingModuleAndTheInstrumentWorksWithoutAPort)
 {
     const ScratchFolder folder;
     const auto file = folder.file("simulator.dylib");

@@ -6,7 +6,7 @@ using namespace doubles;
 
 class SimulatorState : public SimulatorTest {
 protected:
-    /** A byte view of an int32 as the state holds it. */
+    /** Appends an int32 in the byte order of the state. */
     static void put(std::vector<char>& bytes, int32 value)
     {
         for (int shift = 0; shift < 32; shift += 8)
@@ -24,29 +24,34 @@ protected:
         user->turnKnob(37057015, 127);
         const char data[] = {'a', '\0', '\xff'};
         ASSERT_EQ(0, editor->applyUserBank(9, 2, data, 3));
-        ASSERT_EQ(0, editor->applyPreset(0, 1)); // which moves the shown part only
+        ASSERT_EQ(0, editor->applyPreset(0, 1)); // changes the shown part only
     }
 };
 
-TEST_F(SimulatorState, RestoresWhatItSavedInAnotherInstance)
+TEST_F(SimulatorState, SetStateChunkAndSetStateTextRestoreTheSoundInAnotherInstance)
 {
     editor->syncPartToMidiChannel(3);
     makeASound();
     const auto bytes = editor->getStateChunk();
-
-    VstIEditorConnect* other = nullptr;
-    library.connect(&other);
-    other->setStateChunk(bytes.data(), static_cast<int32>(bytes.size()));
-    EXPECT_EQ(33, other->getParameterValue(volume1));
-    EXPECT_EQ(127, other->getParameterValue(37057015));
-    for (const uint32 id : user->parameterIds())
-        EXPECT_EQ(editor->getParameterValue(id), other->getParameterValue(id)) << id;
-    EXPECT_EQ((std::vector<char>{'a', '\0', '\xff'}), other->getUserBankData(9, 2));
-    EXPECT_EQ(bytes, other->getStateChunk());
-    other->destroy();
+    const auto text = user->stateText();
+    for (const bool asText : {false, true}) {
+        VstIEditorConnect* other = nullptr;
+        library.connect(&other);
+        if (asText)
+            EXPECT_EQ(0, other->setStateText(text.c_str()));
+        else
+            other->setStateChunk(bytes.data(), static_cast<int32>(bytes.size()));
+        EXPECT_EQ(33, other->getParameterValue(volume1));
+        EXPECT_EQ(127, other->getParameterValue(37057015));
+        for (const uint32 id : user->parameterIds())
+            EXPECT_EQ(editor->getParameterValue(id), other->getParameterValue(id)) << id;
+        EXPECT_EQ((std::vector<char>{'a', '\0', '\xff'}), other->getUserBankData(9, 2));
+        EXPECT_EQ(bytes, other->getStateChunk());
+        other->destroy();
+    }
 }
 
-TEST_F(SimulatorState, BeginsWithItsNameVersionAndVoice)
+TEST_F(SimulatorState, GetStateChunkBeginsWithNameVersionAndVoice)
 {
     editor->applyPreset(2, 4);
     const auto bytes = editor->getStateChunk();
@@ -59,7 +64,7 @@ TEST_F(SimulatorState, BeginsWithItsNameVersionAndVoice)
     EXPECT_EQ(expected, std::vector<char>(bytes.begin(), bytes.begin() + 20));
 }
 
-TEST_F(SimulatorState, TellsTheControllerWithoutAGesture)
+TEST_F(SimulatorState, SetStateChunkTellsTheControllerButNotTheHost)
 {
     ListeningController controller;
     Trace trace;
@@ -78,7 +83,7 @@ TEST_F(SimulatorState, TellsTheControllerWithoutAGesture)
     stopWatching();
 }
 
-TEST_F(SimulatorState, TakesUnknownAndOutOfRangeEntries)
+TEST_F(SimulatorState, SetStateChunkIgnoresUnknownParametersAndClampsValues)
 {
     std::vector<char> bytes{'R', 'S', 'I', 'M'};
     for (const int32 word : {1, -1, -1, 3, 12345, 5, 37012000, 900, 37013000, -900, 0})
@@ -88,7 +93,7 @@ TEST_F(SimulatorState, TakesUnknownAndOutOfRangeEntries)
     EXPECT_EQ(0, editor->getParameterValue(pan1));
 }
 
-TEST_F(SimulatorState, RefusesEveryTruncation)
+TEST_F(SimulatorState, SetStateChunkRefusesEveryTruncation)
 {
     makeASound();
     const auto bytes = editor->getStateChunk();
@@ -100,57 +105,48 @@ TEST_F(SimulatorState, RefusesEveryTruncation)
     EXPECT_NE(77, editor->getParameterValue(volume1));
 }
 
-TEST_F(SimulatorState, RefusesWhatIsNone)
+TEST_F(SimulatorState, SetStateChunkRefusesOtherBytes)
 {
     makeASound();
     user->turnKnob(volume1, 77);
+    const auto saved = editor->getStateChunk();
+    user->turnKnob(volume1, 88); // so that restoring anything of what was saved shows
     const auto before = editor->getStateChunk();
 
-    auto changed = before;
-    changed[0] = 'X';
-    setState(changed);
-    changed = before;
-    changed[4] = 2; // a version to come
-    setState(changed);
-    changed = before;
-    changed.push_back(0);
-    setState(changed);
-    std::vector<char> hostile{'R', 'S', 'I', 'M'};
-    for (const int32 word : {1, 0, 0, INT32_MAX, 0})
-        put(hostile, word);
-    setState(hostile);
-    hostile.assign({'R', 'S', 'I', 'M'});
-    for (const int32 word : {1, 0, 0, 0, 1, 8, 0, INT32_MAX, 0})
-        put(hostile, word);
-    setState(hostile);
+    for (const auto& [place, byte] : {std::pair{0, 'X'}, {4, '\2'}}) { // name, a later version
+        auto changed = saved;
+        changed[static_cast<size_t>(place)] = byte;
+        setState(changed);
+    }
+    auto longer = saved;
+    longer.push_back(0);
+    setState(longer);
+    for (const auto& words :
+         {std::vector<int32>{1, 0, 0, INT32_MAX, 0}, {1, 0, 0, 0, 1, 8, 0, INT32_MAX, 0}}) {
+        std::vector<char> hostile{'R', 'S', 'I', 'M'};
+        for (const int32 word : words)
+            put(hostile, word);
+        setState(hostile);
+    }
     editor->setStateChunk(nullptr, 100);
-    editor->setStateChunk(before.data(), -1);
-    editor->setStateChunk(before.data(), INT32_MIN);
+    editor->setStateChunk(saved.data(), -1);
+    editor->setStateChunk(saved.data(), INT32_MIN);
 
     EXPECT_EQ(before, editor->getStateChunk());
 }
 
-TEST_F(SimulatorState, AsTextRestoresWhatItSaved)
+TEST_F(SimulatorState, SetStateTextAcceptsATextWrittenByHand)
 {
-    makeASound();
-    const auto bytes = editor->getStateChunk();
-    const auto text = user->stateText();
-    VstIEditorConnect* other = nullptr;
-    library.connect(&other);
-    EXPECT_EQ(0, other->setStateText(text.c_str()));
-    EXPECT_EQ(bytes, other->getStateChunk());
-    other->destroy();
-}
-
-TEST_F(SimulatorState, AsTextIsWrittenByHandToo)
-{
+    EXPECT_EQ(0, editor->getStateFormat());
+    user->chooseStateFormat(1);
+    EXPECT_EQ(1, editor->getStateFormat());
     EXPECT_EQ(0,
               editor->setStateText(u"simulator 1\nparameter 37012000 12\nuserbank 8 0 00ff41\n"));
     EXPECT_EQ(12, editor->getParameterValue(volume1));
     EXPECT_EQ((std::vector<char>{'\0', '\xff', 'A'}), editor->getUserBankData(8, 0));
 }
 
-TEST_F(SimulatorState, RefusesTextThatIsNone)
+TEST_F(SimulatorState, SetStateTextRefusesOtherTexts)
 {
     user->turnKnob(volume1, 77);
     EXPECT_EQ(1, editor->setStateText(nullptr));
@@ -163,16 +159,9 @@ TEST_F(SimulatorState, RefusesTextThatIsNone)
     EXPECT_EQ(77, editor->getParameterValue(volume1));
 }
 
-TEST_F(SimulatorState, FormatIsBinaryUnlessChosen)
-{
-    EXPECT_EQ(0, editor->getStateFormat());
-    user->chooseStateFormat(1);
-    EXPECT_EQ(1, editor->getStateFormat());
-}
-
 using SimulatorUserBanks = SimulatorTest;
 
-TEST_F(SimulatorUserBanks, HoldDataInEverySlotAndNowhereElse)
+TEST_F(SimulatorUserBanks, GetUserBankDataGivesDifferentDataForEachSlotAndNothingElsewhere)
 {
     std::vector<std::vector<char>> all;
     for (int32 bank = -1; bank <= 16; ++bank)
@@ -189,7 +178,7 @@ TEST_F(SimulatorUserBanks, HoldDataInEverySlotAndNowhereElse)
             EXPECT_NE(all[left], all[right]);
 }
 
-TEST_F(SimulatorUserBanks, KeepWhatIsApplied)
+TEST_F(SimulatorUserBanks, ApplyUserBankStoresTheData)
 {
     const char data[] = {1, 0, 2};
     EXPECT_EQ(0, editor->applyUserBank(14, 3, data, 3));
@@ -201,16 +190,15 @@ TEST_F(SimulatorUserBanks, KeepWhatIsApplied)
     EXPECT_EQ((std::vector<char>{1, 0, 2}), applied[0].data);
 }
 
-TEST_F(SimulatorUserBanks, RefuseWhatIsNone)
+TEST_F(SimulatorUserBanks, ApplyUserBankRefusesMissingDataAndUnknownSlots)
 {
     const char data[] = {1};
     const auto before = editor->getUserBankData(8, 0);
     EXPECT_EQ(1, editor->applyUserBank(8, 0, nullptr, 4));
-    EXPECT_EQ(1, editor->applyUserBank(8, 0, data, 0));
-    EXPECT_EQ(1, editor->applyUserBank(8, 0, data, -1));
-    EXPECT_EQ(1, editor->applyUserBank(0, 0, data, 1));
-    EXPECT_EQ(1, editor->applyUserBank(8, 4, data, 1));
-    EXPECT_EQ(1, editor->applyUserBank(-1, -1, data, 1));
+    for (const int32 size : {0, -1})
+        EXPECT_EQ(1, editor->applyUserBank(8, 0, data, size));
+    for (const auto& [bank, number] : {std::pair{0, 0}, {8, 4}, {-1, -1}})
+        EXPECT_EQ(1, editor->applyUserBank(bank, number, data, 1));
     EXPECT_EQ(before, editor->getUserBankData(8, 0));
 }
 

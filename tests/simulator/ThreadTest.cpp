@@ -7,7 +7,7 @@ namespace {
 
 using namespace doubles;
 
-/** Counts, from any thread. */
+/** Calls of the callbacks, on any thread. */
 struct Counters {
     std::atomic<int> begins{0};
     std::atomic<int> values{0};
@@ -60,7 +60,7 @@ protected:
     ListeningController controller;
 };
 
-TEST_F(SimulatorThreads, AudioUserAndHostRunAtOnce)
+TEST_F(SimulatorThreads, ReceiveHostMidiTurnKnobAndCheckChangeRunAtOnce)
 {
     observeCounting(volume1);
     observeCounting(pan1);
@@ -107,7 +107,7 @@ TEST_F(SimulatorThreads, AudioUserAndHostRunAtOnce)
     stopWatching();
 }
 
-TEST_F(SimulatorThreads, TheProcessorComesAndGoesDuringNotes)
+TEST_F(SimulatorThreads, SetEffectInterfaceRunsDuringReceiveHostMidi)
 {
     std::thread audio([&] { playNotes(); });
     for (int round = 0; round < rounds; ++round)
@@ -117,7 +117,7 @@ TEST_F(SimulatorThreads, TheProcessorComesAndGoesDuringNotes)
     EXPECT_LE(effect.count, static_cast<uint32>(rounds));
 }
 
-TEST_F(SimulatorThreads, InstancesComeAndGoAtOnce)
+TEST_F(SimulatorThreads, DestroyRunsOnTwoThreadsAtOnce)
 {
     const auto liveAndDie = [this] {
         for (int round = 0; round < 100; ++round) {

@@ -13,7 +13,7 @@ protected:
     ListeningController controller;
 };
 
-TEST_F(SimulatorUser, ReachesTheController)
+TEST_F(SimulatorUser, ChoicesReachTheController)
 {
     EXPECT_TRUE(user->choosePart(15));
     EXPECT_TRUE(user->chooseAudioPorts({"a", "b", "", "d"}));
@@ -29,17 +29,17 @@ TEST_F(SimulatorUser, ReachesTheController)
     EXPECT_EQ(2, editor->getLatencyMode());
 }
 
-TEST_F(SimulatorUser, MakesNoImpossibleChoice)
+TEST_F(SimulatorUser, ChoosePartAndChooseAudioPortsRefuseImpossibleChoices)
 {
-    EXPECT_FALSE(user->choosePart(-1));
-    EXPECT_FALSE(user->choosePart(16));
+    for (const int32 part : {-1, 16})
+        EXPECT_FALSE(user->choosePart(part));
     EXPECT_FALSE(user->chooseAudioPorts({"a", "b", "c"}));
     EXPECT_FALSE(user->chooseAudioPorts({"a", "b", "c", "d", "e"}));
-    EXPECT_TRUE(controller.trace.texts().empty());
     EXPECT_EQ(0, user->shownPart());
+    EXPECT_TRUE(controller.trace.texts().empty());
 }
 
-TEST_F(SimulatorUser, ReachesNobodyOnceTheControllerIsTakenBack)
+TEST_F(SimulatorUser, SetControllerInterfaceWithNullEndsAllCallsOfTheController)
 {
     editor->setControllerInterface(nullptr);
     EXPECT_FALSE(user->choosePart(1));
@@ -54,7 +54,7 @@ TEST_F(SimulatorUser, ReachesNobodyOnceTheControllerIsTakenBack)
     EXPECT_TRUE(controller.trace.texts().empty());
 }
 
-TEST_F(SimulatorUser, SeesThePortsAndStateOfTheController)
+TEST_F(SimulatorUser, AudioPortsAndMidiPortsGiveTheControllersLists)
 {
     EXPECT_TRUE(user->audioPorts().empty()); // a null list
     EXPECT_TRUE(user->midiPorts().empty());
@@ -73,7 +73,7 @@ TEST_F(SimulatorUser, SeesThePortsAndStateOfTheController)
     EXPECT_TRUE(user->isHostReadyForSetPort());
 }
 
-TEST_F(SimulatorUser, SeesTheLifeCycleInOrder)
+TEST_F(SimulatorUser, LogGivesTheLifeCycleInOrder)
 {
     editor->setHostType(2);
     editor->start();
@@ -90,7 +90,7 @@ TEST_F(SimulatorUser, SeesTheLifeCycleInOrder)
     EXPECT_EQ(2, user->hostType());
 }
 
-TEST_F(SimulatorUser, SeesThePartThatTheHostShows)
+TEST_F(SimulatorUser, SyncPartToMidiChannelChangesTheShownPart)
 {
     EXPECT_EQ(0U, user->channelsTold());
     EXPECT_EQ(-1, user->lastChannelTold());
@@ -104,12 +104,15 @@ TEST_F(SimulatorUser, SeesThePartThatTheHostShows)
     EXPECT_EQ(INT32_MIN, user->lastChannelTold());
 }
 
-using SimulatorEditor = SimulatorTest;
-
-TEST_F(SimulatorEditor, OpensInAWindowAndClosesOnce)
-{
+class SimulatorEditor : public SimulatorTest {
+protected:
     int window = 0;
     Steinberg::ViewRect rect;
+};
+
+TEST_F(SimulatorEditor, OpenEditorOpensInAWindowAndCloseEditorClosesOnce)
+{
+    EXPECT_EQ(1, editor->editorOpened());
     EXPECT_EQ(0, editor->prepareEditor(&window, "NSView"));
     EXPECT_EQ(0, editor->getEditorRect(&rect));
     EXPECT_EQ(0, rect.left);
@@ -122,27 +125,18 @@ TEST_F(SimulatorEditor, OpensInAWindowAndClosesOnce)
     EXPECT_EQ(0, editor->closeEditor());
     EXPECT_EQ(1, editor->closeEditor());
     EXPECT_FALSE(user->editorOpen());
-}
-
-TEST_F(SimulatorEditor, NeedsAWindowAndARectangle)
-{
-    int window = 0;
-    Steinberg::ViewRect rect;
     EXPECT_EQ(1, editor->prepareEditor(nullptr, "NSView"));
     EXPECT_EQ(1, editor->prepareEditor(&window, nullptr));
     EXPECT_EQ(1, editor->getEditorRect(nullptr));
     EXPECT_EQ(1, editor->openEditor(nullptr, &rect));
     EXPECT_EQ(1, editor->openEditor(&window, nullptr));
-    EXPECT_EQ(1, editor->editorOpened());
 }
 
-TEST_F(SimulatorEditor, StepsThroughThePartsWithTheArrowKeysOnly)
+TEST_F(SimulatorEditor, OnKeyDownStepsThroughThePartsWithTheArrowKeysOnly)
 {
     using Steinberg::KEY_DOWN;
     using Steinberg::KEY_UP;
-    int window = 0;
-    Steinberg::ViewRect rect;
-    EXPECT_FALSE(editor->onKeyDown(0, KEY_DOWN, 0)); // closed
+    EXPECT_FALSE(editor->onKeyDown(0, KEY_DOWN, 0)); // the editor is closed
     editor->openEditor(&window, &rect);
     EXPECT_EQ(0, editor->onFocus(true));
     EXPECT_TRUE(editor->onKeyDown(0, KEY_UP, 0)); // at the first part already
@@ -155,28 +149,34 @@ TEST_F(SimulatorEditor, StepsThroughThePartsWithTheArrowKeysOnly)
     EXPECT_FALSE(editor->onKeyUp('a', -1, -1));
 }
 
-TEST_F(SimulatorEditor, MatchesPortNames)
+TEST_F(SimulatorEditor, MatchRegularExpressionMatchesPortNamesAndNothingMalformed)
 {
-    const char* pattern = "^Tavrin RDL3/RDL5( [0-9]+)? Port[1-5]$";
-    EXPECT_TRUE(editor->matchRegularExpression(pattern, "Tavrin RDL3/RDL5 Port4"));
-    EXPECT_TRUE(editor->matchRegularExpression(pattern, "Tavrin RDL3/RDL5 12 Port1"));
-    EXPECT_FALSE(editor->matchRegularExpression(pattern, "Tavrin RDL3/RDL5 Port6"));
-    EXPECT_FALSE(editor->matchRegularExpression(pattern, "Port4"));
-    EXPECT_TRUE(
-        editor->matchRegularExpression("Port4", "My Port4 here")); // anywhere, unless anchored
+    const char* ports = "^Tavrin RDL3/RDL5( [0-9]+)? Port[1-5]$";
+    const std::string longPattern(1000000, '(');
+    const std::string longText(100000, 'a');
+    const struct {
+        const char* pattern;
+        const char* text;
+        bool matches;
+    } rows[] = {
+        {ports, "Tavrin RDL3/RDL5 Port4", true},
+        {ports, "Tavrin RDL3/RDL5 12 Port1", true},
+        {ports, "Tavrin RDL3/RDL5 Port6", false},
+        {ports, "Port4", false},
+        {"Port4", "My Port4 here", true}, // anywhere, since it has no anchors
+        {nullptr, "a", false},
+        {"a", nullptr, false},
+        {"(", "(", false},
+        {"[", "[", false},
+        {longPattern.c_str(), "a", false},
+        {"^(a*)*b$", longText.c_str(), false},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.matches, editor->matchRegularExpression(row.pattern, row.text))
+            << &row - rows;
 }
 
-TEST_F(SimulatorEditor, MatchesNothingThatIsNoPatternOrNoText)
-{
-    EXPECT_FALSE(editor->matchRegularExpression(nullptr, "a"));
-    EXPECT_FALSE(editor->matchRegularExpression("a", nullptr));
-    EXPECT_FALSE(editor->matchRegularExpression("(", "("));
-    EXPECT_FALSE(editor->matchRegularExpression("[", "["));
-    EXPECT_FALSE(editor->matchRegularExpression(std::string(1000000, '(').c_str(), "a"));
-    EXPECT_FALSE(editor->matchRegularExpression("^(a*)*b$", std::string(100000, 'a').c_str()));
-}
-
-TEST_F(SimulatorEditor, ShowsTheInstrumentsOwnAudioPortsAtItsFirstStart)
+TEST_F(SimulatorEditor, IsDisplayAudioPortIsTrueForTheInstrumentsPorts)
 {
     EXPECT_EQ(0, editor->getFirstStartState());
     user->chooseFirstStart(1);
@@ -187,13 +187,13 @@ TEST_F(SimulatorEditor, ShowsTheInstrumentsOwnAudioPortsAtItsFirstStart)
     EXPECT_FALSE(editor->isDisplayAudioPort(nullptr));
 }
 
-TEST_F(SimulatorEditor, TakesObserversOfItsOwnLibraryOnly)
+TEST_F(SimulatorEditor, AddObserverRefusesObserversOfOtherLibraries)
 {
     int notAnObserver = 0;
-    EXPECT_EQ(1, editor->addObserver(nullptr));
-    EXPECT_EQ(1, editor->addObserver(reinterpret_cast<VstIObserver*>(&notAnObserver)));
-    EXPECT_EQ(1, editor->removeObserver(nullptr));
-    EXPECT_EQ(1, editor->removeObserver(reinterpret_cast<VstIObserver*>(&notAnObserver)));
+    for (void* pointer : {static_cast<void*>(nullptr), static_cast<void*>(&notAnObserver)}) {
+        EXPECT_EQ(1, editor->addObserver(static_cast<VstIObserver*>(pointer)));
+        EXPECT_EQ(1, editor->removeObserver(static_cast<VstIObserver*>(pointer)));
+    }
     auto* observer = observe(volume1, nullptr);
     EXPECT_EQ(1, editor->removeObserver(observer)); // not added yet
     EXPECT_EQ(0, editor->addObserver(observer));

@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <set>
+#include <tuple>
 
 namespace {
 
@@ -22,7 +23,7 @@ protected:
         return {buffer.data(), strnlen(buffer.data(), 30)};
     }
 
-    /** Everything that the library lists. */
+    /** All voices of the library. */
     std::vector<Data> all()
     {
         std::vector<Data> result;
@@ -37,7 +38,7 @@ protected:
         return result;
     }
 
-    /** 30 bytes to fill and a guard behind them. */
+    /** A buffer of 30 bytes with two more to see whether they stay. */
     static std::array<char, 32> filled()
     {
         std::array<char, 32> buffer{};
@@ -46,15 +47,7 @@ protected:
     }
 };
 
-TEST_F(SimulatorVoices, AreInAllFifteenBanks)
-{
-    std::set<int32> banks;
-    for (const auto& data : all())
-        banks.insert(data.bank);
-    EXPECT_EQ(15u, banks.size());
-}
-
-TEST_F(SimulatorVoices, AreWrittenAsCodePlaceAndName)
+TEST_F(SimulatorVoices, GetVoiceDataStringGivesCodePlaceAndName)
 {
     auto buffer = filled();
     ASSERT_EQ(0, editor->getVoiceDataString(0, 0, buffer.data()));
@@ -65,7 +58,7 @@ TEST_F(SimulatorVoices, AreWrittenAsCodePlaceAndName)
     EXPECT_EQ("256:Robot Choirmaster", textIn(buffer)); // 16 * 16; this bank has no place
 }
 
-TEST_F(SimulatorVoices, FillTheBufferWithoutATerminatorWhenThirtyLong)
+TEST_F(SimulatorVoices, GetVoiceDataStringFillsTheBufferWithoutATerminator)
 {
     size_t unterminated = 0;
     for (const auto& data : all())
@@ -80,16 +73,19 @@ TEST_F(SimulatorVoices, FillTheBufferWithoutATerminatorWhenThirtyLong)
     EXPECT_EQ('\0', buffer[29]);
 }
 
-TEST_F(SimulatorVoices, HaveCategoriesThatAreInTheList)
+TEST_F(SimulatorVoices, GetSubCategoryNameKnowsTheCategoriesOfAllVoices)
 {
+    std::set<int32> banks;
     std::set<int32> codes;
     for (const auto& data : all()) {
+        banks.insert(data.bank);
         const int32 code = std::stoi(data.text);
         codes.insert(code);
         auto buffer = filled();
         EXPECT_EQ(0, editor->getCategoryName(code / 16, buffer.data())) << data.text;
         EXPECT_EQ(0, editor->getSubCategoryName(code / 16, code % 16, buffer.data())) << data.text;
     }
+    EXPECT_EQ(15u, banks.size());
     // Fourteen main categories of six names, two of five, and the two that have one.
     size_t named = 0;
     for (int32 code = 0; code < 18 * 16; ++code) {
@@ -103,7 +99,7 @@ TEST_F(SimulatorVoices, HaveCategoriesThatAreInTheList)
     EXPECT_EQ(14u * 6u + 2u * 5u + 2u, named);
 }
 
-TEST_F(SimulatorVoices, KnowEveryCategoryByName)
+TEST_F(SimulatorVoices, GetCategoryNameAndGetSubCategoryNameKnowEveryCategory)
 {
     namespace Synth = Steinberg::Vst::TavrinSynth;
     for (int32 main = 0; main < 18; ++main) {
@@ -116,20 +112,20 @@ TEST_F(SimulatorVoices, KnowEveryCategoryByName)
             EXPECT_EQ(Synth::VoiceSubCategoryName[main][sub], textIn(buffer));
         }
     }
+    // In words, in case the table itself is changed.
     auto buffer = filled();
     EXPECT_EQ(0, editor->getCategoryName(11, buffer.data()));
     EXPECT_EQ("Chromatic Percussion", textIn(buffer));
-    EXPECT_EQ(0, editor->getSubCategoryName(3, 2, buffer.data()));
-    EXPECT_EQ("Electric Distortion", textIn(buffer));
-    EXPECT_EQ(0, editor->getSubCategoryName(4, 4, buffer.data()));
-    EXPECT_EQ("No Assign", textIn(buffer));
-    EXPECT_EQ(0, editor->getSubCategoryName(4, 5, buffer.data()));
-    EXPECT_EQ("", textIn(buffer));
-    EXPECT_EQ(0, editor->getSubCategoryName(12, 1, buffer.data()));
-    EXPECT_EQ("Percussion", textIn(buffer));
+    for (const auto& [main, sub, name] : {std::tuple{3, 2, "Electric Distortion"},
+                                          {4, 4, "No Assign"},
+                                          {4, 5, ""},
+                                          {12, 1, "Percussion"}}) {
+        EXPECT_EQ(0, editor->getSubCategoryName(main, sub, buffer.data()));
+        EXPECT_EQ(name, textIn(buffer));
+    }
 }
 
-TEST_F(SimulatorVoices, WriteNothingForWhatIsNotThere)
+TEST_F(SimulatorVoices, GetVoiceDataStringWritesNothingForUnknownVoices)
 {
     const auto untouched = filled();
     auto buffer = filled();
@@ -153,7 +149,7 @@ TEST_F(SimulatorVoices, WriteNothingForWhatIsNotThere)
     EXPECT_EQ(1, editor->getSubCategoryName(0, 0, nullptr));
 }
 
-TEST_F(SimulatorVoices, AppliedMoveTheShownPartAsIfByHand)
+TEST_F(SimulatorVoices, ApplyPresetReportsTheShownPartsParametersAsTurnedKnobs)
 {
     Trace trace;
     editor->syncPartToMidiChannel(2);
@@ -166,15 +162,14 @@ TEST_F(SimulatorVoices, AppliedMoveTheShownPartAsIfByHand)
     watch(trace, part3);
     EXPECT_EQ(0, editor->applyPreset(1, 2));
     tick();
-    EXPECT_EQ(14u, trace.textsOf({"begin"}).size());
-    EXPECT_EQ(14u, trace.textsOf({"value"}).size());
-    EXPECT_EQ(14u, trace.textsOf({"end"}).size());
+    for (const std::string kind : {"begin", "value", "end"})
+        EXPECT_EQ(14u, trace.textsOf({kind}).size());
     EXPECT_EQ(elsewhere, editor->getParameterValue(volume1));
     EXPECT_FALSE(user->edited());
     stopWatching();
 }
 
-TEST_F(SimulatorVoices, UnknownOnesAreRecordedAndChangeNothing)
+TEST_F(SimulatorVoices, ApplyPresetRecordsUnknownVoicesAndChangesNothing)
 {
     const auto before = editor->getStateChunk();
     EXPECT_EQ(1, editor->applyPreset(99, -5));

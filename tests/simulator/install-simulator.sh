@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# scripts/install-simulator as a person runs it, below a folder of its own.
+# Tests scripts/install-simulator as a user runs it, in a temporary folder.
 # usage: install-simulator.sh SCRIPT LIBRARY CASE
-# Exit status 77 tells that the case cannot be tried on this machine.
+# Exit status 77: this case cannot be tried on this machine.
 set -u
 script=$1
 library=$2
@@ -14,7 +14,7 @@ target="$place/libvst_rdl3_rdl5_vstserver.1.dylib"
 out=$(mktemp)
 failures=0
 
-# expect WHAT TEST...: notes a failure and goes on.
+# expect WHAT TEST...: reports a failure and goes on.
 expect() {
   local what=$1
   shift
@@ -40,16 +40,16 @@ only_these() { [ "$(find "$root" ! -type d | wc -l)" -eq "$1" ]; }
 foreign() { mkdir -p "$place" && echo "$1" >"$target"; }
 
 case $case in
-installs-and-takes-away)
+installs-and-removes)
   run --library "$library"
   expect "installs" succeeds
   expect "says where" says "$target"
   expect "the library's bytes" is_library "$library"
-  expect "that a program of any user loads" [ -r "$target" -a -x "$target" ]
-  expect "the module of its MIDI port beside it" cmp -s "${library%/*}/simulator-midi-port.so" "$place/simulator-midi-port.so"
-  expect "and its own record, nothing else" only_these 3
+  expect "all users can read and load it" [ -r "$target" -a -x "$target" ]
+  expect "installs the module of its MIDI port beside it" cmp -s "${library%/*}/simulator-midi-port.so" "$place/simulator-midi-port.so"
+  expect "installs its own record, and nothing else" only_these 3
   run --remove
-  expect "takes away" succeeds
+  expect "removes" succeeds
   expect "says what" says "Took away $target"
   expect "leaves nothing" is_empty
   ;;
@@ -61,32 +61,25 @@ replaces-what-it-installed)
   expect "the newer one" is_library "$library"
   rm "$root/older"
   run --remove
-  expect "still knows the folders that it made" is_empty
+  expect "removes the folders that it made" is_empty
   ;;
-refuses-a-library-of-somebody-else)
-  foreign "the instrument's"
-  run --library "$library"
-  expect "refuses to install" refuses
-  expect "leaves it" holds "the instrument's"
-  run --remove
-  expect "refuses to take away" refuses
-  expect "leaves it" holds "the instrument's"
-  ;;
-refuses-a-library-that-came-over-its-own)
-  run --library "$library"
-  foreign "the instrument's, over the simulator"
-  run --remove
-  expect "refuses to take away" refuses
-  run --library "$library"
-  expect "refuses to replace" refuses
-  expect "leaves it" holds "the instrument's, over the simulator"
+refuses-a-library-that-it-did-not-install)
+  for before in nothing its-own; do
+    [ "$before" = nothing ] || { rm "$target" && run --library "$library"; }
+    foreign "the instrument's, over $before"
+    run --library "$library"
+    expect "refuses to install" refuses
+    run --remove
+    expect "refuses to remove" refuses
+    expect "does not touch it" holds "the instrument's, over $before"
+  done
   ;;
 refuses-a-link-to-its-own-library)
   run --library "$library"
   mv "$target" "$place/elsewhere"
   ln -s elsewhere "$target"
   run --remove
-  expect "refuses to take away" refuses
+  expect "refuses to remove" refuses
   expect "leaves the link" [ -L "$target" ]
   ;;
 installs-again-where-its-library-was-deleted)
@@ -96,15 +89,15 @@ installs-again-where-its-library-was-deleted)
   expect "installs" is_library "$library"
   rm "$target"
   run --remove
-  expect "takes its record away" is_empty
+  expect "removes its record" is_empty
   ;;
 leaves-folders-that-others-use)
   mkdir -p "${place%/VST/*}"
   run --library "$library"
   echo song >"${place%/*}/song"
   run --remove
-  expect "takes away" succeeds
-  expect "but not what is beside it" [ "$(cat "${place%/*}/song")" = song ]
+  expect "removes" succeeds
+  expect "does not remove what is beside it" [ "$(cat "${place%/*}/song")" = song ]
   rm "${place%/*}/song"
   run --remove
   expect "has nothing more to do" succeeds
@@ -117,12 +110,13 @@ says-that-there-is-no-library-to-install)
   expect "says which" says "$root/none"
   expect "makes nothing" is_empty
   run --remove --library "$library"
-  expect "has no use for two wishes" [ "$status" -eq 1 ]
+  expect "refuses --remove with --library" [ "$status" -eq 1 ]
   run --install
-  expect "knows no other option" [ "$status" -eq 2 ]
+  expect "refuses an unknown option" [ "$status" -eq 2 ]
   ;;
 asks-for-rights-once)
-  # A user who may not write, and a sudo that lets them. Root may everywhere, so somebody else runs it.
+  # A user who may not write, and a sudo that gives the right. Root may write everywhere, so another user
+  # runs the script.
   as_user=()
   if [ "$(id -u)" -eq 0 ]; then
     command -v setpriv >/dev/null || exit 77
@@ -148,10 +142,10 @@ asks-for-rights-once)
   expect "says why it asks" says "belongs to the administrator"
   expect "the library's bytes" is_library "$library"
   run_as_user --library "$tools/none"
-  expect "asks for nothing that cannot be done" [ ! -e "$tools/asked" ]
+  expect "does not ask for what cannot be done" [ ! -e "$tools/asked" ]
   run_as_user --remove
-  expect "takes away" succeeds
-  expect "asks once for that" asked 1
+  expect "removes" succeeds
+  expect "asks once to remove" asked 1
   expect "leaves nothing" is_empty
   ;;
 *)

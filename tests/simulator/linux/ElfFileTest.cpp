@@ -1,4 +1,4 @@
-// The simulated library as Linux's loader sees it.
+// The simulated library's file on Linux: its exports, what it needs, and unloading it.
 #include "tests/simulator/CommandOutput.h"
 #include "tests/simulator/SimulatorFixture.h"
 
@@ -32,7 +32,7 @@ TEST(SimulatorFile, ExportsTheEntryPointsAndTheControlOnly)
 
 TEST(SimulatorFile, DependsOnTheCppRuntimeOnly)
 {
-    // Sanitizers bring their own runtime into a build for them.
+    // A build for a sanitizer also needs the sanitizer's runtime.
     const auto output = runCommand("readelf -d '" SIMULATOR_FILE
                                    "' | sed -n 's/.*(NEEDED).*\\[\\(.*\\)\\]/\\1/p' | "
                                    "grep -v -E '^lib(asan|tsan|ubsan)'");
@@ -42,14 +42,14 @@ TEST(SimulatorFile, DependsOnTheCppRuntimeOnly)
     EXPECT_THAT(lines(output.text), IsSubsetOf(allowed));
 }
 
-TEST(SimulatorFile, IsGoneFromTheProcessOnceClosed)
+TEST(SimulatorFile, DlcloseUnloadsIt)
 {
     {
         const LoadedSimulator library;
         VstIEditorConnect* editor = nullptr;
         library.connect(&editor);
-        editor->matchRegularExpression("^a+$",
-                                       "aa"); // pulls in what the C++ library keeps statics for
+        // Uses parts of the C++ library that keep statics.
+        editor->matchRegularExpression("^a+$", "aa");
         editor->destroy();
         void* again = dlopen(SIMULATOR_FILE, RTLD_LAZY | RTLD_NOLOAD);
         ASSERT_NE(nullptr, again);

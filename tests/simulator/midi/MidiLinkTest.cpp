@@ -1,7 +1,7 @@
 #include "simulator/EchoMemory.h"
 #include "simulator/InstanceList.h"
 #include "simulator/Voices.h"
-#include "tests/doubles/Trace.h"
+#include "tests/simulator/Listeners.h"
 #include "tests/simulator/midi/RecordingWire.h"
 #include "tests/simulator/ObserverTrace.h"
 
@@ -38,7 +38,7 @@ const std::vector<Row> table{
     {37015000, 91}, // reverb send
 };
 
-/** Sustain, functions, knobs, the edit flag. */
+/** Sustain, assignable functions and knobs, and the edit flag. */
 const std::vector<uint32> withoutController{37046000, 19001000, 19002000,
                                             37056000, 37057000, editFlag};
 
@@ -49,7 +49,7 @@ std::string bytes(uint32 first, uint32 second, uint32 third)
     return text;
 }
 
-/** One instrument at a wire that records. */
+/** One instrument at a RecordingWire. */
 class SimulatorMidi : public testing::Test {
 protected:
     SimulatorMidi()
@@ -80,7 +80,7 @@ protected:
     Trace trace;
 };
 
-TEST_F(SimulatorMidi, SendsEachParameterOfAPartAsItsControllerOnThePartsChannel)
+TEST_F(SimulatorMidi, HostParameterChangedAndTurnKnobSendTheControllerOnThePartsChannel)
 {
     for (const uint32 part : {0U, 9U, 15U})
         for (const auto& row : table) {
@@ -92,7 +92,7 @@ TEST_F(SimulatorMidi, SendsEachParameterOfAPartAsItsControllerOnThePartsChannel)
         }
 }
 
-TEST_F(SimulatorMidi, SendsNothingForParametersWithoutAController)
+TEST_F(SimulatorMidi, HostParameterChangedAndTurnKnobSendNothingWithoutAController)
 {
     for (const uint32 id : withoutController) {
         editor->hostParameterChanged(id, 1.);
@@ -102,32 +102,25 @@ TEST_F(SimulatorMidi, SendsNothingForParametersWithoutAController)
     EXPECT_THAT(wire->take(), IsEmpty());
 }
 
-TEST_F(SimulatorMidi, TakesEachControllerForTheParameterOfTheChannelsPart)
+TEST_F(SimulatorMidi, ArrivedSetsTheParameterOfEachControllerOnThePartsChannel)
 {
+    const auto before = user->stateText();
+    for (int controller = 0; controller < 128; ++controller)
+        if (std::none_of(table.begin(), table.end(),
+                         [&](const Row& row) { return row.controller == controller; }))
+            wire->arrive({0xB0, static_cast<uint8>(controller), 99});
+    EXPECT_EQ(user->stateText(), before) << "no parameter has these controllers";
+    EXPECT_FALSE(user->edited());
     for (const uint32 part : {0U, 9U, 15U})
         for (const auto& row : table) {
             wire->arrive({static_cast<uint8>(0xB0 + part), row.controller, 23});
             EXPECT_EQ(user->parameterValue(row.id + part), 23) << row.id + part;
         }
     EXPECT_EQ(user->parameterValue(37012001), 100) << "another part's volume";
-    EXPECT_THAT(wire->take(), IsEmpty()) << "went back to where it came from";
+    EXPECT_THAT(wire->take(), IsEmpty()) << "sent back to where it came from";
 }
 
-TEST_F(SimulatorMidi, LeavesOtherControllersAlone)
-{
-    const auto before = user->stateText();
-    for (int controller = 0; controller < 128; ++controller) {
-        const bool isMapped = std::any_of(table.begin(), table.end(), [&](const Row& row) {
-            return row.controller == controller;
-        });
-        if (!isMapped)
-            wire->arrive({0xB0, static_cast<uint8>(controller), 99});
-    }
-    EXPECT_EQ(user->stateText(), before);
-    EXPECT_FALSE(user->edited());
-}
-
-TEST_F(SimulatorMidi, RaisesTheCallbacksOfAControllerAtOnce)
+TEST_F(SimulatorMidi, ArrivedCallsTheCallbacksOfAControllerAtOnce)
 {
     watch(37012002);
     watch(editFlag);
@@ -136,25 +129,25 @@ TEST_F(SimulatorMidi, RaisesTheCallbacksOfAControllerAtOnce)
                 ElementsAre("begin 37012002", "value 37012002 90", "end 37012002",
                             "begin 201005000", "value 201005000 1", "end 201005000"));
     trace.clear();
-    wire->arrive({0xB2, 7, 90}); // as it is already
+    wire->arrive({0xB2, 7, 90}); // the same value
     EXPECT_THAT(trace.texts(), IsEmpty());
-    wire->arrive({0xB2, 7, 91}); // the flag is up already
+    wire->arrive({0xB2, 7, 91}); // the edit flag is set already
     EXPECT_THAT(trace.texts(), ElementsAre("begin 37012002", "value 37012002 91", "end 37012002"));
 }
 
-TEST_F(SimulatorMidi, SendsAValueOnceAndNotBackToWhereItCameFrom)
+TEST_F(SimulatorMidi, HostParameterChangedSendsAValueOnceAndNotBackToWhereItCameFrom)
 {
     editor->hostParameterChanged(37012000, 23 / 127.);
     editor->hostParameterChanged(37012000, 23 / 127.);
     EXPECT_EQ(wire->take().size(), 1U);
     wire->arrive({0xB0, 7, 50});
-    editor->hostParameterChanged(37012000, 50 / 127.); // the host's echo
+    editor->hostParameterChanged(37012000, 50 / 127.); // the host sends it back
     EXPECT_THAT(wire->take(), IsEmpty());
     editor->hostParameterChanged(37012000, 23 / 127.);
     EXPECT_THAT(wire->take(), ElementsAre("audio B0 07 17"));
 }
 
-TEST_F(SimulatorMidi, DoesNotTurnAKnobBackThatTheHostEchoesLate)
+TEST_F(SimulatorMidi, HostParameterChangedDoesNotSendALateEcho)
 {
     wire->arrive({0xB0, 7, 50});
     wire->arrive({0xB0, 7, 51});
@@ -168,7 +161,7 @@ TEST_F(SimulatorMidi, DoesNotTurnAKnobBackThatTheHostEchoesLate)
     EXPECT_THAT(wire->take(), IsEmpty()) << "of the editor";
 }
 
-TEST(SimulatorEchoMemory, ForgetsAValueAfterAWhile)
+TEST(SimulatorEchoMemory, ContainsForgetsAValueAfterHalfASecond)
 {
     simulator::EchoMemory memory;
     const simulator::EchoMemory::Time begin{std::chrono::hours(1)};
@@ -184,7 +177,7 @@ TEST(SimulatorEchoMemory, ForgetsAValueAfterAWhile)
     EXPECT_FALSE(memory.contains(127, begin + std::chrono::milliseconds(901)));
 }
 
-TEST_F(SimulatorMidi, SendsAValueAgainThatWasDropped)
+TEST_F(SimulatorMidi, HostParameterChangedSendsAValueAgainThatWasDropped)
 {
     wire->isFull = true;
     editor->hostParameterChanged(37012000, 23 / 127.);
@@ -195,13 +188,13 @@ TEST_F(SimulatorMidi, SendsAValueAgainThatWasDropped)
     EXPECT_THAT(wire->take(), ElementsAre("audio B0 07 17", "B0 0A 17"));
 }
 
-TEST_F(SimulatorMidi, SendsEveryValueOfAGesture)
+TEST_F(SimulatorMidi, TurnKnobThroughSendsEveryValue)
 {
     user->turnKnobThrough(37012000, {101, 500, -3});
     EXPECT_THAT(wire->take(), ElementsAre("B0 07 65", "B0 07 7F", "B0 07 00"));
 }
 
-TEST_F(SimulatorMidi, SendsAVoiceAsBankSelectAndProgramChangeAndThenItsValues)
+TEST_F(SimulatorMidi, ApplyPresetSendsBankSelectProgramChangeAndValues)
 {
     editor->syncPartToMidiChannel(4);
     ASSERT_EQ(0, editor->applyPreset(3, 2));
@@ -217,7 +210,7 @@ TEST_F(SimulatorMidi, SendsAVoiceAsBankSelectAndProgramChangeAndThenItsValues)
     EXPECT_THAT(wire->take(), IsEmpty()) << "there is no such voice";
 }
 
-TEST_F(SimulatorMidi, TakesBankSelectAndProgramChangeForTheVoiceOfTheChannelsPart)
+TEST_F(SimulatorMidi, ArrivedSelectsAVoiceByBankSelectAndProgramChange)
 {
     editor->syncPartToMidiChannel(4);
     editor->applyPreset(3, 2);
@@ -233,41 +226,34 @@ TEST_F(SimulatorMidi, TakesBankSelectAndProgramChangeForTheVoiceOfTheChannelsPar
     EXPECT_THAT(
         trace.texts(),
         ElementsAre("begin 37046007", "value 37046007 " + std::to_string(sustain), "end 37046007"));
-    EXPECT_THAT(wire->take(), IsEmpty()) << "went back to where it came from";
+    EXPECT_THAT(wire->take(), IsEmpty()) << "sent back to where it came from";
 
     const auto before = user->stateText();
     wire->arrive({0xC7, 99});
     EXPECT_EQ(user->stateText(), before) << "there is no such voice";
 }
 
-TEST_F(SimulatorMidi, PassesNotesOnInBothDirections)
+TEST_F(SimulatorMidi, ReceiveHostMidiAndArrivedPassNotesOn)
 {
-    struct Effect : VstIEffectInterface {
-        void writeMidi(const void* data, int length) override
-        {
-            const auto* first = static_cast<const uint8*>(data);
-            written.emplace_back(first, first + length);
-        }
-        std::vector<std::vector<uint8>> written;
-    } effect;
+    ListeningEffect effect;
     editor->setEffectInterface(&effect);
     const std::vector<std::vector<uint8>> notes{{0x95, 60, 1}, {0x95, 60, 0}, {0x85, 60, 64}};
-    for (const auto& note : notes) {
-        editor->receiveHostMidi(note.data(), 3);
-        wire->arrive(note);
+    for (size_t index = 0; index < notes.size(); ++index) {
+        editor->receiveHostMidi(notes[index].data(), 3);
+        wire->arrive(notes[index]);
+        EXPECT_THAT(effect.written[index], testing::ElementsAreArray(notes[index]));
     }
     EXPECT_THAT(wire->take(), ElementsAre("audio 95 3C 01", "audio 95 3C 00", "audio 85 3C 40"));
-    EXPECT_EQ(effect.written, notes);
 
     const uint8 controller[] = {0xB0, 7, 1};
     editor->receiveHostMidi(controller, 3);
     EXPECT_THAT(wire->take(), IsEmpty());
     editor->setEffectInterface(nullptr);
     wire->arrive({0x95, 60, 1});
-    EXPECT_EQ(effect.written.size(), 3U);
+    EXPECT_EQ(effect.count, 3U);
 }
 
-TEST_F(SimulatorMidi, SendsTheWholeSoundToAnInstrumentThatIsBack)
+TEST_F(SimulatorMidi, InstrumentIsBackSendsTheWholeSound)
 {
     editor->syncPartToMidiChannel(4);
     editor->applyPreset(3, 2);
@@ -279,35 +265,27 @@ TEST_F(SimulatorMidi, SendsTheWholeSoundToAnInstrumentThatIsBack)
     EXPECT_THAT(sent, IsSupersetOf({"B4 20 03", "C4 02", "BF 07 05", "B0 0A 40"}));
 }
 
-TEST_F(SimulatorMidi, SendsARestoredSound)
-{
-    user->turnKnob(37012000, 5);
-    const auto state = editor->getStateChunk();
-    user->turnKnob(37012000, 6);
-    wire->take();
-    editor->setStateChunk(state.data(), static_cast<int32>(state.size()));
-    const auto sent = wire->take();
-    EXPECT_EQ(sent.size(), 16 * table.size()) << "the other end had one value only";
-    EXPECT_THAT(sent, IsSupersetOf({"B0 07 05", "B1 07 64"}));
-}
-
-TEST_F(SimulatorMidi, SendsARestoredVoiceToThePartThatHadIt)
+TEST_F(SimulatorMidi, SetStateChunkSendsTheValuesAndTheVoiceOfItsPart)
 {
     editor->syncPartToMidiChannel(4);
     editor->applyPreset(3, 2);
     user->turnKnob(37012004, 5);
     const auto state = editor->getStateChunk();
+    wire->receiver.instrumentIsBack(); // the other end has all values
     editor->syncPartToMidiChannel(0);
     editor->applyPreset(3, 1);
+    user->turnKnob(37012015, 6);
     wire->take();
     editor->setStateChunk(state.data(), static_cast<int32>(state.size()));
     const auto sent = wire->take();
     ASSERT_GE(sent.size(), 3U);
     EXPECT_EQ(Texts(sent.begin(), sent.begin() + 3), (Texts{"B4 00 00", "B4 20 03", "C4 02"}));
-    EXPECT_THAT(sent, testing::Not(testing::Contains("C0 02")));
+    EXPECT_THAT(sent, IsSupersetOf({"B0 07 64", "BF 07 64"})) << "values that had changed";
+    EXPECT_THAT(sent, testing::Not(testing::Contains("B4 07 05"))) << "a value that is there";
+    EXPECT_THAT(sent, testing::Not(testing::Contains("C0 02"))) << "a part without this voice";
 }
 
-TEST_F(SimulatorMidi, SendsTheProgramOfAPartAsAsked)
+TEST_F(SimulatorMidi, ChooseProgramSendsAProgramChange)
 {
     EXPECT_TRUE(user->chooseProgram(9, 127));
     EXPECT_THAT(wire->take(), ElementsAre("C9 7F"));
@@ -316,7 +294,7 @@ TEST_F(SimulatorMidi, SendsTheProgramOfAPartAsAsked)
     EXPECT_THAT(wire->take(), IsEmpty());
 }
 
-TEST_F(SimulatorMidi, WaitsForTheReceiverBeforeWhatItCallsIsLetGo)
+TEST_F(SimulatorMidi, RemoveObserverSetEffectInterfaceAndDestroyWaitForTheReceiver)
 {
     watch(37012000);
     const int before = wire->waits;
@@ -326,33 +304,15 @@ TEST_F(SimulatorMidi, WaitsForTheReceiverBeforeWhatItCallsIsLetGo)
     EXPECT_EQ(wire->waits, before + 2);
     editor->destroy();
     editor = nullptr;
-    // The wire goes with the instrument, which no observer holds any more.
+    // The wire is destroyed with the instrument, which no observer holds any more.
     EXPECT_EQ(RecordingWire::newest(), nullptr);
 }
 
-/** The controller's list of MIDI ports, and nothing else. */
-class Ports : public VstIControllerInterface {
-public:
-    std::vector<VSTiAudioPort::AudioPortInfo>* getAudioPortList() override { return nullptr; }
-    void setAudioPortList(const char**) override {}
-    std::vector<VSTiMidiPort::MidiOutPortInfo>* getMidiOutPortList() override { return &ports; }
-    void setMidiOutPort(const char*) override {}
-    void editorPartSyncMidiCh(unsigned) override {}
-    void storeUserBank(VoiceBank::Bank, int) override {}
-    void setVSTManageParameter(unsigned, int) override {}
-    void setInitialStartFileLoad(bool) override {}
-    bool isConnectAudioPort() override { return false; }
-    bool isSetVSTValue(unsigned, double, int&) override { return false; }
-    void changeLatencyTrigger() override {}
-    bool isConnectAudioPortHost() override { return false; }
-    bool isHostReadyForSetPort() override { return false; }
-
-    std::vector<VSTiMidiPort::MidiOutPortInfo> ports{{"Organ", "id-1"}, {"Attic", "id-2"}};
-};
-
-TEST_F(SimulatorMidi, MovesToThePortThatTheUserChoosesAmongThePlugInsPorts)
+TEST_F(SimulatorMidi, ChooseMidiPortMovesToThePortOfThatName)
 {
-    Ports controller;
+    ListeningController controller;
+    ListeningController::MidiPorts ports{{"Organ", "id-1"}, {"Attic", "id-2"}};
+    controller.midiPorts = &ports;
     editor->setControllerInterface(&controller);
     user->chooseMidiPort("id-2");
     user->chooseMidiPort("no such ID");

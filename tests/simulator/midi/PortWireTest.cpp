@@ -1,12 +1,11 @@
 #include "simulator/port/PortWire.h"
 
 #include "tests/realtime/AllocationCount.h"
+#include "tests/simulator/midi/ScriptedPort.h"
 
 #include <chrono>
-#include <condition_variable>
 #include <future>
 #include <gmock/gmock.h>
-#include <mutex>
 
 namespace {
 
@@ -17,9 +16,8 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using State = SimulatorControl::MidiPort::State;
-using Messages = std::vector<std::array<uint8, 3>>;
 
-/** Longer than a loaded machine needs; then it is stuck. */
+/** How long to wait before a test fails: longer than a loaded machine needs. */
 constexpr auto patience = 20s;
 
 template <typename Condition>
@@ -34,108 +32,6 @@ bool waitFor(Condition&& condition)
     return true;
 }
 
-/** A system's port in a test's hands. Drivers hold it, since one may outlive its test. */
-class Port : public std::enable_shared_from_this<Port> {
-public:
-    std::unique_ptr<MidiDriver> driver() { return std::make_unique<Driver>(shared_from_this()); }
-
-    /** Messages that left, and what happened to the port: 0xFF and a letter. */
-    Messages sent()
-    {
-        const std::lock_guard<std::mutex> guard(mutex);
-        return messages;
-    }
-
-    void arrive(const MidiMessage& message)
-    {
-        const std::lock_guard<std::mutex> guard(mutex);
-        if (arrival)
-            arrival(message);
-    }
-
-    std::vector<std::string> opened()
-    {
-        const std::lock_guard<std::mutex> guard(mutex);
-        return names;
-    }
-
-    std::atomic<bool> isMissing{false};
-    std::atomic<MidiDriver::State> seen{MidiDriver::State::there};
-    std::atomic<bool> isStuck{false}; ///< in send
-    std::atomic<bool> isOpen{false};
-    std::thread::id thread; ///< that opened it
-
-private:
-    class Driver final : public MidiDriver {
-    public:
-        explicit Driver(std::shared_ptr<Port> newPort)
-        : held(std::move(newPort))
-        , port(*held)
-        {
-        }
-        std::string open(const std::string& which, Arrival taker) override
-        {
-            if (port.isMissing)
-                throw NoMidiPort("there is none called \"" + which + "\"");
-            const std::lock_guard<std::mutex> guard(port.mutex);
-            port.thread = std::this_thread::get_id();
-            port.arrival = std::move(taker);
-            port.names.push_back(which);
-            port.isOpen = true;
-            return "the port " + which;
-        }
-        bool send(const MidiMessage& message) override
-        {
-            while (port.isStuck)
-                std::this_thread::sleep_for(1ms);
-            const std::lock_guard<std::mutex> guard(port.mutex);
-            port.messages.push_back(message.bytes);
-            return true;
-        }
-        MidiDriver::State look() override { return port.seen; }
-        void close() override
-        {
-            const std::lock_guard<std::mutex> guard(port.mutex);
-            port.arrival = nullptr;
-            port.isOpen = false;
-        }
-
-    private:
-        const std::shared_ptr<Port> held;
-        Port& port;
-    };
-
-    std::mutex mutex;
-    Messages messages;
-    std::vector<std::string> names;
-    MidiDriver::Arrival arrival;
-};
-
-class Receiver final : public MidiReceiver {
-public:
-    void arrived(const MidiMessage& message) override
-    {
-        if (onArrival)
-            onArrival();
-        const std::lock_guard<std::mutex> guard(mutex);
-        messages.push_back(message.bytes);
-        threads.push_back(std::this_thread::get_id());
-    }
-    void instrumentIsBack() override { ++returns; }
-
-    size_t count()
-    {
-        const std::lock_guard<std::mutex> guard(mutex);
-        return messages.size();
-    }
-
-    std::function<void()> onArrival;
-    std::mutex mutex;
-    Messages messages;
-    std::vector<std::thread::id> threads;
-    std::atomic<int> returns{0};
-};
-
 MidiMessage numbered(int number)
 {
     return MidiMessage::controllerChange(number / 16384, static_cast<uint8>(number / 128 % 128),
@@ -149,9 +45,11 @@ MidiMessage noteOn(int channel, int pitch)
 
 class PortWireTest : public testing::Test {
 protected:
-    void open(const std::string& which = "organ")
+    void start() { wire = std::make_unique<PortWire>(port.driver(), "organ", receiver); }
+    void open()
     {
-        wire = std::make_unique<PortWire>(port.driver(), which, receiver);
+        start();
+        waitForState(State::open);
     }
     void waitForState(State state)
     {
@@ -162,42 +60,15 @@ protected:
         ASSERT_TRUE(waitFor([&] { return wire->port().waiting == 0; }));
     }
 
-    const std::shared_ptr<Port> shared = std::make_shared<Port>();
-    Port& port = *shared;
-    Receiver receiver;
+    const std::shared_ptr<ScriptedPort> shared = std::make_shared<ScriptedPort>();
+    ScriptedPort& port = *shared;
+    RecordingReceiver receiver;
     std::unique_ptr<PortWire> wire;
 };
 
-TEST_F(PortWireTest, OpensThePortOnAThreadOfItsOwnAndTellsItsName)
+TEST_F(PortWireTest, SendAndArriveWakeTheThreadForEachMessage)
 {
     open();
-    waitForState(State::open);
-    EXPECT_EQ(wire->port().name, "the port organ");
-    EXPECT_NE(port.thread, std::this_thread::get_id());
-}
-
-TEST_F(PortWireTest, LosesNothingOfABurstAndKeepsItsOrder)
-{
-    port.isStuck = true; // so that all of it waits at once
-    open();
-    constexpr int burst = 10000;
-    for (int number = 0; number < burst; ++number)
-        ASSERT_TRUE(wire->sendFromAudioThread(numbered(number)));
-    EXPECT_EQ(wire->port().waiting, static_cast<uint32>(burst));
-    port.isStuck = false;
-    waitUntilSent();
-    const auto sent = port.sent();
-    ASSERT_EQ(sent.size(), static_cast<size_t>(burst));
-    for (int number = 0; number < burst; ++number)
-        ASSERT_EQ(sent[static_cast<size_t>(number)], numbered(number).bytes) << number;
-    EXPECT_EQ(wire->port().left, static_cast<uint32>(burst));
-    EXPECT_EQ(wire->port().lost, 0U);
-}
-
-TEST_F(PortWireTest, WakesItsThreadsForEachMessage)
-{
-    open();
-    waitForState(State::open);
     const auto begin = std::chrono::steady_clock::now();
     constexpr size_t rounds = 40;
     for (size_t round = 1; round <= rounds; ++round) {
@@ -206,13 +77,13 @@ TEST_F(PortWireTest, WakesItsThreadsForEachMessage)
         port.arrive(numbered(static_cast<int>(round)));
         ASSERT_TRUE(waitFor([&] { return receiver.count() == round; }));
     }
-    // A thread that is not woken looks four times a second.
+    // A thread that nobody wakes looks around four times a second.
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s);
 }
 
-TEST_F(PortWireTest, TakesMessagesOfTheAudioThreadAndOfOthersAtOnce)
+TEST_F(PortWireTest, SendKeepsTheOrderOfEachThreadWhenSeveralSendAtOnce)
 {
-    open();
+    start();
     constexpr int each = 2000;
     std::thread audio([&] {
         for (int number = 0; number < each; ++number)
@@ -234,18 +105,18 @@ TEST_F(PortWireTest, TakesMessagesOfTheAudioThreadAndOfOthersAtOnce)
         ASSERT_EQ(message[1], expected % 128) << "of the channel " << (message[0] & 0x0FU);
         ++expected;
     }
-    EXPECT_EQ(next[1], each);
-    EXPECT_EQ(next[2], each);
-    EXPECT_EQ(next[3], each);
+    for (size_t channel : {1U, 2U, 3U})
+        EXPECT_EQ(next[channel], each);
+    EXPECT_EQ(wire->port().left, 3U * each);
+    EXPECT_EQ(wire->port().lost, 0U);
 }
 
-TEST_F(PortWireTest, NeverKeepsTheAudioThreadWaitingForAStuckPort)
+TEST_F(PortWireTest, SendFromAudioThreadDoesNotWaitForAStuckPortAndAFullQueueEndsAllNotes)
 {
     port.isStuck = true;
     open();
-    waitForState(State::open);
     wire->sendFromAudioThread(noteOn(0, 1));
-    // The port's thread has that one in its hands, so the queue has all its room.
+    // The port's thread has taken that message, so the queue is empty.
     ASSERT_TRUE(waitFor([&] { return wire->sendFromAudioThread(noteOn(0, 2)); }));
     int taken = 0;
     const size_t before = doubles::allocationCount();
@@ -253,22 +124,23 @@ TEST_F(PortWireTest, NeverKeepsTheAudioThreadWaitingForAStuckPort)
         ++taken;
     EXPECT_EQ(doubles::allocationCount(), before);
     EXPECT_GE(taken, 10000);
+    EXPECT_GE(wire->port().waiting, 10000U);
     EXPECT_EQ(wire->port().lost, 1U);
     EXPECT_FALSE(wire->sendFromAudioThread(noteOn(0, 4)));
     EXPECT_EQ(wire->port().lost, 2U);
     port.isStuck = false;
     waitUntilSent();
-    // What was dropped may have been the end of a note.
+    // A dropped message may have been the end of a note, so all notes are ended.
     ASSERT_TRUE(waitFor([&] {
         const auto sent = port.sent();
-        return sent.back() == std::array<uint8, 3>{0xBF, 123, 0};
+        return sent.back() == MidiBytes{0xBF, 123, 0};
     }));
 }
 
-TEST_F(PortWireTest, SaysWhyThereIsNoPortAndGoesOnWithoutOne)
+TEST_F(PortWireTest, PortTellsWhyNoneIsOpenAndChoosePortOpensOneLater)
 {
     port.isMissing = true;
-    open();
+    start();
     waitForState(State::none);
     EXPECT_EQ(wire->port().reason, "there is none called \"organ\"");
     wire->sendFromAudioThread(noteOn(0, 1));
@@ -280,47 +152,26 @@ TEST_F(PortWireTest, SaysWhyThereIsNoPortAndGoesOnWithoutOne)
     port.isMissing = false;
     wire->choosePort("attic");
     waitForState(State::open);
-    EXPECT_TRUE(waitFor([&] { return receiver.returns == 1; })) << "it has not got the values";
+    EXPECT_TRUE(waitFor([&] { return receiver.returns == 1; })) << "the port has no values yet";
 }
 
-TEST_F(PortWireTest, MovesToAnotherPortThatIsChosen)
+TEST_F(PortWireTest, ChoosePortEndsNotesAndMovesToTheOtherPort)
 {
     open();
-    waitForState(State::open);
+    EXPECT_EQ(wire->port().name, "the port organ");
     wire->send(noteOn(0, 60));
     waitUntilSent();
     wire->choosePort("attic");
     ASSERT_TRUE(waitFor([&] { return wire->port().name == "the port attic"; }));
-    EXPECT_THAT(port.opened(), ElementsAre("organ", "attic"));
-    EXPECT_EQ(port.sent().back(), (std::array<uint8, 3>{0xB0, 123, 0})) << "the organ plays on";
-    EXPECT_TRUE(waitFor([&] { return receiver.returns == 1; })) << "the attic knows no values";
+    EXPECT_EQ(port.sent().back(), (MidiBytes{0xB0, 123, 0})) << "the organ plays on";
+    EXPECT_TRUE(waitFor([&] { return receiver.returns == 1; })) << "the attic has no values yet";
 
     wire->choosePort("");
     waitForState(State::none);
     EXPECT_FALSE(port.isOpen);
 }
 
-TEST_F(PortWireTest, DropsWhatIsSentToAnInstrumentThatIsAwayAndTellsWhenItIsBack)
-{
-    open();
-    waitForState(State::open);
-    port.seen = MidiDriver::State::away;
-    waitForState(State::away);
-    wire->send(noteOn(0, 60));
-    waitUntilSent();
-    EXPECT_THAT(port.sent(), IsEmpty());
-    EXPECT_EQ(wire->port().lost, 1U);
-    EXPECT_EQ(receiver.returns, 0);
-
-    port.seen = MidiDriver::State::there;
-    waitForState(State::open);
-    EXPECT_TRUE(waitFor([&] { return receiver.returns == 1; }));
-    wire->send(noteOn(0, 61));
-    waitUntilSent();
-    EXPECT_EQ(port.sent().size(), 1U) << "a note of long ago";
-}
-
-TEST_F(PortWireTest, EndsWhatSoundedAtAnInstrumentThatIsBack)
+TEST_F(PortWireTest, LookDropsMessagesWhileTheInstrumentIsAwayAndEndsItsNotesWhenItIsBack)
 {
     open();
     wire->send(noteOn(2, 60));
@@ -329,22 +180,26 @@ TEST_F(PortWireTest, EndsWhatSoundedAtAnInstrumentThatIsBack)
     waitUntilSent();
     port.seen = MidiDriver::State::away;
     waitForState(State::away);
-    wire->send(MidiMessage::endOfNote(2, 60)); // which nobody hears
+    wire->send(MidiMessage::endOfNote(2, 60));
     waitUntilSent();
+    EXPECT_EQ(port.sent().size(), 3U);
+    EXPECT_EQ(wire->port().lost, 1U);
+    EXPECT_EQ(receiver.returns, 0);
+
     port.seen = MidiDriver::State::there;
     waitForState(State::open);
+    EXPECT_TRUE(waitFor([&] { return receiver.returns == 1; }));
     wire->send(noteOn(2, 72));
     waitUntilSent();
     EXPECT_THAT(port.sent(), ElementsAre(noteOn(2, 60).bytes, noteOn(2, 61).bytes,
                                          MidiMessage::endOfNote(2, 61).bytes,
                                          MidiMessage::endOfNote(2, 60).bytes,
-                                         std::array<uint8, 3>{0xB2, 123, 0}, noteOn(2, 72).bytes));
+                                         MidiBytes{0xB2, 123, 0}, noteOn(2, 72).bytes));
 }
 
-TEST_F(PortWireTest, LetsGoOfAPortThatIsGoneForGood)
+TEST_F(PortWireTest, LookClosesAPortThatIsGoneForGood)
 {
     open();
-    waitForState(State::open);
     port.seen = MidiDriver::State::gone;
     waitForState(State::none);
     EXPECT_TRUE(waitFor([&] { return !port.isOpen; }));
@@ -353,31 +208,30 @@ TEST_F(PortWireTest, LetsGoOfAPortThatIsGoneForGood)
     EXPECT_EQ(wire->port().lost, 1U);
 }
 
-TEST_F(PortWireTest, EndsEveryNoteThatSoundsWhenItCloses)
+TEST_F(PortWireTest, CloseSendsWhatWaitsAndEndsEveryNoteThatSounds)
 {
-    open();
-    const MidiMessage silentNoteOn{{0x95, 40, 0}, 3}; // which ends a note, too
+    start();
+    const MidiMessage silentNoteOn{{0x95, 40, 0}, 3}; // ends a note as well
     for (const auto& message : {noteOn(0, 60), noteOn(9, 36), noteOn(9, 38), noteOn(5, 40),
                                 MidiMessage::endOfNote(9, 36), silentNoteOn})
         wire->sendFromAudioThread(message);
-    wire->close(); // with messages that wait
+    wire->close(); // while messages wait
     EXPECT_THAT(port.sent(),
                 ElementsAre(noteOn(0, 60).bytes, noteOn(9, 36).bytes, noteOn(9, 38).bytes,
                             noteOn(5, 40).bytes, MidiMessage::endOfNote(9, 36).bytes,
                             silentNoteOn.bytes, MidiMessage::endOfNote(0, 60).bytes,
-                            MidiMessage::endOfNote(9, 38).bytes, std::array<uint8, 3>{0xB0, 123, 0},
-                            std::array<uint8, 3>{0xB9, 123, 0}));
+                            MidiMessage::endOfNote(9, 38).bytes, MidiBytes{0xB0, 123, 0},
+                            MidiBytes{0xB9, 123, 0}));
     EXPECT_FALSE(port.isOpen);
     EXPECT_FALSE(wire->send(noteOn(0, 1)));
     EXPECT_FALSE(wire->sendFromAudioThread(noteOn(0, 1)));
     wire->close();
 }
 
-TEST_F(PortWireTest, LeavesItsThreadToASystemThatDoesNotLetGo)
+TEST_F(PortWireTest, CloseGivesUpASystemThatDoesNotReturn)
 {
     port.isStuck = true;
     open();
-    waitForState(State::open);
     wire->send(noteOn(0, 60));
     const auto begin = std::chrono::steady_clock::now();
     wire.reset();
@@ -386,10 +240,9 @@ TEST_F(PortWireTest, LeavesItsThreadToASystemThatDoesNotLetGo)
     EXPECT_TRUE(waitFor([&] { return !port.isOpen; }));
 }
 
-TEST_F(PortWireTest, HandsABurstToTheReceiverOnAThreadOfItsOwnInOrder)
+TEST_F(PortWireTest, ArrivedGetsABurstInOrderOnAThreadOfItsOwn)
 {
     open();
-    waitForState(State::open);
     constexpr int burst = 10000;
     for (int number = 0; number < burst; ++number)
         port.arrive(numbered(number));
@@ -400,11 +253,12 @@ TEST_F(PortWireTest, HandsABurstToTheReceiverOnAThreadOfItsOwnInOrder)
         ASSERT_EQ(receiver.messages[static_cast<size_t>(number)], numbered(number).bytes) << number;
         ASSERT_EQ(receiver.threads[static_cast<size_t>(number)], receiver.threads[0]);
     }
-    EXPECT_NE(receiver.threads[0], port.thread) << "a slow plug-in would hold the notes up";
+    EXPECT_NE(port.thread, std::this_thread::get_id());
+    EXPECT_NE(receiver.threads[0], port.thread) << "a slow plug-in would delay the host's notes";
     EXPECT_NE(receiver.threads[0], std::this_thread::get_id());
 }
 
-TEST_F(PortWireTest, WaitsForACallOfTheReceiverThatIsUnderWay)
+TEST_F(PortWireTest, WaitForReceiverWaitsForTheCallThatIsUnderWay)
 {
     std::promise<void> entered;
     std::promise<void> leave;
@@ -414,7 +268,6 @@ TEST_F(PortWireTest, WaitsForACallOfTheReceiverThatIsUnderWay)
         mayLeave.wait();
     };
     open();
-    waitForState(State::open);
     wire->waitForReceiver(); // none is under way
     port.arrive(noteOn(0, 60));
     entered.get_future().wait();
@@ -427,7 +280,7 @@ TEST_F(PortWireTest, WaitsForACallOfTheReceiverThatIsUnderWay)
     EXPECT_EQ(waiting.get(), 1U);
 }
 
-TEST_F(PortWireTest, DoesNotWaitForTheCallInWhichItIsAsked)
+TEST_F(PortWireTest, WaitForReceiverAndCloseReturnAtOnceInsideTheReceiversCall)
 {
     std::promise<void> done;
     receiver.onArrival = [&] {
@@ -436,18 +289,16 @@ TEST_F(PortWireTest, DoesNotWaitForTheCallInWhichItIsAsked)
         done.set_value();
     };
     open();
-    waitForState(State::open);
     port.arrive(noteOn(0, 60));
     EXPECT_EQ(done.get_future().wait_for(patience), std::future_status::ready);
     ASSERT_TRUE(waitFor([&] { return receiver.count() == 1; }));
 }
 
-TEST_F(PortWireTest, CallsNobodyAfterItsEnd)
+TEST_F(PortWireTest, CloseEndsTheReceiversCalls)
 {
     std::atomic<int> calls{0};
     receiver.onArrival = [&] { ++calls; };
     open();
-    waitForState(State::open);
     std::atomic<bool> isOver{false};
     std::thread system([&] {
         while (!isOver)

@@ -73,7 +73,7 @@ void RecordingWire::arrive(const std::vector<Steinberg::uint8>& bytes)
 
 } // namespace doubles
 
-// In the place of the simulator's own.
+// Replaces the simulator's own function.
 std::unique_ptr<Steinberg::Vst::simulator::MidiWire>
 Steinberg::Vst::simulator::connectWire(MidiReceiver& receiver)
 {

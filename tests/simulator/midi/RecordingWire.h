@@ -1,4 +1,4 @@
-// RecordingWire: a wire in a test's hands, which every instrument of the test program gets.
+// RecordingWire: the wire of every instrument in this test program; a test controls it.
 #pragma once
 
 #include "simulator/MidiWire.h"
@@ -9,7 +9,8 @@
 
 namespace doubles {
 
-/** Keeps what is sent, as "90 3C 7F", with "audio " before what came from the audio thread. */
+/** Keeps what is sent as texts such as "90 3C 7F", with "audio " before those of the
+    audio thread. */
 class RecordingWire final : public Steinberg::Vst::simulator::MidiWire {
 public:
     using MidiMessage = Steinberg::Vst::simulator::MidiMessage;
@@ -18,7 +19,7 @@ public:
     explicit RecordingWire(MidiReceiver& ownEnd);
     ~RecordingWire() override;
 
-    /** Of the instrument that was made last and lives. */
+    /** The wire of the instrument that was made last, or null when it is destroyed. */
     static RecordingWire* newest();
 
     bool sendFromAudioThread(const MidiMessage& message) override;
@@ -30,14 +31,14 @@ public:
 
     /** What was sent since the last call. */
     std::vector<std::string> take();
-    /** A message of the instrument's. */
+    /** A message comes from the instrument. */
     void arrive(const std::vector<Steinberg::uint8>& bytes);
 
     MidiReceiver& receiver;
     std::vector<std::string> chosen;
     Steinberg::Vst::SimulatorControl::MidiPort status;
     int waits = 0;
-    bool isFull = false; ///< drops what is sent
+    bool isFull = false; ///< then drops what is sent
     bool isClosed = false;
 
 private:
