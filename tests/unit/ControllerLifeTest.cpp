@@ -1,6 +1,5 @@
 // The controller's life from initialize to terminate, in whole: the order of everything that it
 // does with the host and the library, and a host that throws at any moment of it.
-#include "tests/doubles/Sanitized.h"
 #include "tests/unit/BoundController.h"
 
 #include <algorithm>
@@ -109,99 +108,6 @@ TEST(ControllerLife, EndsInOrderAndReleasesTheHostsObjectsLast)
              "port(A).setDisplayed(true)", "observers", "service.unregisterPlugin(object)",
              "service.release()", "context.release()", "portRegistry.release()",
              "updateHandler.release()", "hostClasses.release()"})));
-}
-
-/** The whole life with a host that throws at its n-th call; what that call was, and how many
-    came. */
-class ThrowingHost {
-public:
-    explicit ThrowingHost(size_t n)
-    {
-        factory.setHostContext(&bound.host.context);
-        bound.trace.clear();
-        bound.host.clearFaults();
-        bound.host.onCall = [this, n](const std::string& text) {
-            if (bound.host.callCount() != n || isLeftOut(text))
-                return;
-            thrown = text;
-            throw ScriptedFailure(text);
-        };
-    }
-    ThrowingHost(const ThrowingHost&) = delete;
-    ThrowingHost& operator=(const ThrowingHost&) = delete;
-    ~ThrowingHost()
-    {
-        bound.host.onCall = nullptr;
-        factory.setHostContext(nullptr);
-    }
-
-    void live()
-    {
-        auto& controller = *bound.controller;
-        tresult result = kResultFalse;
-        EXPECT_NO_THROW(result = controller.initialize(&bound.host.context));
-        // Without the service there is no library in this place.
-        const size_t isBound = bound.trace.count("library.start()");
-        EXPECT_EQ(result, isBound == 1 ? kResultOk : kResultFalse);
-        EXPECT_EQ(controller.getParameterCount(), isBound == 1 ? kParameters : 0);
-        EXPECT_EQ(bound.trace.textsOf({"library.setHostType("}).size(), isBound);
-        EXPECT_NO_THROW(controller.connect(&bound.host.peer));
-        EXPECT_EQ(bound.trace.count("library.parametersReady()"), isBound);
-        EXPECT_NO_THROW(controller.disconnect(&bound.host.peer));
-        EXPECT_NO_THROW(controller.terminate());
-        EXPECT_EQ(bound.trace.count("library.setControllerInterface(null)"), isBound);
-        EXPECT_EQ(bound.trace.count("service.unregisterPlugin(object)"), isBound);
-        calls = bound.host.callCount();
-    }
-
-    /** What a host does not take back it keeps; everything else is back where it was. */
-    void expectBalanced()
-    {
-        bound.host.onCall = nullptr;
-        if (begins(thrown, "updateHandler.removeDependent") || has("IHostClasses") ||
-            has("IUpdateHandler"))
-            bound.host.updates.forgetDependents();
-        if (begins(thrown, "runLoop.unregisterTimer"))
-            bound.host.runLoop.forgetTimers();
-        factory.setHostContext(nullptr);
-        EXPECT_THAT(bound.host.ledger(), IsEmpty());
-    }
-
-    std::string thrown;
-    size_t calls = 0;
-
-private:
-    bool has(const std::string& text) const { return thrown.find(text) != std::string::npos; }
-
-    /** Nobody can give the component back to a factory that throws, and where memory is watched the
-        SDK's timer is in the way, which is never freed when the run loop throws. */
-    static bool isLeftOut(const std::string& text)
-    {
-#if defined(VSTK2X_SANITIZED)
-        if (begins(text, "runLoop."))
-            return true;
-#endif
-        return begins(text, "componentFactory.destroyComponent");
-    }
-
-    BoundController bound;
-    CPluginFactory factory{PFactoryInfo()};
-};
-
-TEST(ControllerLife, SurvivesAHostThatThrowsAtAnyMoment)
-{
-    size_t calls = 0;
-    for (size_t n = 1; n <= calls + 1 && n < 400; ++n) {
-        ThrowingHost host(n);
-        host.live();
-        SCOPED_TRACE(host.thrown);
-        host.expectBalanced();
-        calls = std::max(calls, host.calls);
-        if (testing::Test::HasFailure())
-            ADD_FAILURE() << "thrown at call " << n << ": " << host.thrown;
-    }
-    EXPECT_GT(calls, 20U);
-    EXPECT_LT(calls, 400U) << "not every call was tried";
 }
 
 TEST(ControllerLife, TakesAHandlerThatThrowsWhenAskedForItsExtensions)

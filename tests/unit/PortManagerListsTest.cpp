@@ -215,34 +215,6 @@ TEST(MidiPortList, ReadsThePackedTextsOfAHostWithoutUnicode)
     EXPECT_THAT(scene.midiList(), ElementsAre("out 1=Box"));
 }
 
-TEST(PortLists, BothStayBalancedWhicheverHostCallFails)
-{
-    for (size_t call = 1;; ++call) {
-        PortScene scene;
-        scene.host.ports.audioInput("A", "Mic");
-        scene.host.ports.midiOutput("M", "Box");
-        scene.host.failAtCall(call);
-        scene.audioList();
-        scene.midiList();
-        if (scene.host.callCount() < call)
-            break;
-    }
-}
-
-TEST(PortLists, AHostCallThatThrowsLeaksNothingAndStaysInside)
-{
-    for (size_t call = 1;; ++call) {
-        PortScene scene;
-        scene.host.ports.audioInput("A", "Mic");
-        scene.host.ports.midiOutput("M", "Box");
-        scene.host.throwAtCall(call);
-        EXPECT_NE(scene.ports.getAudioPortList(), nullptr);
-        EXPECT_NE(scene.ports.getMidiOutPortList(), nullptr);
-        if (scene.host.callCount() < call)
-            break;
-    }
-}
-
 TEST(PortLists, TheIdSearchIsInvertedToItsName)
 {
     using Steinberg::Vst::PortManager;

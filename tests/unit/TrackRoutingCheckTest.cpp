@@ -219,33 +219,3 @@ TEST(RoutingOfANewerHost, IsFalseWhereAnObjectIsMissing)
     scene.context.hostContext.set(nullptr);
     EXPECT_FALSE(scene.isRouted());
 }
-
-TEST(RoutingOfANewerHost, StaysBalancedWhicheverHostCallFails)
-{
-    for (size_t call = 1;; ++call) {
-        RackScene scene;
-        scene.host.devices.addInstrument("Free", kPlugIn);
-        scene.host.devices.addInstrument("Ours", kPlugIn, &scene.lead);
-        scene.host.failAtCall(call);
-        scene.isRouted();
-        if (scene.host.callCount() < call)
-            break;
-    }
-}
-
-TEST(RoutingOfANewerHost, AHostCallThatThrowsLeaksNothing)
-{
-    for (size_t call = 1;; ++call) {
-        RackScene scene;
-        scene.host.devices.addInstrument("Ours", kPlugIn, &scene.lead);
-        scene.host.throwAtCall(call);
-        try {
-            scene.isRouted();
-        } catch (const doubles::ScriptedFailure&) {
-            continue;
-        }
-        // Nobody hears of an exception at the question for the character set.
-        if (scene.host.callCount() < call)
-            break;
-    }
-}

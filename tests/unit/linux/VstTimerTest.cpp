@@ -118,6 +118,7 @@ TEST_F(VstTimerTest, OfARunLoopThatDoesNotTakeItOutTicksNobodyAfterItsStop)
     host.failAt("unregisterTimer");
     timer->timerStop();
     ASSERT_THAT(host.runLoop.intervals(), ElementsAre(50));
+    EXPECT_THAT(host.ledger(), testing::Contains("timers: expected 0, is 1"));
     EXPECT_FALSE(ticked());
     timer = nullptr;
     EXPECT_FALSE(ticked());
