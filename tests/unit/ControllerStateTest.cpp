@@ -1,13 +1,7 @@
-#include "tests/doubles/Sanitized.h"
 #include "tests/doubles/StreamDouble.h"
 #include "tests/unit/BoundController.h"
 
-#include <algorithm>
-#include <cstdlib>
 #include <limits>
-#if SMTG_OS_LINUX || SMTG_OS_MACOS
-#include <sys/resource.h>
-#endif
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
@@ -103,69 +97,11 @@ TEST_F(ControllerStateTest, OfAnythingElseChangesNothing)
     EXPECT_THAT(bound.trace.texts(), IsEmpty());
 }
 
-TEST_F(ControllerStateTest, TruncatedInAPresetKeepsMissingFieldsAtMinusOne)
-{
-    const std::string whole = preset(3, 4);
-    for (size_t length = 0; length < whole.size(); ++length) {
-        const auto told = restored(whole.substr(0, length));
-        if (length < 4)
-            EXPECT_THAT(told, IsEmpty()) << length;
-        else if (length < 8)
-            EXPECT_THAT(told, ElementsAre("library.applyPreset(-1, -1)")) << length;
-        else
-            EXPECT_THAT(told, ElementsAre("library.applyPreset(3, -1)")) << length;
-    }
-}
-
-TEST_F(ControllerStateTest, TruncatedInAUserBankFillsUpWithZeros)
-{
-    const std::string whole = userBank(8, 2, 3, "abc");
-    for (size_t length = 0; length < whole.size(); ++length) {
-        bound.library.userBanksApplied.clear();
-        const auto told = restored(whole.substr(0, length));
-        if (length < 16) {
-            EXPECT_THAT(told, IsEmpty()) << length;
-            continue;
-        }
-        EXPECT_THAT(told, ElementsAre("library.applyUserBank(8, 2, 3 bytes)")) << length;
-        std::vector<char> data = {'a', 'b', 'c'};
-        std::fill(data.begin() + static_cast<std::ptrdiff_t>(length - 16), data.end(), '\0');
-        EXPECT_EQ(bound.library.userBanksApplied.at(0), data) << length;
-    }
-}
-
 TEST_F(ControllerStateTest, OfAUserBankWithoutASizeIsNotApplied)
 {
     for (const int32 size : {0, -1, std::numeric_limits<int32>::min()})
         EXPECT_THAT(restored(userBank(8, 2, size, "abcd")), IsEmpty()) << size;
 }
-
-TEST_F(ControllerStateTest, HonoursASizeFarBeyondTheData)
-{
-    constexpr int32 claimed = 64 << 20;
-    EXPECT_THAT(restored(userBank(8, 2, claimed, "abcd")),
-                ElementsAre("library.applyUserBank(8, 2, 67108864 bytes)"));
-    const auto& data = bound.library.userBanksApplied.at(0);
-    EXPECT_EQ(std::string(data.begin(), data.begin() + 6), std::string("abcd\0\0", 6));
-    EXPECT_EQ(std::count(data.begin(), data.end(), '\0'), claimed - 4);
-}
-
-#ifndef VSTK2X_SANITIZED // a sanitizer needs the address space that this takes away
-TEST_F(ControllerStateTest, OfASizeThatMemoryCannotHoldIsNotApplied)
-{
-    testing::FLAGS_gtest_death_test_style = "fast";
-    const auto restoreInLittleMemory = [this] {
-        const rlimit limit = {1u << 30, 1u << 30};
-        if (setrlimit(RLIMIT_AS, &limit) != 0)
-            std::_Exit(2);
-        StreamDouble stream(userBank(8, 2, std::numeric_limits<int32>::max(), "abcd"));
-        bound.trace.clear();
-        const bool ok = bound.controller->setState(&stream) == kResultOk;
-        std::_Exit(ok && bound.trace.texts().empty() ? 0 : 1);
-    };
-    EXPECT_EXIT(restoreInLittleMemory(), testing::ExitedWithCode(0), "");
-}
-#endif
 
 TEST_F(ControllerStateTest, SurvivesAStreamThatFailsAtAnyCall)
 {
@@ -181,27 +117,6 @@ TEST_F(ControllerStateTest, SurvivesAStreamThatFailsAtAnyCall)
         StreamDouble stream(preset(3, 4));
         stream.failAtCall = call;
         EXPECT_EQ(restored(stream), expected[call - 1]) << call;
-    }
-    for (size_t call = 1; call <= 12; ++call) {
-        StreamDouble stream(userBank(8, 2, 3, "abc"));
-        stream.failFrom = call;
-        restored(stream);
-    }
-}
-
-TEST_F(ControllerStateTest, SurvivesAStreamThatThrowsAtAnyCall)
-{
-    for (size_t call = 1; call <= 6; ++call) {
-        StreamDouble stream(preset(3, 4));
-        stream.throwAtCall = call;
-        EXPECT_EQ(restored(stream).size(), call > 5 ? 1u : 0u) << call;
-    }
-    // Calls of a user bank: marker and back twice, then four fields and the data. A throw at the
-    // first one leaves the stream where it was for the second look.
-    for (size_t call = 1; call <= 10; ++call) {
-        StreamDouble stream(userBank(8, 2, 3, "abc"));
-        stream.throwAtCall = call;
-        EXPECT_EQ(restored(stream).size(), call == 1 || call > 9 ? 1u : 0u) << call;
     }
 }
 
