@@ -4,8 +4,6 @@
 #include "hostapi/IHostClasses.h"
 #include "tests/unit/BoundController.h"
 
-#include <algorithm>
-
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 using namespace doubles;
@@ -36,11 +34,6 @@ protected:
 
     BoundController bound;
 };
-
-std::ptrdiff_t indexOf(const std::vector<std::string>& texts, const std::string& text)
-{
-    return std::find(texts.begin(), texts.end(), text) - texts.begin();
-}
 
 TEST_F(ControllerPorts, AreListedForTheLibrary)
 {
@@ -151,25 +144,6 @@ TEST(HostReadyForPorts, TellsOfTheLatencyThroughTheControllersOwnOperation)
 
 // The end -----------------------------------------------------------------------------
 
-TEST_F(ControllerPorts, AreShownAgainByTerminateBeforeTheObserversGo)
-{
-    setAudio("A", "B", nullptr, nullptr);
-    bound.trace.clear();
-    EXPECT_EQ(bound.controller->terminate(), kResultOk);
-    EXPECT_THAT(bound.trace.textsOf({"portRegistry.", "port("}),
-                ElementsAre("portRegistry.findPortById(A)", "port(A).setDisplayed(true)",
-                            "portRegistry.findPortById(B)", "port(B).setDisplayed(true)"));
-    EXPECT_FALSE(bound.controller->isConnectAudioPort());
-    const auto texts = bound.trace.texts();
-    const auto mixer = indexOf(texts, "updateHandler.removeDependent(device(Mixer))");
-    const auto shown = indexOf(texts, "portRegistry.findPortById(A)");
-    const auto observers = indexOf(texts, "library.removeObserver(37012000)");
-    EXPECT_LT(indexOf(texts, "library.setControllerInterface(null)"), mixer);
-    EXPECT_LT(mixer, shown);
-    EXPECT_LT(shown, observers);
-    EXPECT_LT(observers, static_cast<std::ptrdiff_t>(texts.size()));
-}
-
 TEST_F(ControllerPorts, AreForgottenByTerminateWithoutARegistryToo)
 {
     setAudio("A", nullptr, nullptr, nullptr);
@@ -177,19 +151,6 @@ TEST_F(ControllerPorts, AreForgottenByTerminateWithoutARegistryToo)
     EXPECT_EQ(bound.controller->terminate(), kResultOk);
     EXPECT_FALSE(bound.controller->isConnectAudioPort());
     bound.host.show(IPortRegistry::iid);
-}
-
-TEST_F(ControllerPorts, WhatTerminateAsksOfTheHostIsReleasedAfterAllElse)
-{
-    bound.host.traceReferences();
-    bound.trace.clear();
-    EXPECT_EQ(bound.controller->terminate(), kResultOk);
-    const auto texts = bound.trace.texts();
-    ASSERT_GE(texts.size(), 4u);
-    EXPECT_THAT(std::vector<std::string>(texts.end() - 4, texts.end()),
-                testing::UnorderedElementsAre("context.release()", "portRegistry.release()",
-                                              "updateHandler.release()", "hostClasses.release()"));
-    EXPECT_EQ(texts.end()[-4], "context.release()") << "the base's last act";
 }
 
 // A host that throws ------------------------------------------------------------------

@@ -160,6 +160,8 @@ TEST(NewHostVersion, BeginsAt75ForTheFamilyAndAt65ForNuendo)
         {"Cubase Artist", "7.5.0", true},
         {"Cubase Artist", "6.5.0", false},
         {"Cubase AI", "7.5.0", true},
+        {"Cubase Elements", "7.5.0", true},
+        {"Cubase", "7.5.", true}, // three components, of which the last is empty
         {"Cubase Elements", "7.4.0", false},
         {"Cubase LE", "7.5.0", false},
         {"Cubase LE", "99.0.0", false},
@@ -179,6 +181,15 @@ TEST(NewHostVersion, BeginsAt75ForTheFamilyAndAt65ForNuendo)
 
 TEST(NewHostVersion, IsNotKnownOfAHostWithoutUnicodeOrWithoutTheInterface)
 {
+    Trace trace;
+    ScriptedHost host(trace);
+    HostAndLibraryDouble context(host, nullptr);
+    TrackRouting routing(context, context.dependent);
+    routing.readHostVersion();
+    ASSERT_TRUE(routing.isNewHostVersion());
+    context.hostContext.set(nullptr);
+    routing.readHostVersion();
+    EXPECT_FALSE(routing.isNewHostVersion()) << "another life does not keep the answer";
     EXPECT_FALSE(countsAsNew(HostFamily::withoutUnicode("Cubase", "9.0.0")));
     EXPECT_FALSE(countsAsNew(HostFamily::applicationAOnly()));
     EXPECT_FALSE(countsAsNew(HostFamily::plain()));

@@ -173,17 +173,14 @@ std::vector<int> popAll(Queue& queue)
 constexpr int kWaiting[] = {0, 1, 70, 99, 100};
 constexpr int kOthers[] = {1, 2, 30, 99, 100, 101, 250};
 
-/** As if the message had come before, between or behind those that were pushed meanwhile. */
-TEST(MidiOutQueue, TakesAMessageWhoseWriterIsStoppedAtAnyStep)
+/** Stops an operation at each of its steps while others push, and looks at what it gave and what is
+    left: as if the operation had come before, between or behind the others' pushes.
+    @param operation on the queue; the number that it took, if it takes one
+    @param expected what is to be there when so many of the others came before it */
+void expectPossible(
+    const std::function<std::vector<int>(StoppingQueue&)>& operation,
+    const std::function<std::vector<int>(int waiting, int before, int others)>& expected, int steps)
 {
-    constexpr int kMessage = 10'000;
-    const auto expected = [](int waiting, int before, int others) {
-        std::vector<int> left;
-        addNumbers(left, 0, waiting + before);
-        add(left, kMessage);
-        addNumbers(left, waiting + before, waiting + others);
-        return left;
-    };
     for (const int waiting : kWaiting)
         for (const int others : kOthers) {
             std::vector<std::vector<int>> possible;
@@ -193,24 +190,42 @@ TEST(MidiOutQueue, TakesAMessageWhoseWriterIsStoppedAtAnyStep)
             for (;; ++step) {
                 StoppingQueue queue;
                 pushNumbers(queue, 0, waiting);
+                std::vector<int> numbers;
                 if (!runStopped(
-                        step, [&] { queue.push(message(kMessage)); },
+                        step, [&] { numbers = operation(queue); },
                         [&] { pushNumbers(queue, waiting, waiting + others); }))
                     break;
                 const size_t size = queue.size();
                 const auto left = popAll(queue);
                 EXPECT_EQ(left.size(), size);
-                EXPECT_THAT(possible, Contains(left))
+                numbers.insert(numbers.end(), left.begin(), left.end());
+                EXPECT_THAT(possible, Contains(numbers))
                     << waiting << " waiting, " << others << " others, step " << step;
             }
-            EXPECT_GE(step, 4);
+            EXPECT_GE(step, steps);
         }
 }
 
-/** As if the oldest message had been taken before, between or behind those that were pushed
-    meanwhile. */
-TEST(MidiOutQueue, GivesAMessageThoughItsReaderIsStoppedAtAnyStep)
+TEST(MidiOutQueue, PushAddsAMessageWhoseWriterIsStoppedAtAnyStep)
 {
+    constexpr int kMessage = 10'000;
+    const auto push = [](StoppingQueue& queue) {
+        queue.push(message(kMessage));
+        return std::vector<int>();
+    };
+    const auto expected = [](int waiting, int before, int others) {
+        std::vector<int> left;
+        addNumbers(left, 0, waiting + before);
+        add(left, kMessage);
+        addNumbers(left, waiting + before, waiting + others);
+        return left;
+    };
+    expectPossible(push, expected, 4);
+}
+
+TEST(MidiOutQueue, PopGivesAMessageThoughItsReaderIsStoppedAtAnyStep)
+{
+    const auto pop = [](StoppingQueue& queue) { return std::vector<int>{popNumber(queue)}; };
     const auto expected = [](int waiting, int before, int others) {
         std::vector<int> left;
         addNumbers(left, 0, waiting + before);
@@ -220,27 +235,7 @@ TEST(MidiOutQueue, GivesAMessageThoughItsReaderIsStoppedAtAnyStep)
         left.insert(left.begin(), taken);
         return left;
     };
-    for (const int waiting : kWaiting)
-        for (const int others : kOthers) {
-            std::vector<std::vector<int>> possible;
-            for (int before = 0; before <= others; ++before)
-                possible.push_back(expected(waiting, before, others));
-            int step = 0;
-            for (;; ++step) {
-                StoppingQueue queue;
-                pushNumbers(queue, 0, waiting);
-                int taken = -1;
-                if (!runStopped(
-                        step, [&] { taken = popNumber(queue); },
-                        [&] { pushNumbers(queue, waiting, waiting + others); }))
-                    break;
-                auto left = popAll(queue);
-                left.insert(left.begin(), taken);
-                EXPECT_THAT(possible, Contains(left))
-                    << waiting << " waiting, " << others << " others, step " << step;
-            }
-            EXPECT_GE(step, 2);
-        }
+    expectPossible(pop, expected, 2);
 }
 
 } // namespace

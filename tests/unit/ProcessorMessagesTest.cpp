@@ -80,24 +80,18 @@ TEST_F(ProcessorMessages, ConnectTakesTheFirstEightBytesOfALongerAttribute)
     EXPECT_EQ(library.effect, static_cast<VstIEffectInterface*>(processor.get()));
 }
 
-TEST_F(ProcessorMessages, ConnectWithANullAddressCallsNothing)
+TEST_F(ProcessorMessages, NotifyConnectWithANullAddressForgetsTheLibraryAndCallsNobody)
 {
     VstIEditorConnect* editor = nullptr;
     EXPECT_EQ(sendConnection(&editor, sizeof(editor)), kResultOk);
-    EXPECT_THAT(trace.texts(), IsEmpty());
     EXPECT_FALSE(isConnected());
-}
-
-TEST_F(ProcessorMessages, ConnectWithANullAddressForgetsTheFormerLibrary)
-{
     connect();
-    VstIEditorConnect* editor = nullptr;
     sendConnection(&editor, sizeof(editor));
     EXPECT_THAT(trace.texts(), IsEmpty());
     EXPECT_FALSE(isConnected());
 }
 
-TEST_F(ProcessorMessages, ConnectWithAShortAttributeIsANullAddress)
+TEST_F(ProcessorMessages, NotifyConnectTakesAShortAttributeForANullAddress)
 {
     VstIEditorConnect* editor = &library;
     // From one byte on: the SDK's attribute list loses the memory of an attribute without bytes.
@@ -109,16 +103,12 @@ TEST_F(ProcessorMessages, ConnectWithAShortAttributeIsANullAddress)
     }
 }
 
-TEST_F(ProcessorMessages, ConnectWithoutTheAttributeIsANullAddress)
+TEST_F(ProcessorMessages, NotifyConnectTakesTheAddressFromItsOwnAttributeOnly)
 {
-    EXPECT_EQ(processor->notify(unit::makeMessage("VST_CONNECT_MESSAGE_ID")), kResultOk);
-    EXPECT_FALSE(isConnected());
-}
-
-TEST_F(ProcessorMessages, ConnectTakesTheAddressFromItsOwnAttributeOnly)
-{
-    VstIEditorConnect* editor = &library;
     const auto message = unit::makeMessage("VST_CONNECT_MESSAGE_ID");
+    EXPECT_EQ(processor->notify(message), kResultOk);
+    EXPECT_FALSE(isConnected());
+    VstIEditorConnect* editor = &library;
     message->getAttributes()->setBinary("VST_DISCONNECT_BINARY_ID", &editor, sizeof(editor));
     EXPECT_EQ(processor->notify(message), kResultOk);
     EXPECT_FALSE(isConnected());
@@ -244,21 +234,9 @@ TEST_F(ProcessorMessages, OthersAreIgnored)
         EXPECT_EQ(processor->notify(message), kResultOk) << id;
         EXPECT_THAT(trace.texts(), IsEmpty()) << id;
     }
-    EXPECT_TRUE(isConnected());
-}
-
-TEST_F(ProcessorMessages, NullMessageIsIgnored)
-{
-    connect();
     EXPECT_EQ(processor->notify(nullptr), kResultOk);
-    EXPECT_TRUE(isConnected());
-}
-
-TEST_F(ProcessorMessages, MessageWithoutIDIsIgnored)
-{
-    connect();
-    SparseMessage message;
-    EXPECT_EQ(processor->notify(&message), kResultOk);
+    SparseMessage withoutID;
+    EXPECT_EQ(processor->notify(&withoutID), kResultOk);
     EXPECT_TRUE(isConnected());
 }
 

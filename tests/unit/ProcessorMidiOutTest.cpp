@@ -2,7 +2,6 @@
 #include "tests/unit/ProcessorFixture.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <numeric>
 #include <thread>
@@ -81,17 +80,6 @@ TEST_F(ProcessorMidiOut, OnlyANoteOnHasAVelocity)
     }
 }
 
-TEST_F(ProcessorMidiOut, ControlChangeLeavesAsANoteOnOfVelocityZero)
-{
-    writeMidi(0xB3, 7, 100);
-    const auto events = drained();
-    ASSERT_EQ(events.size(), 1u);
-    EXPECT_EQ(events[0].type, Event::kNoteOnEvent);
-    EXPECT_EQ(events[0].noteOn.channel, 3);
-    EXPECT_EQ(events[0].noteOn.pitch, 7);
-    EXPECT_EQ(events[0].noteOn.velocity, 0.f);
-}
-
 TEST_F(ProcessorMidiOut, BytesAreUnsigned)
 {
     writeMidi(0x90, 255, 127);
@@ -147,29 +135,10 @@ TEST_F(ProcessorMidiOut, LeavesOldestFirstAndOnlyOnce)
     EXPECT_THAT(drained(), IsEmpty());
 }
 
-TEST_F(ProcessorMidiOut, HundredEventsWait)
-{
-    writeNotes(100);
-    const auto waiting = drainedPitches();
-    ASSERT_EQ(waiting.size(), 100u);
-    EXPECT_EQ(waiting.front(), 0);
-    EXPECT_EQ(waiting.back(), 99);
-}
-
 TEST_F(ProcessorMidiOut, TheHundredAndFirstEventDropsAllBeforeIt)
 {
     writeNotes(101);
     EXPECT_THAT(drainedPitches(), ElementsAre(100));
-}
-
-TEST_F(ProcessorMidiOut, TheQueueFillsAnewAfterItWasDropped)
-{
-    writeNotes(200);
-    EXPECT_EQ(drained().size(), 100u);
-    writeNotes(201);
-    EXPECT_EQ(drained().size(), 1u);
-    writeNotes(250);
-    EXPECT_EQ(drained().size(), 50u);
 }
 
 TEST_F(ProcessorMidiOut, WaitsForABlockWithAnEventList)
@@ -329,20 +298,6 @@ protected:
         return result;
     }
 };
-
-TEST_F(ProcessorThreads, EachKeepsItsOrderAndLosesNothing)
-{
-    for (auto& writer : startWriters(25))
-        writer.join();
-    const auto events = drained();
-    EXPECT_EQ(events.size(), 100u);
-    for (int channel = 0; channel < kThreads; ++channel) {
-        const auto written = pitchesOf(events, channel);
-        ASSERT_EQ(written.size(), 25u) << channel;
-        for (int note = 0; note < 25; ++note)
-            EXPECT_EQ(written[static_cast<size_t>(note)], note) << channel;
-    }
-}
 
 TEST_F(ProcessorThreads, WriteWhileTheHostProcesses)
 {

@@ -24,14 +24,6 @@ protected:
 
     bool initialize(Holder& holder) { return holder.initialize(&host.context, "UID", kID); }
 
-    /** The component cannot be had, and the holder ends without one. */
-    void expectRefused()
-    {
-        Holder holder;
-        EXPECT_FALSE(initialize(holder));
-        EXPECT_FALSE(holder);
-    }
-
     /** What was made, asked, started, stopped and handed back. */
     std::vector<std::string> calls() const
     {
@@ -58,16 +50,6 @@ TEST_F(ServiceComponent, IsMadeByTheHostsFactoryAndHandedBack)
         EXPECT_THAT(host.ledger(), IsEmpty());
     }
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
-}
-
-TEST_F(ServiceComponent, IsHandedBackByTheHoldersEnd)
-{
-    {
-        Holder holder;
-        initialize(holder);
-    }
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
-    EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
 TEST_F(ServiceComponent, IsNotMadeASecondTimeWhileHeld)
@@ -135,32 +117,28 @@ TEST_F(ServiceComponent, IsStartedWithTheHostContextAndStopped)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
-TEST_F(ServiceComponent, ThatDoesNotStartGoesBackUnstopped)
+TEST_F(ServiceComponent, InitializeGivesBackUnstoppedWhatDoesNotStart)
 {
-    host.service.offersPluginBase = true;
-    host.service.initializeResult = kResultFalse;
-    expectRefused();
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
-                                     kComponentDestroyed));
-    EXPECT_THAT(host.ledger(), IsEmpty());
-}
-
-TEST_F(ServiceComponent, ThatThrowsWhenStartedGoesBackUnstopped)
-{
+    int made = 0;
+    const auto expectGivenBack = [&](bool isStarted) {
+        const std::string component = "component(" + std::to_string(++made) + ")";
+        EXPECT_FALSE(initialize(*std::make_unique<Holder>()));
+        std::vector<std::string> expected = {kFactoryAsked, kCreated};
+        if (isStarted)
+            expected.push_back(component + ".initialize(context)");
+        expected.push_back("componentFactory.destroyComponent(" + component + ")");
+        EXPECT_EQ(calls(), expected);
+        EXPECT_THAT(host.ledger(), IsEmpty());
+        host.clearFaults();
+        trace.clear();
+    };
+    host.throwAt("query(component(1), IPluginBase)");
+    expectGivenBack(false);
     host.service.offersPluginBase = true;
     host.throwAt("initialize");
-    expectRefused();
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
-                                     kComponentDestroyed));
-    EXPECT_THAT(host.ledger(), IsEmpty());
-}
-
-TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStartsGoesBackUnstopped)
-{
-    host.throwAt("query(component(1), IPluginBase)");
-    expectRefused();
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
-    EXPECT_THAT(host.ledger(), IsEmpty());
+    expectGivenBack(true);
+    host.service.initializeResult = kResultFalse;
+    expectGivenBack(true);
 }
 
 TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStopsStillGoesBack)

@@ -2,61 +2,9 @@
 #include "hostapi/IDeviceList.h"
 #include "tests/unit/TrackScene.h"
 
-using doubles::HostFamily;
 using namespace Steinberg;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-namespace {
-
-bool isNew(const HostFamily& family)
-{
-    TrackScene scene(family);
-    scene.routing.readHostVersion();
-    return scene.routing.isNewHostVersion();
-}
-
-} // namespace
-
-TEST(NewHostVersion, BeginsAtDifferentVersionsOfEachProduct)
-{
-    EXPECT_TRUE(isNew(HostFamily::nuendo("6.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::nuendo("7.0.0")));
-    EXPECT_FALSE(isNew(HostFamily::nuendo("6.4.9")));
-    EXPECT_TRUE(isNew(HostFamily::cubase("7.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::cubase("8.0.0")));
-    EXPECT_FALSE(isNew(HostFamily::cubase("7.4.9")));
-    EXPECT_FALSE(isNew(HostFamily::cubase("6.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::named("Cubase AI", "7.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::named("Cubase Elements", "7.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::named("Cubase Artist", "7.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::named("Some Host", "7.5.0")));
-    EXPECT_FALSE(isNew(HostFamily::named("Some Host", "7.4.0")));
-}
-
-TEST(NewHostVersion, IsNeverReachedByTheSmallestEdition)
-{
-    EXPECT_FALSE(isNew(HostFamily::cubaseLE("9.0.0")));
-}
-
-TEST(NewHostVersion, NeedsAVersionOfThreeParts)
-{
-    EXPECT_FALSE(isNew(HostFamily::cubase("7.5")));
-    EXPECT_TRUE(isNew(HostFamily::cubase("7.5.")));
-    EXPECT_FALSE(isNew(HostFamily::withoutUnicode("Nuendo", "6.5.0")));
-}
-
-TEST(NewHostVersion, IsNotReachedByAHostThatDoesNotTell)
-{
-    EXPECT_FALSE(isNew(HostFamily::plain()));
-    EXPECT_FALSE(isNew(HostFamily::applicationAOnly()));
-    TrackScene scene(newerHost());
-    scene.routing.readHostVersion();
-    ASSERT_TRUE(scene.routing.isNewHostVersion());
-    scene.context.hostContext.set(nullptr);
-    scene.routing.readHostVersion();
-    EXPECT_FALSE(scene.routing.isNewHostVersion()) << "another life does not keep the answer";
-}
 
 TEST(StartObserving, ObservesTheMixerAndThenItsSelectedValue)
 {

@@ -181,19 +181,6 @@ TEST(EditorPart, SelectsInstrumentTracksThroughTheRackInANewerHost)
     EXPECT_THAT(selections(scene), ElementsAre(selection(1), selection(2)));
 }
 
-TEST(EditorPart, AnswersDifferentlyInTheTwoGenerationsOfHosts)
-{
-    for (const bool newer : {false, true}) {
-        TrackScene scene(newer ? HostFamily::nuendo("6.5.0") : HostFamily::nuendo("6.4.0"));
-        scene.host.devices.addMidiTrack("Piano", kRoutedHere, 4);
-        auto& lead = scene.host.devices.addInstrumentTrack("Lead", "", 4);
-        scene.host.devices.addInstrument("Ours", "RDL3/RDL5 VST", &lead);
-        scene.start();
-        scene.routing.editorPartSyncMidiCh(4);
-        EXPECT_THAT(selections(scene), ElementsAre(selection(newer ? 1 : 0)));
-    }
-}
-
 TEST(EditorPart, SelectsTracksInAHostWithoutUnicode)
 {
     TrackScene scene(HostFamily::withoutUnicode("Cubase LE", "4.0.1"));

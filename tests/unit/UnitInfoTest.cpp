@@ -111,30 +111,6 @@ TEST_F(UnitInfoTest, StoresNoUserBankWithoutALibrary)
     EXPECT_NO_THROW(controller->storeUserBank(VoiceBank::kUser1, 0));
 }
 
-TEST(UnitInfoOfABoundController, CallsNeitherLibraryNorHost)
-{
-    BoundController bound;
-    bound.initialize();
-    IUnitInfo& units = *bound.controller;
-    UnitInfo info = {};
-    ProgramListInfo list = {};
-    String128 text = {};
-    UnitID unit = 0;
-    units.getUnitCount();
-    units.getUnitInfo(3, info);
-    units.getProgramListCount();
-    units.getProgramListInfo(0, list);
-    units.getProgramName(1, 0, text);
-    units.getProgramInfo(1, 0, "", text);
-    units.hasProgramPitchNames(1, 0);
-    units.getProgramPitchName(1, 0, 60, text);
-    units.getSelectedUnit();
-    units.selectUnit(1);
-    units.getUnitByBus(kAudio, kOutput, 0, 0, unit);
-    units.setUnitProgramData(1, 0, nullptr);
-    EXPECT_THAT(bound.trace.texts(), IsEmpty());
-}
-
 TEST(UnitInfoOfABoundController, NamesTheUnitOfEveryPartsParameters)
 {
     BoundController bound;

@@ -3,9 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <memory>
-#include <thread>
 #include <vector>
 
 using namespace Steinberg::Vst;
@@ -125,25 +123,6 @@ TEST(Utf, BoundedLengthReadsNothingBehindTheBuffer)
     full[1] = 0;
     EXPECT_EQ(boundedLength(full.get(), 3), 1u);
     EXPECT_EQ(boundedLength(full.get(), 0), 0u);
-}
-
-TEST(Utf, ManyThreadsConvertAtOnce)
-{
-    const std::string text = "Gr\xC3\xB6\xC3\x9F"
-                             "e \xF0\x9F\x8E\xB9";
-    std::array<bool, 4> right{};
-    std::vector<std::thread> threads;
-    threads.reserve(right.size());
-    for (bool& result : right)
-        threads.emplace_back([&text, &result] {
-            result = true;
-            for (int i = 0; i < 2000; ++i)
-                result = result && utf16ToUtf8(utf8ToUtf16(text)) == text;
-        });
-    for (auto& thread : threads)
-        thread.join();
-    for (const bool result : right)
-        EXPECT_TRUE(result);
 }
 
 #if !defined(__APPLE__)
