@@ -1,5 +1,4 @@
-// The two kinds of preset file, a voice's and a user bank's: what both do alike, and then what only
-// one of them does.
+// Preset files, of a voice and of a user bank. PresetChunk has what both do alike.
 #include "basics/PlugInInfo.h"
 #include "presets/VstK2xPreset.h"
 #include "presets/VstK2xUserBank.h"
@@ -7,6 +6,7 @@
 #include "tests/doubles/Sanitized.h"
 #include "tests/doubles/StreamDouble.h"
 #include "tests/doubles/TemporaryHome.h"
+#include "tests/unit/LittleMemory.h"
 
 #include "pluginterfaces/base/smartpointer.h"
 #include "public.sdk/source/vst/vstaudioeffect.h"
@@ -15,7 +15,6 @@
 #include <gmock/gmock.h>
 
 #include <set>
-#include <sys/resource.h>
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
@@ -29,8 +28,8 @@ struct Loaded {
     bool result = false;
     int bank = 55;
     int number = 66;
-    int size = 77;          ///< of a user bank; 0 for a preset
-    std::vector<char> data; ///< likewise; none for a preset
+    int size = 77;          ///< 0 for a preset
+    std::vector<char> data; ///< empty for a preset
 
     std::string text() const { return {data.begin(), data.end()}; }
 };
@@ -47,8 +46,8 @@ struct PresetKind {
     static constexpr int kBank = 7;
     static constexpr int kNumber = 300;
     static constexpr int kWrites = 3;    ///< calls of write for the controller state
-    static constexpr size_t kNeeded = 4; ///< bytes without which nothing is loaded
-    /** What is loaded when the stream refuses a field: the next field is read in its place. */
+    static constexpr size_t kNeeded = 4; ///< bytes that a load needs
+    /** What is loaded when the read of that field fails; the next field takes its place. */
     static constexpr Fields kWhenRefused[] = {
         {false, -1, -1}, {true, -1, kBank}, {true, kBank, -1}};
 
@@ -80,7 +79,7 @@ struct UserBankKind {
     static constexpr int kNumber = 4;
     static constexpr int kWrites = 5;
     static constexpr size_t kNeeded = 16;
-    /** The number, read as the size, is one that the data has; a size that was refused is none. */
+    /** Behind a bank or number that failed, the number 4 is read as the size. */
     static constexpr Fields kWhenRefused[] = {{false, -1, -1},
                                               {true, -1, kBank},
                                               {true, kBank, -1},
@@ -184,8 +183,8 @@ TYPED_TEST(PresetChunk, SaveRefusesANullStreamAndMetaInformationOfANegativeSize)
 TYPED_TEST(PresetChunk, SaveFailsWhereHeaderMetaInformationOrListIsRefusedOrTheStreamThrows)
 {
     // Calls in order: the header's seek and four writes (0 to 4), two tells for the component
-    // state; tell, writes and tell for the controller state; seek, tell, write and tell for the meta
-    // information; tell, and then all seeks and writes of the list.
+    // state; tell, writes and tell for the controller state; seek, tell, write and tell for the
+    // meta information; tell, and then all seeks and writes of the list.
     constexpr int kMeta = 9 + TypeParam::kWrites;
     std::set<int> failing = {0, 1, 2, 3, 4, kMeta, kMeta + 2};
     for (int call = kMeta + 5; call <= kMeta + 18; ++call)
@@ -440,25 +439,15 @@ TEST(PresetFileOfAUserBank, LoadHonoursALargeSizeWithFourBytesBehindIt)
                             [](char byte) { return byte == '\0'; }));
 }
 
-/** Ends the process: with 0 when a size that its memory cannot hold was a failed load. */
-[[noreturn]] void loadWithLittleMemory()
-{
-    const rlimit limit = {512U << 20, 512U << 20};
-    if (setrlimit(RLIMIT_AS, &limit) != 0)
-        std::_Exit(2);
-    StreamDouble stream(le32(2) + le32(8) + le32(0) + le32(kMaxInt32) + "abcd");
-    const auto loaded = UserBankKind::load(&stream);
-    std::_Exit(!loaded.result && stream.getReferences() == 1 ? 0 : 1);
-}
-
-TEST(PresetFileOfAUserBankDeathTest, LoadOfASizeThatMemoryCannotHoldFails)
+TEST(PresetFileOfAUserBank, LoadRefusesASizeThatMemoryCannotHold)
 {
 #ifdef VSTK2X_SANITIZED
     GTEST_SKIP() << "a sanitizer ends the program where memory runs out";
 #endif
-    // In a process of its own, because the limit cannot be lifted again for the other tests.
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(loadWithLittleMemory(), testing::ExitedWithCode(0), "");
+    StreamDouble stream(le32(2) + le32(8) + le32(0) + le32(kMaxInt32) + "abcd");
+    const unit::LittleMemory little;
+    EXPECT_FALSE(UserBankKind::load(&stream).result);
+    EXPECT_EQ(stream.getReferences(), 1);
 }
 
 } // namespace

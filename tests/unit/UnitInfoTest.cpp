@@ -29,7 +29,7 @@ protected:
     IPtr<VstK2xController> controller = owned(new VstK2xController);
 };
 
-/** Filled with a pattern, to be found unchanged. */
+/** An output that must not be changed: filled with a pattern, and compared at the end. */
 template <typename Output>
 class Untouched {
 public:
@@ -43,29 +43,18 @@ public:
     Output value;
 };
 
-TEST_F(UnitInfoTest, ListsSeventeenUnits)
+TEST_F(UnitInfoTest, GetUnitInfoListsSeventeenUnits)
 {
     EXPECT_EQ(units().getUnitCount(), 17);
     expectUnit(0, u"Common", 1);
     expectUnit(1, u"Part1 / Voice", 2);
-    expectUnit(2, u"Part2", 3);
-    expectUnit(3, u"Part3", 4);
-    expectUnit(4, u"Part4", 5);
-    expectUnit(5, u"Part5", 6);
-    expectUnit(6, u"Part6", 7);
-    expectUnit(7, u"Part7", 8);
-    expectUnit(8, u"Part8", 9);
-    expectUnit(9, u"Part9", 10);
-    expectUnit(10, u"Part10", 11);
-    expectUnit(11, u"Part11", 12);
-    expectUnit(12, u"Part12", 13);
-    expectUnit(13, u"Part13", 14);
-    expectUnit(14, u"Part14", 15);
-    expectUnit(15, u"Part15", 16);
-    expectUnit(16, u"Part16", 17);
+    for (int32 part = 2; part <= kParts; ++part) {
+        const auto digits = std::to_string(part);
+        expectUnit(part, u"Part" + std::u16string(digits.begin(), digits.end()), part + 1);
+    }
 }
 
-TEST_F(UnitInfoTest, DescribesAnyIndexAllTheSame)
+TEST_F(UnitInfoTest, GetUnitInfoDescribesAnyIndexAllTheSame)
 {
     expectUnit(17, u"Part17", 18);
     expectUnit(-1, u"Part-1", 0);
@@ -75,7 +64,7 @@ TEST_F(UnitInfoTest, DescribesAnyIndexAllTheSame)
     expectUnit(std::numeric_limits<int32>::min(), u"Part-2147483648", -2147483647);
 }
 
-TEST_F(UnitInfoTest, HasNoProgramListsAndLeavesTheirOutputsAlone)
+TEST_F(UnitInfoTest, ProgramListOperationsLeaveTheirOutputsAlone)
 {
     EXPECT_EQ(units().getProgramListCount(), 0);
     for (const int32 index : {0, 1, 17, -1, std::numeric_limits<int32>::max()}) {
@@ -93,7 +82,7 @@ TEST_F(UnitInfoTest, HasNoProgramListsAndLeavesTheirOutputsAlone)
     }
 }
 
-TEST_F(UnitInfoTest, SelectsNothingAndKnowsNoBus)
+TEST_F(UnitInfoTest, SelectUnitSelectsNothingAndGetUnitByBusKnowsNone)
 {
     EXPECT_EQ(units().getSelectedUnit(), 0);
     for (const UnitID unit : {0, 1, 17, 99, -1}) {
@@ -106,12 +95,12 @@ TEST_F(UnitInfoTest, SelectsNothingAndKnowsNoBus)
     EXPECT_EQ(units().setUnitProgramData(1, 0, nullptr), kResultOk);
 }
 
-TEST_F(UnitInfoTest, StoresNoUserBankWithoutALibrary)
+TEST_F(UnitInfoTest, StoreUserBankDoesNothingWithoutALibrary)
 {
     EXPECT_NO_THROW(controller->storeUserBank(VoiceBank::kUser1, 0));
 }
 
-TEST(UnitInfoOfABoundController, NamesTheUnitOfEveryPartsParameters)
+TEST(UnitInfoOfABoundController, GetUnitInfoNamesTheUnitOfEveryPartsParameters)
 {
     BoundController bound;
     bound.initialize();
