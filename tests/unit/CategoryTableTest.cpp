@@ -1,4 +1,4 @@
-// The category tables against a second transcription of what the media browser is to show.
+// The category tables, compared with a second copy that was written down on its own.
 #include "presets/CubaseCategory.h"
 #include "presets/TavrinSynthCategory.h"
 
@@ -26,7 +26,7 @@ struct Record {
 
 struct SubRow {
     const char* synthName;
-    std::vector<Record> records; ///< none: there is no list
+    std::vector<Record> records; ///< empty when there is no list
 };
 
 struct Row {
@@ -37,7 +37,7 @@ struct Row {
 
 const std::vector<Record> kNone;
 
-/** A list with only a default. */
+/** A list whose only record is the default. */
 std::vector<Record> only(const char* subCategory, const char* character)
 {
     return {{subCategory, character, {}}};
@@ -196,7 +196,7 @@ void expectWords(const char* const* actual, const Words& expected)
 
 } // namespace
 
-TEST(CategoryTable, SynthNamesStandInTheirOrder)
+TEST(CategoryTable, VoiceCategoryNamesStandInTheirOrder)
 {
     ASSERT_EQ(kRows.size(), 18u);
     for (size_t row = 0; row < 18; ++row) {
@@ -209,7 +209,7 @@ TEST(CategoryTable, SynthNamesStandInTheirOrder)
     }
 }
 
-TEST(CategoryTable, EveryCategoryHasItsRecordsAndThenTheEnd)
+TEST(CategoryTable, CategoryArrayHasTheRecordsOfEveryCategoryAndThenTheEnd)
 {
     for (size_t row = 0; row < 18; ++row) {
         SCOPED_TRACE(kRows[row].synthName);
@@ -227,7 +227,7 @@ TEST(CategoryTable, EveryCategoryHasItsRecordsAndThenTheEnd)
     }
 }
 
-TEST(CategoryTable, EverySubCategoryHasItsRecordsAndThenTheEnd)
+TEST(CategoryTable, SubCategoriesHaveTheirRecordsAndThenTheEnd)
 {
     for (size_t row = 0; row < 18; ++row)
         for (size_t column = 0; column < 6; ++column) {
@@ -249,7 +249,7 @@ TEST(CategoryTable, EverySubCategoryHasItsRecordsAndThenTheEnd)
         }
 }
 
-TEST(CategoryTable, TheArrayNamesEachList)
+TEST(CategoryTable, CategoryArrayNamesEachList)
 {
     using namespace Category;
     const CategorySubCategory* const lists[] = {

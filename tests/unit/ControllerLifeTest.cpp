@@ -1,5 +1,4 @@
-// The controller's life from initialize to terminate, in whole: the order of everything that it
-// does with the host and the library, and a host that throws at any moment of it.
+// What the controller does with host and library in initialize and terminate, in order.
 #include "tests/unit/BoundController.h"
 
 #include <algorithm>
@@ -20,9 +19,9 @@ bool begins(const std::string& text, const std::string& prefix)
     return text.compare(0, prefix.size(), prefix) == 0;
 }
 
-/** The record's texts of these prefixes, where everything about the observers between two
-    others is one entry, and of an object's releases the last counts: a pointer that is passed on in
-    between may take and release once more. */
+/** The recorded calls with these prefixes. Calls about observers in a row are one entry,
+    "observers". Of several releases of an object only the last is kept, since a smart pointer that
+    is passed on takes and releases a reference as well. */
 Texts milestones(const Trace& trace, Texts prefixes)
 {
     const Texts observers = {"library.getVSTObserverObject", "library.addObserver",
@@ -45,7 +44,7 @@ Texts milestones(const Trace& trace, Texts prefixes)
     return result;
 }
 
-TEST(ControllerLife, BeginsInOrder)
+TEST(ControllerLife, InitializeGoesInOrder)
 {
     BoundController bound;
     CPluginFactory factory{PFactoryInfo()};
@@ -73,7 +72,7 @@ TEST(ControllerLife, BeginsInOrder)
     factory.setHostContext(nullptr);
 }
 
-TEST(ControllerLife, EndsInOrderAndReleasesTheHostsObjectsLast)
+TEST(ControllerLife, TerminateGoesInOrderAndReleasesTheHostsObjectsLast)
 {
     BoundController bound;
     auto& piano = bound.host.devices.addMidiTrack("Piano", "Synth 1", 3);
@@ -110,7 +109,7 @@ TEST(ControllerLife, EndsInOrderAndReleasesTheHostsObjectsLast)
              "updateHandler.release()", "hostClasses.release()"})));
 }
 
-TEST(ControllerLife, TakesAHandlerThatThrowsWhenAskedForItsExtensions)
+TEST(ControllerLife, SetComponentHandlerTakesOneThatThrowsWhenAskedForItsExtensions)
 {
     BoundController bound;
     bound.initialize();
@@ -124,7 +123,7 @@ TEST(ControllerLife, TakesAHandlerThatThrowsWhenAskedForItsExtensions)
     EXPECT_THAT(bound.trace.textsOf({"host."}), ElementsAre("host.restartComponent(8)"));
 }
 
-TEST(ControllerLife, StaysFailedUntilTerminateAfterABindingThatFailed)
+TEST(ControllerLife, InitializeFailsUntilTerminateAfterABindingThatFailed)
 {
     for (const bool withContext : {false, true}) {
         SCOPED_TRACE(withContext ? "first with a context" : "first without one");
@@ -148,7 +147,7 @@ TEST(ControllerLife, StaysFailedUntilTerminateAfterABindingThatFailed)
     }
 }
 
-TEST(ControllerLife, TellsAPeerThatIsStillConnectedRightAfterTheTimerHasStopped)
+TEST(ControllerLife, TerminateTellsAPeerThatIsStillConnectedOnceTheTimerHasStopped)
 {
     BoundController bound;
     bound.initialize();
@@ -157,7 +156,7 @@ TEST(ControllerLife, TellsAPeerThatIsStillConnectedRightAfterTheTimerHasStopped)
     bound.host.traceQueries();
     EXPECT_EQ(bound.controller->terminate(), kResultOk);
     auto calls = bound.trace.texts();
-    // The message is made by the host in a few calls.
+    // Leaves out the calls by which the host makes the message.
     const auto isOfTheMessage = [](const std::string& text) {
         return begins(text, "message(") || begins(text, "context.createInstance(") ||
                text == "query(context, IHostApplication)";
@@ -171,7 +170,7 @@ TEST(ControllerLife, TellsAPeerThatIsStillConnectedRightAfterTheTimerHasStopped)
     EXPECT_EQ(calls, expected);
 }
 
-TEST(ControllerLife, EndsWithAPeerThatThrowsWhenTheHostLeftItConnected)
+TEST(ControllerLife, TerminateEndsTheLibraryThoughAPeerThatIsStillConnectedThrows)
 {
     BoundController bound;
     bound.initialize();
@@ -185,7 +184,7 @@ TEST(ControllerLife, EndsWithAPeerThatThrowsWhenTheHostLeftItConnected)
     bound.controller->disconnect(&bound.host.peer);
 }
 
-TEST(ControllerLife, UnbindsInTerminateOnlyAndStopsItsTimerInAnyCase)
+TEST(ControllerLife, ReleaseWithoutTerminateStopsTheTimerAndCallsNobody)
 {
     BoundController bound;
     bound.initialize();
@@ -193,7 +192,7 @@ TEST(ControllerLife, UnbindsInTerminateOnlyAndStopsItsTimerInAnyCase)
     EXPECT_THAT(bound.trace.textsOf({"library.", "observer(", "service.", "updateHandler."}),
                 IsEmpty());
     EXPECT_THAT(bound.host.runLoop.intervals(), IsEmpty());
-    // What a host keeps of a plug-in that it did not terminate is the host's to forget.
+    // A host that does not call terminate keeps its dependents.
     bound.host.updates.forgetDependents();
     CPluginFactory(PFactoryInfo()).setHostContext(nullptr);
     EXPECT_THAT(bound.host.ledger(), IsEmpty());

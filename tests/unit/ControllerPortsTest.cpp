@@ -1,5 +1,5 @@
-// The whole controller with its ports: what the library and the host ask of it reaches the ports'
-// part, and terminate gives the ports back.
+// The whole controller and the host's ports: what library and host ask of it reaches PortManager,
+// and terminate shows the ports again.
 #include "hostapi/IExternalEffectUsingSKI.h"
 #include "hostapi/IHostClasses.h"
 #include "tests/unit/BoundController.h"
@@ -35,7 +35,7 @@ protected:
     BoundController bound;
 };
 
-TEST_F(ControllerPorts, AreListedForTheLibrary)
+TEST_F(ControllerPorts, PortListsReachTheLibrary)
 {
     VstIControllerInterface* controller = bound.library.controller;
     using Audio = VSTiAudioPort::AudioPortInfo;
@@ -50,7 +50,7 @@ TEST_F(ControllerPorts, AreListedForTheLibrary)
                                           Field(&Midi::portId, "M")))));
 }
 
-TEST_F(ControllerPorts, AreConnectedForTheLibrary)
+TEST_F(ControllerPorts, SetAudioPortListAndSetMidiOutPortReachTheHost)
 {
     EXPECT_FALSE(bound.library.controller->isConnectAudioPort());
     setAudio("A", nullptr, nullptr, "B");
@@ -60,7 +60,7 @@ TEST_F(ControllerPorts, AreConnectedForTheLibrary)
     EXPECT_THAT(bound.host.ports.midiPorts, ElementsAre("port(M)"));
 }
 
-TEST_F(ControllerPorts, AreConnectedByTheHostItselfInOlderHosts)
+TEST_F(ControllerPorts, IsConnectAudioPortHostIsTrueInOlderHosts)
 {
     EXPECT_FALSE(bound.library.controller->isConnectAudioPortHost());
     bound.host.context.versionText = "Version 5.0.9";
@@ -69,13 +69,13 @@ TEST_F(ControllerPorts, AreConnectedByTheHostItselfInOlderHosts)
     EXPECT_FALSE(bound.library.controller->isConnectAudioPortHost());
 }
 
-TEST_F(ControllerPorts, CanBeSearchedInTheInvertedWay)
+TEST_F(ControllerPorts, IsExistAudioPortIdListIsTrueForAnIdThatIsNotThere)
 {
     EXPECT_FALSE(VstK2xController::isExistAudioPortIdList("B", {"A", "B"}));
     EXPECT_TRUE(VstK2xController::isExistAudioPortIdList("C", {"A", "B"}));
 }
 
-TEST_F(ControllerPorts, LeaveTheHostsMidiInputsAndAreShownAtTheFirstStart)
+TEST_F(ControllerPorts, AllMidiInputRemoveAndFirstStartReachThePorts)
 {
     bound.host.ports.midiInput("4", "Tavrin RDL3/RDL5 Port4");
     bound.host.ports.removalResult = 7;
@@ -91,7 +91,7 @@ TEST_F(ControllerPorts, LeaveTheHostsMidiInputsAndAreShownAtTheFirstStart)
 
 // The host is ready ---------------------------------------------------------------
 
-TEST_F(ControllerPorts, CanBeSetOnceTheHostSaysSo)
+TEST_F(ControllerPorts, HostReadyForSetPortConnectionsTellsLibraryAndHost)
 {
     EXPECT_FALSE(bound.library.controller->isHostReadyForSetPort());
     bound.library.controller->setInitialStartFileLoad(true);
@@ -108,7 +108,7 @@ TEST_F(ControllerPorts, CanBeSetOnceTheHostSaysSo)
     EXPECT_TRUE(bound.controller->isHostReadyForSetPort()) << "for the rest of its life";
 }
 
-TEST(UnboundControllersPorts, CannotBeSet)
+TEST(UnboundControllerPorts, OperationsDoNothingWithoutALibrary)
 {
     const auto controller = owned(new VstK2xController);
     EXPECT_EQ(controller->hostReadyForSetPortConnections(), 0);
@@ -123,14 +123,14 @@ TEST(UnboundControllersPorts, CannotBeSet)
     EXPECT_EQ(controller->allMidiInputRemove("Port4"), 1);
 }
 
-/** A controller of another kind, which tells the latency its own way. */
+/** A controller that overrides changeLatencyTrigger. */
 class OwnTrigger : public VstK2xController {
 public:
     int triggers = 0;
     void changeLatencyTrigger() override { ++triggers; }
 };
 
-TEST(HostReadyForPorts, TellsOfTheLatencyThroughTheControllersOwnOperation)
+TEST(HostReadyForPorts, HostReadyForSetPortConnectionsCallsAnOverriddenChangeLatencyTrigger)
 {
     BoundController bound;
     auto own = owned(new OwnTrigger);
@@ -144,7 +144,7 @@ TEST(HostReadyForPorts, TellsOfTheLatencyThroughTheControllersOwnOperation)
 
 // The end -----------------------------------------------------------------------------
 
-TEST_F(ControllerPorts, AreForgottenByTerminateWithoutARegistryToo)
+TEST_F(ControllerPorts, TerminateForgetsThePortsWithoutARegistryToo)
 {
     setAudio("A", nullptr, nullptr, nullptr);
     bound.host.hide(IPortRegistry::iid);

@@ -1,5 +1,5 @@
-// The whole controller in a host with tracks: initialize observes the mixer, the host's notices
-// and the library's wishes reach the routing, and terminate leaves nothing observed.
+// The whole controller in a host with tracks: initialize observes the mixer, the host's updates and
+// the library's requests reach TrackRouting, and after terminate nothing is observed.
 #include "hostapi/IDevice.h"
 #include "hostapi/IHostClasses.h"
 #include "tests/unit/BoundController.h"
@@ -18,7 +18,7 @@ constexpr auto kRoutedElsewhere = "Synth 2 - Other VST";
 const std::string kSync3 = "library.syncPartToMidiChannel(3)";
 const std::string kSync4 = "library.syncPartToMidiChannel(4)";
 
-/** Two tracks that are routed here on channels 3 and 4, and one that is not. */
+/** Two tracks that play the plug-in on channels 3 and 4, and one that plays another. */
 class ControllerRouting : public testing::Test {
 protected:
     explicit ControllerRouting(const HostFamily& family = HostFamily::cubase("7.4.0"))
@@ -41,9 +41,9 @@ protected:
     HostDeviceDouble& other;
 };
 
-// Initialize and terminate -----------------------------------------------------------
+// Initialize and terminate --------------------------------------------------------------
 
-TEST_F(ControllerRouting, HoldsNothingOfTheHostsVersionAfterInitialize)
+TEST_F(ControllerRouting, InitializeReleasesWhatItAskedOfTheHostForItsVersion)
 {
     bound.controller->terminate();
     bound.host.traceReferences();
@@ -60,7 +60,7 @@ TEST_F(ControllerRouting, HoldsNothingOfTheHostsVersionAfterInitialize)
     EXPECT_EQ(taken, released);
 }
 
-TEST_F(ControllerRouting, HearsNothingMoreAfterTerminate)
+TEST_F(ControllerRouting, UpdateAndEditorPartSyncMidiChDoNothingAfterTerminate)
 {
     bound.host.devices.select(0);
     bound.controller->terminate();
@@ -77,9 +77,9 @@ TEST_F(ControllerRouting, HearsNothingMoreAfterTerminate)
                 IsEmpty());
 }
 
-// Both ways -----------------------------------------------------------------------------
+// Between host and library --------------------------------------------------------------
 
-TEST_F(ControllerRouting, ShowsTheTrackThatTheHostSelects)
+TEST_F(ControllerRouting, UpdateTellsTheLibraryOfTheSelectedTracksChannel)
 {
     bound.host.devices.select(1);
     bound.host.devices.select(2);
@@ -87,7 +87,7 @@ TEST_F(ControllerRouting, ShowsTheTrackThatTheHostSelects)
     EXPECT_THAT(synced(), ElementsAre(kSync4, kSync3));
 }
 
-TEST_F(ControllerRouting, MakesTheHostSelectTheTrackOfThePart)
+TEST_F(ControllerRouting, EditorPartSyncMidiChMakesTheHostSelectTheTrackOfThePart)
 {
     bound.library.controller->editorPartSyncMidiCh(4);
     EXPECT_EQ(selected(), 1);
@@ -96,9 +96,9 @@ TEST_F(ControllerRouting, MakesTheHostSelectTheTrackOfThePart)
     EXPECT_EQ(selected(), 1);
 }
 
-TEST_F(ControllerRouting, EndsAtTheTrackWhenTheLibraryAnswersWithThePart)
+TEST_F(ControllerRouting, EditorPartSyncMidiChInsideSyncPartToMidiChannelSelectsNothingNew)
 {
-    // An editor that was switched to a part may say so again from inside.
+    // An editor that is told to show a part may ask for that part inside the same call.
     bound.library.onCall = [&](const std::string& text) {
         if (text == kSync3)
             bound.library.controller->editorPartSyncMidiCh(3);
@@ -108,7 +108,7 @@ TEST_F(ControllerRouting, EndsAtTheTrackWhenTheLibraryAnswersWithThePart)
     EXPECT_EQ(bound.trace.textsOf({"value(Mixer.selected).setInteger"}).size(), 0u);
 }
 
-TEST_F(ControllerRouting, FollowsALibraryThatAsksForAnotherPartInstead)
+TEST_F(ControllerRouting, EditorPartSyncMidiChInsideSyncPartToMidiChannelSelectsAnotherPart)
 {
     bool asked = false;
     bound.library.onCall = [&](const std::string& text) {
@@ -125,14 +125,14 @@ TEST_F(ControllerRouting, FollowsALibraryThatAsksForAnotherPartInstead)
                             "value(Organ.channel)"));
 }
 
-/** Parts that take turns: whichever is shown asks for the other. */
+/** The library asks for part 4 whenever it is told to show part 3, and the other way round. */
 class PartsThatAnswerEachOther : public ControllerRouting {
 protected:
     void SetUp() override
     {
         ControllerRouting::SetUp();
         bound.library.onCall = [this](const std::string& text) {
-            // Far more often than anybody follows, and few enough for the stack.
+            // Ends a recursion that nobody else ends before the stack is used up.
             if (synced().size() > 200)
                 return;
             if (text == kSync3)
@@ -142,7 +142,7 @@ protected:
         };
     }
 
-    /** The selected track, the last channel told and what is observed. */
+    /** Host, library and the observed values have the same track. */
     void expectThatAllAgreeOn(int32 index)
     {
         const std::string track = index == 0 ? "Piano" : "Organ";
@@ -154,26 +154,26 @@ protected:
     }
 };
 
-TEST_F(PartsThatAnswerEachOther, AreFollowedSixteenTimesWhenTheHostSelectsATrack)
+TEST_F(PartsThatAnswerEachOther, UpdateFollowsThemSixteenTimes)
 {
     bound.host.devices.select(0);
-    EXPECT_EQ(synced().size(), 1u + 16u); // the host's own choice, and the requests in turn
+    EXPECT_EQ(synced().size(), 1u + 16u); // the host's selection, and sixteen requests
     expectThatAllAgreeOn(0);
-    // Nothing of it is left to the next time.
+    // The count starts again with the next selection.
     bound.trace.clear();
     bound.host.devices.select(1);
     EXPECT_EQ(synced().size(), 1u + 16u);
     expectThatAllAgreeOn(1);
 }
 
-TEST_F(PartsThatAnswerEachOther, AreFollowedSixteenTimesWhenTheLibraryBegins)
+TEST_F(PartsThatAnswerEachOther, EditorPartSyncMidiChFollowsThemSixteenTimes)
 {
     bound.library.controller->editorPartSyncMidiCh(4);
     EXPECT_EQ(synced().size(), 16u);
     expectThatAllAgreeOn(0);
 }
 
-TEST_F(PartsThatAnswerEachOther, AreFollowedAgainAfterACallThatThrew)
+TEST_F(PartsThatAnswerEachOther, UpdateFollowsThemAgainAfterACallThatThrew)
 {
     bound.host.throwAt("value(Mixer.selected).setInteger");
     bound.host.devices.select(0);
@@ -185,7 +185,7 @@ TEST_F(PartsThatAnswerEachOther, AreFollowedAgainAfterACallThatThrew)
     expectThatAllAgreeOn(1);
 }
 
-TEST_F(ControllerRouting, HearsNoticesThatTheHostKeepsForLater)
+TEST_F(ControllerRouting, UpdateMayComeLater)
 {
     bound.host.updates.deferred = true;
     bound.library.controller->editorPartSyncMidiCh(4);
@@ -195,14 +195,14 @@ TEST_F(ControllerRouting, HearsNoticesThatTheHostKeepsForLater)
     EXPECT_THAT(synced(), ElementsAre(kSync4));
     organ.value("channel").integer = 3;
     bound.host.devices.tell(organ.value("channel"), IDependent::kChanged);
-    bound.host.devices.select(2); // ... and the track is left before the host tells of either
+    bound.host.devices.select(2); // before the host delivers the change of the channel
     bound.host.updates.deliver();
     EXPECT_THAT(synced(), ElementsAre(kSync4, kSync3));
     EXPECT_THAT(bound.host.updates.observed(),
                 ElementsAre("device(Mixer)", "value(Mixer.selected)", "value(Other.output)"));
 }
 
-TEST_F(ControllerRouting, OperationsOfItsOwnReachTheTracks)
+TEST_F(ControllerRouting, OwnOperationsReachTheTracks)
 {
     auto& controller = *bound.controller;
     bound.host.devices.mixer().value("selected").integer = 2;
@@ -241,7 +241,7 @@ protected:
     HostDeviceDouble& lead;
 };
 
-TEST_F(RoutingInANewerHost, GoesThroughTheRackBothWays)
+TEST_F(RoutingInANewerHost, UpdateAndEditorPartSyncMidiChUseTheRack)
 {
     bound.library.controller->editorPartSyncMidiCh(4);
     EXPECT_EQ(selected(), 3);

@@ -30,9 +30,9 @@ std::string userBank(int32 bank, int32 number, int32 size, const std::string& da
     return integers({2, bank, number, size}) + data;
 }
 
-class ControllerStateTest : public testing::Test {
+class ControllerSetState : public testing::Test {
 protected:
-    ControllerStateTest() { bound.initialize(); }
+    ControllerSetState() { bound.initialize(); }
 
     /** What the library is told when the host restores these bytes. */
     std::vector<std::string> restored(const std::string& bytes)
@@ -51,7 +51,7 @@ protected:
     BoundController bound;
 };
 
-TEST_F(ControllerStateTest, APresetSelectsItsVoice)
+TEST_F(ControllerSetState, SelectsThePresetsVoice)
 {
     EXPECT_THAT(restored(preset(3, 127)), ElementsAre("library.applyPreset(3, 127)"));
     EXPECT_THAT(restored(preset(-5, 2147483647)),
@@ -59,7 +59,7 @@ TEST_F(ControllerStateTest, APresetSelectsItsVoice)
     EXPECT_THAT(restored(preset(3, 4) + "more bytes"), ElementsAre("library.applyPreset(3, 4)"));
 }
 
-TEST_F(ControllerStateTest, AUserBankHandsItsDataBack)
+TEST_F(ControllerSetState, HandsAUserBanksDataBack)
 {
     EXPECT_THAT(restored(userBank(8, 2, 5,
                                   std::string("a\0b\xFF"
@@ -70,20 +70,20 @@ TEST_F(ControllerStateTest, AUserBankHandsItsDataBack)
     EXPECT_EQ(bound.library.userBanksApplied[0], (std::vector<char>{'a', 0, 'b', '\xFF', 'c'}));
 }
 
-TEST_F(ControllerStateTest, APresetWithAUserBankBehindItIsAPresetOnly)
+TEST_F(ControllerSetState, TakesAPresetWithAUserBankBehindItForAPreset)
 {
     EXPECT_THAT(restored(preset(3, 4) + userBank(8, 2, 3, "abc")),
                 ElementsAre("library.applyPreset(3, 4)"));
 }
 
-TEST_F(ControllerStateTest, IsReadFromTheStreamsPosition)
+TEST_F(ControllerSetState, ReadsFromTheStreamsPosition)
 {
     StreamDouble stream("front" + preset(3, 4));
     stream.position = 5;
     EXPECT_THAT(restored(stream), ElementsAre("library.applyPreset(3, 4)"));
 }
 
-TEST_F(ControllerStateTest, OfAnythingElseChangesNothing)
+TEST_F(ControllerSetState, ChangesNothingForAnythingElse)
 {
     for (const std::string& bytes :
          {std::string(), integers({0, 1, 2}), integers({3, 1, 2}), integers({-1, 1, 2}),
@@ -97,20 +97,20 @@ TEST_F(ControllerStateTest, OfAnythingElseChangesNothing)
     EXPECT_THAT(bound.trace.texts(), IsEmpty());
 }
 
-TEST_F(ControllerStateTest, OfAUserBankWithoutASizeIsNotApplied)
+TEST_F(ControllerSetState, DoesNotApplyAUserBankWithoutASize)
 {
     for (const int32 size : {0, -1, std::numeric_limits<int32>::min()})
         EXPECT_THAT(restored(userBank(8, 2, size, "abcd")), IsEmpty()) << size;
 }
 
-TEST_F(ControllerStateTest, SurvivesAStreamThatFailsAtAnyCall)
+TEST_F(ControllerSetState, SurvivesAStreamThatFailsAtAnyCall)
 {
     // Calls of a preset: marker, back, marker, bank, number.
     const std::vector<std::vector<std::string>> expected = {
         {},                             // no marker
-        {},                             // not moved back: the bank is read as the marker
-        {},                             // no marker the second time
-        {"library.applyPreset(-1, 3)"}, // the next field takes the bank's place
+        {},                             // the bank is taken for the marker
+        {},                             // the marker cannot be read the second time
+        {"library.applyPreset(-1, 3)"}, // the number is read in the bank's place
         {"library.applyPreset(3, -1)"},
     };
     for (size_t call = 1; call <= expected.size(); ++call) {
@@ -120,7 +120,7 @@ TEST_F(ControllerStateTest, SurvivesAStreamThatFailsAtAnyCall)
     }
 }
 
-TEST_F(ControllerStateTest, TakesAShortReadForMissingBytes)
+TEST_F(ControllerSetState, TakesAShortReadForMissingBytes)
 {
     StreamDouble stream(userBank(8, 2, 6, "abcdef"));
     stream.shortRead = 4; // whole fields, and a part of the data
@@ -131,7 +131,7 @@ TEST_F(ControllerStateTest, TakesAShortReadForMissingBytes)
     EXPECT_THAT(restored(shorter), IsEmpty());
 }
 
-TEST_F(ControllerStateTest, SurvivesALibraryThatThrows)
+TEST_F(ControllerSetState, SurvivesALibraryThatThrows)
 {
     bound.library.throwAt("applyPreset");
     bound.library.throwAt("applyUserBank");
@@ -139,7 +139,7 @@ TEST_F(ControllerStateTest, SurvivesALibraryThatThrows)
     EXPECT_EQ(restored(userBank(8, 2, 3, "abc")).size(), 1u);
 }
 
-TEST_F(ControllerStateTest, WithoutALibraryIsIgnored)
+TEST_F(ControllerSetState, ReadsNothingWithoutALibrary)
 {
     const auto unbound = owned(new VstK2xController);
     StreamDouble first(preset(3, 4));
@@ -149,7 +149,7 @@ TEST_F(ControllerStateTest, WithoutALibraryIsIgnored)
     EXPECT_EQ(second.position, 0);
 }
 
-TEST_F(ControllerStateTest, IsNotWrittenAndTheProcessorsIsNotRead)
+TEST_F(ControllerSetState, LeavesGetStateAndSetComponentStateWithNothingToDo)
 {
     StreamDouble stream("abcd");
     EXPECT_EQ(bound.controller->getState(&stream), kResultOk);

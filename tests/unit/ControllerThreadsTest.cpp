@@ -1,5 +1,5 @@
-// Library threads, the timer and the host's parameter calls at once. What these tests protect shows
-// best under the thread sanitizer; a lock taken in the wrong order hangs them.
+// Library threads, the timer and the host's parameter calls at the same time. The thread sanitizer
+// finds most of what may go wrong here; with locks in the wrong order a test hangs.
 #include "tests/unit/BoundController.h"
 
 #include <atomic>
@@ -85,7 +85,7 @@ std::vector<std::string> everyTurnOf(unsigned id)
     return result;
 }
 
-TEST_P(ControllerThreads, LoseNoGestureAndKeepEachKnobsOrder)
+TEST_P(ControllerThreads, EditorCallbacksLoseNoGestureAndKeepEachKnobsOrder)
 {
     std::atomic<int> running{3};
     std::vector<std::thread> hands;
@@ -109,9 +109,9 @@ TEST_P(ControllerThreads, LoseNoGestureAndKeepEachKnobsOrder)
     EXPECT_THAT(bound.host.handler.unpairedEdits(), IsEmpty());
 }
 
-/** A host that reads the parameter's editor value, through the library, while it is told of an
-    edit: the drain holds the queue's lock, and takes the parameter's. */
-TEST(ControllerLocks, AreTakenInOneOrderOnly)
+/** The host asks for an editor value while it is told of an edit: the queue's lock is held, and the
+    parameter's is taken. */
+TEST(ControllerLocks, IsSetVSTValueMayBeCalledWhileTheQueueIsDrained)
 {
     BoundController bound(BoundController::withoutUnicode());
     bound.initialize();
@@ -120,8 +120,8 @@ TEST(ControllerLocks, AreTakenInOneOrderOnly)
     bound.host.onCall = [&](const std::string& text) {
         if (text != "host.beginEdit(1)")
             return;
-        // The callback stores its value under the parameter's lock and then waits for the queue's,
-        // which this thread holds. Had it kept the first, the look below would never end.
+        // The callback stores its value under the parameter's lock, and then waits for the queue's
+        // lock, which this thread holds. Did it keep the first lock, isSetVSTValue would never end.
         hand = std::thread([&] { editorValueChange(bound.controller, kVolume1, 4); });
         while (bound.parameter(kVolume1)->getEditorParameter() != 4)
             std::this_thread::yield();
@@ -138,7 +138,7 @@ TEST(ControllerLocks, AreTakenInOneOrderOnly)
     EXPECT_THAT(bound.edits(), ElementsAre("host.beginEdit(1)", "host.performEdit(37012000, 1)"));
 }
 
-TEST(ControllerLocks, HoldTheQueueWhileTheHostIsCalledAndNotWhilePolling)
+TEST(ControllerLocks, NotificationEventHoldsTheQueueWhileTheHostIsCalledAndNotWhilePolling)
 {
     BoundController bound(BoundController::withoutUnicode());
     bound.initialize();
@@ -154,7 +154,7 @@ TEST(ControllerLocks, HoldTheQueueWhileTheHostIsCalledAndNotWhilePolling)
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         EXPECT_FALSE(queued);
     };
-    // An observer may wait for another thread of its library that raises an event.
+    // An observer may wait for another thread of the library on which an event is raised.
     bound.library.observer(kVolume1)->atCheck = [&] {
         std::thread([&] { bound.controller->editorBeginEdit(1); }).join();
     };
@@ -165,7 +165,7 @@ TEST(ControllerLocks, HoldTheQueueWhileTheHostIsCalledAndNotWhilePolling)
     EXPECT_THAT(bound.edits(), ElementsAre("host.beginEdit(1)", "host.endEdit(2)"));
 }
 
-TEST(ControllerLocks, OfADirectEventAreFreeWhenTheHostIsCalled)
+TEST(ControllerLocks, EditorValueChangeHoldsNoneWhileTheHostIsCalled)
 {
     BoundController bound;
     bound.initialize();

@@ -16,7 +16,7 @@ namespace {
 constexpr int32 kLargest = std::numeric_limits<int32>::max();
 constexpr int32 kSmallest = std::numeric_limits<int32>::min();
 
-/** A view over a library, without a controller unless a test makes one. */
+/** A view of a library, without a controller. */
 class EditorViewTest : public testing::Test {
 protected:
     IPtr<VstK2xEditorView> makeView(VstIEditorConnect* connection)
@@ -48,7 +48,7 @@ protected:
 
 // Size ------------------------------------------------------------------------
 
-TEST_F(EditorViewTest, IsAsLargeAsTheEditorAndAtTheOrigin)
+TEST_F(EditorViewTest, GetSizeIsTheEditorsAtTheOrigin)
 {
     const ViewRect size = sizeFor(ViewRect(10, 20, 810, 620));
     EXPECT_EQ(size.right, 800);
@@ -56,31 +56,31 @@ TEST_F(EditorViewTest, IsAsLargeAsTheEditorAndAtTheOrigin)
     EXPECT_EQ(trace.texts(), std::vector<std::string>{"library.getEditorRect()"});
 }
 
-TEST_F(EditorViewTest, TakesTheSizeWhateverTheResultOfTheQuestion)
+TEST_F(EditorViewTest, GetSizeTakesTheSizeWhateverGetEditorRectAnswers)
 {
     library.rectResult = 5;
     EXPECT_EQ(sizeFor(ViewRect(0, 0, 8, 6)).right, 8);
 }
 
-TEST_F(EditorViewTest, IsEmptyWhenTheEditorHasNoSize)
+TEST_F(EditorViewTest, GetSizeIsEmptyWhenTheEditorHasNoSize)
 {
     EXPECT_EQ(sizeFor(std::nullopt).right, 0);
     library.throwAt("getEditorRect");
     EXPECT_EQ(sizeFor(ViewRect(0, 0, 8, 6)).right, 0);
 }
 
-TEST_F(EditorViewTest, SurvivesAbsurdRectangles)
+TEST_F(EditorViewTest, GetSizeSurvivesAbsurdRectangles)
 {
     EXPECT_EQ(sizeFor(ViewRect(5, 7, 5, 7)).right, 0);
     EXPECT_EQ(sizeFor(ViewRect(10, 10, 4, 3)).right, -6);
     EXPECT_EQ(sizeFor(ViewRect(10, 10, 4, 3)).bottom, -7);
     EXPECT_EQ(sizeFor(ViewRect(0, 0, kLargest, kLargest)).right, kLargest);
-    EXPECT_EQ(sizeFor(ViewRect(-1, 0, kLargest, 0)).right, kSmallest); // wraps, as 32 bits do
+    EXPECT_EQ(sizeFor(ViewRect(-1, 0, kLargest, 0)).right, kSmallest); // wraps around in 32 bits
     EXPECT_EQ(sizeFor(ViewRect(kSmallest, 0, kLargest, 0)).right, -1);
     EXPECT_EQ(sizeFor(ViewRect(kLargest, 0, kSmallest, 0)).right, 1);
 }
 
-TEST_F(EditorViewTest, KeepsTheBasesAnswersAboutItsSize)
+TEST_F(EditorViewTest, OnSizeAndCheckSizeConstraintAreTheBaseClasses)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->canResize(), kResultFalse);
@@ -94,7 +94,7 @@ TEST_F(EditorViewTest, KeepsTheBasesAnswersAboutItsSize)
 
 // Attaching -------------------------------------------------------------------
 
-TEST_F(EditorViewTest, SupportsOnePlatformType)
+TEST_F(EditorViewTest, IsPlatformTypeSupportedForNSViewOnly)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->isPlatformTypeSupported("NSView"), kResultTrue);
@@ -104,7 +104,7 @@ TEST_F(EditorViewTest, SupportsOnePlatformType)
     EXPECT_EQ(view->isPlatformTypeSupported(nullptr), kNotImplemented);
 }
 
-TEST_F(EditorViewTest, AttachesInFourSteps)
+TEST_F(EditorViewTest, AttachedGoesInFourSteps)
 {
     const auto view = makeView(&library);
     library.rect = ViewRect(1, 2, 30, 40);
@@ -114,7 +114,7 @@ TEST_F(EditorViewTest, AttachesInFourSteps)
     EXPECT_EQ(library.parent, &window);
 }
 
-TEST_F(EditorViewTest, DoesNotLookAtTheTypeItIsAttachedWith)
+TEST_F(EditorViewTest, AttachedDoesNotLookAtTheType)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->attached(nullptr, nullptr), kResultOk);
@@ -122,7 +122,7 @@ TEST_F(EditorViewTest, DoesNotLookAtTheTypeItIsAttachedWith)
                  "library.openEditor(null, 0 0 800 600)", "library.editorOpened()"});
 }
 
-TEST_F(EditorViewTest, IsNotAttachedForItsBaseWhichHasNothingToDraw)
+TEST_F(EditorViewTest, IsAttachedStaysFalseForTheBaseClass)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->attached(&window, "NSView"), kResultOk);
@@ -131,7 +131,7 @@ TEST_F(EditorViewTest, IsNotAttachedForItsBaseWhichHasNothingToDraw)
     EXPECT_FALSE(view->isAttached());
 }
 
-TEST_F(EditorViewTest, StaysEmptyWhenTheEditorIsNotReady)
+TEST_F(EditorViewTest, AttachedOpensNothingWhenTheEditorIsNotReady)
 {
     const auto view = makeView(&library);
     for (const int32 answer : {1, -1, kLargest}) {
@@ -147,7 +147,7 @@ TEST_F(EditorViewTest, StaysEmptyWhenTheEditorIsNotReady)
     }
 }
 
-TEST_F(EditorViewTest, GoesOnWhateverOpeningAnswers)
+TEST_F(EditorViewTest, AttachedGoesOnWhateverOpenEditorAnswers)
 {
     const auto view = makeView(&library);
     library.openResult = 1;
@@ -155,7 +155,7 @@ TEST_F(EditorViewTest, GoesOnWhateverOpeningAnswers)
     EXPECT_EQ(trace.texts().back(), "library.editorOpened()");
 }
 
-TEST_F(EditorViewTest, TakesAThrowingCallForAFailedOne)
+TEST_F(EditorViewTest, OperationsTakeAThrowingCallForAFailedOne)
 {
     const auto view = makeView(&library);
     library.throwAt("prepareEditor");
@@ -178,7 +178,7 @@ TEST_F(EditorViewTest, TakesAThrowingCallForAFailedOne)
     EXPECT_EQ(view->onWheel(1), kResultFalse);
 }
 
-TEST_F(EditorViewTest, ClosesTheEditorWhenItIsRemoved)
+TEST_F(EditorViewTest, RemovedClosesTheEditor)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->removed(), kResultOk);
@@ -191,7 +191,7 @@ TEST_F(EditorViewTest, ClosesTheEditorWhenItIsRemoved)
 
 // Events ----------------------------------------------------------------------
 
-TEST_F(EditorViewTest, PassesFocusOn)
+TEST_F(EditorViewTest, OnFocusReachesTheLibrary)
 {
     const auto view = makeView(&library);
     for (const TBool state : {TBool(0), TBool(1), TBool(2), TBool(255)})
@@ -200,7 +200,7 @@ TEST_F(EditorViewTest, PassesFocusOn)
                  "library.onFocus(true)"});
 }
 
-TEST_F(EditorViewTest, PassesKeysOnAsTheirByte)
+TEST_F(EditorViewTest, OnKeyDownAndOnKeyUpPassTheByteOn)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->onKeyDown(u'a', 12, 3), kResultOk);
@@ -219,7 +219,7 @@ TEST_F(EditorViewTest, PassesKeysOnAsTheirByte)
     EXPECT_EQ(view->onKeyUp(u'a', 0, 0), kResultFalse);
 }
 
-TEST_F(EditorViewTest, PassesTheWheelOnInWholeLines)
+TEST_F(EditorViewTest, OnWheelPassesWholeLinesOn)
 {
     const auto view = makeView(&library);
     for (const float distance : {0.0F, 0.25F, -0.25F, 1.0F, -1.0F, 1.5F, 3.0F, -3.0F})
@@ -231,7 +231,7 @@ TEST_F(EditorViewTest, PassesTheWheelOnInWholeLines)
     EXPECT_EQ(view->onWheel(1), kResultFalse);
 }
 
-TEST_F(EditorViewTest, WithoutALibraryAnswersAndDoesNothing)
+TEST_F(EditorViewTest, OperationsDoNothingWithoutALibrary)
 {
     const auto view = makeView(nullptr);
     ParamID id = 5;
@@ -250,7 +250,7 @@ TEST_F(EditorViewTest, WithoutALibraryAnswersAndDoesNothing)
     expectCalls({});
 }
 
-TEST_F(EditorViewTest, GivesItsParameterFinderWithAReference)
+TEST_F(EditorViewTest, QueryInterfaceGivesTheParameterFinderWithAReference)
 {
     const auto view = makeView(&library);
     const auto references = [&] {
@@ -286,7 +286,7 @@ protected:
     IPtr<VstK2xEditorView> view;
 };
 
-TEST_F(ControlledViewTest, FindsTheParameterThatTheEditorShows)
+TEST_F(ControlledViewTest, FindParameterFindsTheOneThatTheEditorShows)
 {
     bound.library.parameterAt = [](int32 x, int32) {
         return x < 0 ? std::optional<uint32>() : std::optional<uint32>(kVolume1);
@@ -303,7 +303,7 @@ TEST_F(ControlledViewTest, FindsTheParameterThatTheEditorShows)
     EXPECT_EQ(view->findParameter(3, 4, id), kResultFalse);
 }
 
-TEST_F(ControlledViewTest, FindsNothingWithoutAController)
+TEST_F(ControlledViewTest, FindParameterFindsNothingWithoutAController)
 {
     const auto lonely = owned(new VstK2xEditorView(nullptr, &bound.library));
     bound.trace.clear();
@@ -312,9 +312,9 @@ TEST_F(ControlledViewTest, FindsNothingWithoutAController)
     EXPECT_THAT(bound.trace.texts(), IsEmpty());
 }
 
-TEST_F(ControlledViewTest, LeavesTheWheelAloneWhenThereIsNoScrollEvent)
+TEST_F(ControlledViewTest, OnWheelLeavesTheDistanceAloneWithoutAScrollEvent)
 {
-    // Here the application handles no event, whatever the host.
+    // In this program the application handles no scroll event.
     EXPECT_EQ(bound.controller->getVSTHostType(), 0);
     bound.trace.clear();
     view->onWheel(3);
@@ -323,7 +323,7 @@ TEST_F(ControlledViewTest, LeavesTheWheelAloneWhenThereIsNoScrollEvent)
     EXPECT_EQ(view->onWheel(3), kResultOk);
 }
 
-TEST_F(ControlledViewTest, OutlivesTheLibraryInSilence)
+TEST_F(ControlledViewTest, OperationsCallNobodyAfterTerminate)
 {
     EXPECT_EQ(view->attached(this, "NSView"), kResultOk);
     bound.controller->terminate();
@@ -339,7 +339,7 @@ TEST_F(ControlledViewTest, OutlivesTheLibraryInSilence)
     EXPECT_THAT(bound.trace.texts(), IsEmpty());
 }
 
-TEST_F(ControlledViewTest, KeepsTheControllerAliveUntilItGoes)
+TEST_F(ControlledViewTest, ReleaseLetsTheControllerGo)
 {
     bound.end();
     EXPECT_EQ(view->onFocus(true), kResultOk);

@@ -1,4 +1,4 @@
-// The library's MIDI on its way to the host.
+// The queue of MIDI events from the library to the host.
 #include "processor/MidiOutQueue.h"
 
 #include <deque>
@@ -28,14 +28,14 @@ int popNumber(Queue& queue)
     return queue.pop(midi) ? midi[0] << 16 | midi[1] << 8 | midi[2] : -1;
 }
 
-TEST(MidiOutQueue, IsEmptyAtFirst)
+TEST(MidiOutQueue, SizeIsZeroAtFirst)
 {
     MidiOutQueue queue;
     EXPECT_EQ(queue.size(), 0u);
     EXPECT_EQ(popNumber(queue), -1);
 }
 
-TEST(MidiOutQueue, KeepsAllThreeBytes)
+TEST(MidiOutQueue, PushAndPopKeepAllThreeBytes)
 {
     MidiOutQueue queue;
     queue.push({0xFF, 0x80, 0x01});
@@ -47,7 +47,7 @@ TEST(MidiOutQueue, KeepsAllThreeBytes)
     EXPECT_EQ(midi, (MidiBytes{0x00, 0x00, 0x00}));
 }
 
-TEST(MidiOutQueue, HoldsAHundredEvents)
+TEST(MidiOutQueue, PushKeepsAHundredEvents)
 {
     MidiOutQueue queue;
     for (int number = 0; number < 100; ++number)
@@ -58,7 +58,7 @@ TEST(MidiOutQueue, HoldsAHundredEvents)
     EXPECT_EQ(popNumber(queue), -1);
 }
 
-TEST(MidiOutQueue, DropsAllOfAHundredForOneMore)
+TEST(MidiOutQueue, PushDropsAllOfAHundredForOneMore)
 {
     MidiOutQueue queue;
     for (int number = 0; number <= 100; ++number)
@@ -68,9 +68,9 @@ TEST(MidiOutQueue, DropsAllOfAHundredForOneMore)
     EXPECT_EQ(popNumber(queue), -1);
 }
 
-/** Pushes and pops in any order, beside the same rule in plain words. What begins before a queue's
-    numbers no longer fit into a word goes on behind it. */
-TEST(MidiOutQueue, KeepsTheRuleHoweverOftenItGoesRound)
+/** Pushes and pops at random, compared with a deque. The count of events starts at 1, shortly
+    before it outgrows its bits, and far beyond. */
+TEST(MidiOutQueue, PushAndPopKeepTheRuleHoweverOftenTheQueueGoesRound)
 {
     constexpr uint64 kTooLargeForAWord = uint64(1) << 40;
     for (const uint64 begin : {uint64(1), kTooLargeForAWord - 5000, ~uint64(0) >> 1}) {
@@ -94,7 +94,7 @@ TEST(MidiOutQueue, KeepsTheRuleHoweverOftenItGoesRound)
     }
 }
 
-/** A word at whose every use its user is stopped, and others go on meanwhile. */
+/** An atomic word that runs other threads' work before one of its uses. */
 class StoppingWord : public std::atomic<uint64> {
 public:
     using std::atomic<uint64>::atomic;
@@ -116,7 +116,7 @@ public:
         return std::atomic<uint64>::compare_exchange_weak(expected, value);
     }
 
-    static inline int stepsToGo = -1; ///< until it is stopped
+    static inline int stepsToGo = -1; ///< uses before that one
     static inline std::function<void()> meanwhile;
 
 private:
@@ -129,7 +129,7 @@ private:
 
 using StoppingQueue = BasicMidiOutQueue<StoppingWord>;
 
-/** Runs an operation that is stopped at one of its steps, counted from 0, while others go on.
+/** Runs an operation, and the others' work before its step of that number, counted from 0.
     @return false when it does not have so many */
 bool runStopped(int step, const std::function<void()>& operation,
                 const std::function<void()>& others)
@@ -140,7 +140,7 @@ bool runStopped(int step, const std::function<void()>& operation,
     return std::exchange(StoppingWord::stepsToGo, -1) < 0;
 }
 
-/** A queue's rule in plain words. */
+/** The queue's rule on a vector. */
 void add(std::vector<int>& waiting, int number)
 {
     if (waiting.size() >= 100)
@@ -173,10 +173,11 @@ std::vector<int> popAll(Queue& queue)
 constexpr int kWaiting[] = {0, 1, 70, 99, 100};
 constexpr int kOthers[] = {1, 2, 30, 99, 100, 101, 250};
 
-/** Stops an operation at each of its steps while others push, and looks at what it gave and what is
-    left: as if the operation had come before, between or behind the others' pushes.
-    @param operation on the queue; the number that it took, if it takes one
-    @param expected what is to be there when so many of the others came before it */
+/** Stops an operation at each of its steps while others push. The result must be that of the
+    operation before, between or after the others' pushes.
+    @param operation on the queue; gives the number that it took, if any
+    @param expected what is taken and left when so many of the others come before the operation
+    @param steps that the operation has at least */
 void expectPossible(
     const std::function<std::vector<int>(StoppingQueue&)>& operation,
     const std::function<std::vector<int>(int waiting, int before, int others)>& expected, int steps)

@@ -14,7 +14,7 @@ namespace {
 
 enum class Reads { kNumber, kPan, kNothing };
 
-/** What the host must find for each part; the ID is part 1's, and each further part adds 1. */
+/** A parameter of each part, as the host must find it. The ID of each further part is one more. */
 struct Row {
     const char* titleFront;
     bool hasNumber;
@@ -45,13 +45,13 @@ const Row kRows[] = {
 };
 static_assert(std::size(kRows) == kParametersOfAPart);
 
-/** Every parameter gets a value of its own, so that a mixed-up ID shows. */
+/** Differs from parameter to parameter, so that a wrong ID is seen. */
 int32 valueOf(unsigned id)
 {
     return static_cast<int32>(id % 113);
 }
 
-/** Ranges of 0 to 128, in which normalized values are exact, and a step count for all. */
+/** All parameters range from 0 to 128, where normalized values are exact. */
 class ParameterListTest : public testing::Test {
 protected:
     ParameterListTest()
@@ -107,7 +107,7 @@ std::u16string wide(const std::string& text)
     return {text.begin(), text.end()};
 }
 
-TEST_F(ParameterListTest, ShowsTheHostEveryPartsParametersInOrder)
+TEST_F(ParameterListTest, GetParameterInfoDescribesEveryPartsParametersInOrder)
 {
     bound.initialize();
     ASSERT_EQ(bound.controller->getParameterCount(), kParameters);
@@ -131,7 +131,7 @@ TEST_F(ParameterListTest, ShowsTheHostEveryPartsParametersInOrder)
         }
 }
 
-TEST_F(ParameterListTest, EndsWithTheEditFlag)
+TEST_F(ParameterListTest, GetParameterInfoEndsWithTheEditFlag)
 {
     bound.initialize();
     const ParameterInfo info = infoAt(kAutomatable);
@@ -150,7 +150,7 @@ TEST_F(ParameterListTest, EndsWithTheEditFlag)
     EXPECT_EQ(bound.controller->getParameterInfo(-1, none), kResultFalse);
 }
 
-TEST_F(ParameterListTest, LetsTheHostAutomateAllButOne)
+TEST_F(ParameterListTest, GetParameterInfoLetsTheHostAutomateAllButOne)
 {
     bound.initialize();
     int automatable = 0;
@@ -164,7 +164,7 @@ TEST_F(ParameterListTest, LetsTheHostAutomateAllButOne)
     EXPECT_THAT(ids, SizeIs(kParameters));
 }
 
-TEST_F(ParameterListTest, SpotChecksInLiterals)
+TEST_F(ParameterListTest, GetParameterInfoGivesTheseIDsAndTitles)
 {
     bound.initialize();
     EXPECT_EQ(infoAt(0).id, 37012000u);
@@ -179,7 +179,7 @@ TEST_F(ParameterListTest, SpotChecksInLiterals)
     EXPECT_EQ(infoAt(223).unitId, 17);
 }
 
-TEST_F(ParameterListTest, ShowsTheEditorsTextsAndNeverAsksForThemAgain)
+TEST_F(ParameterListTest, GetParamStringByValueGivesTheEditorsTextsAndNeverAsksForThemAgain)
 {
     bound.initialize();
     for (unsigned part = 0; part < kParts; ++part)
@@ -192,7 +192,7 @@ TEST_F(ParameterListTest, ShowsTheEditorsTextsAndNeverAsksForThemAgain)
     EXPECT_THAT(bound.trace.textsOf({"library."}), IsEmpty());
 }
 
-/** The volumes of sixteen parts whose texts are the same, but for what a test changes. */
+/** The volumes of all parts have the same texts, but for what a test changes. */
 class SharedValueTexts : public ParameterListTest {
 protected:
     SharedValueTexts()
@@ -200,7 +200,7 @@ protected:
         bound.library.valueText = [](unsigned, int value) { return std::to_string(value) + " dB"; };
     }
 
-    /** For each part, the first part that it shares its texts with. */
+    /** For each part, the first part with the same ValueTexts object. */
     std::vector<unsigned> sharedWith()
     {
         std::vector<const ValueTexts*> seen;
@@ -221,7 +221,7 @@ protected:
     }
 };
 
-TEST_F(SharedValueTexts, AreOneForAllPartsThatShowTheSame)
+TEST_F(SharedValueTexts, GetValueTextsIsOneObjectForAllPartsThatShowTheSame)
 {
     bound.initialize();
     EXPECT_EQ(sharedWith(), std::vector<unsigned>(16, 0));
@@ -231,7 +231,7 @@ TEST_F(SharedValueTexts, AreOneForAllPartsThatShowTheSame)
     }
 }
 
-TEST_F(SharedValueTexts, AreTheFirstPartsOwnWhenItDiffers)
+TEST_F(SharedValueTexts, GetValueTextsIsTheFirstPartsOwnWhenItDiffers)
 {
     bound.library.valueText = [](unsigned id, int value) {
         return std::to_string(value) + (id == kVolume1 && value == 128 ? " max" : " dB");
@@ -245,7 +245,7 @@ TEST_F(SharedValueTexts, AreTheFirstPartsOwnWhenItDiffers)
     EXPECT_EQ(shown(kVolume16, 1), u"128 dB");
 }
 
-TEST_F(SharedValueTexts, AreALaterPartsOwnWhenItDiffers)
+TEST_F(SharedValueTexts, GetValueTextsIsALaterPartsOwnWhenItDiffers)
 {
     bound.library.valueText = [](unsigned id, int value) {
         return std::to_string(value) + (id == kVolume16 && value == 0 ? " off" : " dB");
@@ -257,7 +257,7 @@ TEST_F(SharedValueTexts, AreALaterPartsOwnWhenItDiffers)
     EXPECT_EQ(shown(kVolume16 - 1, 0), u"0 dB");
 }
 
-TEST_F(SharedValueTexts, AreAPartsOwnWhenItHasFewerOrMoreValues)
+TEST_F(SharedValueTexts, GetValueTextsIsAPartsOwnWhenItHasFewerOrMoreValues)
 {
     for (const int32 maximum : {64, 256}) {
         BoundController other;
@@ -274,9 +274,9 @@ TEST_F(SharedValueTexts, AreAPartsOwnWhenItHasFewerOrMoreValues)
     }
 }
 
-TEST_F(SharedValueTexts, BelongToTheValuesOfEachPartsOwnRange)
+TEST_F(SharedValueTexts, GetParamStringByValueUsesTheRangeOfEachPart)
 {
-    // Three values in both, and the same number shows another text.
+    // Ranges of three values each, in which the same value has different texts.
     bound.library.setParameter(kVolume1, {0, 0, 2, 0, {}});
     bound.library.setParameter(kVolume1 + 1, {-1, -1, 1, 0, {}});
     bound.library.setParameter(kVolume1 + 2, {5, 5, 7, 0, {}});
@@ -290,7 +290,7 @@ TEST_F(SharedValueTexts, BelongToTheValuesOfEachPartsOwnRange)
     EXPECT_EQ(shown(kVolume1 + 2, 1), u"2");
 }
 
-TEST_F(ParameterListTest, ReadsTextsAsEachParameterShowsThem)
+TEST_F(ParameterListTest, GetParamValueByStringReadsTextsAsEachParameterShowsThem)
 {
     bound.initialize();
     for (unsigned part = 0; part < kParts; ++part)
@@ -309,7 +309,7 @@ TEST_F(ParameterListTest, ReadsTextsAsEachParameterShowsThem)
         }
 }
 
-TEST_F(ParameterListTest, ReadsAFullTextWithoutATerminator)
+TEST_F(ParameterListTest, GetParamValueByStringReadsAFullTextWithoutTerminator)
 {
     bound.initialize();
     struct {
@@ -323,7 +323,7 @@ TEST_F(ParameterListTest, ReadsAFullTextWithoutATerminator)
     EXPECT_EQ(value, 7 / 128.0);
 }
 
-TEST_F(ParameterListTest, AnswersUnknownIDsAndNullTextsWithFailure)
+TEST_F(ParameterListTest, ParameterOperationsRefuseUnknownIDsAndNullTexts)
 {
     bound.initialize();
     String128 text = {u'#'};
@@ -340,7 +340,7 @@ TEST_F(ParameterListTest, AnswersUnknownIDsAndNullTextsWithFailure)
     EXPECT_EQ(value, 0.375);
 }
 
-TEST_F(ParameterListTest, TheHostsOwnChangesStayOnTheHostsSide)
+TEST_F(ParameterListTest, SetParamNormalizedLeavesTheEditorsValueAlone)
 {
     bound.initialize();
     EXPECT_EQ(bound.controller->setParamNormalized(kVolume1, 0.25), kResultOk);
@@ -354,7 +354,7 @@ TEST_F(ParameterListTest, TheHostsOwnChangesStayOnTheHostsSide)
 
 // Observers -------------------------------------------------------------------
 
-TEST_F(ParameterListTest, HasAnObserverForEachWithTheEditorsAddressAndTheCallbacks)
+TEST_F(ParameterListTest, InitializeMakesAnObserverForEachParameter)
 {
     bound.initialize();
     const auto observers = bound.library.liveObservers();
@@ -379,7 +379,7 @@ TEST_F(ParameterListTest, HasAnObserverForEachWithTheEditorsAddressAndTheCallbac
     EXPECT_THAT(bound.library.registered, SizeIs(kParameters));
 }
 
-TEST_F(ParameterListTest, MakesTheObserverBeforeItAsksForTheParameter)
+TEST_F(ParameterListTest, InitializeMakesTheObserverBeforeItAsksForTheParameter)
 {
     bound.library.setParameter(19001000, {0, 0, 0, 9, {}});
     bound.library.setParameter(kEditFlag, {0, 0, 0, 9, {}});
@@ -406,7 +406,7 @@ TEST_F(ParameterListTest, MakesTheObserverBeforeItAsksForTheParameter)
                                   "library.getParameterValue(201005000)"));
 }
 
-TEST_F(ParameterListTest, IsCompleteWhenTheLibraryMakesNoObservers)
+TEST_F(ParameterListTest, InitializeListsAllParametersWithoutObservers)
 {
     bound.library.storesObservers = false;
     bound.initialize();
@@ -418,7 +418,7 @@ TEST_F(ParameterListTest, IsCompleteWhenTheLibraryMakesNoObservers)
     EXPECT_THAT(bound.trace.textsOf({"library.removeObserver"}), IsEmpty());
 }
 
-TEST_F(ParameterListTest, IsCompleteWhenMakingObserversThrows)
+TEST_F(ParameterListTest, InitializeListsAllParametersWhenMakingObserversThrows)
 {
     bound.library.throwAt("getVSTObserverObject");
     bound.initialize();
@@ -426,7 +426,7 @@ TEST_F(ParameterListTest, IsCompleteWhenMakingObserversThrows)
     EXPECT_THAT(bound.library.liveObservers(), IsEmpty());
 }
 
-TEST_F(ParameterListTest, KeepsObserversWhoseRegistrationThrows)
+TEST_F(ParameterListTest, InitializeKeepsObserversWhoseRegistrationThrows)
 {
     bound.library.throwAt("addObserver");
     bound.initialize();

@@ -18,7 +18,7 @@ TEST(StartObserving, ObservesTheMixerAndThenItsSelectedValue)
                             "updateHandler.addDependent(value(Mixer.selected))"));
 }
 
-TEST(StartObserving, GoesOnBehindADependencyThatThrows)
+TEST(StartObserving, GoesOnAfterAddDependentThrew)
 {
     TrackScene scene(newerHost());
     scene.host.throwAt("updateHandler.addDependent(device(Mixer))");
@@ -89,7 +89,7 @@ TEST(StopObserving, LetsGoOfTheValuesWithoutUpdateHandlerToo)
     EXPECT_EQ(piano.value("output").getReferences(), 1);
     EXPECT_EQ(scene.host.devices.mixer().value("selected").getReferences(), 1);
     EXPECT_THAT(scene.trace.texts(), IsEmpty());
-    // The host still knows us as dependent; it is the one that lost its update handler.
+    // A host without an update handler keeps the dependents.
     for (auto* object : {&piano.value("output"), &piano.value("channel"),
                          &scene.host.devices.mixer().value("selected")})
         scene.host.updates.removeDependent(object, &scene.context.dependent);
@@ -134,10 +134,10 @@ TEST(StopObserving, CanBeFollowedByAnotherStart)
     EXPECT_THAT(scene.synced(), ElementsAre("library.syncPartToMidiChannel(3)"));
     scene.host.devices.tellTracksChanged();
     EXPECT_EQ(scene.host.updates.observed().size(), 4u)
-        << "tracks of the life before are not missed";
+        << "the tracks of the life before do not count";
 }
 
-TEST(TrackRouting, ReleasesTheValuesWhenItEndsWithoutTerminate)
+TEST(TrackRouting, DestructorReleasesTheValues)
 {
     doubles::Trace trace;
     doubles::ScriptedHost host(trace, olderHost());
@@ -151,7 +151,7 @@ TEST(TrackRouting, ReleasesTheValuesWhenItEndsWithoutTerminate)
     EXPECT_EQ(host.devices.mixer().value("selected").getReferences(), 1);
 }
 
-TEST(SelectedTrack, IsTheMixersChildAtTheSelectedIndex)
+TEST(GetSelectedTrackDevice, GivesTheMixersChildAtTheSelectedIndex)
 {
     TrackScene scene(newerHost());
     auto& first = scene.host.devices.addAudioTrack("First");
