@@ -29,7 +29,7 @@ struct SubRow {
     std::vector<Record> records; ///< empty when there is no list
 };
 
-struct Row {
+struct CategoryRow {
     const char* synthName;
     std::vector<CategoryRecord> records;
     std::vector<SubRow> subRows;
@@ -44,7 +44,7 @@ std::vector<Record> only(const char* subCategory, const char* character)
 }
 
 // clang-format off
-const std::vector<Row> kRows = {
+const std::vector<CategoryRow> kCategoryRows = {
     {"Acoustic Piano", {{"Piano", {}}}, {
         {"Acoustic", only("A. Piano", "Acoustic")},
         {"Layer", only("Other", "Layer")},
@@ -198,13 +198,13 @@ void expectWords(const char* const* actual, const Words& expected)
 
 TEST(CategoryTable, VoiceCategoryNamesStandInTheirOrder)
 {
-    ASSERT_EQ(kRows.size(), 18u);
+    ASSERT_EQ(kCategoryRows.size(), 18u);
     for (size_t row = 0; row < 18; ++row) {
-        EXPECT_STREQ(TavrinSynth::VoiceCategoryName[row], kRows[row].synthName);
-        ASSERT_EQ(kRows[row].subRows.size(), 6u);
+        EXPECT_STREQ(TavrinSynth::VoiceCategoryName[row], kCategoryRows[row].synthName);
+        ASSERT_EQ(kCategoryRows[row].subRows.size(), 6u);
         for (size_t column = 0; column < 6; ++column)
             EXPECT_STREQ(TavrinSynth::VoiceSubCategoryName[row][column],
-                         kRows[row].subRows[column].synthName)
+                         kCategoryRows[row].subRows[column].synthName)
                 << row;
     }
 }
@@ -212,10 +212,10 @@ TEST(CategoryTable, VoiceCategoryNamesStandInTheirOrder)
 TEST(CategoryTable, CategoryArrayHasTheRecordsOfEveryCategoryAndThenTheEnd)
 {
     for (size_t row = 0; row < 18; ++row) {
-        SCOPED_TRACE(kRows[row].synthName);
+        SCOPED_TRACE(kCategoryRows[row].synthName);
         const auto* records = Category::categoryArray[row];
         ASSERT_NE(records, nullptr);
-        for (const auto& expected : kRows[row].records) {
+        for (const auto& expected : kCategoryRows[row].records) {
             EXPECT_EQ(records->subCategories, Category::categoryArray[row]->subCategories);
             EXPECT_STREQ(records->name, expected.name);
             expectWords(records->searchWords, expected.words);
@@ -231,8 +231,8 @@ TEST(CategoryTable, SubCategoriesHaveTheirRecordsAndThenTheEnd)
 {
     for (size_t row = 0; row < 18; ++row)
         for (size_t column = 0; column < 6; ++column) {
-            const auto& expectedRecords = kRows[row].subRows[column].records;
-            SCOPED_TRACE(testing::Message() << kRows[row].synthName << " " << column);
+            const auto& expectedRecords = kCategoryRows[row].subRows[column].records;
+            SCOPED_TRACE(testing::Message() << kCategoryRows[row].synthName << " " << column);
             const auto* records = Category::categoryArray[row]->subCategories[column];
             ASSERT_EQ(records == nullptr, expectedRecords.empty());
             if (!records)

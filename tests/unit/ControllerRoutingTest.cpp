@@ -3,6 +3,7 @@
 #include "hostapi/IDevice.h"
 #include "hostapi/IHostClasses.h"
 #include "tests/unit/BoundController.h"
+#include "tests/unit/ProjectScene.h"
 
 #include <functional>
 
@@ -13,12 +14,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
-constexpr auto kRoutedElsewhere = "Synth 2 - Other VST";
-
-const std::string kSync3 = "library.syncPartToMidiChannel(3)";
-const std::string kSync4 = "library.syncPartToMidiChannel(4)";
 
 /** Two tracks that play the plug-in on channels 3 and 4, and one that plays another. */
 class ControllerRouting : public testing::Test {

@@ -13,8 +13,8 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr int32 kLargest = std::numeric_limits<int32>::max();
-constexpr int32 kSmallest = std::numeric_limits<int32>::min();
+constexpr int32 kLargestCoordinate = std::numeric_limits<int32>::max();
+constexpr int32 kSmallestCoordinate = std::numeric_limits<int32>::min();
 
 /** A view of a library, without a controller. */
 class EditorViewTest : public testing::Test {
@@ -74,10 +74,12 @@ TEST_F(EditorViewTest, GetSizeSurvivesAbsurdRectangles)
     EXPECT_EQ(sizeFor(ViewRect(5, 7, 5, 7)).right, 0);
     EXPECT_EQ(sizeFor(ViewRect(10, 10, 4, 3)).right, -6);
     EXPECT_EQ(sizeFor(ViewRect(10, 10, 4, 3)).bottom, -7);
-    EXPECT_EQ(sizeFor(ViewRect(0, 0, kLargest, kLargest)).right, kLargest);
-    EXPECT_EQ(sizeFor(ViewRect(-1, 0, kLargest, 0)).right, kSmallest); // wraps around in 32 bits
-    EXPECT_EQ(sizeFor(ViewRect(kSmallest, 0, kLargest, 0)).right, -1);
-    EXPECT_EQ(sizeFor(ViewRect(kLargest, 0, kSmallest, 0)).right, 1);
+    EXPECT_EQ(sizeFor(ViewRect(0, 0, kLargestCoordinate, kLargestCoordinate)).right,
+              kLargestCoordinate);
+    EXPECT_EQ(sizeFor(ViewRect(-1, 0, kLargestCoordinate, 0)).right,
+              kSmallestCoordinate); // wraps around in 32 bits
+    EXPECT_EQ(sizeFor(ViewRect(kSmallestCoordinate, 0, kLargestCoordinate, 0)).right, -1);
+    EXPECT_EQ(sizeFor(ViewRect(kLargestCoordinate, 0, kSmallestCoordinate, 0)).right, 1);
 }
 
 TEST_F(EditorViewTest, OnSizeAndCheckSizeConstraintAreTheBaseClasses)
@@ -134,13 +136,13 @@ TEST_F(EditorViewTest, IsAttachedStaysFalseForTheBaseClass)
 TEST_F(EditorViewTest, AttachedOpensNothingWhenTheEditorIsNotReady)
 {
     const auto view = makeView(&library);
-    for (const int32 answer : {1, -1, kLargest}) {
+    for (const int32 answer : {1, -1, kLargestCoordinate}) {
         library.prepareResult = answer;
         EXPECT_EQ(view->attached(&window, "NSView"), kResultOk);
         expectCalls({"library.prepareEditor(object, NSView)"});
     }
     library.prepareResult = 0;
-    for (const int32 answer : {1, -1, kLargest}) {
+    for (const int32 answer : {1, -1, kLargestCoordinate}) {
         library.rectResult = answer;
         EXPECT_EQ(view->attached(&window, "NSView"), kResultOk);
         expectCalls({"library.prepareEditor(object, NSView)", "library.getEditorRect()"});
@@ -183,7 +185,7 @@ TEST_F(EditorViewTest, RemovedClosesTheEditor)
     const auto view = makeView(&library);
     EXPECT_EQ(view->removed(), kResultOk);
     expectCalls({"library.closeEditor()"});
-    for (const int32 answer : {1, -1, kLargest}) {
+    for (const int32 answer : {1, -1, kLargestCoordinate}) {
         library.closeResult = answer;
         EXPECT_EQ(view->removed(), kResultFalse);
     }
@@ -295,7 +297,7 @@ TEST_F(ControlledViewTest, FindParameterFindsTheOneThatTheEditorShows)
     EXPECT_EQ(view->findParameter(3, 4, id), kResultOk);
     EXPECT_EQ(id, kVolume1);
     id = 5;
-    EXPECT_EQ(view->findParameter(-3, kLargest, id), kResultFalse);
+    EXPECT_EQ(view->findParameter(-3, kLargestCoordinate, id), kResultFalse);
     EXPECT_EQ(id, 5u);
     EXPECT_THAT(bound.trace.texts(), ElementsAre("library.findParameter(3, 4)",
                                                  "library.findParameter(-3, 2147483647)"));

@@ -15,7 +15,7 @@ namespace {
 enum class Reads { kNumber, kPan, kNothing };
 
 /** A parameter of each part, as the host must find it. The ID of each further part is one more. */
-struct Row {
+struct ParameterRow {
     const char* titleFront;
     bool hasNumber;
     const char* titleBack;
@@ -27,7 +27,7 @@ struct Row {
     bool asksForStepCount;
 };
 
-const Row kRows[] = {
+const ParameterRow kParameterRows[] = {
     {"Volume ", true, "", 37012000, 37, 12, Reads::kNumber, 0, false},
     {"Pan ", true, "", 37013000, 37, 13, Reads::kPan, 64, false},
     {"Cutoff ", true, "", 37053000, 37, 53, Reads::kNumber, 64, false},
@@ -43,7 +43,7 @@ const Row kRows[] = {
     {"Assignable Knob 1", false, "", 37056000, 37, 56, Reads::kNumber, 64, false},
     {"Assignable Knob 2", false, "", 37057000, 37, 57, Reads::kNumber, 64, false},
 };
-static_assert(std::size(kRows) == kParametersOfAPart);
+static_assert(std::size(kParameterRows) == kParametersOfAPart);
 
 /** Differs from parameter to parameter, so that a wrong ID is seen. */
 int32 valueOf(unsigned id)
@@ -56,7 +56,7 @@ class ParameterListTest : public testing::Test {
 protected:
     ParameterListTest()
     {
-        for (const Row& row : kRows)
+        for (const ParameterRow& row : kParameterRows)
             for (unsigned part = 0; part < kParts; ++part)
                 describe(row.firstID + part);
         describe(kEditFlag);
@@ -113,7 +113,7 @@ TEST_F(ParameterListTest, GetParameterInfoDescribesEveryPartsParametersInOrder)
     ASSERT_EQ(bound.controller->getParameterCount(), kParameters);
     for (int part = 0; part < kParts; ++part)
         for (int line = 0; line < kParametersOfAPart; ++line) {
-            const Row& row = kRows[line];
+            const ParameterRow& row = kParameterRows[line];
             const ParameterInfo info = infoAt(part * kParametersOfAPart + line);
             const unsigned id = row.firstID + static_cast<unsigned>(part);
             const std::string number = row.hasNumber ? std::to_string(part + 1) : "";
@@ -183,7 +183,7 @@ TEST_F(ParameterListTest, GetParamStringByValueGivesTheEditorsTextsAndNeverAsksF
 {
     bound.initialize();
     for (unsigned part = 0; part < kParts; ++part)
-        for (const Row& row : kRows) {
+        for (const ParameterRow& row : kParameterRows) {
             const std::string front = std::to_string(row.firstID + part) + "=";
             EXPECT_EQ(shown(row.firstID + part, 0), wide(front + "0"));
             EXPECT_EQ(shown(row.firstID + part, 0.5), wide(front + "64"));
@@ -294,7 +294,7 @@ TEST_F(ParameterListTest, GetParamValueByStringReadsTextsAsEachParameterShowsThe
 {
     bound.initialize();
     for (unsigned part = 0; part < kParts; ++part)
-        for (const Row& row : kRows) {
+        for (const ParameterRow& row : kParameterRows) {
             const unsigned id = row.firstID + part;
             const bool number = row.reads == Reads::kNumber;
             const bool pan = row.reads == Reads::kPan;
@@ -363,7 +363,7 @@ TEST_F(ParameterListTest, InitializeMakesAnObserverForEachParameter)
         const ObserverArguments& got = observers[index]->arguments;
         const bool flag = index == kAutomatable;
         const int part = flag ? 0 : static_cast<int>(index) / kParametersOfAPart;
-        const Row& row = kRows[index % kParametersOfAPart];
+        const ParameterRow& row = kParameterRows[index % kParametersOfAPart];
         EXPECT_EQ(got.owner, static_cast<void*>(bound.controller.get()));
         EXPECT_EQ(static_cast<unsigned>(got.vstParamId),
                   flag ? 201005000u : row.firstID + static_cast<unsigned>(part));

@@ -11,8 +11,8 @@ using namespace Steinberg::Vst;
 namespace {
 
 constexpr int kUntouched = 4711;
-constexpr int kLargest = std::numeric_limits<int>::max();
-constexpr int kSmallest = std::numeric_limits<int>::min();
+constexpr int kLargestNumber = std::numeric_limits<int>::max();
+constexpr int kSmallestNumber = std::numeric_limits<int>::min();
 
 struct TextRow {
     std::u16string text;
@@ -87,12 +87,12 @@ TEST(ParsePlusMinusValue, ReadsALoneSurrogateAsAQuestionMark)
 
 TEST(ParsePlusMinusValue, StaysAtTheEndsOfTheNumberRange)
 {
-    expectRow(parsePlusMinusValue, {u"2147483647", true, kLargest});
-    expectRow(parsePlusMinusValue, {u"2147483648", true, kLargest});
-    expectRow(parsePlusMinusValue, {u"-2147483648", true, kSmallest});
-    expectRow(parsePlusMinusValue, {u"-2147483649", true, kSmallest});
-    expectRow(parsePlusMinusValue, {u"99999999999999999999999999", true, kLargest});
-    expectRow(parsePlusMinusValue, {u"-99999999999999999999999999", true, kSmallest});
+    expectRow(parsePlusMinusValue, {u"2147483647", true, kLargestNumber});
+    expectRow(parsePlusMinusValue, {u"2147483648", true, kLargestNumber});
+    expectRow(parsePlusMinusValue, {u"-2147483648", true, kSmallestNumber});
+    expectRow(parsePlusMinusValue, {u"-2147483649", true, kSmallestNumber});
+    expectRow(parsePlusMinusValue, {u"99999999999999999999999999", true, kLargestNumber});
+    expectRow(parsePlusMinusValue, {u"-99999999999999999999999999", true, kSmallestNumber});
 }
 
 TEST(ParsePlusMinusValue, SeesTheFirst255BytesOnly)
@@ -103,7 +103,7 @@ TEST(ParsePlusMinusValue, SeesTheFirst255BytesOnly)
     expectRow(parsePlusMinusValue, {repeated(255, u'0') + u" ", true, 0});
     // Of a character of two bytes the cut leaves the first, which is refused.
     expectRow(parsePlusMinusValue, {repeated(254, u'0') + u"\u00E9", false, 0});
-    expectRow(parsePlusMinusValue, {repeated(100000, u'1'), true, kLargest});
+    expectRow(parsePlusMinusValue, {repeated(100000, u'1'), true, kLargestNumber});
 }
 
 TEST(ParseLRPanValue, ReadsLeftCentreAndRight)
@@ -172,8 +172,8 @@ TEST(ParseLRPanValue, ReadsALoneSurrogateAsAQuestionMark)
 
 TEST(ParseLRPanValue, StaysAtTheEndsOfTheNumberRangeAndIsCutBehind255Bytes)
 {
-    expectRow(parseLRPanValue, {u"R2147483648", true, kLargest});
-    expectRow(parseLRPanValue, {u"L2147483648", true, -kLargest});
+    expectRow(parseLRPanValue, {u"R2147483648", true, kLargestNumber});
+    expectRow(parseLRPanValue, {u"L2147483648", true, -kLargestNumber});
     expectRow(parseLRPanValue, {u"R" + repeated(253, u'0') + u"7", true, 7});
     expectRow(parseLRPanValue, {u"R" + repeated(254, u'0') + u"7", false, 0});
     expectRow(parseLRPanValue, {u"R7" + repeated(253, u'x') + u" ", true, 7});

@@ -21,7 +21,7 @@ protected:
     }
 };
 
-struct Row {
+struct LatencyRow {
     double rate;
     uint32 oneMillisecond;
     uint32 fiveMilliseconds;
@@ -29,9 +29,10 @@ struct Row {
 
 TEST_F(GetLatencySamples, IsTheModesTimeAtTheSampleRateTruncated)
 {
-    const Row table[] = {{8000, 8, 40},    {11025, 11, 55},  {22050, 22, 110},  {44100, 44, 220},
-                         {48000, 48, 240}, {88200, 88, 441}, {96000, 96, 480},  {192000, 192, 960},
-                         {999, 0, 4},      {1000, 1, 5},     {44199.9, 44, 220}};
+    const LatencyRow table[] = {{8000, 8, 40},    {11025, 11, 55},    {22050, 22, 110},
+                                {44100, 44, 220}, {48000, 48, 240},   {88200, 88, 441},
+                                {96000, 96, 480}, {192000, 192, 960}, {999, 0, 4},
+                                {1000, 1, 5},     {44199.9, 44, 220}};
     for (const auto& row : table) {
         EXPECT_EQ(setUp(row.rate), kResultOk);
         for (const int32 mode : {0, 1}) {

@@ -7,7 +7,10 @@
 
 namespace {
 
-using namespace VSTGUI;
+using VSTGUI::CPoint;
+using VSTGUI::CResourceDescription;
+using VSTGUI::PlatformFactoryPtr;
+using VSTGUI::PlatformType;
 
 class TimerPlatformFactoryTest : public testing::Test {
 protected:

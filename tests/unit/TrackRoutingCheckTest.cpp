@@ -11,8 +11,6 @@ using testing::IsEmpty;
 
 namespace {
 
-const std::string kPlugIn = "RDL3/RDL5 VST";
-
 /** A newer host with an instrument track. */
 struct RackScene : TrackScene {
     RackScene()

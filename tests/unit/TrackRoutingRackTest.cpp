@@ -11,7 +11,6 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr auto kPlugIn = "RDL3/RDL5 VST";
 constexpr unsigned kChannel = 4;
 
 /** Three tracks on the same channel, and a rack of three instruments that feed none of them. */

@@ -7,6 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <string>
+
+inline const std::string kPlugIn = "RDL3/RDL5 VST";
 constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
 constexpr auto kRoutedElsewhere = "Synth 2 - Other VST";
 
