@@ -1,5 +1,5 @@
-// The tables and IDs that hosts, host extensions and editor libraries of others are built against.
-// A slot that moves breaks them without any compiler's notice.
+// The virtual tables and IDs that other people's hosts and editor libraries are compiled against.
+// No compiler tells when a slot moves.
 #include "basics/PlugInInfo.h"
 #include "controller/VstK2xController.h"
 #include "editorlib/EditorLibrary.h"
@@ -37,8 +37,8 @@ namespace {
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
-/** The place in the table of a virtual operation, which is what the Itanium C++ ABI keeps in a
-    pointer to it; -1 for an operation that is not virtual. */
+/** The slot of a virtual operation, which the Itanium C++ ABI keeps in a pointer to the operation;
+    -1 for an operation that is not virtual. */
 template <typename Operation>
 int slotOf(Operation operation)
 {
@@ -58,7 +58,7 @@ int slotOf(Operation operation)
     return isVirtual ? static_cast<int>(offset / static_cast<std::ptrdiff_t>(sizeof(void*))) : -1;
 }
 
-/** The slot of an operation whose signature is exactly this. */
+/** Checks an operation's slot and its exact signature. */
 #define EXPECT_SLOT(slot, Result, Class, operation, arguments)                                     \
     EXPECT_EQ(slotOf(static_cast<Result(Class::*) arguments>(&Class::operation)), slot);           \
     static_assert(std::is_same_v<decltype(&Class::operation), Result(Class::*) arguments>,         \
@@ -67,7 +67,8 @@ int slotOf(Operation operation)
 template <typename Interface>
 void expectNoDestructorInTable()
 {
-    static_assert(!std::has_virtual_destructor_v<Interface>, "would take two slots");
+    static_assert(!std::has_virtual_destructor_v<Interface>,
+                  "a virtual destructor would take two slots");
 }
 
 TEST(BinaryContract, EditorConnectionHas47Slots)
@@ -294,7 +295,7 @@ TEST(BinaryContract, HostTablesHoldNoDestructor)
     expectNoDestructorInTable<IExternalEffectUsingSKI>();
 }
 
-/** Where the faces of an object begin, from its own beginning. */
+/** The offset of each of an object's base classes, from the object's address. */
 template <typename... Faces, typename Object>
 std::vector<std::ptrdiff_t> offsetsOf(Object* object)
 {

@@ -1,5 +1,5 @@
-// BoundController: a controller in a scripted host, bound to a scripted library in this program
-// through the host's service. Ends with every reference of the host back where it was.
+// BoundController: a controller in a scripted host, bound to a scripted library through the host's
+// service. Its end checks that the host has every reference back.
 //
 //   BoundController bound(HostFamily::nuendo("6.5.0"));
 //   bound.library.setParameter(37012000, {2, 0, 4});     // before initialize
@@ -9,6 +9,7 @@
 
 #include "controller/VstK2xController.h"
 #include "tests/doubles/InProcessLibrary.h"
+#include "tests/doubles/Parameters.h"
 #include "tests/doubles/ScriptedHost.h"
 
 #include "public.sdk/source/main/pluginfactory.h"
@@ -17,12 +18,6 @@
 
 namespace doubles {
 
-/** IDs that many tests use. */
-constexpr unsigned kVolume1 = 37012000;
-constexpr unsigned kPan1 = 37013000;
-constexpr unsigned kVolume16 = 37012015;
-constexpr unsigned kEditFlag = 201005000;
-
 class BoundController {
 public:
     explicit BoundController(const HostFamily& family = HostFamily::cubase("7.5.1"))
@@ -30,7 +25,7 @@ public:
     , library(trace)
     , controller(Steinberg::owned(new Steinberg::Vst::VstK2xController))
     {
-        // Most tests look at no texts; a range of one value has none to fetch.
+        // A range of one value has no texts to fetch, which makes tests faster.
         library.defaultParameter = {0, 0, 0, 0, {}};
         host.service.offer(&library, library.handle());
     }
@@ -38,8 +33,7 @@ public:
     BoundController& operator=(const BoundController&) = delete;
     ~BoundController() { end(); }
 
-    /** A host that packs 8-bit texts, and one that knows the extensions but has no name. In both,
-        changes wait for the timer. */
+    /** A host without Unicode, and one without IHostApplicationW. The timer tells them of edits. */
     static HostFamily withoutUnicode() { return HostFamily::withoutUnicode("Cubase", "5.0.0"); }
     static HostFamily nameless()
     {
@@ -76,7 +70,7 @@ public:
     /** One tick of the host's run loop. */
     void tick() { host.runLoop.tick(); }
 
-    /** What the host saw of edits. */
+    /** What the component handler was called for. */
     std::vector<std::string> edits() const { return trace.textsOf({"host."}); }
 
     Steinberg::Vst::EditorParameter* parameter(unsigned id) const
@@ -90,7 +84,7 @@ public:
     Steinberg::IPtr<Steinberg::Vst::VstK2xController> controller;
 
 private:
-    // On the stack: nobody keeps a reference to it.
+    // Not counted by references: nobody else holds it.
     Steinberg::CPluginFactory factory{Steinberg::PFactoryInfo()};
 };
 

@@ -37,7 +37,7 @@ const char* const kNoWords[] = {nullptr};
 
 } // namespace
 
-TEST(CategorySearch, WordsAreFoundAnywhereInTheTextWithTheirCase)
+TEST(CubaseCategory, SearchKeyWordsFindsAWordAnywhereInTheSameCase)
 {
     EXPECT_EQ(searchKeyWords(kSecondWords, "My Grand"), 0);
     EXPECT_EQ(searchKeyWords(kSecondWords, "ePianoX"), 0);
@@ -46,7 +46,7 @@ TEST(CategorySearch, WordsAreFoundAnywhereInTheTextWithTheirCase)
     EXPECT_EQ(searchKeyWords(kSecondWords, ""), 1);
 }
 
-TEST(CategorySearch, NullListsAndEmptyWordsFindNothing)
+TEST(CubaseCategory, SearchKeyWordsFindsNothingWithNullListsAndEmptyWords)
 {
     const char* const empty[] = {"", "", nullptr};
     EXPECT_EQ(searchKeyWords(nullptr, "Piano"), 1);
@@ -56,7 +56,7 @@ TEST(CategorySearch, NullListsAndEmptyWordsFindNothing)
     EXPECT_EQ(searchKeyWords(kFirstWords, "Piano"), 0);
 }
 
-TEST(CategorySearch, TheFirstRecordWithAWordWins)
+TEST(CubaseCategory, SearchIndexIsThatOfTheFirstRecordWithAWord)
 {
     const SubCategoryCharacter records[] = {{"A", "", nullptr},
                                             {"B", "", kNoWords},
@@ -81,7 +81,7 @@ TEST(CategorySearch, TheFirstRecordWithAWordWins)
     EXPECT_EQ(searchCategoryIndex(nullptr, "Grand", true), 0);
 }
 
-TEST(CategorySearch, OnlyARecordOfNullsEndsAList)
+TEST(CubaseCategory, SearchSubCategoryIndexEndsAtARecordOfNullsOnly)
 {
     const SubCategoryCharacter records[] = {
         {"A", "", nullptr},      {nullptr, "", nullptr},      {nullptr, nullptr, kNoWords},
@@ -90,93 +90,70 @@ TEST(CategorySearch, OnlyARecordOfNullsEndsAList)
     EXPECT_EQ(searchSubCategoryIndex(records + 4, "Grand", true), 0);
 }
 
-TEST(CategoryConversion, ADefaultRecordGivesAllThreeTexts)
+struct Conversion {
+    std::string voiceName;
+    std::string category;
+    std::string subCategory;
+    std::vector<std::string> expected; ///< category, sub-category and character
+};
+
+TEST(CategoryConversion, ConvertFollowsTheTables)
 {
-    EXPECT_THAT(convert("Warm Steel", "Guitar", "Electric Distortion"),
-                ElementsAre("Guitar/Plucked", "E. Guitar", "Electric|Distorted"));
+    const Conversion rows[] = {
+        // A default record gives all three texts.
+        {"Warm Steel",
+         "Guitar",
+         "Electric Distortion",
+         {"Guitar/Plucked", "E. Guitar", "Electric|Distorted"}},
+        // A sub-category without a list gives the category alone, which a word may still pick.
+        {"X", "Organ", "No Assign", {"Organ", "", ""}},
+        {"X", "Bass", "", {"Bass", "", ""}},
+        {"X", "Strings", "No Assign", {"Strings", "", ""}},
+        {"X", "Synth Lead", "No Assign", {"Synth Lead", "", ""}},
+        {"X", "Drum / Percussion", "", {"Drum&amp;Perc", "", ""}},
+        {"X", "Vocoder", "", {"Other", "", ""}},
+        {"X", "No Assign", "", {"Other", "", ""}},
+        {"Accordion", "Organ", "No Assign", {"Accordion", "", ""}},
+        // Words are found in the voice's name, in the same case.
+        {"Celtic Harp", "Strings", "Pizzicato", {"Guitar/Plucked", "Harp", ""}},
+        {"Sweet Violin", "Strings", "Solo", {"Strings", "Violin", "Acoustic"}},
+        {"Upright Bass", "Strings", "Solo", {"Strings", "Bass", "Acoustic"}},
+        {"Erhu", "Strings", "Solo", {"Strings", "Other", "Acoustic"}},
+        {"Tp Solo", "Brass", "Solo", {"Brass", "Trumpet", ""}},
+        {"soft trumpet", "Brass", "Solo", {"Brass", "Other", ""}},
+        {"Blues Harmonica", "Sax / Woodwind", "Reed / Pipe", {"Accordion", "Harmonica", ""}},
+        {"Blues Harmonica", "Sax / Woodwind", "Flute", {"Accordion", "Flute", ""}},
+        // Of two words the one that stands first in the table decides.
+        {"GM Kit", "Drum / Percussion", "Drums", {"Drum&amp;Perc", "GM Drum", ""}},
+        {"Kit Tom", "Drum / Percussion", "Drums", {"Drum&amp;Perc", "Drumset", ""}},
+        {"Tp & Tb", "Brass", "Solo", {"Brass", "Trombone", ""}},
+        {"Sitar Banjo", "Ethnic", "Plucked", {"Ethnic", "European", ""}},
+        // Rows whose texts do not follow their names.
+        {"X", "Synth Lead", "Dance", {"Synth Lead", "Arpeggio", ""}},
+        {"X", "Synth Lead", "Arpeggio", {"Synth Lead", "Other", ""}},
+        {"X", "Acoustic Piano", "Vintage", {"Piano", "E. Grand", ""}},
+        {"CP 80", "Acoustic Piano", "Vintage", {"Piano", "A. Piano", "Acoustic"}},
+        {"Harpsichord", "Keyboard", "Clavi", {"Keyboard", "Clavi", ""}},
+        {"Harpsicohord", "Keyboard", "Clavi", {"Keyboard", "Harpsichord", ""}},
+        // Names that are not in the tables give nothing.
+        {"Violin", "strings", "Solo", {"", "", ""}},
+        {"Violin", "Strings", "solo", {"", "", ""}},
+        {"Violin", "Strings ", "Solo", {"", "", ""}},
+        {"Violin", "", "", {"", "", ""}},
+        {"Violin", std::string("Strings\0", 8), "Solo", {"", "", ""}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(convert(row.voiceName, row.category, row.subCategory), row.expected)
+            << row.voiceName << ", " << row.category << ", " << row.subCategory;
 }
 
-TEST(CategoryConversion, NullListsStopWithTheCategoryOnly)
+TEST(CategoryConversion, ConvertFindsNoWordsWithoutKeywordSearch)
 {
-    EXPECT_THAT(convert("X", "Organ", "No Assign"), ElementsAre("Organ", "", ""));
-    EXPECT_THAT(convert("X", "Bass", ""), ElementsAre("Bass", "", ""));
-    EXPECT_THAT(convert("X", "Strings", "No Assign"), ElementsAre("Strings", "", ""));
-    EXPECT_THAT(convert("X", "Synth Lead", "No Assign"), ElementsAre("Synth Lead", "", ""));
-    EXPECT_THAT(convert("X", "Drum / Percussion", ""), ElementsAre("Drum&amp;Perc", "", ""));
-    EXPECT_THAT(convert("X", "Vocoder", ""), ElementsAre("Other", "", ""));
-    EXPECT_THAT(convert("X", "No Assign", ""), ElementsAre("Other", "", ""));
-}
-
-TEST(CategoryConversion, ACategoryMayBePickedByAWordWhereItsSubCategoryHasNoList)
-{
-    EXPECT_THAT(convert("Accordion", "Organ", "No Assign"), ElementsAre("Accordion", "", ""));
-}
-
-TEST(CategoryConversion, HarpIsPluckedOnlyByKeyword)
-{
-    EXPECT_THAT(convert("Celtic Harp", "Strings", "Pizzicato", true),
-                ElementsAre("Guitar/Plucked", "Harp", ""));
     EXPECT_THAT(convert("Celtic Harp", "Strings", "Pizzicato", false),
                 ElementsAre("Strings", "Other", ""));
 }
 
-TEST(CategoryConversion, SoloStringsAreToldApartByName)
-{
-    EXPECT_THAT(convert("Sweet Violin", "Strings", "Solo"),
-                ElementsAre("Strings", "Violin", "Acoustic"));
-    EXPECT_THAT(convert("Upright Bass", "Strings", "Solo"),
-                ElementsAre("Strings", "Bass", "Acoustic"));
-    EXPECT_THAT(convert("Erhu", "Strings", "Solo"), ElementsAre("Strings", "Other", "Acoustic"));
-}
-
-TEST(CategoryConversion, WordsMatchWithTheirCase)
-{
-    EXPECT_THAT(convert("Tp Solo", "Brass", "Solo"), ElementsAre("Brass", "Trumpet", ""));
-    EXPECT_THAT(convert("soft trumpet", "Brass", "Solo"), ElementsAre("Brass", "Other", ""));
-}
-
-TEST(CategoryConversion, HarmonicaIsFoundInCategoryAndSubCategory)
-{
-    EXPECT_THAT(convert("Blues Harmonica", "Sax / Woodwind", "Reed / Pipe"),
-                ElementsAre("Accordion", "Harmonica", ""));
-    EXPECT_THAT(convert("Blues Harmonica", "Sax / Woodwind", "Flute"),
-                ElementsAre("Accordion", "Flute", ""));
-}
-
-TEST(CategoryConversion, TableOrderDecidesBetweenTwoWords)
-{
-    EXPECT_THAT(convert("GM Kit", "Drum / Percussion", "Drums"),
-                ElementsAre("Drum&amp;Perc", "GM Drum", ""));
-    EXPECT_THAT(convert("Kit Tom", "Drum / Percussion", "Drums"),
-                ElementsAre("Drum&amp;Perc", "Drumset", ""));
-    // The trombone's short word stands before the trumpet's.
-    EXPECT_THAT(convert("Tp & Tb", "Brass", "Solo"), ElementsAre("Brass", "Trombone", ""));
-    // A banjo is European before a sitar is Asian.
-    EXPECT_THAT(convert("Sitar Banjo", "Ethnic", "Plucked"), ElementsAre("Ethnic", "European", ""));
-}
-
-TEST(CategoryConversion, RowsThatDoNotFollowTheirNamesStay)
-{
-    EXPECT_THAT(convert("X", "Synth Lead", "Dance"), ElementsAre("Synth Lead", "Arpeggio", ""));
-    EXPECT_THAT(convert("X", "Synth Lead", "Arpeggio"), ElementsAre("Synth Lead", "Other", ""));
-    EXPECT_THAT(convert("X", "Acoustic Piano", "Vintage"), ElementsAre("Piano", "E. Grand", ""));
-    EXPECT_THAT(convert("CP 80", "Acoustic Piano", "Vintage"),
-                ElementsAre("Piano", "A. Piano", "Acoustic"));
-    EXPECT_THAT(convert("Harpsichord", "Keyboard", "Clavi"), ElementsAre("Keyboard", "Clavi", ""));
-    EXPECT_THAT(convert("Harpsicohord", "Keyboard", "Clavi"),
-                ElementsAre("Keyboard", "Harpsichord", ""));
-}
-
-TEST(CategoryConversion, NamesOutsideTheTablesGiveNothing)
-{
-    EXPECT_THAT(convert("Violin", "strings", "Solo"), ElementsAre("", "", ""));
-    EXPECT_THAT(convert("Violin", "Strings", "solo"), ElementsAre("", "", ""));
-    EXPECT_THAT(convert("Violin", "Strings ", "Solo"), ElementsAre("", "", ""));
-    EXPECT_THAT(convert("Violin", "", ""), ElementsAre("", "", ""));
-    EXPECT_THAT(convert("Violin", std::string("Strings\0", 8), "Solo"), ElementsAre("", "", ""));
-}
-
-TEST(CategoryConversion, IndicesFollowTheSynthsOrder)
+TEST(CategoryConversion, GetTavrinSynthCategorySubCategoryIndexFollowsTheSynthsOrder)
 {
     VSTK2xTvrSynthConverter drums("X", "Drum / Percussion", "No Assign", false);
     int category = -5;
@@ -198,7 +175,7 @@ TEST(CategoryConversion, IndicesFollowTheSynthsOrder)
     EXPECT_EQ(drums.getTavrinSynthCategorySubCategoryIndex(&category, nullptr), 1);
 }
 
-TEST(CategoryConversion, ResultTellsWhetherAllThreeAreSet)
+TEST(CategoryConversion, ConvertCategoryNameTellsWhetherAllThreeAreSet)
 {
     EXPECT_EQ(VSTK2xTvrSynthConverter("X", "Strings", "Solo", true).convertCategoryName(), 0);
     EXPECT_EQ(VSTK2xTvrSynthConverter("X", "Strings", "No Assign", true).convertCategoryName(), 1);
@@ -206,7 +183,7 @@ TEST(CategoryConversion, ResultTellsWhetherAllThreeAreSet)
     EXPECT_TRUE(std::has_virtual_destructor_v<VSTK2xTvrSynthConverter>);
 }
 
-TEST(CategoryConversion, WordsCountInVoiceBanksAndInUnknownOnes)
+TEST(CategoryConversion, ConvertCubaseCategoryNameUsesWordsInVoiceBanksAndInUnknownOnes)
 {
     for (const int bank : {0, 1, 2, 3, 4, 5, 6, 7, 11, 12, 13, 15, 16, 31, 32, 40, -1, -2147483647})
         EXPECT_THAT(convertForBank("Harp", "Strings", "Pizzicato", bank),
@@ -218,7 +195,7 @@ TEST(CategoryConversion, WordsCountInVoiceBanksAndInUnknownOnes)
             << bank;
 }
 
-TEST(CategoryConversion, UnknownCategoriesEmptyTheOutputs)
+TEST(CategoryConversion, ConvertCubaseCategoryNameEmptiesTheOutputsForAnUnknownCategory)
 {
     EXPECT_THAT(convertForBank("Harp", "Nothing", "Known", 0), ElementsAre("", "", ""));
 }

@@ -1,4 +1,4 @@
-// The category tables against a second transcription of what the media browser is to show.
+// The category tables, compared with a second copy that was written down on its own.
 #include "presets/CubaseCategory.h"
 #include "presets/TavrinSynthCategory.h"
 
@@ -26,10 +26,10 @@ struct Record {
 
 struct SubRow {
     const char* synthName;
-    std::vector<Record> records; ///< none: there is no list
+    std::vector<Record> records; ///< empty when there is no list
 };
 
-struct Row {
+struct CategoryRow {
     const char* synthName;
     std::vector<CategoryRecord> records;
     std::vector<SubRow> subRows;
@@ -37,14 +37,14 @@ struct Row {
 
 const std::vector<Record> kNone;
 
-/** A list with only a default. */
+/** A list whose only record is the default. */
 std::vector<Record> only(const char* subCategory, const char* character)
 {
     return {{subCategory, character, {}}};
 }
 
 // clang-format off
-const std::vector<Row> kRows = {
+const std::vector<CategoryRow> kCategoryRows = {
     {"Acoustic Piano", {{"Piano", {}}}, {
         {"Acoustic", only("A. Piano", "Acoustic")},
         {"Layer", only("Other", "Layer")},
@@ -196,26 +196,26 @@ void expectWords(const char* const* actual, const Words& expected)
 
 } // namespace
 
-TEST(CategoryTable, SynthNamesStandInTheirOrder)
+TEST(CategoryTable, VoiceCategoryNamesStandInTheirOrder)
 {
-    ASSERT_EQ(kRows.size(), 18u);
+    ASSERT_EQ(kCategoryRows.size(), 18u);
     for (size_t row = 0; row < 18; ++row) {
-        EXPECT_STREQ(TavrinSynth::VoiceCategoryName[row], kRows[row].synthName);
-        ASSERT_EQ(kRows[row].subRows.size(), 6u);
+        EXPECT_STREQ(TavrinSynth::VoiceCategoryName[row], kCategoryRows[row].synthName);
+        ASSERT_EQ(kCategoryRows[row].subRows.size(), 6u);
         for (size_t column = 0; column < 6; ++column)
             EXPECT_STREQ(TavrinSynth::VoiceSubCategoryName[row][column],
-                         kRows[row].subRows[column].synthName)
+                         kCategoryRows[row].subRows[column].synthName)
                 << row;
     }
 }
 
-TEST(CategoryTable, EveryCategoryHasItsRecordsAndThenTheEnd)
+TEST(CategoryTable, CategoryArrayHasTheRecordsOfEveryCategoryAndThenTheEnd)
 {
     for (size_t row = 0; row < 18; ++row) {
-        SCOPED_TRACE(kRows[row].synthName);
+        SCOPED_TRACE(kCategoryRows[row].synthName);
         const auto* records = Category::categoryArray[row];
         ASSERT_NE(records, nullptr);
-        for (const auto& expected : kRows[row].records) {
+        for (const auto& expected : kCategoryRows[row].records) {
             EXPECT_EQ(records->subCategories, Category::categoryArray[row]->subCategories);
             EXPECT_STREQ(records->name, expected.name);
             expectWords(records->searchWords, expected.words);
@@ -227,12 +227,12 @@ TEST(CategoryTable, EveryCategoryHasItsRecordsAndThenTheEnd)
     }
 }
 
-TEST(CategoryTable, EverySubCategoryHasItsRecordsAndThenTheEnd)
+TEST(CategoryTable, SubCategoriesHaveTheirRecordsAndThenTheEnd)
 {
     for (size_t row = 0; row < 18; ++row)
         for (size_t column = 0; column < 6; ++column) {
-            const auto& expectedRecords = kRows[row].subRows[column].records;
-            SCOPED_TRACE(testing::Message() << kRows[row].synthName << " " << column);
+            const auto& expectedRecords = kCategoryRows[row].subRows[column].records;
+            SCOPED_TRACE(testing::Message() << kCategoryRows[row].synthName << " " << column);
             const auto* records = Category::categoryArray[row]->subCategories[column];
             ASSERT_EQ(records == nullptr, expectedRecords.empty());
             if (!records)
@@ -249,7 +249,7 @@ TEST(CategoryTable, EverySubCategoryHasItsRecordsAndThenTheEnd)
         }
 }
 
-TEST(CategoryTable, TheArrayNamesEachList)
+TEST(CategoryTable, CategoryArrayNamesEachList)
 {
     using namespace Category;
     const CategorySubCategory* const lists[] = {

@@ -41,45 +41,45 @@ int32 number(const char16* text, int base = 10)
 
 } // namespace
 
-TEST(CharacterConvert, Utf16OfAUnicodeHostBecomesUtf8)
+TEST(CharacterConvert, GetStdStringGivesUtf8OfAUnicodeHostsUtf16)
 {
     const CharacterConvert text(u"Gr\u00F6\u00DFe \U0001F3B9 \u3042", true);
     EXPECT_EQ(text.getStdString(), "Gr\xC3\xB6\xC3\x9F"
                                    "e \xF0\x9F\x8E\xB9 \xE3\x81\x82");
 }
 
-TEST(CharacterConvert, LoneSurrogatesOfTheHostBecomeQuestionMarks)
+TEST(CharacterConvert, GetStdStringGivesAQuestionMarkForALoneSurrogate)
 {
     const char16 text[] = {u'a', 0xD800, u'b', 0xDC00, 0};
     EXPECT_EQ(CharacterConvert(text, true).getStdString(), "a?b?");
 }
 
-TEST(CharacterConvert, PackedBytesOfAHostWithoutUnicodeComeBackUnchanged)
+TEST(CharacterConvert, GetStdStringGivesPackedBytesUnchanged)
 {
     EXPECT_EQ(packedText({"Nuendo\0\0", 8}), "Nuendo");
     EXPECT_EQ(packedText({"Cubase5\0\0\0", 10}), "Cubase5");
     EXPECT_EQ(packedText({"\xC4\xD6\xFF\0", 4}), "\xC4\xD6\xFF");
 }
 
-TEST(CharacterConvert, PackedTextNeedsNoMoreThanItsZeroByte)
+TEST(CharacterConvert, GetStdStringEndsPackedTextAtAZeroByte)
 {
-    EXPECT_EQ(packedText({"Cubase5\0", 8}), "Cubase5"); // no zero unit anywhere
+    EXPECT_EQ(packedText({"Cubase5\0", 8}), "Cubase5"); // no 16-bit unit is zero
     EXPECT_EQ(packedText({"Nuendo\0z", 8}), "Nuendo");  // something else behind the terminator
     EXPECT_EQ(packedText({"\0z", 2}), "");
 }
 
-TEST(CharacterConvert, PackedTextInAFullFieldIsReadToTheFieldsEnd)
+TEST(CharacterConvert, GetStdStringReadsAFullPackedFieldToItsEnd)
 {
     EXPECT_EQ(packedText("Nuen", 2), "Nuen");
     EXPECT_EQ(packedText("Nuendo", 2), "Nuen");
 }
 
-TEST(CharacterConvert, Utf16ReadWithAClearFlagGivesItsFirstCharacterOnly)
+TEST(CharacterConvert, GetStdStringOfUtf16TakenForPackedTextIsItsFirstCharacter)
 {
     EXPECT_EQ(CharacterConvert(u"Nuendo", false).getStdString(), "N");
 }
 
-TEST(CharacterConvert, AHostsTextIsTheSameWithoutAnObject)
+TEST(CharacterConvert, ConvertHostTextGivesTheSameAsAnObject)
 {
     EXPECT_EQ(CharacterConvert::ConvertHostText(u"Gr\u00F6\u00DFe \U0001F3B9", true),
               "Gr\xC3\xB6\xC3\x9F"
@@ -101,7 +101,7 @@ TEST(CharacterConvert, AHostsTextIsTheSameWithoutAnObject)
         EXPECT_EQ(CharacterConvert::ConvertHostText(nullptr, isUnicode, 8), "");
 }
 
-TEST(CharacterConvert, TheCopyOfA16BitTextIsWideWhicheverTheFlag)
+TEST(CharacterConvert, StringOfA16BitTextIsWideWithAndWithoutUnicode)
 {
     const CharacterConvert wide(u"Nuendo", true);
     EXPECT_TRUE(static_cast<const String&>(wide).isWideString());
@@ -112,7 +112,7 @@ TEST(CharacterConvert, TheCopyOfA16BitTextIsWideWhicheverTheFlag)
     EXPECT_EQ(static_cast<const String&>(packed).length(), 3);
 }
 
-TEST(CharacterConvert, AnUnterminatedFieldIsReadToItsEnd)
+TEST(CharacterConvert, GetStdStringReadsAFieldWithoutTerminatorToItsEnd)
 {
     const auto field = unterminated(u"selected");
     EXPECT_EQ(CharacterConvert(field.get(), true, 8).getStdString(), "selected");
@@ -121,14 +121,14 @@ TEST(CharacterConvert, AnUnterminatedFieldIsReadToItsEnd)
     EXPECT_EQ(CharacterConvert(field.get(), true, 8, false).getStdString(), "selected");
 }
 
-TEST(CharacterConvert, ATerminatorBeforeTheFieldsEndEndsTheText)
+TEST(CharacterConvert, GetStdStringEndsAtATerminatorBeforeTheFieldsEnd)
 {
     const char16 field[8] = {u'o', u'u', u't', 0, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
     EXPECT_EQ(CharacterConvert(field, true, 8).getStdString(), "out");
     EXPECT_EQ(CharacterConvert(field, true, 8, false).getStdString(), "out");
 }
 
-TEST(CharacterConvert, NullTextsAreEmptyTexts)
+TEST(CharacterConvert, ConstructorTakesANullTextForAnEmptyOne)
 {
     for (const bool isUnicode : {false, true}) {
         const CharacterConvert wide(static_cast<const char16*>(nullptr), isUnicode);
@@ -141,7 +141,7 @@ TEST(CharacterConvert, NullTextsAreEmptyTexts)
     }
 }
 
-TEST(CharacterConvert, TheTextOfTheOtherKindIsEmptyNeverNull)
+TEST(CharacterConvert, Text8AndText16AreEmptyAndNotNullForTheOtherKind)
 {
     const CharacterConvert unicode(u"Nuendo", true);
     ASSERT_NE(unicode.text8(), nullptr);
@@ -154,14 +154,14 @@ TEST(CharacterConvert, TheTextOfTheOtherKindIsEmptyNeverNull)
     EXPECT_STREQ(narrow.text8(), "Nuendo");
 }
 
-TEST(CharacterConvert, TheBaseClassSeesTheSameTexts)
+TEST(CharacterConvert, GetText8AndGetText16OfTheBaseClassGiveTheSameTexts)
 {
     CharacterConvert unicode(u"Nuendo", true);
     EXPECT_STREQ(unicode.getText8(), "");
     EXPECT_EQ(std::u16string(unicode.getText16()), u"Nuendo");
 }
 
-TEST(CharacterConvert, EightBitTextStaysAsItIsWithoutUnicode)
+TEST(CharacterConvert, GetStdStringGivesEightBitTextUnchangedWithoutUnicode)
 {
     EXPECT_EQ(CharacterConvert("\xC4ther", false).getStdString(), "\xC4ther");
     EXPECT_EQ(CharacterConvert("Nuendo", false, 3).getStdString(), "Nue");
@@ -169,13 +169,13 @@ TEST(CharacterConvert, EightBitTextStaysAsItIsWithoutUnicode)
     EXPECT_EQ(CharacterConvert("Nu", false, 30).getStdString(), "Nu");
 }
 
-TEST(CharacterConvert, UnterminatedEightBitTextIsReadToTheGivenLength)
+TEST(CharacterConvert, GetStdStringReadsEightBitTextWithoutTerminatorToTheGivenLength)
 {
     const std::vector<char> field{'p', 'o', 'r', 't'};
     EXPECT_EQ(CharacterConvert(field.data(), false, 4).getStdString(), "port");
 }
 
-TEST(CharacterConvert, EightBitTextOfAUnicodeHostIsMadeWide)
+TEST(CharacterConvert, Text16OfAUnicodeHostsEightBitTextIsItsUtf16)
 {
     const CharacterConvert text("\xC3\xB6 \xFFz", true);
     EXPECT_EQ(std::u16string(text.text16()), u"\u00F6 ?z");
@@ -183,7 +183,7 @@ TEST(CharacterConvert, EightBitTextOfAUnicodeHostIsMadeWide)
     EXPECT_EQ(text.getStdString(), "\xC3\xB6 ?z");
 }
 
-TEST(CharacterConvert, TextsThatAHostSetIntoAStringObjectAreRead)
+TEST(CharacterConvert, GetStdStringReadsAStringObjectThatTheHostSet)
 {
     StringObject wide;
     wide.setText16(u"port \u00F6");
@@ -198,7 +198,7 @@ TEST(CharacterConvert, TextsThatAHostSetIntoAStringObjectAreRead)
     EXPECT_STREQ(narrow.text8(), "port 7");
 }
 
-TEST(CharacterConvert, AStringObjectThatNobodySetIsEmpty)
+TEST(CharacterConvert, GetStdStringOfAStringObjectThatNobodySetIsEmpty)
 {
     const StringObject untouched;
     EXPECT_EQ(CharacterConvert(untouched, true).getStdString(), "");
@@ -208,14 +208,14 @@ TEST(CharacterConvert, AStringObjectThatNobodySetIsEmpty)
     EXPECT_EQ(CharacterConvert(cleared, true).getStdString(), "");
 }
 
-TEST(CharacterConvert, WideTextOfAHostWithoutUnicodeIsReadAsItsBytes)
+TEST(CharacterConvert, GetStdStringReadsAWideStringObjectAsBytesWithoutUnicode)
 {
     StringObject object;
     object.setText16(pack({"midi 1\0\0", 8}).get());
     EXPECT_EQ(CharacterConvert(object, false).getStdString(), "midi 1");
 }
 
-TEST(CharacterConvert, ATextSetAfterwardsIsReadByTheFlagOfTheConstruction)
+TEST(CharacterConvert, SetText8IsReadAsTheConstructorsCharacterSetSays)
 {
     CharacterConvert text(u"first", true);
     text.setText8("second");
@@ -223,7 +223,7 @@ TEST(CharacterConvert, ATextSetAfterwardsIsReadByTheFlagOfTheConstruction)
     EXPECT_STREQ(text.text8(), "");
 }
 
-TEST(CharacterConvert, ConversionOfNullIsEmpty)
+TEST(CharacterConvert, ConvertTo8BitStringOfNullIsEmpty)
 {
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(nullptr, true), "");
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(nullptr, false), "");
@@ -231,7 +231,7 @@ TEST(CharacterConvert, ConversionOfNullIsEmpty)
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"", false), "");
 }
 
-TEST(CharacterConvert, ConversionTriesUtf8OnlyWhenAsked)
+TEST(CharacterConvert, ConvertTo8BitStringGivesUtf8OnlyWhenAsked)
 {
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"a\u3042b", true), "a\xE3\x81\x82"
                                                                         "b");
@@ -239,14 +239,14 @@ TEST(CharacterConvert, ConversionTriesUtf8OnlyWhenAsked)
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"a\U0001F3B9b", false), "a?b");
 }
 
-TEST(CharacterConvert, ConversionHasNoLimitOfItsOwn)
+TEST(CharacterConvert, ConvertTo8BitStringHasNoLimitOfItsOwn)
 {
     const std::u16string text(100000, u'\u3042');
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(text.c_str(), true).size(), 300000u);
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(text.c_str(), false), std::string(100000, '?'));
 }
 
-TEST(CharacterConvert, NumbersAreReadUpToTheFirstForeignCharacter)
+TEST(CharacterConvert, GetStrToLReadsUpToTheFirstCharacterThatIsNoDigit)
 {
     EXPECT_EQ(number(u"10.5.2"), 10);
     EXPECT_EQ(number(u""), 0);
@@ -257,7 +257,7 @@ TEST(CharacterConvert, NumbersAreReadUpToTheFirstForeignCharacter)
     EXPECT_EQ(number(u"\u0663"), 0); // a digit of another script
 }
 
-TEST(CharacterConvert, NumbersAreReadInTheGivenBase)
+TEST(CharacterConvert, GetStrToLReadsInTheGivenBase)
 {
     EXPECT_EQ(number(u"ff", 16), 255);
     EXPECT_EQ(number(u"0x1F", 0), 31);
@@ -265,15 +265,15 @@ TEST(CharacterConvert, NumbersAreReadInTheGivenBase)
     EXPECT_EQ(number(u"12", 1), 0); // no such base
 }
 
-TEST(CharacterConvert, NumbersAreNarrowedTo32Bits)
+TEST(CharacterConvert, GetStrToLKeepsTheLow32Bits)
 {
     EXPECT_EQ(number(u"2147483647"), 2147483647);
     EXPECT_EQ(number(u"4294967297"), 1);
-    EXPECT_EQ(number(u"99999999999999999999999"), -1); // the greatest long has all low bits set
-    EXPECT_EQ(number(u"-99999999999999999999999"), 0); // the least long has none
+    EXPECT_EQ(number(u"99999999999999999999999"), -1); // the largest long: all low 32 bits are set
+    EXPECT_EQ(number(u"-99999999999999999999999"), 0); // the smallest long: none of them is set
 }
 
-TEST(CharacterConvert, TheCaseOfLettersCountsOnlyWhenAsked)
+TEST(CharacterConvert, IsContainedInStringIgnoresCaseOnlyWhenAsked)
 {
     const CharacterConvert text(u"Cubase LE", true);
     EXPECT_TRUE(text.IsContainedInString("cubase", true));
@@ -283,7 +283,7 @@ TEST(CharacterConvert, TheCaseOfLettersCountsOnlyWhenAsked)
     EXPECT_FALSE(text.IsContainedInString("Cubase LE 5", true));
 }
 
-TEST(CharacterConvert, AnEmptyNeedleIsEverywhereAndANullOneNowhere)
+TEST(CharacterConvert, IsContainedInStringFindsAnEmptyTextAndNoNullOne)
 {
     for (const bool ignoreCase : {false, true}) {
         EXPECT_TRUE(CharacterConvert(u"", true).IsContainedInString("", ignoreCase));
@@ -292,14 +292,14 @@ TEST(CharacterConvert, AnEmptyNeedleIsEverywhereAndANullOneNowhere)
     }
 }
 
-TEST(CharacterConvert, CaseIsNotFoldedBeyondTheLettersAToZ)
+TEST(CharacterConvert, IsContainedInStringIgnoresTheCaseOfAToZOnly)
 {
     const CharacterConvert text(u"\u00D6", true);
     EXPECT_FALSE(text.IsContainedInString("\xC3\xB6", true));
     EXPECT_TRUE(text.IsContainedInString("\xC3\x96", true));
 }
 
-TEST(CharacterConvert, LoweringChangesTheLettersAToZAndNothingElse)
+TEST(CharacterConvert, GetLowerCaseStringChangesAToZOnly)
 {
     std::string all;
     std::string lowered;
@@ -312,7 +312,7 @@ TEST(CharacterConvert, LoweringChangesTheLettersAToZAndNothingElse)
     EXPECT_EQ(CharacterConvert::GetLowerCaseString(nullptr), "");
 }
 
-TEST(CharacterConvert, AnObjectStartsWithOneReference)
+TEST(CharacterConvert, ConstructorGivesOneReference)
 {
     CharacterConvert text(u"Nuendo", true);
     EXPECT_EQ(text.getRefCount(), 1);

@@ -1,4 +1,4 @@
-// What the controller offers to the host beside its work: interfaces, the view, its messages.
+// The controller's interfaces, its view, and the messages that it sends to the processor.
 #include "hostapi/IExternalEffectUsingSKI.h"
 #include "tests/unit/BoundController.h"
 
@@ -13,6 +13,7 @@ using namespace Steinberg::Vst;
 using namespace doubles;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace {
 
@@ -24,7 +25,7 @@ uint32 referencesOf(FUnknown& object)
 
 // Interfaces --------------------------------------------------------------------
 
-TEST(ControllerInterfaces, AreGivenWithAReferenceEach)
+TEST(ControllerQueryInterface, GivesEachInterfaceWithAReference)
 {
     const auto controller = owned(new VstK2xController);
     FUnknown& unknown = *static_cast<IEditController*>(controller);
@@ -49,7 +50,7 @@ TEST(ControllerInterfaces, AreGivenWithAReferenceEach)
     EXPECT_EQ(referencesOf(unknown), 1u);
 }
 
-TEST(ControllerInterfaces, KeepTheLibrarysAndTheServicesToThemselves)
+TEST(ControllerQueryInterface, RefusesTheInterfacesOfLibraryAndService)
 {
     const auto controller = owned(new VstK2xController);
     for (const FUID& iid : {IExternalPlugin::iid, IComponent::iid, IMidiMapping::iid,
@@ -61,7 +62,7 @@ TEST(ControllerInterfaces, KeepTheLibrarysAndTheServicesToThemselves)
     EXPECT_EQ(referencesOf(*static_cast<IEditController*>(controller)), 1u);
 }
 
-TEST(ControllerInterfaces, GiveTheReturnGainOfTheSquareRootOfTwo)
+TEST(ControllerQueryInterface, GivesAnObjectWhoseGetReturnGainIsTheSquareRootOfTwo)
 {
     const auto controller = owned(new VstK2xController);
     float gain = 0;
@@ -69,7 +70,7 @@ TEST(ControllerInterfaces, GiveTheReturnGainOfTheSquareRootOfTwo)
     EXPECT_FLOAT_EQ(gain, std::sqrt(2.0F));
 }
 
-TEST(ControllerCreation, GivesAnEditControllerWithOneReference)
+TEST(ControllerCreateInstance, GivesAnEditControllerWithOneReference)
 {
     FUnknown* created = VstK2xController::createInstance(nullptr);
     ASSERT_NE(created, nullptr);
@@ -80,7 +81,7 @@ TEST(ControllerCreation, GivesAnEditControllerWithOneReference)
 
 // The view ------------------------------------------------------------------------
 
-TEST(ControllersView, IsMadeForTheExactNameOnly)
+TEST(CreateView, MakesAViewForTheExactNameOnly)
 {
     BoundController bound;
     bound.initialize();
@@ -93,7 +94,7 @@ TEST(ControllersView, IsMadeForTheExactNameOnly)
     EXPECT_THAT(bound.trace.texts(), ElementsAre("library.getEditorRect()"));
 }
 
-TEST(ControllersView, IsNewEachTimeAndTheCallersAlone)
+TEST(CreateView, GivesANewViewEachTimeThatTheCallerAloneHolds)
 {
     BoundController bound;
     bound.initialize();
@@ -101,13 +102,13 @@ TEST(ControllersView, IsNewEachTimeAndTheCallersAlone)
     const auto second = owned(bound.controller->createView("editor"));
     EXPECT_NE(first, second);
     EXPECT_EQ(referencesOf(*first), 1u);
-    // Each view holds the controller, and lets go of it.
+    // Each view holds a reference to the controller.
     EXPECT_EQ(referencesOf(*static_cast<IEditController*>(bound.controller)), 3u);
     first = nullptr;
     EXPECT_EQ(referencesOf(*static_cast<IEditController*>(bound.controller)), 2u);
 }
 
-TEST(ControllersView, ComesWithoutALibraryToo)
+TEST(CreateView, MakesAViewWithoutALibraryToo)
 {
     const auto controller = owned(new VstK2xController);
     const auto view = owned(controller->createView("editor"));
@@ -120,9 +121,9 @@ TEST(ControllersView, ComesWithoutALibraryToo)
 
 // Messages --------------------------------------------------------------------------
 
-class ControllerMessages : public testing::Test {
+class ControllerConnect : public testing::Test {
 protected:
-    /** The peer's record as text, so that one comparison shows all. */
+    /** The messages that the peer got, as texts. */
     std::vector<std::string> sent()
     {
         std::vector<std::string> result;
@@ -143,7 +144,7 @@ protected:
     BoundController bound;
 };
 
-TEST_F(ControllerMessages, TellThePeerOfTheLibraryAndTheKindOfHost)
+TEST_F(ControllerConnect, SendsTheLibraryAndTheUnicodeFlag)
 {
     bound.initialize();
     EXPECT_EQ(bound.controller->connect(peer()), kResultOk);
@@ -153,7 +154,7 @@ TEST_F(ControllerMessages, TellThePeerOfTheLibraryAndTheKindOfHost)
     EXPECT_EQ(sent().back(), "VST_DISCONNECT_MESSAGE_ID library");
 }
 
-TEST_F(ControllerMessages, SayZeroInAnyOtherHost)
+TEST_F(ControllerConnect, SendsZeroInAHostWithoutUnicode)
 {
     bound.initialize();
     bound.host.context.characterSet = kResultFalse;
@@ -162,7 +163,7 @@ TEST_F(ControllerMessages, SayZeroInAnyOtherHost)
     bound.controller->disconnect(peer());
 }
 
-TEST_F(ControllerMessages, AreOneObjectForBothWhenConnecting)
+TEST_F(ControllerConnect, UsesOneMessageForBoth)
 {
     bound.initialize();
     bound.controller->connect(peer());
@@ -171,18 +172,18 @@ TEST_F(ControllerMessages, AreOneObjectForBothWhenConnecting)
     EXPECT_EQ(bound.trace.textsOf({"context.createInstance"}).size(), 2u);
 }
 
-TEST_F(ControllerMessages, StopAtThePeersFirstRefusal)
+TEST_F(ControllerConnect, StopsSendingAtThePeersFirstRefusal)
 {
     bound.initialize();
     bound.host.peer.notifyResults = {kNotImplemented};
     EXPECT_EQ(bound.controller->connect(peer()), kNotImplemented);
     EXPECT_THAT(sent(), ElementsAre("VST_CONNECT_MESSAGE_ID library"));
-    EXPECT_EQ(bound.trace.textsOf({"library.getParameterValue("}).size(), 225u);
+    EXPECT_THAT(bound.trace.textsOf({"library.getParameterValue("}), SizeIs(kParameters));
     EXPECT_EQ(bound.trace.count("library.parametersReady()"), 1u);
     bound.controller->disconnect(peer());
 }
 
-TEST_F(ControllerMessages, GiveConnectTheResultOfTheSecond)
+TEST_F(ControllerConnect, AnswersTheResultOfTheSecondMessage)
 {
     bound.initialize();
     bound.host.peer.notifyResults = {kResultOk, kResultFalse};
@@ -191,19 +192,19 @@ TEST_F(ControllerMessages, GiveConnectTheResultOfTheSecond)
     bound.controller->disconnect(peer());
 }
 
-TEST_F(ControllerMessages, ThatCannotBeMadeAreSkipped)
+TEST_F(ControllerConnect, SkipsMessagesThatTheHostCannotMake)
 {
     bound.initialize();
     bound.host.failAt("createInstance");
     EXPECT_EQ(bound.controller->connect(peer()), kResultOk);
     EXPECT_THAT(sent(), IsEmpty());
-    EXPECT_EQ(bound.trace.textsOf({"library.getParameterValue("}).size(), 225u);
+    EXPECT_THAT(bound.trace.textsOf({"library.getParameterValue("}), SizeIs(kParameters));
     EXPECT_EQ(bound.trace.count("library.parametersReady()"), 1u);
     EXPECT_EQ(bound.controller->disconnect(peer()), kResultOk);
     EXPECT_THAT(sent(), IsEmpty());
 }
 
-TEST_F(ControllerMessages, WithoutAttributesGoOutBare)
+TEST_F(ControllerConnect, SendsMessagesWithoutAttributesAsTheyAre)
 {
     bound.initialize();
     bound.host.failAt("getAttributes");
@@ -213,7 +214,7 @@ TEST_F(ControllerMessages, WithoutAttributesGoOutBare)
                                     "VST_DISCONNECT_MESSAGE_ID"));
 }
 
-TEST_F(ControllerMessages, ToAPeerThatThrowsAreFailures)
+TEST_F(ControllerConnect, FailsForAPeerThatThrows)
 {
     bound.initialize();
     bound.host.throwAt("peer.notify");
@@ -222,28 +223,28 @@ TEST_F(ControllerMessages, ToAPeerThatThrowsAreFailures)
     EXPECT_EQ(bound.controller->disconnect(peer()), kResultOk);
 }
 
-TEST_F(ControllerMessages, OfASecondConnectAreNotSentButTheParametersAreRefreshed)
+TEST_F(ControllerConnect, RefreshesTheParametersAndSendsNothingTheSecondTime)
 {
     bound.initialize();
     bound.controller->connect(peer());
     bound.trace.clear();
     EXPECT_EQ(bound.controller->connect(peer()), kResultFalse);
     EXPECT_EQ(sent().size(), 2u);
-    EXPECT_EQ(bound.trace.textsOf({"library.getParameterValue("}).size(), 225u);
+    EXPECT_THAT(bound.trace.textsOf({"library.getParameterValue("}), SizeIs(kParameters));
     EXPECT_EQ(bound.trace.count("library.parametersReady()"), 1u);
     bound.controller->disconnect(peer());
 }
 
-TEST_F(ControllerMessages, OfAConnectToNobodyAreNotSentButTheParametersAreRefreshed)
+TEST_F(ControllerConnect, RefreshesTheParametersAndSendsNothingForANullPeer)
 {
     bound.initialize();
     EXPECT_EQ(bound.controller->connect(nullptr), kInvalidArgument);
     EXPECT_THAT(bound.trace.textsOf({"context.createInstance", "peer."}), IsEmpty());
-    EXPECT_EQ(bound.trace.textsOf({"library.getParameterValue("}).size(), 225u);
+    EXPECT_THAT(bound.trace.textsOf({"library.getParameterValue("}), SizeIs(kParameters));
     EXPECT_EQ(bound.trace.count("library.parametersReady()"), 1u);
 }
 
-TEST_F(ControllerMessages, RefreshTheParametersInTheOrderOfTheirContainer)
+TEST_F(ControllerConnect, RefreshesTheParametersInTheirOrder)
 {
     bound.initialize();
     bound.controller->connect(peer());
@@ -253,12 +254,12 @@ TEST_F(ControllerMessages, RefreshTheParametersInTheOrderOfTheirContainer)
         bound.controller->getParameterInfo(index, info);
         expected.push_back("library.getParameterValue(" + std::to_string(info.id) + ")");
     }
-    ASSERT_EQ(expected.size(), 225u);
+    ASSERT_THAT(expected, SizeIs(kParameters));
     EXPECT_EQ(bound.trace.textsOf({"library.getParameterValue("}), expected);
     bound.controller->disconnect(peer());
 }
 
-TEST_F(ControllerMessages, OfADisconnectFromAStrangerGoToThePeerAllTheSame)
+TEST_F(ControllerConnect, TellsThePeerOfADisconnectFromAnybody)
 {
     bound.initialize();
     bound.controller->connect(peer());
@@ -273,7 +274,7 @@ TEST_F(ControllerMessages, OfADisconnectFromAStrangerGoToThePeerAllTheSame)
     EXPECT_EQ(sent().size(), 5u);
 }
 
-TEST_F(ControllerMessages, OfAControllerWithoutALibraryCarryNull)
+TEST_F(ControllerConnect, SendsNullWithoutALibrary)
 {
     bound.host.service.makesComponent = false;
     if (bound.controller->initialize(&bound.host.context) == kResultOk)
@@ -285,7 +286,7 @@ TEST_F(ControllerMessages, OfAControllerWithoutALibraryCarryNull)
     EXPECT_EQ(sent().back(), "VST_DISCONNECT_MESSAGE_ID null");
 }
 
-TEST(ConnectedController, ShowsTheHostTheEditorsValuesOfThatMoment)
+TEST(RefreshAtConnect, ShowsTheHostTheEditorsValuesOfThatMoment)
 {
     BoundController bound;
     bound.initialize();

@@ -1,6 +1,4 @@
-// The controller's life from initialize to terminate, in whole: the order of everything that it
-// does with the host and the library, and a host that throws at any moment of it.
-#include "tests/doubles/Sanitized.h"
+// What the controller does with host and library in initialize and terminate, in order.
 #include "tests/unit/BoundController.h"
 
 #include <algorithm>
@@ -21,9 +19,9 @@ bool begins(const std::string& text, const std::string& prefix)
     return text.compare(0, prefix.size(), prefix) == 0;
 }
 
-/** The record's texts of these prefixes, where everything about the 225 observers between two
-    others is one entry, and of an object's releases the last counts: a pointer that is passed on in
-    between may take and release once more. */
+/** The recorded calls with these prefixes. Calls about observers in a row are one entry,
+    "observers". Of several releases of an object only the last is kept, since a smart pointer that
+    is passed on takes and releases a reference as well. */
 Texts milestones(const Trace& trace, Texts prefixes)
 {
     const Texts observers = {"library.getVSTObserverObject", "library.addObserver",
@@ -46,7 +44,7 @@ Texts milestones(const Trace& trace, Texts prefixes)
     return result;
 }
 
-TEST(ControllerLife, BeginsInOrder)
+TEST(ControllerLife, InitializeGoesInOrder)
 {
     BoundController bound;
     CPluginFactory factory{PFactoryInfo()};
@@ -74,7 +72,7 @@ TEST(ControllerLife, BeginsInOrder)
     factory.setHostContext(nullptr);
 }
 
-TEST(ControllerLife, EndsInOrderAndReleasesTheHostsObjectsLast)
+TEST(ControllerLife, TerminateGoesInOrderAndReleasesTheHostsObjectsLast)
 {
     BoundController bound;
     auto& piano = bound.host.devices.addMidiTrack("Piano", "Synth 1", 3);
@@ -111,100 +109,7 @@ TEST(ControllerLife, EndsInOrderAndReleasesTheHostsObjectsLast)
              "updateHandler.release()", "hostClasses.release()"})));
 }
 
-/** The whole life with a host that throws at its n-th call; what that call was, and how many
-    came. */
-class ThrowingHost {
-public:
-    explicit ThrowingHost(size_t n)
-    {
-        factory.setHostContext(&bound.host.context);
-        bound.trace.clear();
-        bound.host.clearFaults();
-        bound.host.onCall = [this, n](const std::string& text) {
-            if (bound.host.callCount() != n || isLeftOut(text))
-                return;
-            thrown = text;
-            throw ScriptedFailure(text);
-        };
-    }
-    ThrowingHost(const ThrowingHost&) = delete;
-    ThrowingHost& operator=(const ThrowingHost&) = delete;
-    ~ThrowingHost()
-    {
-        bound.host.onCall = nullptr;
-        factory.setHostContext(nullptr);
-    }
-
-    void live()
-    {
-        auto& controller = *bound.controller;
-        tresult result = kResultFalse;
-        EXPECT_NO_THROW(result = controller.initialize(&bound.host.context));
-        // Without the service there is no library in this place.
-        const size_t isBound = bound.trace.count("library.start()");
-        EXPECT_EQ(result, isBound == 1 ? kResultOk : kResultFalse);
-        EXPECT_EQ(controller.getParameterCount(), isBound == 1 ? 225 : 0);
-        EXPECT_EQ(bound.trace.textsOf({"library.setHostType("}).size(), isBound);
-        EXPECT_NO_THROW(controller.connect(&bound.host.peer));
-        EXPECT_EQ(bound.trace.count("library.parametersReady()"), isBound);
-        EXPECT_NO_THROW(controller.disconnect(&bound.host.peer));
-        EXPECT_NO_THROW(controller.terminate());
-        EXPECT_EQ(bound.trace.count("library.setControllerInterface(null)"), isBound);
-        EXPECT_EQ(bound.trace.count("service.unregisterPlugin(object)"), isBound);
-        calls = bound.host.callCount();
-    }
-
-    /** What a host does not take back it keeps; everything else is back where it was. */
-    void expectBalanced()
-    {
-        bound.host.onCall = nullptr;
-        if (begins(thrown, "updateHandler.removeDependent") || has("IHostClasses") ||
-            has("IUpdateHandler"))
-            bound.host.updates.forgetDependents();
-        if (begins(thrown, "runLoop.unregisterTimer"))
-            bound.host.runLoop.forgetTimers();
-        factory.setHostContext(nullptr);
-        EXPECT_THAT(bound.host.ledger(), IsEmpty());
-    }
-
-    std::string thrown;
-    size_t calls = 0;
-
-private:
-    bool has(const std::string& text) const { return thrown.find(text) != std::string::npos; }
-
-    /** Nobody can give the component back to a factory that throws, and where memory is watched the
-        SDK's timer is in the way, which is never freed when the run loop throws. */
-    static bool isLeftOut(const std::string& text)
-    {
-#if defined(VSTK2X_SANITIZED)
-        if (begins(text, "runLoop."))
-            return true;
-#endif
-        return begins(text, "componentFactory.destroyComponent");
-    }
-
-    BoundController bound;
-    CPluginFactory factory{PFactoryInfo()};
-};
-
-TEST(ControllerLife, SurvivesAHostThatThrowsAtAnyMoment)
-{
-    size_t calls = 0;
-    for (size_t n = 1; n <= calls + 1 && n < 400; ++n) {
-        ThrowingHost host(n);
-        host.live();
-        SCOPED_TRACE(host.thrown);
-        host.expectBalanced();
-        calls = std::max(calls, host.calls);
-        if (testing::Test::HasFailure())
-            ADD_FAILURE() << "thrown at call " << n << ": " << host.thrown;
-    }
-    EXPECT_GT(calls, 20U);
-    EXPECT_LT(calls, 400U) << "not every call was tried";
-}
-
-TEST(ControllerLife, TakesAHandlerThatThrowsWhenAskedForItsExtensions)
+TEST(ControllerLife, SetComponentHandlerTakesOneThatThrowsWhenAskedForItsExtensions)
 {
     BoundController bound;
     bound.initialize();
@@ -218,7 +123,7 @@ TEST(ControllerLife, TakesAHandlerThatThrowsWhenAskedForItsExtensions)
     EXPECT_THAT(bound.trace.textsOf({"host."}), ElementsAre("host.restartComponent(8)"));
 }
 
-TEST(ControllerLife, StaysFailedUntilTerminateAfterABindingThatFailed)
+TEST(ControllerLife, InitializeFailsUntilTerminateAfterABindingThatFailed)
 {
     for (const bool withContext : {false, true}) {
         SCOPED_TRACE(withContext ? "first with a context" : "first without one");
@@ -238,11 +143,11 @@ TEST(ControllerLife, StaysFailedUntilTerminateAfterABindingThatFailed)
 
         EXPECT_EQ(bound.controller->terminate(), kResultOk);
         EXPECT_EQ(bound.controller->initialize(&bound.host.context), kResultOk);
-        EXPECT_EQ(bound.controller->getParameterCount(), 225);
+        EXPECT_EQ(bound.controller->getParameterCount(), kParameters);
     }
 }
 
-TEST(ControllerLife, TellsAPeerThatIsStillConnectedRightAfterTheTimerHasStopped)
+TEST(ControllerLife, TerminateTellsAPeerThatIsStillConnectedOnceTheTimerHasStopped)
 {
     BoundController bound;
     bound.initialize();
@@ -251,7 +156,7 @@ TEST(ControllerLife, TellsAPeerThatIsStillConnectedRightAfterTheTimerHasStopped)
     bound.host.traceQueries();
     EXPECT_EQ(bound.controller->terminate(), kResultOk);
     auto calls = bound.trace.texts();
-    // The message is made by the host in a few calls.
+    // Leaves out the calls by which the host makes the message.
     const auto isOfTheMessage = [](const std::string& text) {
         return begins(text, "message(") || begins(text, "context.createInstance(") ||
                text == "query(context, IHostApplication)";
@@ -265,7 +170,7 @@ TEST(ControllerLife, TellsAPeerThatIsStillConnectedRightAfterTheTimerHasStopped)
     EXPECT_EQ(calls, expected);
 }
 
-TEST(ControllerLife, EndsWithAPeerThatThrowsWhenTheHostLeftItConnected)
+TEST(ControllerLife, TerminateEndsTheLibraryThoughAPeerThatIsStillConnectedThrows)
 {
     BoundController bound;
     bound.initialize();
@@ -279,7 +184,7 @@ TEST(ControllerLife, EndsWithAPeerThatThrowsWhenTheHostLeftItConnected)
     bound.controller->disconnect(&bound.host.peer);
 }
 
-TEST(ControllerLife, UnbindsInTerminateOnlyAndStopsItsTimerInAnyCase)
+TEST(ControllerLife, ReleaseWithoutTerminateStopsTheTimerAndCallsNobody)
 {
     BoundController bound;
     bound.initialize();
@@ -287,7 +192,7 @@ TEST(ControllerLife, UnbindsInTerminateOnlyAndStopsItsTimerInAnyCase)
     EXPECT_THAT(bound.trace.textsOf({"library.", "observer(", "service.", "updateHandler."}),
                 IsEmpty());
     EXPECT_THAT(bound.host.runLoop.intervals(), IsEmpty());
-    // What a host keeps of a plug-in that it did not terminate is the host's to forget.
+    // A host that does not call terminate keeps its dependents.
     bound.host.updates.forgetDependents();
     CPluginFactory(PFactoryInfo()).setHostContext(nullptr);
     EXPECT_THAT(bound.host.ledger(), IsEmpty());

@@ -14,7 +14,7 @@ using namespace std::string_literals;
 
 namespace {
 
-/** Answers with the given texts, as a host with Unicode does or one without. */
+/** A host, with or without Unicode, that gives these texts. */
 class Application : public IHostApplicationW {
 public:
     Application(HostText itsName, HostText itsVersion, bool hasUnicode = true)
@@ -78,7 +78,7 @@ int indexOf(std::u16string_view text)
 
 } // namespace
 
-TEST(DAWInfo, EveryProductNameHasItsType)
+TEST(DAWInfo, GetHostTypeKnowsEveryProductName)
 {
     EXPECT_EQ(typeOf("Cubase Studio 5"), 3);
     EXPECT_EQ(typeOf("Cubase Artist 6.5"), 3);
@@ -92,14 +92,14 @@ TEST(DAWInfo, EveryProductNameHasItsType)
     EXPECT_EQ(typeOf(""), 6);
 }
 
-TEST(DAWInfo, ProductNamesAreFoundAnywhereAndInAnyCase)
+TEST(DAWInfo, GetHostTypeFindsAProductNameAnywhereAndInAnyCase)
 {
     EXPECT_EQ(typeOf("NUENDO 5"), 5);
     EXPECT_EQ(typeOf("the cubase le edition"), 0);
     EXPECT_EQ(typeOf("Cub ase"), 6);
 }
 
-TEST(DAWInfo, TheFirstProductOfTheTableDecides)
+TEST(DAWInfo, GetHostTypeIsThatOfTheTablesFirstProduct)
 {
     EXPECT_EQ(typeOf("Nuendo with Cubase"), 4);
     EXPECT_EQ(typeOf("Cubase LE AI Elements"), 0);
@@ -108,7 +108,7 @@ TEST(DAWInfo, TheFirstProductOfTheTableDecides)
     EXPECT_EQ(typeOf("Cubase Elements or Cubase Artist"), 3);
 }
 
-TEST(DAWInfo, AHostWithoutUnicodeIsRecognisedByItsPackedName)
+TEST(DAWInfo, GetHostTypeReadsThePackedNameOfAHostWithoutUnicode)
 {
     EXPECT_EQ(typeOf("Nuendo 4", false), 5);
     EXPECT_EQ(typeOf("Cubase LE 4", false), 0);
@@ -116,7 +116,7 @@ TEST(DAWInfo, AHostWithoutUnicodeIsRecognisedByItsPackedName)
     EXPECT_EQ(typeOf("Some\0Cubase"s, false), 6); // a longer name stood there before
 }
 
-TEST(DAWInfo, WithoutAHostEverythingIsUnknown)
+TEST(DAWInfo, AnalyzeDAWInfoKnowsNothingWithoutAHost)
 {
     DAWInfo info(nullptr);
     EXPECT_EQ(info.getHostType(), 6);
@@ -124,7 +124,7 @@ TEST(DAWInfo, WithoutAHostEverythingIsUnknown)
     EXPECT_FALSE(info.AnalyzeDAWInfo(nullptr));
 }
 
-TEST(DAWInfo, NameAndVersionAreReadWithoutEachOther)
+TEST(DAWInfo, ConstructorReadsNameAndVersionWithoutEachOther)
 {
     Application nameOnly("Cubase 6", nullptr);
     const DAWInfo named(&nameOnly);
@@ -137,7 +137,7 @@ TEST(DAWInfo, NameAndVersionAreReadWithoutEachOther)
     EXPECT_EQ(versionOf(versioned), (Version{6, 0, 7}));
 }
 
-TEST(DAWInfo, AnotherHostGivesTheTypeButNoVersionToAnObjectWithoutHost)
+TEST(DAWInfo, AnalyzeDAWInfoOfAnotherHostGivesTheTypeAndNoVersionToAnObjectWithoutHost)
 {
     Application application("Nuendo 6", "Version 6.5.0");
     DAWInfo info(nullptr);
@@ -146,30 +146,30 @@ TEST(DAWInfo, AnotherHostGivesTheTypeButNoVersionToAnObjectWithoutHost)
     EXPECT_EQ(versionOf(info), (Version{-1, -1, -1}));
 }
 
-TEST(DAWInfo, TheHostOfTheConstructorDecidesHowVersionsAreRead)
+TEST(DAWInfo, AnalyzeDAWInfoReadsVersionsAsTheConstructorsHostWritesThem)
 {
     Application own("Cubase", nullptr, false);
     Application other("Nuendo", "Version 12.34.56");
     DAWInfo info(&own);
     EXPECT_TRUE(info.AnalyzeDAWInfo(&other));
     EXPECT_EQ(info.getHostType(), 5);
-    EXPECT_EQ(versionOf(info), (Version{1, 3, 5})); // wide units read as bytes end after the first
+    EXPECT_EQ(versionOf(info), (Version{1, 3, 5})); // read as bytes, of one character
 }
 
-TEST(DAWInfo, VersionsOfThreePartsAreRead)
+TEST(DAWInfo, ConstructorReadsAVersionOfThreeParts)
 {
     EXPECT_EQ(parse("Version 6.0.7 build 123"), (Version{6, 0, 7}));
     EXPECT_EQ(parse("7.5.20"), (Version{7, 5, 20}));
     EXPECT_EQ(parse("v10.0.30.277"), (Version{10, 0, 30}));
 }
 
-TEST(DAWInfo, AVersionOfTwoPartsSetsTheMajorNumberOnly)
+TEST(DAWInfo, ConstructorReadsTheMajorNumberOnlyOfAVersionOfTwoParts)
 {
     EXPECT_EQ(parse("6.5"), (Version{6, -1, -1}));
     EXPECT_EQ(parse("Version 7."), (Version{7, -1, -1}));
 }
 
-TEST(DAWInfo, AVersionWithoutDigitsOrDotsChangesNothing)
+TEST(DAWInfo, ConstructorReadsNothingOfAVersionWithoutDigitsOrDots)
 {
     EXPECT_EQ(parse(""), (Version{-1, -1, -1}));
     EXPECT_EQ(parse("Version"), (Version{-1, -1, -1}));
@@ -178,7 +178,7 @@ TEST(DAWInfo, AVersionWithoutDigitsOrDotsChangesNothing)
     EXPECT_EQ(parse("v.7"), (Version{-1, -1, -1}));
 }
 
-TEST(DAWInfo, AnEmptyFieldKeepsItsValueAndAFieldWithoutDigitsIsZero)
+TEST(DAWInfo, ConstructorSkipsAnEmptyVersionFieldAndReadsOneWithoutDigitsAsZero)
 {
     EXPECT_EQ(parse("7..3"), (Version{7, -1, 3}));
     EXPECT_EQ(parse("7.x."), (Version{7, 0, -1}));
@@ -186,13 +186,13 @@ TEST(DAWInfo, AnEmptyFieldKeepsItsValueAndAFieldWithoutDigitsIsZero)
     EXPECT_EQ(parse("7x.5 beta.-2"), (Version{7, 5, -2}));
 }
 
-TEST(DAWInfo, VersionNumbersBeyond32BitsAreNarrowed)
+TEST(DAWInfo, ConstructorKeepsTheLow32BitsOfAVersionNumber)
 {
     EXPECT_EQ(parse("4294967303.5.0"), (Version{7, 5, 0}));
     EXPECT_EQ(parse("99999999999999999999.5.0"), (Version{-1, 5, 0}));
 }
 
-TEST(DAWInfo, AVersionOfAHostWithoutUnicodeIsNotFound)
+TEST(DAWInfo, ConstructorFindsNoVersionInAHostWithoutUnicode)
 {
     Application application("Nuendo 4", "Version 4.3.0 Build 371", false);
     const DAWInfo info(&application);
@@ -200,19 +200,19 @@ TEST(DAWInfo, AVersionOfAHostWithoutUnicodeIsNotFound)
     EXPECT_EQ(versionOf(info), (Version{-1, -1, -1}));
 }
 
-TEST(DAWInfo, AVersionOfAHostWithoutUnicodeEndsAtItsZeroByte)
+TEST(DAWInfo, ConstructorEndsAPackedVersionAtItsZeroByte)
 {
     const Version none{-1, -1, -1};
-    // Behind the zero byte stands the rest of a wide "9.5.0", which the units would give.
+    // The bytes behind the zero byte would read as "9.5.0" in 16-bit units.
     EXPECT_EQ(parse("\0x"s + "9\0.\0005\0.\0000\0"s, false), none);
     EXPECT_EQ(parse("4.30\0x"s + "9\0.\0005\0.\0000\0"s, false), none);
-    // "3" and the zero byte are one unit, which looks like a digit with ".5.0" behind it.
+    // As one 16-bit unit "3" and the zero byte would be a digit, with ".5.0" behind it.
     EXPECT_EQ(parse("4.3\0"s + ".\0005\0.\0000\0"s, false), none);
     EXPECT_EQ(parse("4.3", false), none);
     EXPECT_EQ(parse("", false), none);
 }
 
-TEST(DAWInfo, HostileTextsAreReadAsFarAsTheyGo)
+TEST(DAWInfo, ConstructorReadsHostileTextsAsFarAsTheyGo)
 {
     Application surrogates(HostText::raw({0xD800, u'N', u'u', u'e', u'n', u'd', u'o', 0xDC00}),
                            HostText::raw({0xDBFF, u'7', 0xD800, u'.', u'5', u'.', 0xDFFF}));
@@ -231,7 +231,7 @@ TEST(DAWInfo, HostileTextsAreReadAsFarAsTheyGo)
     EXPECT_EQ(versionOf(late), (Version{-1, -1, -1}));
 }
 
-TEST(DAWInfo, NullVersionTextsChangeNothing)
+TEST(DAWInfo, SetVersionInfoFromStringKeepsWhatANewTextLacks)
 {
     Application application("Cubase", "7.5.2");
     DAWInfo info(&application);
@@ -243,7 +243,7 @@ TEST(DAWInfo, NullVersionTextsChangeNothing)
     EXPECT_EQ(versionOf(info), (Version{8, 5, 2}));
 }
 
-TEST(DAWInfo, TheFirstDigitIsFound)
+TEST(DAWInfo, GetNumberStringIndexFindsTheFirstDigit)
 {
     EXPECT_EQ(indexOf(u"7.5"), 0);
     EXPECT_EQ(indexOf(u"Version 7.5"), 8);
@@ -252,7 +252,7 @@ TEST(DAWInfo, TheFirstDigitIsFound)
     EXPECT_EQ(DAWInfo(nullptr).GetNumberStringIndex(nullptr), -1);
 }
 
-TEST(DAWInfo, OnlyTheTenDigitsOfAllUnitsAreDigits)
+TEST(DAWInfo, GetNumberStringIndexKnowsTheTenAsciiDigitsOnly)
 {
     for (unsigned unit = 1; unit < 0x10000; ++unit) {
         const bool isDigit = unit >= 0x30 && unit <= 0x39;
@@ -261,7 +261,7 @@ TEST(DAWInfo, OnlyTheTenDigitsOfAllUnitsAreDigits)
     }
 }
 
-TEST(DAWInfo, VersionsAreComparedFieldByField)
+TEST(DAWInfo, CompareVersionGoesFieldByField)
 {
     Application application("Cubase", "Version 7.5.2");
     const DAWInfo info(&application);
@@ -275,7 +275,7 @@ TEST(DAWInfo, VersionsAreComparedFieldByField)
     EXPECT_EQ(info.CompareVersion(0, 0, 0), 1);
 }
 
-TEST(DAWInfo, NegativeArgumentsAreNotCompared)
+TEST(DAWInfo, CompareVersionSkipsNegativeArguments)
 {
     Application application("Cubase", "Version 7.5.2");
     const DAWInfo info(&application);
@@ -290,7 +290,7 @@ TEST(DAWInfo, NegativeArgumentsAreNotCompared)
     EXPECT_EQ(DAWInfo(&newer).CompareVersion(7, 5, -1), 1);
 }
 
-TEST(DAWInfo, UnknownFieldsAreOlderThanAnyGivenOnes)
+TEST(DAWInfo, CompareVersionTakesAnUnknownFieldForOlder)
 {
     Application application("Cubase", "7.5");
     const DAWInfo info(&application);
@@ -302,7 +302,7 @@ TEST(DAWInfo, UnknownFieldsAreOlderThanAnyGivenOnes)
     EXPECT_EQ(DAWInfo(nullptr).CompareVersion(-1, -1, -1), 0);
 }
 
-TEST(DAWInfo, CanBeDeletedThroughABasePointer)
+TEST(DAWInfo, HasAVirtualDestructor)
 {
     static_assert(std::has_virtual_destructor_v<DAWInfo>);
 }

@@ -14,7 +14,7 @@ namespace {
 constexpr int kLargestInt = std::numeric_limits<int>::max();
 constexpr int kSmallestInt = std::numeric_limits<int>::min();
 
-TEST(EditorCallbacks, WithARepeatedValueSayNothing)
+TEST(EditorCallbacks, EditorValueChangeSaysNothingOfARepeatedValue)
 {
     BoundController bound;
     bound.initialize();
@@ -25,7 +25,7 @@ TEST(EditorCallbacks, WithARepeatedValueSayNothing)
     EXPECT_THAT(bound.edits(), ElementsAre("host.performEdit(37012000, 0.25)"));
 }
 
-TEST(EditorCallbacks, OfTheEditFlagTellTheHostOfNonZeroOnly)
+TEST(EditorCallbacks, EditorEditFlagChangeTellsTheHostOfNonZeroOnly)
 {
     BoundController bound;
     bound.library.setParameter(kEditFlag, {0, 0, 4, 0, {}});
@@ -42,7 +42,7 @@ TEST(EditorCallbacks, OfTheEditFlagTellTheHostOfNonZeroOnly)
     EXPECT_EQ(bound.trace.count("host.performEdit(201005000, -0.25)"), 1u);
 }
 
-TEST(EditorCallbacks, BeginAndEndAnEditOfAnyID)
+TEST(EditorCallbacks, EditorBeginEditAndEndEditTakeAnyID)
 {
     BoundController bound;
     bound.initialize();
@@ -51,7 +51,7 @@ TEST(EditorCallbacks, BeginAndEndAnEditOfAnyID)
     EXPECT_THAT(bound.edits(), ElementsAre("host.beginEdit(7)", "host.endEdit(4294967295)"));
 }
 
-TEST(EditorCallbacks, WithAnUnknownIDOrNoContextDoNothing)
+TEST(EditorCallbacks, DoNothingForAnUnknownIDOrANullContext)
 {
     BoundController bound;
     bound.initialize();
@@ -68,7 +68,7 @@ TEST(EditorCallbacks, WithAnUnknownIDOrNoContextDoNothing)
     EXPECT_EQ(bound.parameter(kVolume1)->getEditorParameter(), 2);
 }
 
-TEST(EditorCallbacks, TakeTheWholeRangeOfIntegers)
+TEST(EditorCallbacks, EditorValueChangeTakesTheWholeRangeOfIntegers)
 {
     BoundController bound;
     bound.initialize();
@@ -78,7 +78,7 @@ TEST(EditorCallbacks, TakeTheWholeRangeOfIntegers)
                                            "host.performEdit(37012000, -536870912)"));
 }
 
-TEST(EditorCallbacks, IgnoreAnEventOfAnUnknownKind)
+TEST(EditorCallbacks, NotificationGuiEventIgnoresAnUnknownKind)
 {
     for (const bool unicode : {true, false}) {
         BoundController bound(unicode ? HostFamily::cubase("7.5.1")
@@ -92,14 +92,14 @@ TEST(EditorCallbacks, IgnoreAnEventOfAnUnknownKind)
     }
 }
 
-TEST(EditorCallbacks, CarryTheKindsTheLibraryBoundaryFixed)
+TEST(EditorCallbacks, NotificationGuiEventKeepsTheNumbersOfItsKinds)
 {
     EXPECT_EQ(static_cast<int>(VstK2xController::GuiEventBeginEdit), 0);
     EXPECT_EQ(static_cast<int>(VstK2xController::GuiEventEndEdit), 1);
     EXPECT_EQ(static_cast<int>(VstK2xController::GuiEventValueChange), 2);
 }
 
-TEST(EditorCallbacks, NeedAParameterAndALibraryToTellTheHost)
+TEST(EditorCallbacks, SetParameterToVSTNeedsAParameterAndALibrary)
 {
     BoundController bound;
     bound.initialize();
@@ -113,7 +113,7 @@ TEST(EditorCallbacks, NeedAParameterAndALibraryToTellTheHost)
     bound.controller->setPluginInfo(&bound.library, bound.library.handle());
 }
 
-TEST(EditorCallbacks, OfAControllerWithoutALibraryDoNothing)
+TEST(EditorCallbacks, DoNothingWithoutALibrary)
 {
     const auto controller = owned(new VstK2xController);
     editorValueChange(controller, kVolume1, 1);
@@ -128,9 +128,9 @@ TEST(EditorCallbacks, OfAControllerWithoutALibraryDoNothing)
     controller->changeLatencyTrigger();
 }
 
-// At an unusual moment -------------------------------------------------------------
+// Callbacks inside other calls, and after terminate -------------------------------------
 
-/** The library calls back at each of its own calls of one initialize, connect and terminate. */
+/** The library calls back inside each of its calls whose text begins so. */
 void callBackDuring(BoundController& bound, const std::string& beginning)
 {
     bound.library.onCall = [&bound, beginning, busy = false](const std::string& text) mutable {
@@ -174,7 +174,7 @@ TEST(EditorCallbacks, AreSafeAtAnyMomentOfTheControllersLife)
         }
 }
 
-TEST(EditorCallbacks, AfterTerminateFindNoParameterAndNoHost)
+TEST(EditorCallbacks, DoNothingAfterTerminate)
 {
     for (const bool unicode : {true, false}) {
         BoundController bound(unicode ? HostFamily::cubase("7.5.1")
@@ -197,7 +197,7 @@ TEST(EditorCallbacks, AfterTerminateFindNoParameterAndNoHost)
     }
 }
 
-TEST(EditorCallbacks, AfterTerminateAreNotToldToTheNextHost)
+TEST(EditorCallbacks, EditorBeginEditAfterTerminateIsNotToldToTheNextHost)
 {
     BoundController bound(BoundController::withoutUnicode());
     bound.initialize();
@@ -208,9 +208,9 @@ TEST(EditorCallbacks, AfterTerminateAreNotToldToTheNextHost)
     EXPECT_THAT(bound.edits(), IsEmpty());
 }
 
-// From the host's side ---------------------------------------------------------------
+// Values from the host ------------------------------------------------------------------
 
-TEST(HostValue, BecomesTheEditorsWhenItDiffers)
+TEST(IsSetVSTValue, StoresAndGivesAValueThatDiffers)
 {
     BoundController bound;
     bound.library.setParameter(kVolume1, {5, 0, 127, 0, {}});
@@ -227,7 +227,7 @@ TEST(HostValue, BecomesTheEditorsWhenItDiffers)
     EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 5.0 / 127);
 }
 
-TEST(HostValue, OfAnUnknownParameterIsZeroAndFalse)
+TEST(IsSetVSTValue, GivesZeroForAnUnknownParameter)
 {
     BoundController bound;
     bound.initialize();
@@ -238,7 +238,7 @@ TEST(HostValue, OfAnUnknownParameterIsZeroAndFalse)
     }
 }
 
-TEST(HostValue, OutsideTheRangeIsCutToAnInteger)
+TEST(IsSetVSTValue, CutsAValueOutsideTheRangeToAnInteger)
 {
     BoundController bound;
     bound.library.setParameter(kVolume1, {5, 0, 127, 0, {}});
@@ -254,7 +254,7 @@ TEST(HostValue, OutsideTheRangeIsCutToAnInteger)
     EXPECT_EQ(value, 0);
 }
 
-TEST(HostValue, ManagedByTheLibraryIsStoredInSilence)
+TEST(IsSetVSTValue, SetVSTManageParameterStoresTheValueAndTellsNobody)
 {
     for (const bool unicode : {true, false}) {
         BoundController bound(unicode ? HostFamily::cubase("7.5.1")
@@ -266,14 +266,14 @@ TEST(HostValue, ManagedByTheLibraryIsStoredInSilence)
         EXPECT_EQ(bound.parameter(kVolume1)->getEditorParameter(), 4);
         EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 0.5);
         EXPECT_THAT(bound.edits(), IsEmpty());
-        // The editor's own callback with that value is then no change.
+        // A callback of the editor with the same value is no change.
         editorValueChange(bound.controller, kVolume1, 4);
         bound.tick();
         EXPECT_THAT(bound.edits(), IsEmpty());
     }
 }
 
-TEST(LatencyTrigger, AsksTheHostToReadTheLatencyAgain)
+TEST(ChangeLatencyTrigger, AsksTheHostToReadTheLatencyAgain)
 {
     BoundController bound;
     bound.initialize();

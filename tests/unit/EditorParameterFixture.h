@@ -1,4 +1,4 @@
-// EditorParameterFixture: a parameter that mirrors one of the scripted library's.
+// EditorParameterFixture: an EditorParameter for a parameter of the scripted library.
 #pragma once
 
 #include "controller/EditorParameter.h"
@@ -20,7 +20,7 @@ constexpr Steinberg::int32 kSmallest = std::numeric_limits<Steinberg::int32>::mi
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-/** Counts instead of recording, for ranges of a million values. */
+/** Counts the calls for a text and does not record them, for ranges of a million values. */
 class CountingLibrary : public ScriptedLibrary {
 public:
     using ScriptedLibrary::ScriptedLibrary;

@@ -8,7 +8,7 @@ using namespace doubles;
 
 namespace {
 
-class EditorTextParsing : public EditorParameterFixture {
+class EditorParameterFromString : public EditorParameterFixture {
 protected:
     /** The normalized value of a text, or NaN when it is refused. */
     static double parsed(const EditorParameter& parameter, const char16* text)
@@ -18,13 +18,13 @@ protected:
     }
 };
 
-TEST_F(EditorTextParsing, NeedsAParser)
+TEST_F(EditorParameterFromString, RefusesATextWithoutAParser)
 {
     const auto parameter = ranged(0, 127);
     EXPECT_TRUE(std::isnan(parsed(*parameter, u"5")));
 }
 
-TEST_F(EditorTextParsing, AddsTheOffsetAndTestsTheRange)
+TEST_F(EditorParameterFromString, AddsTheOffsetAndTestsTheRange)
 {
     const auto parameter = ranged(0, 128);
     parameter->setTextParser(parsePlusMinusValue, 64);
@@ -38,7 +38,7 @@ TEST_F(EditorTextParsing, AddsTheOffsetAndTestsTheRange)
     EXPECT_TRUE(std::isnan(parsed(*parameter, nullptr)));
 }
 
-TEST_F(EditorTextParsing, OfPanPositions)
+TEST_F(EditorParameterFromString, ReadsPanPositions)
 {
     const auto parameter = ranged(0, 127);
     parameter->setTextParser(parseLRPanValue, 64);
@@ -50,7 +50,7 @@ TEST_F(EditorTextParsing, OfPanPositions)
     EXPECT_TRUE(std::isnan(parsed(*parameter, u"L65")));
 }
 
-TEST_F(EditorTextParsing, LeavesTheValueAloneWhenItFails)
+TEST_F(EditorParameterFromString, LeavesTheValueAloneWhenItFails)
 {
     const auto parameter = ranged(0, 127);
     parameter->setTextParser(parsePlusMinusValue, 0);
@@ -59,7 +59,7 @@ TEST_F(EditorTextParsing, LeavesTheValueAloneWhenItFails)
     EXPECT_EQ(value, 0.375);
 }
 
-TEST_F(EditorTextParsing, OfASingleValueRangeAcceptsThatValueAsZero)
+TEST_F(EditorParameterFromString, TakesTheValueOfASingleValueRangeAsZero)
 {
     const auto parameter = ranged(7, 7);
     parameter->setTextParser(parsePlusMinusValue, 0);
@@ -68,7 +68,7 @@ TEST_F(EditorTextParsing, OfASingleValueRangeAcceptsThatValueAsZero)
     EXPECT_TRUE(std::isnan(parsed(*parameter, u"8")));
 }
 
-TEST_F(EditorTextParsing, OfAReversedRangeAcceptsNothing)
+TEST_F(EditorParameterFromString, TakesNothingInAReversedRange)
 {
     const auto parameter = ranged(10, 6);
     parameter->setTextParser(parsePlusMinusValue, 0);
@@ -76,7 +76,7 @@ TEST_F(EditorTextParsing, OfAReversedRangeAcceptsNothing)
         EXPECT_TRUE(std::isnan(parsed(*parameter, text)));
 }
 
-TEST_F(EditorTextParsing, DoesNotOverflowWithTheOffset)
+TEST_F(EditorParameterFromString, DoesNotOverflowWithTheOffset)
 {
     const auto parameter = ranged(kLargest - 1, kLargest);
     parameter->setTextParser(parsePlusMinusValue, 64);

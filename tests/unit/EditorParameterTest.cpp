@@ -16,7 +16,7 @@ namespace {
 using EditorParameterTest = EditorParameterFixture;
 using EditorValues = EditorParameterFixture;
 
-TEST_F(EditorParameterTest, DescribesItselfToTheHost)
+TEST_F(EditorParameterTest, ConstructorDescribesTheParameterToTheHost)
 {
     const auto parameter = make({1, 0, 4, 0, {}});
     const ParameterInfo& info = parameter->getInfo();
@@ -32,7 +32,7 @@ TEST_F(EditorParameterTest, DescribesItselfToTheHost)
     EXPECT_EQ(parameter->getEditorParameter(), 1);
 }
 
-TEST_F(EditorParameterTest, AsksForRangeThenValueThenEveryText)
+TEST_F(EditorParameterTest, ConstructorAsksForRangeThenValueThenEveryText)
 {
     make({-1, -1, 1, 0, {}});
     EXPECT_THAT(trace.texts(),
@@ -43,7 +43,7 @@ TEST_F(EditorParameterTest, AsksForRangeThenValueThenEveryText)
                             "library.getParameterValueString(5, 1)"));
 }
 
-TEST_F(EditorParameterTest, WithoutALibraryHasASingleValueAndNoTexts)
+TEST_F(EditorParameterTest, ConstructorWithoutALibraryGivesASingleValueAndNoTexts)
 {
     const auto parameter = owned(new EditorParameter(nullptr, 0, kID, -1, 0, nullptr));
     parameter->setHasValueTexts(true);
@@ -54,14 +54,14 @@ TEST_F(EditorParameterTest, WithoutALibraryHasASingleValueAndNoTexts)
     EXPECT_EQ(textOf(*parameter, 0), u"");
 }
 
-TEST_F(EditorParameterTest, CutsATitleToTheHostsBuffer)
+TEST_F(EditorParameterTest, ConstructorCutsATitleToTheHostsBuffer)
 {
     const auto parameter =
         owned(new EditorParameter(nullptr, 0, kID, 0, 0, std::string(500, 'x').c_str()));
     EXPECT_EQ(std::u16string(parameter->getInfo().title), std::u16string(127, u'x'));
 }
 
-TEST_F(EditorParameterTest, RefreshMakesTheEditorsValueTheHostsDefault)
+TEST_F(EditorParameterTest, UpdateParemeterInfoMakesTheEditorsValueTheHostsDefault)
 {
     const auto parameter = make({1, 0, 4, 0, {}});
     library.setParameterValue(kID, 3);
@@ -73,7 +73,7 @@ TEST_F(EditorParameterTest, RefreshMakesTheEditorsValueTheHostsDefault)
     EXPECT_EQ(parameter->getNormalized(), 0.75);
 }
 
-TEST_F(EditorParameterTest, RefreshKeepsOthersFromTheValueUntilItIsTheLibrarys)
+TEST_F(EditorParameterTest, UpdateParemeterInfoKeepsOthersFromTheValueUntilItIsTheLibrarys)
 {
     const auto parameter = make({1, 0, 4, 0, {}});
     library.setParameterValue(kID, 3);
@@ -101,7 +101,7 @@ TEST_F(EditorParameterTest, RefreshKeepsOthersFromTheValueUntilItIsTheLibrarys)
     }
 }
 
-TEST_F(EditorParameterTest, RefreshLetsOthersToTheValueBeforeItTellsOfTheHosts)
+TEST_F(EditorParameterTest, UpdateParemeterInfoHoldsNoLockWhileItTellsOfTheChange)
 {
     class Watched : public EditorParameter {
     public:
@@ -126,14 +126,14 @@ TEST_F(EditorParameterTest, RefreshLetsOthersToTheValueBeforeItTellsOfTheHosts)
     EXPECT_TRUE(cameIn);
 }
 
-TEST_F(EditorParameterTest, KeepsAnOutOfRangeDefaultWhileTheHostsValueStaysInRange)
+TEST_F(EditorParameterTest, ConstructorKeepsADefaultOutOfRangeAndClampsTheHostsValue)
 {
     const auto parameter = make({6, 0, 4, 0, {}});
     EXPECT_EQ(parameter->getInfo().defaultNormalizedValue, 1.5);
     EXPECT_EQ(parameter->getNormalized(), 1);
 }
 
-TEST_F(EditorParameterTest, TakesACallThatThrowsForOneThatDidNothing)
+TEST_F(EditorParameterTest, ConstructorAndUpdateParemeterInfoSurviveALibraryThatThrows)
 {
     for (const char* call :
          {"getParameterMax", "getParameterMin", "getParameterValue", "getParameterValueString"}) {
@@ -148,7 +148,7 @@ TEST_F(EditorParameterTest, TakesACallThatThrowsForOneThatDidNothing)
     EXPECT_EQ(parameter->getEditorParameter(), 3);
 }
 
-TEST_F(EditorParameterTest, ChangesItsValueOnlyToAnotherOne)
+TEST_F(EditorParameterTest, ChangeEditorParameterTellsWhetherTheValueIsAnotherOne)
 {
     const auto parameter = make({1, 0, 4, 0, {}});
     EXPECT_FALSE(parameter->changeEditorParameter(1));
@@ -161,7 +161,7 @@ TEST_F(EditorParameterTest, ChangesItsValueOnlyToAnotherOne)
 
 // Values ----------------------------------------------------------------------
 
-TEST_F(EditorValues, BecomeNormalizedWithoutClamping)
+TEST_F(EditorValues, ConvertToVSTParameterDoesNotClamp)
 {
     const auto parameter = ranged(-10, 10);
     EXPECT_EQ(parameter->convertToVSTParameter(-10), 0);
@@ -171,7 +171,7 @@ TEST_F(EditorValues, BecomeNormalizedWithoutClamping)
     EXPECT_EQ(parameter->convertToVSTParameter(20), 1.5);
 }
 
-TEST_F(EditorValues, OfASingleValueRangeAreZero)
+TEST_F(EditorValues, ConvertToVSTParameterOfASingleValueRangeIsZero)
 {
     const auto parameter = ranged(7, 7);
     for (const int value : {7, 0, 8, kLargest, kSmallest})
@@ -180,7 +180,7 @@ TEST_F(EditorValues, OfASingleValueRangeAreZero)
     EXPECT_EQ(parameter->convertToEditorValue(1), 7);
 }
 
-TEST_F(EditorValues, OfAReversedRangeFollowTheSameFormula)
+TEST_F(EditorValues, ConvertOfAReversedRangeUsesTheSameFormula)
 {
     const auto parameter = ranged(10, 6);
     EXPECT_EQ(parameter->convertToVSTParameter(10), 0);
@@ -194,7 +194,7 @@ TEST_F(EditorValues, OfAReversedRangeFollowTheSameFormula)
     EXPECT_EQ(trace.textsOf({"library.getParameterValueString"}).size(), 0u);
 }
 
-TEST_F(EditorValues, ComeBackRoundedInAPositiveRange)
+TEST_F(EditorValues, ConvertToEditorValueRoundsInAPositiveRange)
 {
     const auto parameter = ranged(0, 127);
     EXPECT_EQ(parameter->convertToEditorValue(0), 0);
@@ -207,7 +207,7 @@ TEST_F(EditorValues, ComeBackRoundedInAPositiveRange)
     EXPECT_EQ(parameter->convertToEditorValue(-0.01), 0); // -1.27 + 0.5
 }
 
-TEST_F(EditorValues, ComeBackRoundedTowardsZeroBelowZero)
+TEST_F(EditorValues, ConvertToEditorValueRoundsTowardsZeroBelowZero)
 {
     const auto parameter = ranged(-64, 63);
     EXPECT_EQ(parameter->convertToEditorValue(0), -63);         // -64 + 0.5
@@ -217,14 +217,14 @@ TEST_F(EditorValues, ComeBackRoundedTowardsZeroBelowZero)
     EXPECT_EQ(parameter->convertToEditorValue(1), 63);          // -64 + 127.5
 }
 
-TEST_F(EditorValues, EveryStepOfAPositiveRangeSurvivesTheRoundTrip)
+TEST_F(EditorValues, ConvertToVSTParameterAndBackKeepsEveryStepOfAPositiveRange)
 {
     const auto parameter = ranged(3, 16383);
     for (int32 value = 3; value <= 16383; ++value)
         ASSERT_EQ(parameter->convertToEditorValue(parameter->convertToVSTParameter(value)), value);
 }
 
-TEST_F(EditorValues, StayInsideTheIntegerRangeWhateverTheNumber)
+TEST_F(EditorValues, ConvertToEditorValueStaysInsideTheIntegerRange)
 {
     const auto parameter = ranged(0, 127);
     EXPECT_EQ(parameter->convertToEditorValue(kNaN), 0);
@@ -234,7 +234,7 @@ TEST_F(EditorValues, StayInsideTheIntegerRangeWhateverTheNumber)
     EXPECT_EQ(parameter->convertToEditorValue(-1e300), kSmallest);
 }
 
-TEST_F(EditorValues, OfTheWidestRangeDoNotOverflow)
+TEST_F(EditorValues, ConvertOfTheWidestRangeDoesNotOverflow)
 {
     CountingLibrary counting(trace);
     counting.setParameter(kID, {0, kSmallest, kLargest, 0, {}});

@@ -9,9 +9,9 @@ using testing::ElementsAre;
 
 namespace {
 
-using EditorTexts = EditorParameterFixture;
+using EditorParameterToString = EditorParameterFixture;
 
-TEST_F(EditorTexts, AreTheLibrarysAndFetchedOnce)
+TEST_F(EditorParameterToString, GivesTheLibrarysTextsAndFetchesThemOnce)
 {
     const auto parameter = make({0, 0, 2, 0, {{0, "off"}, {1, "half"}, {2, "on"}}});
     trace.clear();
@@ -25,7 +25,7 @@ TEST_F(EditorTexts, AreTheLibrarysAndFetchedOnce)
     EXPECT_THAT(trace.texts(), ElementsAre("library.getParameterValue(5)"));
 }
 
-TEST_F(EditorTexts, OfANegativeMinimumFollowTheRounding)
+TEST_F(EditorParameterToString, FollowsTheRoundingOfANegativeMinimum)
 {
     const auto parameter = ranged(-2, 2);
     // -2 + 0.5 is cut to -1: the lowest value's own text is never shown.
@@ -34,7 +34,7 @@ TEST_F(EditorTexts, OfANegativeMinimumFollowTheRounding)
     EXPECT_EQ(textOf(*parameter, 1), u"2");
 }
 
-TEST_F(EditorTexts, AreEmptyForAValueWithoutOne)
+TEST_F(EditorParameterToString, IsEmptyForAValueWithoutText)
 {
     const auto parameter = ranged(0, 2);
     for (const double value : {-1.0, 1.5, 1e300, -1e300, kInfinity, -kInfinity})
@@ -44,7 +44,7 @@ TEST_F(EditorTexts, AreEmptyForAValueWithoutOne)
     EXPECT_EQ(textOf(*ranged(9, 7), 0), u"");
 }
 
-TEST_F(EditorTexts, ThatAreNotSetAreTheNumberWithFourPlaces)
+TEST_F(EditorParameterToString, GivesTheNumberWithFourPlacesWithoutTexts)
 {
     const auto parameter = ranged(0, 2);
     parameter->setHasValueTexts(false);
@@ -57,7 +57,7 @@ TEST_F(EditorTexts, ThatAreNotSetAreTheNumberWithFourPlaces)
     EXPECT_EQ(textOf(*parameter, kInfinity), u"inf");
 }
 
-TEST_F(EditorTexts, AreReadAsUtf8AndCutToTheHostsBuffer)
+TEST_F(EditorParameterToString, ReadsUtf8AndCutsItToTheHostsBuffer)
 {
     const auto parameter = make({0,
                                  0,
@@ -75,7 +75,7 @@ TEST_F(EditorTexts, AreReadAsUtf8AndCutToTheHostsBuffer)
     EXPECT_EQ(textOf(*parameter, 1), u"a");
 }
 
-TEST_F(EditorTexts, OfACallThatThrewAreEmpty)
+TEST_F(EditorParameterToString, IsEmptyForATextWhoseCallThrew)
 {
     class HalfWay : public ScriptedLibrary {
     public:
@@ -96,7 +96,7 @@ TEST_F(EditorTexts, OfACallThatThrewAreEmpty)
     EXPECT_EQ(textOf(*parameter, 1), u"half a text");
 }
 
-TEST_F(EditorTexts, StartEmptyForEveryValue)
+TEST_F(EditorParameterToString, StartsWithAnEmptyTextForEveryValue)
 {
     class Appending : public ScriptedLibrary {
     public:
@@ -116,7 +116,7 @@ TEST_F(EditorTexts, StartEmptyForEveryValue)
     EXPECT_EQ(textOf(*parameter, 1), u"told");
 }
 
-TEST_F(EditorTexts, AtTheEndOfTheIntegerRangeAreWalkedOnce)
+TEST_F(EditorParameterToString, FetchesTextsAtTheEndOfTheIntegerRangeOnce)
 {
     const auto high = ranged(kLargest - 2, kLargest);
     EXPECT_EQ(trace.textsOf({"library.getParameterValueString"}),
@@ -127,11 +127,11 @@ TEST_F(EditorTexts, AtTheEndOfTheIntegerRangeAreWalkedOnce)
     trace.clear();
     const auto low = ranged(kSmallest, kSmallest + 1);
     EXPECT_EQ(trace.textsOf({"library.getParameterValueString"}).size(), 2u);
-    EXPECT_EQ(textOf(*low, 0), u"-2147483647"); // the lowest and a half, cut towards zero
-    EXPECT_EQ(textOf(*low, 1), u"");            // one above the range
+    EXPECT_EQ(textOf(*low, 0), u"-2147483647"); // the lowest value + 0.5, cut towards zero
+    EXPECT_EQ(textOf(*low, 1), u"");            // above the range
 }
 
-TEST_F(EditorTexts, OfAnAbsurdRangeEndAfterAMillion)
+TEST_F(EditorParameterToString, FetchesNoMoreThanAMillionTexts)
 {
     CountingLibrary counting(trace);
     counting.setParameter(kID, {0, kSmallest, kLargest, 0, {}});

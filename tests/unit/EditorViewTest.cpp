@@ -13,10 +13,10 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr int32 kLargest = std::numeric_limits<int32>::max();
-constexpr int32 kSmallest = std::numeric_limits<int32>::min();
+constexpr int32 kLargestCoordinate = std::numeric_limits<int32>::max();
+constexpr int32 kSmallestCoordinate = std::numeric_limits<int32>::min();
 
-/** A view over a library, without a controller unless a test makes one. */
+/** A view of a library, without a controller. */
 class EditorViewTest : public testing::Test {
 protected:
     IPtr<VstK2xEditorView> makeView(VstIEditorConnect* connection)
@@ -48,7 +48,7 @@ protected:
 
 // Size ------------------------------------------------------------------------
 
-TEST_F(EditorViewTest, IsAsLargeAsTheEditorAndAtTheOrigin)
+TEST_F(EditorViewTest, GetSizeIsTheEditorsAtTheOrigin)
 {
     const ViewRect size = sizeFor(ViewRect(10, 20, 810, 620));
     EXPECT_EQ(size.right, 800);
@@ -56,31 +56,33 @@ TEST_F(EditorViewTest, IsAsLargeAsTheEditorAndAtTheOrigin)
     EXPECT_EQ(trace.texts(), std::vector<std::string>{"library.getEditorRect()"});
 }
 
-TEST_F(EditorViewTest, TakesTheSizeWhateverTheResultOfTheQuestion)
+TEST_F(EditorViewTest, GetSizeTakesTheSizeWhateverGetEditorRectAnswers)
 {
     library.rectResult = 5;
     EXPECT_EQ(sizeFor(ViewRect(0, 0, 8, 6)).right, 8);
 }
 
-TEST_F(EditorViewTest, IsEmptyWhenTheEditorHasNoSize)
+TEST_F(EditorViewTest, GetSizeIsEmptyWhenTheEditorHasNoSize)
 {
     EXPECT_EQ(sizeFor(std::nullopt).right, 0);
     library.throwAt("getEditorRect");
     EXPECT_EQ(sizeFor(ViewRect(0, 0, 8, 6)).right, 0);
 }
 
-TEST_F(EditorViewTest, SurvivesAbsurdRectangles)
+TEST_F(EditorViewTest, GetSizeSurvivesAbsurdRectangles)
 {
     EXPECT_EQ(sizeFor(ViewRect(5, 7, 5, 7)).right, 0);
     EXPECT_EQ(sizeFor(ViewRect(10, 10, 4, 3)).right, -6);
     EXPECT_EQ(sizeFor(ViewRect(10, 10, 4, 3)).bottom, -7);
-    EXPECT_EQ(sizeFor(ViewRect(0, 0, kLargest, kLargest)).right, kLargest);
-    EXPECT_EQ(sizeFor(ViewRect(-1, 0, kLargest, 0)).right, kSmallest); // wraps, as 32 bits do
-    EXPECT_EQ(sizeFor(ViewRect(kSmallest, 0, kLargest, 0)).right, -1);
-    EXPECT_EQ(sizeFor(ViewRect(kLargest, 0, kSmallest, 0)).right, 1);
+    EXPECT_EQ(sizeFor(ViewRect(0, 0, kLargestCoordinate, kLargestCoordinate)).right,
+              kLargestCoordinate);
+    EXPECT_EQ(sizeFor(ViewRect(-1, 0, kLargestCoordinate, 0)).right,
+              kSmallestCoordinate); // wraps around in 32 bits
+    EXPECT_EQ(sizeFor(ViewRect(kSmallestCoordinate, 0, kLargestCoordinate, 0)).right, -1);
+    EXPECT_EQ(sizeFor(ViewRect(kLargestCoordinate, 0, kSmallestCoordinate, 0)).right, 1);
 }
 
-TEST_F(EditorViewTest, KeepsTheBasesAnswersAboutItsSize)
+TEST_F(EditorViewTest, OnSizeAndCheckSizeConstraintAreTheBaseClasses)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->canResize(), kResultFalse);
@@ -94,7 +96,7 @@ TEST_F(EditorViewTest, KeepsTheBasesAnswersAboutItsSize)
 
 // Attaching -------------------------------------------------------------------
 
-TEST_F(EditorViewTest, SupportsOnePlatformType)
+TEST_F(EditorViewTest, IsPlatformTypeSupportedForNSViewOnly)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->isPlatformTypeSupported("NSView"), kResultTrue);
@@ -104,7 +106,7 @@ TEST_F(EditorViewTest, SupportsOnePlatformType)
     EXPECT_EQ(view->isPlatformTypeSupported(nullptr), kNotImplemented);
 }
 
-TEST_F(EditorViewTest, AttachesInFourSteps)
+TEST_F(EditorViewTest, AttachedGoesInFourSteps)
 {
     const auto view = makeView(&library);
     library.rect = ViewRect(1, 2, 30, 40);
@@ -114,7 +116,7 @@ TEST_F(EditorViewTest, AttachesInFourSteps)
     EXPECT_EQ(library.parent, &window);
 }
 
-TEST_F(EditorViewTest, DoesNotLookAtTheTypeItIsAttachedWith)
+TEST_F(EditorViewTest, AttachedDoesNotLookAtTheType)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->attached(nullptr, nullptr), kResultOk);
@@ -122,7 +124,7 @@ TEST_F(EditorViewTest, DoesNotLookAtTheTypeItIsAttachedWith)
                  "library.openEditor(null, 0 0 800 600)", "library.editorOpened()"});
 }
 
-TEST_F(EditorViewTest, IsNotAttachedForItsBaseWhichHasNothingToDraw)
+TEST_F(EditorViewTest, IsAttachedStaysFalseForTheBaseClass)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->attached(&window, "NSView"), kResultOk);
@@ -131,23 +133,23 @@ TEST_F(EditorViewTest, IsNotAttachedForItsBaseWhichHasNothingToDraw)
     EXPECT_FALSE(view->isAttached());
 }
 
-TEST_F(EditorViewTest, StaysEmptyWhenTheEditorIsNotReady)
+TEST_F(EditorViewTest, AttachedOpensNothingWhenTheEditorIsNotReady)
 {
     const auto view = makeView(&library);
-    for (const int32 answer : {1, -1, kLargest}) {
+    for (const int32 answer : {1, -1, kLargestCoordinate}) {
         library.prepareResult = answer;
         EXPECT_EQ(view->attached(&window, "NSView"), kResultOk);
         expectCalls({"library.prepareEditor(object, NSView)"});
     }
     library.prepareResult = 0;
-    for (const int32 answer : {1, -1, kLargest}) {
+    for (const int32 answer : {1, -1, kLargestCoordinate}) {
         library.rectResult = answer;
         EXPECT_EQ(view->attached(&window, "NSView"), kResultOk);
         expectCalls({"library.prepareEditor(object, NSView)", "library.getEditorRect()"});
     }
 }
 
-TEST_F(EditorViewTest, GoesOnWhateverOpeningAnswers)
+TEST_F(EditorViewTest, AttachedGoesOnWhateverOpenEditorAnswers)
 {
     const auto view = makeView(&library);
     library.openResult = 1;
@@ -155,7 +157,7 @@ TEST_F(EditorViewTest, GoesOnWhateverOpeningAnswers)
     EXPECT_EQ(trace.texts().back(), "library.editorOpened()");
 }
 
-TEST_F(EditorViewTest, TakesAThrowingCallForAFailedOne)
+TEST_F(EditorViewTest, OperationsTakeAThrowingCallForAFailedOne)
 {
     const auto view = makeView(&library);
     library.throwAt("prepareEditor");
@@ -178,12 +180,12 @@ TEST_F(EditorViewTest, TakesAThrowingCallForAFailedOne)
     EXPECT_EQ(view->onWheel(1), kResultFalse);
 }
 
-TEST_F(EditorViewTest, ClosesTheEditorWhenItIsRemoved)
+TEST_F(EditorViewTest, RemovedClosesTheEditor)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->removed(), kResultOk);
     expectCalls({"library.closeEditor()"});
-    for (const int32 answer : {1, -1, kLargest}) {
+    for (const int32 answer : {1, -1, kLargestCoordinate}) {
         library.closeResult = answer;
         EXPECT_EQ(view->removed(), kResultFalse);
     }
@@ -191,7 +193,7 @@ TEST_F(EditorViewTest, ClosesTheEditorWhenItIsRemoved)
 
 // Events ----------------------------------------------------------------------
 
-TEST_F(EditorViewTest, PassesFocusOn)
+TEST_F(EditorViewTest, OnFocusReachesTheLibrary)
 {
     const auto view = makeView(&library);
     for (const TBool state : {TBool(0), TBool(1), TBool(2), TBool(255)})
@@ -200,7 +202,7 @@ TEST_F(EditorViewTest, PassesFocusOn)
                  "library.onFocus(true)"});
 }
 
-TEST_F(EditorViewTest, PassesKeysOnAsTheirByte)
+TEST_F(EditorViewTest, OnKeyDownAndOnKeyUpPassTheByteOn)
 {
     const auto view = makeView(&library);
     EXPECT_EQ(view->onKeyDown(u'a', 12, 3), kResultOk);
@@ -219,7 +221,7 @@ TEST_F(EditorViewTest, PassesKeysOnAsTheirByte)
     EXPECT_EQ(view->onKeyUp(u'a', 0, 0), kResultFalse);
 }
 
-TEST_F(EditorViewTest, PassesTheWheelOnInWholeLines)
+TEST_F(EditorViewTest, OnWheelPassesWholeLinesOn)
 {
     const auto view = makeView(&library);
     for (const float distance : {0.0F, 0.25F, -0.25F, 1.0F, -1.0F, 1.5F, 3.0F, -3.0F})
@@ -231,7 +233,7 @@ TEST_F(EditorViewTest, PassesTheWheelOnInWholeLines)
     EXPECT_EQ(view->onWheel(1), kResultFalse);
 }
 
-TEST_F(EditorViewTest, WithoutALibraryAnswersAndDoesNothing)
+TEST_F(EditorViewTest, OperationsDoNothingWithoutALibrary)
 {
     const auto view = makeView(nullptr);
     ParamID id = 5;
@@ -250,7 +252,7 @@ TEST_F(EditorViewTest, WithoutALibraryAnswersAndDoesNothing)
     expectCalls({});
 }
 
-TEST_F(EditorViewTest, GivesItsParameterFinderWithAReference)
+TEST_F(EditorViewTest, QueryInterfaceGivesTheParameterFinderWithAReference)
 {
     const auto view = makeView(&library);
     const auto references = [&] {
@@ -286,7 +288,7 @@ protected:
     IPtr<VstK2xEditorView> view;
 };
 
-TEST_F(ControlledViewTest, FindsTheParameterThatTheEditorShows)
+TEST_F(ControlledViewTest, FindParameterFindsTheOneThatTheEditorShows)
 {
     bound.library.parameterAt = [](int32 x, int32) {
         return x < 0 ? std::optional<uint32>() : std::optional<uint32>(kVolume1);
@@ -295,7 +297,7 @@ TEST_F(ControlledViewTest, FindsTheParameterThatTheEditorShows)
     EXPECT_EQ(view->findParameter(3, 4, id), kResultOk);
     EXPECT_EQ(id, kVolume1);
     id = 5;
-    EXPECT_EQ(view->findParameter(-3, kLargest, id), kResultFalse);
+    EXPECT_EQ(view->findParameter(-3, kLargestCoordinate, id), kResultFalse);
     EXPECT_EQ(id, 5u);
     EXPECT_THAT(bound.trace.texts(), ElementsAre("library.findParameter(3, 4)",
                                                  "library.findParameter(-3, 2147483647)"));
@@ -303,7 +305,7 @@ TEST_F(ControlledViewTest, FindsTheParameterThatTheEditorShows)
     EXPECT_EQ(view->findParameter(3, 4, id), kResultFalse);
 }
 
-TEST_F(ControlledViewTest, FindsNothingWithoutAController)
+TEST_F(ControlledViewTest, FindParameterFindsNothingWithoutAController)
 {
     const auto lonely = owned(new VstK2xEditorView(nullptr, &bound.library));
     bound.trace.clear();
@@ -312,9 +314,9 @@ TEST_F(ControlledViewTest, FindsNothingWithoutAController)
     EXPECT_THAT(bound.trace.texts(), IsEmpty());
 }
 
-TEST_F(ControlledViewTest, LeavesTheWheelAloneWhenThereIsNoScrollEvent)
+TEST_F(ControlledViewTest, OnWheelLeavesTheDistanceAloneWithoutAScrollEvent)
 {
-    // Here the application handles no event, whatever the host.
+    // In this program the application handles no scroll event.
     EXPECT_EQ(bound.controller->getVSTHostType(), 0);
     bound.trace.clear();
     view->onWheel(3);
@@ -323,7 +325,7 @@ TEST_F(ControlledViewTest, LeavesTheWheelAloneWhenThereIsNoScrollEvent)
     EXPECT_EQ(view->onWheel(3), kResultOk);
 }
 
-TEST_F(ControlledViewTest, OutlivesTheLibraryInSilence)
+TEST_F(ControlledViewTest, OperationsCallNobodyAfterTerminate)
 {
     EXPECT_EQ(view->attached(this, "NSView"), kResultOk);
     bound.controller->terminate();
@@ -339,7 +341,7 @@ TEST_F(ControlledViewTest, OutlivesTheLibraryInSilence)
     EXPECT_THAT(bound.trace.texts(), IsEmpty());
 }
 
-TEST_F(ControlledViewTest, KeepsTheControllerAliveUntilItGoes)
+TEST_F(ControlledViewTest, ReleaseLetsTheControllerGo)
 {
     bound.end();
     EXPECT_EQ(view->onFocus(true), kResultOk);

@@ -17,8 +17,8 @@ constexpr std::size_t kLeastFolded = std::size_t(1) << 30;
 std::atomic<bool> folds{false};
 
 // One block at a time is enough.
-std::atomic<void*> block{nullptr};
-std::size_t blockSize = 0;
+std::atomic<void*> foldedBlock{nullptr};
+std::size_t foldedSize = 0;
 
 /** Shows the file's megabytes at every place of an area. */
 bool fillArea(char* area, std::size_t size, int file)
@@ -45,15 +45,15 @@ void* mapFolded(std::size_t size)
         munmap(area, whole);
         return nullptr;
     }
-    blockSize = whole;
-    block = area;
+    foldedSize = whole;
+    foldedBlock = area;
     return area;
 }
 
 void* allocate(std::size_t size)
 {
-    void* memory = folds && size >= kLeastFolded && !block ? mapFolded(size)
-                                                           : std::malloc(size > 0 ? size : 1);
+    void* memory = folds && size >= kLeastFolded && !foldedBlock ? mapFolded(size)
+                                                                 : std::malloc(size > 0 ? size : 1);
     if (!memory)
         throw std::bad_alloc();
     return memory;
@@ -61,12 +61,12 @@ void* allocate(std::size_t size)
 
 void giveBack(void* memory)
 {
-    if (!memory || memory != block) {
+    if (!memory || memory != foldedBlock) {
         std::free(memory);
         return;
     }
-    block = nullptr;
-    munmap(memory, blockSize);
+    foldedBlock = nullptr;
+    munmap(memory, foldedSize);
 }
 
 } // namespace

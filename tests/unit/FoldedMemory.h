@@ -1,4 +1,4 @@
-// FoldedMemory: gigabytes of memory for a test that only cares how many there are.
+// FoldedMemory: gigabytes of memory for a test that does not care what is in them.
 //
 //   const FoldedMemory folded;
 //   std::vector<char> bytes(size_t(1) << 31);     // takes two megabytes of the machine's

@@ -1,6 +1,6 @@
-// The states and preset files of this version, as users have them on their disks: they are loaded
-// by every later version, and this one writes exactly them. Each is written down byte by byte in
-// tests/golden/ from the format's definition; none of them ever changes.
+// The states and preset files that users have on their disks. Every later version must load them,
+// and this one writes exactly these bytes. They stand in tests/golden/, written from the format's
+// definition, and never change.
 #include "basics/PlugInInfo.h"
 #include "presets/VstK2xPresetCreater.h"
 #include "processor/VstK2x.h"
@@ -24,7 +24,7 @@ namespace {
 const std::vector<char> kState = {0, 1, '\x7F', '\x80', '\xFF', '\n', '\r', '\x1A', 0};
 const std::vector<char> kUserBank = {0, '\xFF', '\x7F', '\x80', '\n', 'A'};
 
-/** Both components as in a project, with a library. */
+/** Processor and controller, connected, and bound to a library. */
 class GoldenFiles : public testing::Test {
 protected:
     void SetUp() override
@@ -85,38 +85,38 @@ protected:
 
 } // namespace
 
-TEST_F(GoldenFiles, StateReachesTheLibraryByteForByte)
+TEST_F(GoldenFiles, SetStateHandsTheLibraryTheStateByteForByte)
 {
     EXPECT_EQ(setState("state"), kResultOk);
     EXPECT_THAT(bound.library.statesSet, ElementsAre(kState));
 }
 
-TEST_F(GoldenFiles, StateIsWrittenAsItAlwaysWas)
+TEST_F(GoldenFiles, GetStateWritesTheStateAsItAlwaysWas)
 {
     EXPECT_EQ(savedState(kState), goldenBytes("state"));
     EXPECT_EQ(savedState({}), goldenBytes("state-empty"));
 }
 
-TEST_F(GoldenFiles, EmptyStateIsRefused)
+TEST_F(GoldenFiles, SetStateRefusesAnEmptyState)
 {
     EXPECT_EQ(setState("state-empty"), kResultFalse);
     EXPECT_THAT(bound.library.statesSet, IsEmpty());
 }
 
-TEST_F(GoldenFiles, StateOfALaterVersionIsAcceptedAndLeftAlone)
+TEST_F(GoldenFiles, SetStateAcceptsALaterVersionAndLeavesItAlone)
 {
     EXPECT_EQ(setState("state-version-1"), kResultOk);
     EXPECT_THAT(bound.library.statesSet, IsEmpty());
 }
 
-TEST_F(GoldenFiles, TextStateReachesTheLibraryAsText)
+TEST_F(GoldenFiles, SetStateHandsTheLibraryATextState)
 {
     bound.library.stateFormat = 1;
     EXPECT_EQ(setState("state-text"), kResultOk);
     EXPECT_THAT(bound.library.stateTextsSet, ElementsAre(u"Grand \u266A"));
 }
 
-TEST_F(GoldenFiles, VoicePresetsSelectTheirVoice)
+TEST_F(GoldenFiles, LoadPresetSelectsTheVoice)
 {
     for (const char* name : {"voice", "voice-bare"}) {
         bound.trace.clear();
@@ -125,21 +125,21 @@ TEST_F(GoldenFiles, VoicePresetsSelectTheirVoice)
     }
 }
 
-TEST_F(GoldenFiles, UserBankReachesTheLibraryByteForByte)
+TEST_F(GoldenFiles, LoadPresetHandsTheLibraryAUserBankByteForByte)
 {
     EXPECT_TRUE(load("user-bank"));
     EXPECT_THAT(applied(), ElementsAre("library.applyUserBank(8, 5, 6 bytes)"));
     EXPECT_THAT(bound.library.userBanksApplied, ElementsAre(kUserBank));
 }
 
-TEST_F(GoldenFiles, UserBankThatIsCutShortEndsWithZeros)
+TEST_F(GoldenFiles, LoadPresetFillsACutUserBankWithZeros)
 {
     EXPECT_TRUE(load("user-bank-cut"));
     EXPECT_THAT(bound.library.userBanksApplied,
                 ElementsAre(std::vector<char>{0, '\xFF', '\x7F', '\x80', 0, 0}));
 }
 
-TEST_F(GoldenFiles, UserBankWithoutBytesAndUnknownKindsAreLeftAlone)
+TEST_F(GoldenFiles, LoadPresetLeavesAnEmptyUserBankAndUnknownKindsAlone)
 {
     for (const char* name : {"user-bank-empty", "unknown-marker"}) {
         EXPECT_TRUE(load(name)) << name;
@@ -147,14 +147,14 @@ TEST_F(GoldenFiles, UserBankWithoutBytesAndUnknownKindsAreLeftAlone)
     }
 }
 
-TEST_F(GoldenFiles, PresetFilesAreWrittenAsTheyAlwaysWere)
+TEST_F(GoldenFiles, SetVoiceDataInfoWritesPresetFilesAsTheyAlwaysWere)
 {
     EXPECT_EQ(storedFile(0, 3), goldenBytes("voice"));
     EXPECT_EQ(storedFile(8, 5), goldenBytes("user-bank"));
 }
 
-/** A host does not load another plug-in's file; the controller state in it names no plug-in. */
-TEST_F(GoldenFiles, ForeignPresetIsTheHostsToRefuse)
+/** The file names its plug-in, and a host loads no other's. The controller state in it does not. */
+TEST_F(GoldenFiles, LoadPresetLeavesAForeignFileToTheHostToRefuse)
 {
     EXPECT_FALSE(load("foreign"));
     EXPECT_THAT(applied(), IsEmpty());

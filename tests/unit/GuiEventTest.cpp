@@ -34,9 +34,9 @@ std::vector<std::thread::id> editThreads(const Trace& trace)
     return result;
 }
 
-// A Unicode host: at once ------------------------------------------------------
+// A Unicode host is told at once ------------------------------------------------------
 
-TEST(DirectEvents, ReachAUnicodeHostAtOnceOnTheLibrarysThread)
+TEST(DispatchAtOnce, TellsAUnicodeHostOnTheLibrarysThread)
 {
     BoundController bound;
     bound.initialize();
@@ -56,7 +56,7 @@ TEST(DirectEvents, ReachAUnicodeHostAtOnceOnTheLibrarysThread)
     EXPECT_EQ(bound.edits().size(), 3u);
 }
 
-TEST(DirectEvents, SetTheParameterBeforeTheHostHearsOfIt)
+TEST(DispatchAtOnce, SetsTheParameterBeforeTheHostHearsOfIt)
 {
     BoundController bound;
     bound.initialize();
@@ -69,7 +69,7 @@ TEST(DirectEvents, SetTheParameterBeforeTheHostHearsOfIt)
     EXPECT_EQ(seen, 0.25);
 }
 
-TEST(DirectEvents, PassOnAValueOutsideTheRangeAsItIs)
+TEST(DispatchAtOnce, PassesOnAValueOutsideTheRangeAsItIs)
 {
     BoundController bound;
     bound.initialize();
@@ -77,11 +77,11 @@ TEST(DirectEvents, PassOnAValueOutsideTheRangeAsItIs)
     bound.library.turn(kVolume1, -2);
     EXPECT_EQ(bound.trace.count("host.performEdit(37012000, 1.5)"), 1u);
     EXPECT_EQ(bound.trace.count("host.performEdit(37012000, -0.5)"), 1u);
-    EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 0); // the SDK's parameter clamps
+    EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 0); // the SDK clamps it
     EXPECT_EQ(bound.parameter(kVolume1)->getEditorParameter(), -2);
 }
 
-TEST(DirectEvents, OfAHostThatTerminatesInsideOneEndThere)
+TEST(DispatchAtOnce, StopsWhenTheHostTerminatesInsideACall)
 {
     BoundController bound;
     bound.initialize();
@@ -96,7 +96,7 @@ TEST(DirectEvents, OfAHostThatTerminatesInsideOneEndThere)
     EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 0);
 }
 
-TEST(DirectEvents, OfAHostThatThrowsEndThere)
+TEST(DispatchAtOnce, SurvivesAHostThatThrows)
 {
     BoundController bound;
     bound.initialize();
@@ -108,7 +108,7 @@ TEST(DirectEvents, OfAHostThatThrowsEndThere)
     }
 }
 
-TEST(DirectEvents, WithoutAComponentHandlerStillSetTheParameter)
+TEST(DispatchAtOnce, SetsTheParameterWithoutAComponentHandlerToo)
 {
     BoundController bound;
     bound.initialize();
@@ -118,17 +118,17 @@ TEST(DirectEvents, WithoutAComponentHandlerStillSetTheParameter)
     EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 0.25);
 }
 
-// Any other host: at the next tick -----------------------------------------------
+// Any other host is told at the next tick -----------------------------------------------
 
-class QueuedEvents : public testing::TestWithParam<bool> {
+class DrainQueue : public testing::TestWithParam<bool> {
 protected:
     BoundController bound{GetParam() ? BoundController::withoutUnicode()
                                      : BoundController::nameless()};
 };
 
-INSTANTIATE_TEST_SUITE_P(WithAndWithoutHostApplication, QueuedEvents, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(WithAndWithoutHostApplication, DrainQueue, testing::Bool());
 
-TEST_P(QueuedEvents, WaitForTheTickAndReachTheHostOnItsThread)
+TEST_P(DrainQueue, WaitsForTheTickAndTellsTheHostOnItsThread)
 {
     bound.initialize();
     onAnotherThread([this] { bound.library.turn(kVolume1, 1); });
@@ -146,7 +146,7 @@ TEST_P(QueuedEvents, WaitForTheTickAndReachTheHostOnItsThread)
     EXPECT_EQ(bound.edits().size(), 3u);
 }
 
-TEST_P(QueuedEvents, KeepTheirOrderAndAreAllDeliveredAtOneTick)
+TEST_P(DrainQueue, DeliversAllEventsInTheirOrderAtOneTick)
 {
     bound.library.setParameter(kPan1, {0, 0, 2, 0, {}});
     bound.initialize();
@@ -169,7 +169,7 @@ TEST_P(QueuedEvents, KeepTheirOrderAndAreAllDeliveredAtOneTick)
     EXPECT_EQ(bound.edits(), expected);
 }
 
-TEST_P(QueuedEvents, RaisedByThePollingAreDeliveredByTheSameTick)
+TEST_P(DrainQueue, DeliversWhatPollingRaisedWithTheSameTick)
 {
     bound.initialize();
     bound.library.observer(kVolume16)->atCheck = [this] { bound.library.turn(kVolume1, 1); };
@@ -179,7 +179,7 @@ TEST_P(QueuedEvents, RaisedByThePollingAreDeliveredByTheSameTick)
                             "host.endEdit(37012000)"));
 }
 
-TEST_P(QueuedEvents, RaisedDuringADeliveryFollowInTheSameTick)
+TEST_P(DrainQueue, DeliversWhatADeliveryRaisedWithTheSameTick)
 {
     bound.library.setParameter(kPan1, {0, 0, 2, 0, {}});
     bound.initialize();
@@ -197,7 +197,7 @@ TEST_P(QueuedEvents, RaisedDuringADeliveryFollowInTheSameTick)
                             "host.performEdit(37013000, 0.5)", "host.endEdit(37013000)"));
 }
 
-TEST_P(QueuedEvents, AreDeliveredOnceByAHostThatTicksInsideACall)
+TEST_P(DrainQueue, DeliversOnceInAHostThatTicksInsideACall)
 {
     bound.initialize();
     bound.host.onCall = [this](const std::string& text) {
@@ -213,7 +213,7 @@ TEST_P(QueuedEvents, AreDeliveredOnceByAHostThatTicksInsideACall)
                             "host.performEdit(37012000, 0.75)", "host.endEdit(37012000)"));
 }
 
-TEST_P(QueuedEvents, OfAHostThatThrowsGoOnWithTheNext)
+TEST_P(DrainQueue, GoesOnWithTheNextEventAfterAHostThatThrew)
 {
     bound.initialize();
     bound.library.turn(kVolume1, 1);
@@ -228,7 +228,7 @@ TEST_P(QueuedEvents, OfAHostThatThrowsGoOnWithTheNext)
     EXPECT_EQ(bound.edits().size(), 6u);
 }
 
-TEST_P(QueuedEvents, AreForgottenByAHostThatTerminatesInsideACall)
+TEST_P(DrainQueue, StopsWhenTheHostTerminatesInsideACall)
 {
     bound.initialize();
     bound.host.onCall = [this](const std::string& text) {
@@ -241,7 +241,7 @@ TEST_P(QueuedEvents, AreForgottenByAHostThatTerminatesInsideACall)
     EXPECT_EQ(bound.controller->getParameterCount(), 0);
 }
 
-TEST_P(QueuedEvents, ThatWereNotDeliveredAreForgottenByTerminate)
+TEST_P(DrainQueue, DeliversNothingOfTheLifeBeforeTerminate)
 {
     bound.initialize();
     bound.library.turn(kVolume1, 1);
@@ -251,7 +251,7 @@ TEST_P(QueuedEvents, ThatWereNotDeliveredAreForgottenByTerminate)
     EXPECT_THAT(bound.edits(), IsEmpty());
 }
 
-TEST_P(QueuedEvents, AreDeliveredWhileTheControllerConnects)
+TEST_P(DrainQueue, DeliversWhileTheControllerConnects)
 {
     bound.initialize();
     bound.library.turn(kVolume1, 1);
@@ -264,7 +264,7 @@ TEST_P(QueuedEvents, AreDeliveredWhileTheControllerConnects)
     bound.controller->disconnect(&bound.host.peer);
 }
 
-TEST_P(QueuedEvents, RaisedWhileTheControllerConnectsAreKept)
+TEST_P(DrainQueue, KeepsWhatIsRaisedWhileTheControllerConnects)
 {
     bound.initialize();
     bound.library.onCall = [this](const std::string& text) {
@@ -278,7 +278,7 @@ TEST_P(QueuedEvents, RaisedWhileTheControllerConnectsAreKept)
     bound.controller->disconnect(&bound.host.peer);
 }
 
-TEST(DeliveryMode, IsAskedAtEveryEvent)
+TEST(NotificationGuiEvent, AsksForTheCharacterSetAtEveryEvent)
 {
     BoundController bound;
     bound.initialize();
@@ -297,7 +297,7 @@ TEST(DeliveryMode, IsAskedAtEveryEvent)
 
 // While connecting ---------------------------------------------------------------
 
-TEST(ConnectingController, TellsAUnicodeHostUntilTheBaseHasConnected)
+TEST(ControllerConnectMeanwhile, TellsAUnicodeHostOfEventsUntilTheBaseHasConnected)
 {
     struct Peer final : U::Implements<U::Directly<IConnectionPoint>> {
         uint32 PLUGIN_API addRef() override
@@ -320,7 +320,7 @@ TEST(ConnectingController, TellsAUnicodeHostUntilTheBaseHasConnected)
     bound.controller->disconnect(peer);
 }
 
-TEST(ConnectingController, DropsWhatAUnicodeHostWouldHear)
+TEST(ControllerConnectMeanwhile, DropsEventsToAUnicodeHostMeanwhile)
 {
     BoundController bound;
     bound.initialize();
@@ -345,7 +345,7 @@ TEST(ConnectingController, DropsWhatAUnicodeHostWouldHear)
     bound.controller->disconnect(&bound.host.peer);
 }
 
-TEST(ConnectingController, GoesOnTellingAfterAConnectThatFailed)
+TEST(ControllerConnectMeanwhile, TellsTheHostOfEventsAgainAfterAConnectThatFailed)
 {
     BoundController bound;
     bound.initialize();

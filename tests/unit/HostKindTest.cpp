@@ -21,7 +21,7 @@ HostFamily wideNameHost(const HostText& name)
     return family;
 }
 
-/** The host type as the library is told it, which must be what the operation answers. */
+/** getVSTHostType's answer, which the library must have been told too. */
 int hostTypeIn(const HostFamily& family)
 {
     BoundController bound(family);
@@ -36,7 +36,7 @@ int hostTypeIn(const HostFamily& family)
     return type;
 }
 
-TEST(HostKind, OfTheCubaseFamilyIsZero)
+TEST(GetVSTHostType, IsZeroForTheCubaseFamily)
 {
     for (const char* name : {"Cubase", "Cubase 6", "Cubase LE", "Cubase AI 5", "Cubase Studio 5",
                              "Cubase Artist 6.5", "Cubase Essential 5", "Cubase Elements 7",
@@ -45,7 +45,7 @@ TEST(HostKind, OfTheCubaseFamilyIsZero)
     EXPECT_EQ(hostTypeIn(HostFamily::withoutUnicode("Cubase", "5.0.0")), 0);
 }
 
-TEST(HostKind, OfTheStandaloneHostIsOneForItsExactName)
+TEST(GetVSTHostType, IsOneForTheExactNameOfTheStandaloneHost)
 {
     EXPECT_EQ(hostTypeIn(HostFamily::standalone()), 1);
     EXPECT_EQ(hostTypeIn(HostFamily::withoutUnicode("Standalone", "1.0.0")), 1);
@@ -56,7 +56,7 @@ TEST(HostKind, OfTheStandaloneHostIsOneForItsExactName)
         EXPECT_EQ(hostTypeIn(unicodeHost(name)), 2) << name;
 }
 
-TEST(HostKind, OfAnyOtherHostIsTwo)
+TEST(GetVSTHostType, IsTwoForAnyOtherHost)
 {
     EXPECT_EQ(hostTypeIn(unicodeHost("Plain Host")), 2);
     EXPECT_EQ(hostTypeIn(unicodeHost("Cubas")), 2);
@@ -66,7 +66,7 @@ TEST(HostKind, OfAnyOtherHostIsTwo)
     EXPECT_EQ(hostTypeIn(BoundController::nameless()), 2);
 }
 
-TEST(HostKind, WithoutAHostOrItsAnswersIsTwo)
+TEST(GetVSTHostType, IsTwoWithoutAHostOrItsAnswers)
 {
     const auto controller = owned(new VstK2xController);
     EXPECT_EQ(controller->getVSTHostType(), 2);
@@ -78,7 +78,7 @@ TEST(HostKind, WithoutAHostOrItsAnswersIsTwo)
     EXPECT_FALSE(bound.controller->isUnicodeAppHost());
 }
 
-TEST(HostKind, OfAnOldHostWithTheSmallerInterfaceIsZero)
+TEST(GetVSTHostType, IsZeroForAnOldHostWithTheSmallerInterface)
 {
     EXPECT_EQ(hostTypeIn(HostFamily::applicationAOnly()), 0);
     // The larger interface decides when both are there.
@@ -87,7 +87,7 @@ TEST(HostKind, OfAnOldHostWithTheSmallerInterfaceIsZero)
     EXPECT_EQ(hostTypeIn(both), 2);
 }
 
-TEST(HostKind, OfAHostThatThrowsInsteadOfAnAnswerIsTwoAndNotUnicode)
+TEST(GetVSTHostType, IsTwoForAHostThatThrowsWhichIsNotUnicode)
 {
     for (const char* call : {"getApplicationName", "getVersionString", "getCharacterSet",
                              "query(context, IHostApplicationW)"}) {
@@ -108,7 +108,7 @@ TEST(HostKind, OfAHostThatThrowsInsteadOfAnAnswerIsTwoAndNotUnicode)
     }
 }
 
-TEST(HostKind, IsUnicodeWhenTheHostsCharacterSetIsZero)
+TEST(IsUnicodeAppHost, IsTrueForCharacterSetZero)
 {
     BoundController bound;
     bound.initialize();
@@ -119,7 +119,7 @@ TEST(HostKind, IsUnicodeWhenTheHostsCharacterSetIsZero)
     }
 }
 
-TEST(HostKind, IsNotUnicodeInAHostThatDoesNotSay)
+TEST(IsUnicodeAppHost, IsFalseInAHostThatDoesNotSay)
 {
     for (const auto& family : {BoundController::nameless(), BoundController::withoutUnicode(),
                                HostFamily::applicationAOnly()}) {
@@ -139,7 +139,7 @@ bool countsAsNew(const HostFamily& family)
     return routing.isNewHostVersion();
 }
 
-TEST(NewHostVersion, BeginsAt75ForTheFamilyAndAt65ForNuendo)
+TEST(ReadHostVersion, TakesVersionsFrom75AndOfNuendoFrom65ForNew)
 {
     const struct {
         const char* name;
@@ -152,14 +152,16 @@ TEST(NewHostVersion, BeginsAt75ForTheFamilyAndAt65ForNuendo)
         {"Cubase", "10.0.5", true},
         {"Cubase", "7.4.9", false},
         {"Cubase", "6.9.9", false},
-        {"Cubase", "7.5", false}, // two components: the minor one is not known
-        {"Cubase", "8.1", true},  // ... and does not matter above
-        {"Cubase", "8", false},   // no component at all
+        {"Cubase", "7.5", false}, // of two numbers the minor one is not read
+        {"Cubase", "8.1", true},  // the minor one does not matter here
+        {"Cubase", "8", false},   // no dot, no version
         {"Cubase", "", false},
         {"Cubase", "x.y.z", false},
         {"Cubase Artist", "7.5.0", true},
         {"Cubase Artist", "6.5.0", false},
         {"Cubase AI", "7.5.0", true},
+        {"Cubase Elements", "7.5.0", true},
+        {"Cubase", "7.5.", true}, // of three numbers the last may be empty
         {"Cubase Elements", "7.4.0", false},
         {"Cubase LE", "7.5.0", false},
         {"Cubase LE", "99.0.0", false},
@@ -177,8 +179,17 @@ TEST(NewHostVersion, BeginsAt75ForTheFamilyAndAt65ForNuendo)
             << row.name << ' ' << row.version;
 }
 
-TEST(NewHostVersion, IsNotKnownOfAHostWithoutUnicodeOrWithoutTheInterface)
+TEST(ReadHostVersion, TakesAHostWithoutUnicodeOrWithoutTheInterfaceForOld)
 {
+    Trace trace;
+    ScriptedHost host(trace);
+    HostAndLibraryDouble context(host, nullptr);
+    TrackRouting routing(context, context.dependent);
+    routing.readHostVersion();
+    ASSERT_TRUE(routing.isNewHostVersion());
+    context.hostContext.set(nullptr);
+    routing.readHostVersion();
+    EXPECT_FALSE(routing.isNewHostVersion()) << "a life without a host does not keep the answer";
     EXPECT_FALSE(countsAsNew(HostFamily::withoutUnicode("Cubase", "9.0.0")));
     EXPECT_FALSE(countsAsNew(HostFamily::applicationAOnly()));
     EXPECT_FALSE(countsAsNew(HostFamily::plain()));

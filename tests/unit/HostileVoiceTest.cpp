@@ -1,4 +1,4 @@
-// Voices that try to break out of the preset folder or out of a buffer.
+// Voice names that could reach a file outside the preset folder or overrun a buffer.
 #include "tests/unit/PresetCreaterFixture.h"
 
 #include "basics/PlugInInfo.h"
@@ -41,7 +41,7 @@ std::string attribute(const pugi::xml_document& document, const char* id)
 
 } // namespace
 
-TEST_F(HostileVoiceTest, NamesOfDotsAndSlashesStayInTheFolder)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoKeepsNamesOfDotsAndSlashesInTheFolder)
 {
     const std::pair<const char*, const char*> names[] = {
         {"..", "...vstpreset"},
@@ -67,7 +67,7 @@ TEST_F(HostileVoiceTest, NamesOfDotsAndSlashesStayInTheFolder)
     }
 }
 
-TEST_F(HostileVoiceTest, CodesThatNameNoCategoryWriteNothing)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoWritesNothingForACodeThatNamesNoCategory)
 {
     for (const char* code : {"-1", "-17", "-2147483648", "288", "6", "2147483647", "2147483648",
                              "99999999999999999999", "x", "80x", "..", "../80"})
@@ -75,13 +75,13 @@ TEST_F(HostileVoiceTest, CodesThatNameNoCategoryWriteNothing)
     EXPECT_THAT(home.files(), ElementsAre());
 }
 
-TEST_F(HostileVoiceTest, OnlyColonsAreAVoiceWithoutName)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoTakesOnlyColonsForAVoiceWithoutName)
 {
     writeVoice(":::::");
     EXPECT_THAT(home.files(), ElementsAre(".vstpreset"));
 }
 
-TEST_F(HostileVoiceTest, AnEmptyTextIsAVoiceWithoutName)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoTakesAnEmptyTextForAVoiceWithoutName)
 {
     library.voiceData = [](int32, int32) -> doubles::BufferAnswer {
         return {};
@@ -90,7 +90,7 @@ TEST_F(HostileVoiceTest, AnEmptyTextIsAVoiceWithoutName)
     EXPECT_THAT(home.files(), ElementsAre(".vstpreset"));
 }
 
-TEST_F(HostileVoiceTest, ABufferFilledWithoutTerminatorIsAThirtyCharacterText)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoReadsAFullBufferWithoutTerminator)
 {
     const std::string text = "80:123456789012345678901234567";
     ASSERT_EQ(text.size(), 30u);
@@ -107,7 +107,7 @@ TEST_F(HostileVoiceTest, ABufferFilledWithoutTerminatorIsAThirtyCharacterText)
     EXPECT_EQ(subCategory, std::string(30, 's'));
 }
 
-TEST_F(HostileVoiceTest, EachBufferIsZeroedBeforeItsCall)
+TEST_F(HostileVoiceTest, SeparationVoiceDataZeroesEachBufferBeforeItsCall)
 {
     library.categoryName = [](int32) -> doubles::BufferAnswer { return {std::string(30, 'c')}; };
     library.subCategoryName = [](int32, int32) -> doubles::BufferAnswer { return {}; };
@@ -116,21 +116,21 @@ TEST_F(HostileVoiceTest, EachBufferIsZeroedBeforeItsCall)
     EXPECT_EQ(subCategory, "");
 }
 
-TEST_F(HostileVoiceTest, ANameWithAZeroByteNamesNoFile)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoWritesNoFileForANameWithAZeroByte)
 {
     writeVoice(std::string("80:..\0x", 7));
     writeVoice(std::string("80:a\0", 5));
     EXPECT_THAT(home.files(), ElementsAre());
 }
 
-TEST_F(HostileVoiceTest, AVeryLongNameFailsAtOnce)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoWritesNoFileForAVeryLongName)
 {
     writeVoice("80:" + std::string(4 << 20, '/'));
     writeVoice("80:" + std::string(4 << 20, 'x'));
     EXPECT_THAT(home.files(), ElementsAre());
 }
 
-TEST_F(HostileVoiceTest, MarkupInNamesNeverReachesTheXml)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoWritesNoMarkupOfNamesIntoTheXml)
 {
     const char* const hostile = "<b id=\"x\">&";
     library.categoryName = [hostile](int32) -> doubles::BufferAnswer { return {hostile}; };
@@ -146,19 +146,19 @@ TEST_F(HostileVoiceTest, MarkupInNamesNeverReachesTheXml)
     EXPECT_EQ(attribute(document, "MusicalCategory"), "");
 }
 
-TEST_F(HostileVoiceTest, MarkupInANameLeavesItsCategoryAlone)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoKeepsTheCategoryOfANameWithMarkup)
 {
     writeVoice("80:<Violin x=\"1\">&amp;]]>");
     const auto text = metaInfo(home.presetFolder() + "/_Violin x=_1__&amp;]]_.vstpreset");
     EXPECT_EQ(text, doubles::presetXml("Strings", "Violin", "Acoustic"));
-    // A user bank's too.
+    // The same for a user bank.
     library.voiceData = [](int32, int32) -> doubles::BufferAnswer { return {"80:</MetaInfo>"}; };
     creater.setVoiceDataInfo(VoiceBank::kUser4, 0, kEverything, Creater::kUserFolder);
     EXPECT_EQ(metaInfo(home.presetFolder() + "/__MetaInfo_.vstpreset"),
               doubles::presetXml("Strings", "Other", "Acoustic"));
 }
 
-TEST_F(HostileVoiceTest, EveryCategoryGivesAFileWhoseXmlAParserReads)
+TEST_F(HostileVoiceTest, SetVoiceDataInfoWritesXmlThatAParserReadsForEveryCategory)
 {
     Voices voices;
     for (unsigned main = 0; main < 18; ++main)
@@ -177,7 +177,7 @@ TEST_F(HostileVoiceTest, EveryCategoryGivesAFileWhoseXmlAParserReads)
         EXPECT_EQ(attribute(document, "PlugInName"), "RDL3/RDL5 VST");
         EXPECT_EQ(attribute(document, "VST3UniqueID"), "13EEE3484D664261B90352CE35DD18B4");
     }
-    // What stands escaped in the tables reads as it is meant.
+    // Texts that are escaped in the tables come out unescaped.
     pugi::xml_document hit;
     ASSERT_TRUE(hit.load_string(metaInfo(home.presetFolder() + "/Voice 14 3.vstpreset").c_str()));
     EXPECT_EQ(attribute(hit, "MusicalInstrument"), "Musical FX|Hits&Stabs");

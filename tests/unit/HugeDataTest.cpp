@@ -1,4 +1,4 @@
-// What the library hands out may be longer than a size field can say.
+// A library that gives more bytes than a size field can hold.
 #include "tests/unit/FoldedMemory.h"
 #include "tests/unit/PresetCreaterFixture.h"
 #include "tests/unit/ProcessorFixture.h"
@@ -9,7 +9,7 @@ namespace {
 
 using namespace Steinberg;
 
-constexpr size_t kTooMany = size_t(1) << 31; ///< bytes; the largest size field says one less
+constexpr size_t kTooMany = size_t(1) << 31; ///< bytes: one more than a size field holds
 
 class HugeLibrary final : public doubles::ScriptedLibrary {
 public:
@@ -18,9 +18,9 @@ public:
     std::vector<char> getStateChunk() override { return std::vector<char>(kTooMany); }
 };
 
-using HugeState = unit::ProcessorFixture;
+using HugeStateTest = unit::ProcessorFixture;
 
-TEST_F(HugeState, OfTheLibraryFailsBehindTheVersion)
+TEST_F(HugeStateTest, GetStateFailsBehindTheVersion)
 {
     HugeLibrary huge(trace);
     connect(&huge);
@@ -30,9 +30,9 @@ TEST_F(HugeState, OfTheLibraryFailsBehindTheVersion)
     EXPECT_EQ(stream.data, std::string(4, '\0'));
 }
 
-using HugeUserBank = PresetCreaterTest;
+using HugeUserBankTest = PresetCreaterTest;
 
-TEST_F(HugeUserBank, IsNotWritten)
+TEST_F(HugeUserBankTest, CreatePresetFileWritesNothing)
 {
     makeFolder();
     library.userBank = [](int32, int32) { return std::vector<char>(kTooMany); };

@@ -9,19 +9,19 @@ using namespace Steinberg::Vst;
 
 namespace {
 
-TEST(KeyConversion, KeepsEveryCharacterOfOneByte)
+TEST(ConvertChar16ToChar, KeepsEveryCharacterOfOneByte)
 {
     for (Steinberg::char16 key = 0; key < 0x80; ++key)
         ASSERT_EQ(convertChar16ToChar(key), static_cast<char>(key));
 }
 
-TEST(KeyConversion, MakesEveryOtherCharacterZero)
+TEST(ConvertChar16ToChar, GivesZeroForEveryOtherCharacter)
 {
     for (unsigned key = 0x80; key <= 0xFFFF; ++key)
         ASSERT_EQ(convertChar16ToChar(static_cast<Steinberg::char16>(key)), 0) << key;
 }
 
-TEST(ScrollDistance, IsHalvedFromTwoLinesOn)
+TEST(HalveScrollDistance, HalvesFromTwoLinesOn)
 {
     const float rows[][2] = {{0, 0},           {0.5F, 0.5F}, {1.6F, 1.6F}, {1.99F, 1.99F},
                              {2, 1},           {3, 1.5F},    {100, 50},    {-1.6F, -1.6F},
@@ -30,7 +30,7 @@ TEST(ScrollDistance, IsHalvedFromTwoLinesOn)
         EXPECT_EQ(halveScrollDistance(row[0]), row[1]) << row[0];
 }
 
-TEST(WheelDistance, OfLessThanALineBecomesAWholeOne)
+TEST(RoundWheelDistanceOutward, MakesAWholeLineOfLess)
 {
     const float rows[][2] = {{0, 0},        {0.3F, 1},     {0.999F, 1}, {1e-30F, 1},
                              {1, 1},        {1.5F, 1.5F},  {3, 3},      {-0.2F, -1},
@@ -40,7 +40,7 @@ TEST(WheelDistance, OfLessThanALineBecomesAWholeOne)
         EXPECT_EQ(roundWheelDistanceOutward(row[0]), row[1]) << row[0];
 }
 
-TEST(WheelDistance, OfNoUseStaysWhatItIs)
+TEST(RoundWheelDistanceOutward, KeepsInfinityAndNotANumber)
 {
     constexpr float infinity = std::numeric_limits<float>::infinity();
     EXPECT_EQ(roundWheelDistanceOutward(infinity), infinity);

@@ -1,5 +1,4 @@
-// What a host with a run loop hears of a loaded state: the values of the library's parameters come
-// with the next tick, whichever way events take to the host.
+// When a state is loaded, the host is told of the parameters' new values at the next tick.
 #include "processor/VstK2x.h"
 #include "tests/doubles/StreamDouble.h"
 #include "tests/unit/BoundController.h"
@@ -13,9 +12,9 @@ using testing::IsEmpty;
 
 namespace {
 
-/** Both components, connected, and a library with the value 2 of 0 to 4 for every parameter. When a
-    state is loaded it takes other values for four in five of them, and its observers tell of what
-    is not as they told last. */
+/** Processor and controller, connected. Every parameter of the library ranges from 0 to 4 and has
+    the value 2; loading a state changes four of five. An observer tells of a value that differs
+    from the one that it told last. */
 class LoadedState : public testing::TestWithParam<bool> {
 protected:
     LoadedState()
@@ -64,7 +63,7 @@ protected:
 
     void expectTheValuesWithTheNextTick()
     {
-        ASSERT_EQ(expected.size(), 180u); // four fifths of 225
+        ASSERT_THAT(expected, testing::SizeIs(kParameters * 4 / 5));
         EXPECT_THAT(bound.edits(), IsEmpty());
         for (const auto* observer : bound.library.liveObservers())
             EXPECT_EQ(bound.controller->getParamNormalized(observer->id()), 0.5);
@@ -90,14 +89,14 @@ INSTANTIATE_TEST_SUITE_P(DirectAndQueued, LoadedState, testing::Bool(), [](const
     return tested.param ? "InAUnicodeHost" : "InAnyOtherHost";
 });
 
-TEST_P(LoadedState, OfAProjectReachesTheHostWithTheNextTick)
+TEST_P(LoadedState, SetStateOfAProjectReachesTheHostWithTheNextTick)
 {
     StreamDouble state(std::string("\0\0\0\0\4\0\0\0data", 12));
     EXPECT_EQ(processor->setState(&state), kResultOk);
     expectTheValuesWithTheNextTick();
 }
 
-TEST_P(LoadedState, OfAPresetReachesTheHostWithTheNextTick)
+TEST_P(LoadedState, SetStateOfAPresetReachesTheHostWithTheNextTick)
 {
     StreamDouble preset(std::string("\1\0\0\0\3\0\0\0\4\0\0\0", 12));
     EXPECT_EQ(bound.controller->setState(&preset), kResultOk);

@@ -1,4 +1,4 @@
-// The library's MIDI on its way to the host.
+// The queue of MIDI events from the library to the host.
 #include "processor/MidiOutQueue.h"
 
 #include <deque>
@@ -28,14 +28,14 @@ int popNumber(Queue& queue)
     return queue.pop(midi) ? midi[0] << 16 | midi[1] << 8 | midi[2] : -1;
 }
 
-TEST(MidiOutQueue, IsEmptyAtFirst)
+TEST(MidiOutQueue, SizeIsZeroAtFirst)
 {
     MidiOutQueue queue;
     EXPECT_EQ(queue.size(), 0u);
     EXPECT_EQ(popNumber(queue), -1);
 }
 
-TEST(MidiOutQueue, KeepsAllThreeBytes)
+TEST(MidiOutQueue, PushAndPopKeepAllThreeBytes)
 {
     MidiOutQueue queue;
     queue.push({0xFF, 0x80, 0x01});
@@ -47,7 +47,7 @@ TEST(MidiOutQueue, KeepsAllThreeBytes)
     EXPECT_EQ(midi, (MidiBytes{0x00, 0x00, 0x00}));
 }
 
-TEST(MidiOutQueue, HoldsAHundredEvents)
+TEST(MidiOutQueue, PushKeepsAHundredEvents)
 {
     MidiOutQueue queue;
     for (int number = 0; number < 100; ++number)
@@ -58,7 +58,7 @@ TEST(MidiOutQueue, HoldsAHundredEvents)
     EXPECT_EQ(popNumber(queue), -1);
 }
 
-TEST(MidiOutQueue, DropsAllOfAHundredForOneMore)
+TEST(MidiOutQueue, PushDropsAllOfAHundredForOneMore)
 {
     MidiOutQueue queue;
     for (int number = 0; number <= 100; ++number)
@@ -68,9 +68,9 @@ TEST(MidiOutQueue, DropsAllOfAHundredForOneMore)
     EXPECT_EQ(popNumber(queue), -1);
 }
 
-/** Pushes and pops in any order, beside the same rule in plain words. What begins before a queue's
-    numbers no longer fit into a word goes on behind it. */
-TEST(MidiOutQueue, KeepsTheRuleHoweverOftenItGoesRound)
+/** Pushes and pops at random, compared with a deque. The count of events starts at 1, shortly
+    before it outgrows its bits, and far beyond. */
+TEST(MidiOutQueue, PushAndPopKeepTheRuleHoweverOftenTheQueueGoesRound)
 {
     constexpr uint64 kTooLargeForAWord = uint64(1) << 40;
     for (const uint64 begin : {uint64(1), kTooLargeForAWord - 5000, ~uint64(0) >> 1}) {
@@ -94,7 +94,7 @@ TEST(MidiOutQueue, KeepsTheRuleHoweverOftenItGoesRound)
     }
 }
 
-/** A word at whose every use its user is stopped, and others go on meanwhile. */
+/** An atomic word that runs other threads' work before one of its uses. */
 class StoppingWord : public std::atomic<uint64> {
 public:
     using std::atomic<uint64>::atomic;
@@ -116,7 +116,7 @@ public:
         return std::atomic<uint64>::compare_exchange_weak(expected, value);
     }
 
-    static inline int stepsToGo = -1; ///< until it is stopped
+    static inline int stepsToGo = -1; ///< uses before that one
     static inline std::function<void()> meanwhile;
 
 private:
@@ -129,7 +129,7 @@ private:
 
 using StoppingQueue = BasicMidiOutQueue<StoppingWord>;
 
-/** Runs an operation that is stopped at one of its steps, counted from 0, while others go on.
+/** Runs an operation, and the others' work before its step of that number, counted from 0.
     @return false when it does not have so many */
 bool runStopped(int step, const std::function<void()>& operation,
                 const std::function<void()>& others)
@@ -140,7 +140,7 @@ bool runStopped(int step, const std::function<void()>& operation,
     return std::exchange(StoppingWord::stepsToGo, -1) < 0;
 }
 
-/** A queue's rule in plain words. */
+/** The queue's rule on a vector. */
 void add(std::vector<int>& waiting, int number)
 {
     if (waiting.size() >= 100)
@@ -173,17 +173,15 @@ std::vector<int> popAll(Queue& queue)
 constexpr int kWaiting[] = {0, 1, 70, 99, 100};
 constexpr int kOthers[] = {1, 2, 30, 99, 100, 101, 250};
 
-/** As if the message had come before, between or behind those that were pushed meanwhile. */
-TEST(MidiOutQueue, TakesAMessageWhoseWriterIsStoppedAtAnyStep)
+/** Stops an operation at each of its steps while others push. The result must be that of the
+    operation before, between or after the others' pushes.
+    @param operation on the queue; gives the number that it took, if any
+    @param expected what is taken and left when so many of the others come before the operation
+    @param steps that the operation has at least */
+void expectPossible(
+    const std::function<std::vector<int>(StoppingQueue&)>& operation,
+    const std::function<std::vector<int>(int waiting, int before, int others)>& expected, int steps)
 {
-    constexpr int kMessage = 10'000;
-    const auto expected = [](int waiting, int before, int others) {
-        std::vector<int> left;
-        addNumbers(left, 0, waiting + before);
-        add(left, kMessage);
-        addNumbers(left, waiting + before, waiting + others);
-        return left;
-    };
     for (const int waiting : kWaiting)
         for (const int others : kOthers) {
             std::vector<std::vector<int>> possible;
@@ -193,24 +191,42 @@ TEST(MidiOutQueue, TakesAMessageWhoseWriterIsStoppedAtAnyStep)
             for (;; ++step) {
                 StoppingQueue queue;
                 pushNumbers(queue, 0, waiting);
+                std::vector<int> numbers;
                 if (!runStopped(
-                        step, [&] { queue.push(message(kMessage)); },
+                        step, [&] { numbers = operation(queue); },
                         [&] { pushNumbers(queue, waiting, waiting + others); }))
                     break;
                 const size_t size = queue.size();
                 const auto left = popAll(queue);
                 EXPECT_EQ(left.size(), size);
-                EXPECT_THAT(possible, Contains(left))
+                numbers.insert(numbers.end(), left.begin(), left.end());
+                EXPECT_THAT(possible, Contains(numbers))
                     << waiting << " waiting, " << others << " others, step " << step;
             }
-            EXPECT_GE(step, 4);
+            EXPECT_GE(step, steps);
         }
 }
 
-/** As if the oldest message had been taken before, between or behind those that were pushed
-    meanwhile. */
-TEST(MidiOutQueue, GivesAMessageThoughItsReaderIsStoppedAtAnyStep)
+TEST(MidiOutQueue, PushAddsAMessageWhoseWriterIsStoppedAtAnyStep)
 {
+    constexpr int kMessage = 10'000;
+    const auto push = [](StoppingQueue& queue) {
+        queue.push(message(kMessage));
+        return std::vector<int>();
+    };
+    const auto expected = [](int waiting, int before, int others) {
+        std::vector<int> left;
+        addNumbers(left, 0, waiting + before);
+        add(left, kMessage);
+        addNumbers(left, waiting + before, waiting + others);
+        return left;
+    };
+    expectPossible(push, expected, 4);
+}
+
+TEST(MidiOutQueue, PopGivesAMessageThoughItsReaderIsStoppedAtAnyStep)
+{
+    const auto pop = [](StoppingQueue& queue) { return std::vector<int>{popNumber(queue)}; };
     const auto expected = [](int waiting, int before, int others) {
         std::vector<int> left;
         addNumbers(left, 0, waiting + before);
@@ -220,27 +236,7 @@ TEST(MidiOutQueue, GivesAMessageThoughItsReaderIsStoppedAtAnyStep)
         left.insert(left.begin(), taken);
         return left;
     };
-    for (const int waiting : kWaiting)
-        for (const int others : kOthers) {
-            std::vector<std::vector<int>> possible;
-            for (int before = 0; before <= others; ++before)
-                possible.push_back(expected(waiting, before, others));
-            int step = 0;
-            for (;; ++step) {
-                StoppingQueue queue;
-                pushNumbers(queue, 0, waiting);
-                int taken = -1;
-                if (!runStopped(
-                        step, [&] { taken = popNumber(queue); },
-                        [&] { pushNumbers(queue, waiting, waiting + others); }))
-                    break;
-                auto left = popAll(queue);
-                left.insert(left.begin(), taken);
-                EXPECT_THAT(possible, Contains(left))
-                    << waiting << " waiting, " << others << " others, step " << step;
-            }
-            EXPECT_GE(step, 2);
-        }
+    expectPossible(pop, expected, 2);
 }
 
 } // namespace

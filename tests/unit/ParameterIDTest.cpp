@@ -13,7 +13,7 @@ constexpr auto kPart = VstIObserver::ParamModePart;
 constexpr auto kCommon = VstIObserver::ParamModeCommon;
 constexpr auto kPartVoice = VstIObserver::ParamModePartVoice;
 
-TEST(ParameterID, IsBlockNumberAndPartInDecimal)
+TEST(GetVSTParamID, IsBlockNumberAndPartInDecimal)
 {
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 0, kPartVoice), 37012000u);
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 15, kPart), 37012015u);
@@ -21,20 +21,20 @@ TEST(ParameterID, IsBlockNumberAndPartInDecimal)
     EXPECT_EQ(VstK2xController::getVSTParamID(0, 0, 7, kPart), 7u);
 }
 
-TEST(ParameterID, OfACommonParameterIgnoresThePart)
+TEST(GetVSTParamID, IgnoresThePartOfACommonParameter)
 {
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 7, kCommon), 37012016u);
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 0, kCommon), 37012016u);
 }
 
-TEST(ParameterID, GrowsWithFieldsOfMoreThanThreeDigits)
+TEST(GetVSTParamID, GrowsWithFieldsOfMoreThanThreeDigits)
 {
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 1234, 5, kPart), 371234005u);
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 1000, kPart), 370121000u);
     EXPECT_EQ(VstK2xController::getVSTParamID(3000, 1, 2, kPart), 3000001002u);
 }
 
-TEST(ParameterID, OfAbsurdFieldsIsSomeNumberAndNoCrash)
+TEST(GetVSTParamID, SurvivesAbsurdFields)
 {
     constexpr int smallest = std::numeric_limits<int>::min();
     constexpr int largest = std::numeric_limits<int>::max();
@@ -42,7 +42,7 @@ TEST(ParameterID, OfAbsurdFieldsIsSomeNumberAndNoCrash)
     EXPECT_NO_THROW(VstK2xController::getVSTParamID(largest, largest, largest, kPart));
 }
 
-TEST(ObserverCreation, WithoutALibraryGivesTheIDAlone)
+TEST(CreateObserverParameter, GivesTheIDAloneWithoutALibrary)
 {
     const auto controller = owned(new VstK2xController);
     EXPECT_EQ(controller->createObserverParameter(37, 12, 7, editorValueChange, kCommon),
@@ -50,7 +50,7 @@ TEST(ObserverCreation, WithoutALibraryGivesTheIDAlone)
     EXPECT_EQ(controller->getParameter(37012016), nullptr);
 }
 
-TEST(ObserverCreation, MakesTheObserverAndNoParameter)
+TEST(CreateObserverParameter, MakesTheObserverAndNoParameter)
 {
     BoundController bound;
     bound.initialize();
@@ -61,10 +61,10 @@ TEST(ObserverCreation, MakesTheObserverAndNoParameter)
                             "library.addObserver(1002003)"));
     EXPECT_EQ(bound.controller->getParameter(1002003), nullptr);
     bound.controller->createVSTMultiCommonParameter();
-    EXPECT_EQ(bound.controller->getParameterCount(), 225);
+    EXPECT_EQ(bound.controller->getParameterCount(), kParameters);
 }
 
-TEST(PartParameters, WithoutALibraryExistWithTheirIDs)
+TEST(CreateVSTPartParameter, AddsTheParametersWithoutALibraryToo)
 {
     const auto controller = owned(new VstK2xController);
     controller->createVSTPartParameter(17, 15, kPart);

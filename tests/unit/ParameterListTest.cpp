@@ -8,13 +8,14 @@ using namespace Steinberg::Vst;
 using namespace doubles;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace {
 
 enum class Reads { kNumber, kPan, kNothing };
 
-/** What the host must find for each part; the ID is part 1's, and each further part adds 1. */
-struct Row {
+/** A parameter of each part, as the host must find it. The ID of each further part is one more. */
+struct ParameterRow {
     const char* titleFront;
     bool hasNumber;
     const char* titleBack;
@@ -26,7 +27,7 @@ struct Row {
     bool asksForStepCount;
 };
 
-const Row kRows[] = {
+const ParameterRow kParameterRows[] = {
     {"Volume ", true, "", 37012000, 37, 12, Reads::kNumber, 0, false},
     {"Pan ", true, "", 37013000, 37, 13, Reads::kPan, 64, false},
     {"Cutoff ", true, "", 37053000, 37, 53, Reads::kNumber, 64, false},
@@ -42,22 +43,21 @@ const Row kRows[] = {
     {"Assignable Knob 1", false, "", 37056000, 37, 56, Reads::kNumber, 64, false},
     {"Assignable Knob 2", false, "", 37057000, 37, 57, Reads::kNumber, 64, false},
 };
-constexpr int kRowCount = 14;
-constexpr int kListed = 225;
+static_assert(std::size(kParameterRows) == kParametersOfAPart);
 
-/** Every parameter gets a value of its own, so that a mixed-up ID shows. */
+/** Differs from parameter to parameter, so that a wrong ID is seen. */
 int32 valueOf(unsigned id)
 {
     return static_cast<int32>(id % 113);
 }
 
-/** Ranges of 0 to 128, in which normalized values are exact, and a step count for all. */
+/** All parameters range from 0 to 128, where normalized values are exact. */
 class ParameterListTest : public testing::Test {
 protected:
     ParameterListTest()
     {
-        for (const Row& row : kRows)
-            for (unsigned part = 0; part < 16; ++part)
+        for (const ParameterRow& row : kParameterRows)
+            for (unsigned part = 0; part < kParts; ++part)
                 describe(row.firstID + part);
         describe(kEditFlag);
         bound.library.valueText = [](unsigned id, int value) {
@@ -107,14 +107,14 @@ std::u16string wide(const std::string& text)
     return {text.begin(), text.end()};
 }
 
-TEST_F(ParameterListTest, ShowsTheHostEveryPartsParametersInOrder)
+TEST_F(ParameterListTest, GetParameterInfoDescribesEveryPartsParametersInOrder)
 {
     bound.initialize();
-    ASSERT_EQ(bound.controller->getParameterCount(), kListed);
-    for (int part = 0; part < 16; ++part)
-        for (int line = 0; line < kRowCount; ++line) {
-            const Row& row = kRows[line];
-            const ParameterInfo info = infoAt(part * kRowCount + line);
+    ASSERT_EQ(bound.controller->getParameterCount(), kParameters);
+    for (int part = 0; part < kParts; ++part)
+        for (int line = 0; line < kParametersOfAPart; ++line) {
+            const ParameterRow& row = kParameterRows[line];
+            const ParameterInfo info = infoAt(part * kParametersOfAPart + line);
             const unsigned id = row.firstID + static_cast<unsigned>(part);
             const std::string number = row.hasNumber ? std::to_string(part + 1) : "";
             const std::string title = row.titleFront + number + row.titleBack;
@@ -131,10 +131,10 @@ TEST_F(ParameterListTest, ShowsTheHostEveryPartsParametersInOrder)
         }
 }
 
-TEST_F(ParameterListTest, EndsWithTheEditFlag)
+TEST_F(ParameterListTest, GetParameterInfoEndsWithTheEditFlag)
 {
     bound.initialize();
-    const ParameterInfo info = infoAt(224);
+    const ParameterInfo info = infoAt(kAutomatable);
     EXPECT_EQ(info.id, 201005000u);
     EXPECT_EQ(utf8(info.title), "");
     EXPECT_EQ(utf8(info.shortTitle), "");
@@ -146,25 +146,25 @@ TEST_F(ParameterListTest, EndsWithTheEditFlag)
     EXPECT_EQ(shown(kEditFlag, 0.5), u"0.5000");
     EXPECT_EQ(read(kEditFlag, u"1"), -1);
     ParameterInfo none = {};
-    EXPECT_EQ(bound.controller->getParameterInfo(225, none), kResultFalse);
+    EXPECT_EQ(bound.controller->getParameterInfo(kParameters, none), kResultFalse);
     EXPECT_EQ(bound.controller->getParameterInfo(-1, none), kResultFalse);
 }
 
-TEST_F(ParameterListTest, LetsTheHostAutomateAllButOne)
+TEST_F(ParameterListTest, GetParameterInfoLetsTheHostAutomateAllButOne)
 {
     bound.initialize();
     int automatable = 0;
     std::set<ParamID> ids;
-    for (int32 index = 0; index < kListed; ++index) {
+    for (int32 index = 0; index < kParameters; ++index) {
         const ParameterInfo info = infoAt(index);
         automatable += (info.flags & ParameterInfo::kCanAutomate) ? 1 : 0;
         ids.insert(info.id);
     }
-    EXPECT_EQ(automatable, 224);
-    EXPECT_EQ(ids.size(), 225u);
+    EXPECT_EQ(automatable, kAutomatable);
+    EXPECT_THAT(ids, SizeIs(kParameters));
 }
 
-TEST_F(ParameterListTest, SpotChecksInLiterals)
+TEST_F(ParameterListTest, GetParameterInfoGivesTheseIDsAndTitles)
 {
     bound.initialize();
     EXPECT_EQ(infoAt(0).id, 37012000u);
@@ -179,11 +179,11 @@ TEST_F(ParameterListTest, SpotChecksInLiterals)
     EXPECT_EQ(infoAt(223).unitId, 17);
 }
 
-TEST_F(ParameterListTest, ShowsTheEditorsTextsAndNeverAsksForThemAgain)
+TEST_F(ParameterListTest, GetParamStringByValueGivesTheEditorsTextsAndNeverAsksForThemAgain)
 {
     bound.initialize();
-    for (unsigned part = 0; part < 16; ++part)
-        for (const Row& row : kRows) {
+    for (unsigned part = 0; part < kParts; ++part)
+        for (const ParameterRow& row : kParameterRows) {
             const std::string front = std::to_string(row.firstID + part) + "=";
             EXPECT_EQ(shown(row.firstID + part, 0), wide(front + "0"));
             EXPECT_EQ(shown(row.firstID + part, 0.5), wide(front + "64"));
@@ -192,7 +192,7 @@ TEST_F(ParameterListTest, ShowsTheEditorsTextsAndNeverAsksForThemAgain)
     EXPECT_THAT(bound.trace.textsOf({"library."}), IsEmpty());
 }
 
-/** The volumes of sixteen parts whose texts are the same, but for what a test changes. */
+/** The volumes of all parts have the same texts, but for what a test changes. */
 class SharedValueTexts : public ParameterListTest {
 protected:
     SharedValueTexts()
@@ -200,12 +200,12 @@ protected:
         bound.library.valueText = [](unsigned, int value) { return std::to_string(value) + " dB"; };
     }
 
-    /** For each part, the first part that it shares its texts with. */
+    /** For each part, the first part with the same ValueTexts object. */
     std::vector<unsigned> sharedWith()
     {
         std::vector<const ValueTexts*> seen;
         std::vector<unsigned> firsts;
-        for (unsigned part = 0; part < 16; ++part) {
+        for (unsigned part = 0; part < kParts; ++part) {
             seen.push_back(bound.parameter(kVolume1 + part)->getValueTexts());
             const auto first = std::find(seen.begin(), seen.end(), seen.back());
             firsts.push_back(static_cast<unsigned>(first - seen.begin()));
@@ -221,17 +221,17 @@ protected:
     }
 };
 
-TEST_F(SharedValueTexts, AreOneForAllPartsThatShowTheSame)
+TEST_F(SharedValueTexts, GetValueTextsIsOneObjectForAllPartsThatShowTheSame)
 {
     bound.initialize();
     EXPECT_EQ(sharedWith(), std::vector<unsigned>(16, 0));
-    for (unsigned part = 0; part < 16; ++part) {
+    for (unsigned part = 0; part < kParts; ++part) {
         EXPECT_EQ(shown(kVolume1 + part, 0), u"0 dB");
         EXPECT_EQ(shown(kVolume1 + part, 1), u"128 dB");
     }
 }
 
-TEST_F(SharedValueTexts, AreTheFirstPartsOwnWhenItDiffers)
+TEST_F(SharedValueTexts, GetValueTextsIsTheFirstPartsOwnWhenItDiffers)
 {
     bound.library.valueText = [](unsigned id, int value) {
         return std::to_string(value) + (id == kVolume1 && value == 128 ? " max" : " dB");
@@ -245,7 +245,7 @@ TEST_F(SharedValueTexts, AreTheFirstPartsOwnWhenItDiffers)
     EXPECT_EQ(shown(kVolume16, 1), u"128 dB");
 }
 
-TEST_F(SharedValueTexts, AreALaterPartsOwnWhenItDiffers)
+TEST_F(SharedValueTexts, GetValueTextsIsALaterPartsOwnWhenItDiffers)
 {
     bound.library.valueText = [](unsigned id, int value) {
         return std::to_string(value) + (id == kVolume16 && value == 0 ? " off" : " dB");
@@ -257,12 +257,12 @@ TEST_F(SharedValueTexts, AreALaterPartsOwnWhenItDiffers)
     EXPECT_EQ(shown(kVolume16 - 1, 0), u"0 dB");
 }
 
-TEST_F(SharedValueTexts, AreAPartsOwnWhenItHasFewerOrMoreValues)
+TEST_F(SharedValueTexts, GetValueTextsIsAPartsOwnWhenItHasFewerOrMoreValues)
 {
     for (const int32 maximum : {64, 256}) {
         BoundController other;
         other.library.valueText = bound.library.valueText;
-        for (unsigned part = 0; part < 16; ++part)
+        for (unsigned part = 0; part < kParts; ++part)
             other.library.setParameter(kVolume1 + part, {0, 0, part == 15 ? maximum : 128, 0, {}});
         other.initialize();
         EXPECT_EQ(other.parameter(kVolume1)->getValueTexts()->size(), 129u);
@@ -274,9 +274,9 @@ TEST_F(SharedValueTexts, AreAPartsOwnWhenItHasFewerOrMoreValues)
     }
 }
 
-TEST_F(SharedValueTexts, BelongToTheValuesOfEachPartsOwnRange)
+TEST_F(SharedValueTexts, GetParamStringByValueUsesTheRangeOfEachPart)
 {
-    // Three values in both, and the same number shows another text.
+    // Ranges of three values each, in which the same value has different texts.
     bound.library.setParameter(kVolume1, {0, 0, 2, 0, {}});
     bound.library.setParameter(kVolume1 + 1, {-1, -1, 1, 0, {}});
     bound.library.setParameter(kVolume1 + 2, {5, 5, 7, 0, {}});
@@ -290,11 +290,11 @@ TEST_F(SharedValueTexts, BelongToTheValuesOfEachPartsOwnRange)
     EXPECT_EQ(shown(kVolume1 + 2, 1), u"2");
 }
 
-TEST_F(ParameterListTest, ReadsTextsAsEachParameterShowsThem)
+TEST_F(ParameterListTest, GetParamValueByStringReadsTextsAsEachParameterShowsThem)
 {
     bound.initialize();
-    for (unsigned part = 0; part < 16; ++part)
-        for (const Row& row : kRows) {
+    for (unsigned part = 0; part < kParts; ++part)
+        for (const ParameterRow& row : kParameterRows) {
             const unsigned id = row.firstID + part;
             const bool number = row.reads == Reads::kNumber;
             const bool pan = row.reads == Reads::kPan;
@@ -309,7 +309,7 @@ TEST_F(ParameterListTest, ReadsTextsAsEachParameterShowsThem)
         }
 }
 
-TEST_F(ParameterListTest, ReadsAFullTextWithoutATerminator)
+TEST_F(ParameterListTest, GetParamValueByStringReadsAFullTextWithoutTerminator)
 {
     bound.initialize();
     struct {
@@ -323,7 +323,7 @@ TEST_F(ParameterListTest, ReadsAFullTextWithoutATerminator)
     EXPECT_EQ(value, 7 / 128.0);
 }
 
-TEST_F(ParameterListTest, AnswersUnknownIDsAndNullTextsWithFailure)
+TEST_F(ParameterListTest, ParameterOperationsRefuseUnknownIDsAndNullTexts)
 {
     bound.initialize();
     String128 text = {u'#'};
@@ -340,7 +340,7 @@ TEST_F(ParameterListTest, AnswersUnknownIDsAndNullTextsWithFailure)
     EXPECT_EQ(value, 0.375);
 }
 
-TEST_F(ParameterListTest, TheHostsOwnChangesStayOnTheHostsSide)
+TEST_F(ParameterListTest, SetParamNormalizedLeavesTheEditorsValueAlone)
 {
     bound.initialize();
     EXPECT_EQ(bound.controller->setParamNormalized(kVolume1, 0.25), kResultOk);
@@ -354,16 +354,16 @@ TEST_F(ParameterListTest, TheHostsOwnChangesStayOnTheHostsSide)
 
 // Observers -------------------------------------------------------------------
 
-TEST_F(ParameterListTest, HasAnObserverForEachWithTheEditorsAddressAndTheCallbacks)
+TEST_F(ParameterListTest, InitializeMakesAnObserverForEachParameter)
 {
     bound.initialize();
     const auto observers = bound.library.liveObservers();
-    ASSERT_EQ(observers.size(), 225u);
-    for (size_t index = 0; index < 225; ++index) {
+    ASSERT_THAT(observers, SizeIs(kParameters));
+    for (size_t index = 0; index < kParameters; ++index) {
         const ObserverArguments& got = observers[index]->arguments;
-        const bool flag = index == 224;
-        const int part = flag ? 0 : static_cast<int>(index) / kRowCount;
-        const Row& row = kRows[index % kRowCount];
+        const bool flag = index == kAutomatable;
+        const int part = flag ? 0 : static_cast<int>(index) / kParametersOfAPart;
+        const ParameterRow& row = kParameterRows[index % kParametersOfAPart];
         EXPECT_EQ(got.owner, static_cast<void*>(bound.controller.get()));
         EXPECT_EQ(static_cast<unsigned>(got.vstParamId),
                   flag ? 201005000u : row.firstID + static_cast<unsigned>(part));
@@ -376,10 +376,10 @@ TEST_F(ParameterListTest, HasAnObserverForEachWithTheEditorsAddressAndTheCallbac
         EXPECT_EQ(got.endEdit, editorEndEditCallBack);
         EXPECT_EQ(bound.library.registered[index], observers[index]);
     }
-    EXPECT_EQ(bound.library.registered.size(), 225u);
+    EXPECT_THAT(bound.library.registered, SizeIs(kParameters));
 }
 
-TEST_F(ParameterListTest, MakesTheObserverBeforeItAsksForTheParameter)
+TEST_F(ParameterListTest, InitializeMakesTheObserverBeforeItAsksForTheParameter)
 {
     bound.library.setParameter(19001000, {0, 0, 0, 9, {}});
     bound.library.setParameter(kEditFlag, {0, 0, 0, 9, {}});
@@ -406,32 +406,32 @@ TEST_F(ParameterListTest, MakesTheObserverBeforeItAsksForTheParameter)
                                   "library.getParameterValue(201005000)"));
 }
 
-TEST_F(ParameterListTest, IsCompleteWhenTheLibraryMakesNoObservers)
+TEST_F(ParameterListTest, InitializeListsAllParametersWithoutObservers)
 {
     bound.library.storesObservers = false;
     bound.initialize();
-    EXPECT_EQ(bound.controller->getParameterCount(), kListed);
-    EXPECT_EQ(bound.library.registered, std::vector<VstIObserver*>(225, nullptr));
+    EXPECT_EQ(bound.controller->getParameterCount(), kParameters);
+    EXPECT_EQ(bound.library.registered, std::vector<VstIObserver*>(kParameters, nullptr));
     bound.tick();
     EXPECT_THAT(bound.trace.textsOf({"observer("}), IsEmpty());
     bound.controller->terminate();
     EXPECT_THAT(bound.trace.textsOf({"library.removeObserver"}), IsEmpty());
 }
 
-TEST_F(ParameterListTest, IsCompleteWhenMakingObserversThrows)
+TEST_F(ParameterListTest, InitializeListsAllParametersWhenMakingObserversThrows)
 {
     bound.library.throwAt("getVSTObserverObject");
     bound.initialize();
-    EXPECT_EQ(bound.controller->getParameterCount(), kListed);
+    EXPECT_EQ(bound.controller->getParameterCount(), kParameters);
     EXPECT_THAT(bound.library.liveObservers(), IsEmpty());
 }
 
-TEST_F(ParameterListTest, KeepsObserversWhoseRegistrationThrows)
+TEST_F(ParameterListTest, InitializeKeepsObserversWhoseRegistrationThrows)
 {
     bound.library.throwAt("addObserver");
     bound.initialize();
     bound.tick();
-    EXPECT_EQ(bound.trace.textsOf({"observer("}).size(), 225u);
+    EXPECT_THAT(bound.trace.textsOf({"observer("}), SizeIs(kParameters));
     bound.controller->terminate();
     EXPECT_EQ(bound.trace.count("library.removeObserver(37012000)"), 1u);
     EXPECT_THAT(bound.library.liveObservers(), IsEmpty());

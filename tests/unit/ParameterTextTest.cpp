@@ -11,8 +11,8 @@ using namespace Steinberg::Vst;
 namespace {
 
 constexpr int kUntouched = 4711;
-constexpr int kLargest = std::numeric_limits<int>::max();
-constexpr int kSmallest = std::numeric_limits<int>::min();
+constexpr int kLargestNumber = std::numeric_limits<int>::max();
+constexpr int kSmallestNumber = std::numeric_limits<int>::min();
 
 struct TextRow {
     std::u16string text;
@@ -35,7 +35,7 @@ std::u16string repeated(size_t count, char16_t unit)
     return std::u16string(count, unit);
 }
 
-TEST(PlusMinusText, ReadsANumberBehindWhichOnlyLowCharactersAreRefused)
+TEST(ParsePlusMinusValue, ReadsANumberBehindWhichOnlyLowCharactersAreRefused)
 {
     const TextRow rows[] = {
         {u"0", true, 0},
@@ -77,36 +77,36 @@ TEST(PlusMinusText, ReadsANumberBehindWhichOnlyLowCharactersAreRefused)
         expectRow(parsePlusMinusValue, row);
 }
 
-TEST(PlusMinusText, ReadsALoneSurrogateAsAQuestionMark)
+TEST(ParsePlusMinusValue, ReadsALoneSurrogateAsAQuestionMark)
 {
     expectRow(parsePlusMinusValue, {u"5" + repeated(1, 0xD800), true, 5});
     expectRow(parsePlusMinusValue, {repeated(1, 0xDC00) + u"5", true, 0});
     expectRow(parsePlusMinusValue, {repeated(1, 0xD800), true, 0});
-    expectRow(parsePlusMinusValue, {u"5\U0001D7D3", false, 0}); // a whole pair is four bytes
+    expectRow(parsePlusMinusValue, {u"5\U0001D7D3", false, 0}); // a surrogate pair is four bytes
 }
 
-TEST(PlusMinusText, StaysAtTheEndsOfTheNumberRange)
+TEST(ParsePlusMinusValue, StaysAtTheEndsOfTheNumberRange)
 {
-    expectRow(parsePlusMinusValue, {u"2147483647", true, kLargest});
-    expectRow(parsePlusMinusValue, {u"2147483648", true, kLargest});
-    expectRow(parsePlusMinusValue, {u"-2147483648", true, kSmallest});
-    expectRow(parsePlusMinusValue, {u"-2147483649", true, kSmallest});
-    expectRow(parsePlusMinusValue, {u"99999999999999999999999999", true, kLargest});
-    expectRow(parsePlusMinusValue, {u"-99999999999999999999999999", true, kSmallest});
+    expectRow(parsePlusMinusValue, {u"2147483647", true, kLargestNumber});
+    expectRow(parsePlusMinusValue, {u"2147483648", true, kLargestNumber});
+    expectRow(parsePlusMinusValue, {u"-2147483648", true, kSmallestNumber});
+    expectRow(parsePlusMinusValue, {u"-2147483649", true, kSmallestNumber});
+    expectRow(parsePlusMinusValue, {u"99999999999999999999999999", true, kLargestNumber});
+    expectRow(parsePlusMinusValue, {u"-99999999999999999999999999", true, kSmallestNumber});
 }
 
-TEST(PlusMinusText, SeesTheFirst255BytesOnly)
+TEST(ParsePlusMinusValue, SeesTheFirst255BytesOnly)
 {
     expectRow(parsePlusMinusValue, {repeated(254, u'0') + u"7", true, 7});
     expectRow(parsePlusMinusValue, {repeated(255, u'0') + u"7", true, 0});
     expectRow(parsePlusMinusValue, {repeated(254, u'0') + u" ", false, 0});
     expectRow(parsePlusMinusValue, {repeated(255, u'0') + u" ", true, 0});
-    // A character of two bytes that the cut divides leaves its first byte, which is refused.
+    // Of a character of two bytes the cut leaves the first, which is refused.
     expectRow(parsePlusMinusValue, {repeated(254, u'0') + u"\u00E9", false, 0});
-    expectRow(parsePlusMinusValue, {repeated(100000, u'1'), true, kLargest});
+    expectRow(parsePlusMinusValue, {repeated(100000, u'1'), true, kLargestNumber});
 }
 
-TEST(PanText, ReadsLeftCentreAndRight)
+TEST(ParseLRPanValue, ReadsLeftCentreAndRight)
 {
     const TextRow rows[] = {
         {u"C", true, 0},
@@ -131,7 +131,7 @@ TEST(PanText, ReadsLeftCentreAndRight)
         {u"L0", false, 0},
         {u"R0", false, 0},
         {u"R00", false, 0},
-        {u"Lx", false, 0}, // passes the number test and reads as 0
+        {u"Lx", false, 0}, // isNumber takes it for a number, which is 0
         {u"Rx5", false, 0},
         {u"X5", false, 0},
         {u"C0", false, 0},
@@ -162,7 +162,7 @@ TEST(PanText, ReadsLeftCentreAndRight)
         expectRow(parseLRPanValue, row);
 }
 
-TEST(PanText, ReadsALoneSurrogateAsAQuestionMark)
+TEST(ParseLRPanValue, ReadsALoneSurrogateAsAQuestionMark)
 {
     expectRow(parseLRPanValue, {u"L5" + repeated(1, 0xDFFF), true, -5});
     expectRow(parseLRPanValue, {u"L" + repeated(1, 0xD800), false, 0});
@@ -170,16 +170,16 @@ TEST(PanText, ReadsALoneSurrogateAsAQuestionMark)
     expectRow(parseLRPanValue, {repeated(1, 0xDC00) + u"5", false, 0});
 }
 
-TEST(PanText, StaysAtTheEndsOfTheNumberRangeAndIsCutBehind255Bytes)
+TEST(ParseLRPanValue, StaysAtTheEndsOfTheNumberRangeAndIsCutBehind255Bytes)
 {
-    expectRow(parseLRPanValue, {u"R2147483648", true, kLargest});
-    expectRow(parseLRPanValue, {u"L2147483648", true, -kLargest});
+    expectRow(parseLRPanValue, {u"R2147483648", true, kLargestNumber});
+    expectRow(parseLRPanValue, {u"L2147483648", true, -kLargestNumber});
     expectRow(parseLRPanValue, {u"R" + repeated(253, u'0') + u"7", true, 7});
     expectRow(parseLRPanValue, {u"R" + repeated(254, u'0') + u"7", false, 0});
     expectRow(parseLRPanValue, {u"R7" + repeated(253, u'x') + u" ", true, 7});
 }
 
-TEST(ParameterText, OfNoTextAtAllFails)
+TEST(ParameterText, ParsersRefuseANullText)
 {
     int value = kUntouched;
     EXPECT_NE(parsePlusMinusValue(nullptr, value), 0);

@@ -1,5 +1,5 @@
-// A host that runs its events inside a call about a port, where the library asks about ports again:
-// each call has lists of its own, and the list that is stored last stands.
+// A host that runs its event loop inside a call about a port, where the library asks about ports
+// again. Each call works on a copy of the list of taken ports; the copy that is stored last stays.
 #include "tests/unit/PortScene.h"
 
 using namespace Steinberg;
@@ -37,7 +37,7 @@ struct NestedPorts : testing::Test {
     PortScene scene;
 };
 
-TEST_F(NestedPorts, AreShownFromTheListWithWhichTheOuterCallBegan)
+TEST_F(NestedPorts, SetAudioPortListShowsThePortsOfTheListWithWhichItBegan)
 {
     scene.setAudio("A", "B", "C", nullptr);
     inside("port(A).setDisplayed(true)",
@@ -51,7 +51,7 @@ TEST_F(NestedPorts, AreShownFromTheListWithWhichTheOuterCallBegan)
     EXPECT_FALSE(scene.ports.isConnectAudioPort()) << "the outer list was stored last";
 }
 
-TEST_F(NestedPorts, AreTakenByTheListWithWhichTheOuterCallBegan)
+TEST_F(NestedPorts, SetAudioPortListTakesPortsByTheListWithWhichItBegan)
 {
     scene.setAudio("A", nullptr, nullptr, nullptr);
     inside("port(B).setDisplayed(false)", [this] {
@@ -63,7 +63,7 @@ TEST_F(NestedPorts, AreTakenByTheListWithWhichTheOuterCallBegan)
     EXPECT_THAT(scene.audioList(), ElementsAre("A=A", "B=B", "C=C", "D=D"));
 }
 
-TEST_F(NestedPorts, AreReleasedFromTheListWithWhichTheReleaseBegan)
+TEST_F(NestedPorts, ReleasePortsShowsThePortsOfTheListWithWhichItBegan)
 {
     scene.setAudio("A", "B", "C", nullptr);
     inside("port(A).setDisplayed(true)", [this] {
@@ -79,7 +79,7 @@ TEST_F(NestedPorts, AreReleasedFromTheListWithWhichTheReleaseBegan)
     EXPECT_FALSE(scene.ports.isConnectAudioPort());
 }
 
-TEST_F(NestedPorts, AreListedOnceByEachOfTwoCalls)
+TEST_F(NestedPorts, GetAudioPortListListsEachPortOnceInEachOfTwoCalls)
 {
     std::vector<std::string> nested;
     inside("port(C).getDisplayName()", [&] { nested = scene.audioList(); });
@@ -87,7 +87,7 @@ TEST_F(NestedPorts, AreListedOnceByEachOfTwoCalls)
     EXPECT_THAT(nested, ElementsAre("A=A", "B=B", "C=C", "D=D"));
 }
 
-TEST_F(NestedPorts, AreListedOnceByEachOfTwoCallsForMidiToo)
+TEST_F(NestedPorts, GetMidiOutPortListListsEachPortOnceInEachOfTwoCalls)
 {
     for (const char* id : {"M", "N"})
         scene.host.ports.midiOutput(id, id);

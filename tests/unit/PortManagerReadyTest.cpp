@@ -5,7 +5,7 @@ using namespace Steinberg;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(HostReady, RunsItsStepsInOrder)
+TEST(HostReadyForSetPortConnections, RunsItsStepsInOrder)
 {
     PortScene scene;
     scene.host.ports.midiInput("4", "Tavrin RDL3/RDL5 Port4");
@@ -22,7 +22,7 @@ TEST(HostReady, RunsItsStepsInOrder)
     EXPECT_TRUE(scene.ports.isHostReadyForSetPort());
 }
 
-TEST(HostReady, TellsTheLibraryWhetherTheStartFileIsToBeLoaded)
+TEST(HostReadyForSetPortConnections, TellsTheLibraryWhetherTheStartFileIsToBeLoaded)
 {
     PortScene scene;
     scene.ports.setInitialStartFileLoad(true);
@@ -31,7 +31,7 @@ TEST(HostReady, TellsTheLibraryWhetherTheStartFileIsToBeLoaded)
                                                          "library.onInitialStartFileLoad(true)"));
 }
 
-TEST(HostReady, UsesTheFlagThatTheLibrarySetsMeanwhile)
+TEST(HostReadyForSetPortConnections, UsesTheFlagThatTheLibrarySetsMeanwhile)
 {
     PortScene scene;
     scene.library.onCall = [&](const std::string& text) {
@@ -43,7 +43,7 @@ TEST(HostReady, UsesTheFlagThatTheLibrarySetsMeanwhile)
                                                          "library.onInitialStartFileLoad(true)"));
 }
 
-TEST(HostReady, IsSaidBetweenTheTwoNoticesToTheLibrary)
+TEST(HostReadyForSetPortConnections, SetsIsHostReadyForSetPortBetweenTheTwoNoticesToTheLibrary)
 {
     PortScene scene;
     std::vector<bool> answers;
@@ -51,10 +51,11 @@ TEST(HostReady, IsSaidBetweenTheTwoNoticesToTheLibrary)
         answers.push_back(scene.ports.isHostReadyForSetPort());
     };
     scene.ports.hostReadyForSetPortConnections();
-    EXPECT_THAT(answers, ElementsAre(false, false, true)); // first start, ports ready, start file
+    // At getFirstStartState, onHostPortsReady and onInitialStartFileLoad.
+    EXPECT_THAT(answers, ElementsAre(false, false, true));
 }
 
-TEST(HostReady, DoesNothingBeforeTheLibraryIsBound)
+TEST(HostReadyForSetPortConnections, DoesNothingBeforeTheLibraryIsBound)
 {
     PortScene scene;
     scene.host.ports.midiInput("4", "Tavrin RDL3/RDL5 Port4");
@@ -64,7 +65,7 @@ TEST(HostReady, DoesNothingBeforeTheLibraryIsBound)
     EXPECT_THAT(scene.trace.texts(), IsEmpty());
 }
 
-TEST(HostReady, StaysTrueOnceItWas)
+TEST(HostReadyForSetPortConnections, LeavesIsHostReadyForSetPortTrue)
 {
     PortScene scene;
     EXPECT_FALSE(scene.ports.isHostReadyForSetPort());
@@ -74,7 +75,7 @@ TEST(HostReady, StaysTrueOnceItWas)
     EXPECT_TRUE(scene.ports.isHostReadyForSetPort());
 }
 
-TEST(HostReady, GoesOnWhereTheLibraryThrows)
+TEST(HostReadyForSetPortConnections, GoesOnWhereTheLibraryThrows)
 {
     for (const char* call : {"getFirstStartState", "onHostPortsReady", "onInitialStartFileLoad"}) {
         PortScene scene;
@@ -84,7 +85,7 @@ TEST(HostReady, GoesOnWhereTheLibraryThrows)
     }
 }
 
-TEST(HostReady, GoesOnWhereTheHostThrows)
+TEST(HostReadyForSetPortConnections, GoesOnWhereTheHostThrows)
 {
     for (const char* call : {"getPortCount", "getHostInterface", "isPortType"}) {
         PortScene scene;
@@ -100,7 +101,7 @@ TEST(HostReady, GoesOnWhereTheHostThrows)
     }
 }
 
-TEST(HostReady, WorksInAHostWithoutPorts)
+TEST(HostReadyForSetPortConnections, WorksInAHostWithoutPorts)
 {
     PortScene scene(HostFamily::plain());
     EXPECT_TRUE(scene.ports.hostReadyForSetPortConnections());
@@ -109,22 +110,7 @@ TEST(HostReady, WorksInAHostWithoutPorts)
                                                          "library.onInitialStartFileLoad(false)"));
 }
 
-TEST(HostReady, StaysBalancedWhicheverHostCallFails)
-{
-    for (size_t call = 1;; ++call) {
-        PortScene scene;
-        scene.host.ports.midiInput("4", "Tavrin RDL3/RDL5 Port4");
-        scene.host.ports.audioInput("A", "Mic");
-        scene.library.firstStartState = 1;
-        scene.host.failAtCall(call);
-        EXPECT_TRUE(scene.ports.hostReadyForSetPortConnections());
-        EXPECT_TRUE(scene.ports.isHostReadyForSetPort());
-        if (scene.host.callCount() < call)
-            break;
-    }
-}
-
-TEST(FirstStart, ShowsTheAudioInputsThatTheLibraryPicks)
+TEST(FirstStartAudioportDisplayCompulsorily, ShowsTheAudioInputsThatTheLibraryPicks)
 {
     PortScene scene;
     auto& ports = scene.host.ports;
@@ -139,7 +125,7 @@ TEST(FirstStart, ShowsTheAudioInputsThatTheLibraryPicks)
                 ElementsAre("port(A).setDisplayed(true)"));
 }
 
-TEST(FirstStart, AsksEachPortNoMoreThanItNeeds)
+TEST(FirstStartAudioportDisplayCompulsorily, AsksEachPortNoMoreThanItNeeds)
 {
     PortScene scene;
     scene.host.ports.midiInput("midi", "Keys");
@@ -155,7 +141,7 @@ TEST(FirstStart, AsksEachPortNoMoreThanItNeeds)
                             "library.isDisplayAudioPort(Mic)", "port(A).setDisplayed(true)"));
 }
 
-TEST(FirstStart, DoesNothingAtAnyOtherStart)
+TEST(FirstStartAudioportDisplayCompulsorily, DoesNothingAtAnyOtherStart)
 {
     for (const int32 state : {0, 2, -1}) {
         PortScene scene;
@@ -166,7 +152,7 @@ TEST(FirstStart, DoesNothingAtAnyOtherStart)
     }
 }
 
-TEST(FirstStart, DoesNothingWithoutLibraryOrPorts)
+TEST(FirstStartAudioportDisplayCompulsorily, DoesNothingWithoutLibraryOrPorts)
 {
     PortScene scene;
     scene.host.ports.audioInput("A", "Mic");
@@ -179,7 +165,7 @@ TEST(FirstStart, DoesNothingWithoutLibraryOrPorts)
     EXPECT_THAT(scene.calls({"port(", "library.is"}), IsEmpty());
 }
 
-TEST(FirstStart, APortThatTheLibraryCannotJudgeIsNotShown)
+TEST(FirstStartAudioportDisplayCompulsorily, DoesNotShowAPortForWhichTheLibraryThrows)
 {
     PortScene scene;
     scene.host.ports.audioInput("A", "Mic");

@@ -1,4 +1,4 @@
-// PortScene: a host with ports, the editor library and the ports' part of the controller.
+// PortScene: a host with ports, the editor library, and the controller's PortManager.
 #pragma once
 
 #include "controller/PortManager.h"
@@ -35,7 +35,7 @@ struct PortScene {
         ports.setAudioPortList(ids);
     }
 
-    /** Runs act once without each step of the way to the host's ports, and leaves the way whole. */
+    /** Runs act without IPortRegistry, without IHostClasses and without a host context. */
     template <class Act>
     void withoutPorts(const Act& act)
     {
@@ -45,7 +45,7 @@ struct PortScene {
         act();
         context.hostContext.set(&host.context);
     }
-    /** The same for the host's port handler. */
+    /** Runs act without IComponentPortHandler and without a component handler. */
     template <class Act>
     void withoutPortHandler(const Act& act)
     {

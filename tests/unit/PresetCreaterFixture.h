@@ -8,7 +8,7 @@
 
 #include <gmock/gmock.h>
 
-/** A generator on a library that knows the synth's categories, and a home of its own. */
+/** A generator, a library that knows the synth's categories, and a temporary home folder. */
 class PresetCreaterTest : public testing::Test {
 protected:
     using Creater = Steinberg::Vst::VstK2xPresetCreater;
@@ -37,7 +37,7 @@ protected:
 
     static constexpr auto kEverything = static_cast<Creater::PresetType>(0x1707FF);
 
-    /** Writes one voice of bank 0 from its text. */
+    /** Writes the file of one voice of bank 0. */
     void writeVoice(const std::string& voiceData)
     {
         Voices voices = {{0, {{0, voiceData}}}};

@@ -15,7 +15,7 @@ const std::string kViolinXml = presetXml("Strings", "Violin", "Acoustic");
 
 } // namespace
 
-TEST_F(PresetCreaterTest, AVoiceBecomesAPresetFileNamedAfterIt)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoWritesAPresetFileNamedAfterTheVoice)
 {
     creater.setVoiceDataInfo(static_cast<Bank>(3), 5, kEverything, Creater::kUserFolder);
     EXPECT_THAT(home.files(), ElementsAre("Sweet Violin.vstpreset"));
@@ -23,7 +23,7 @@ TEST_F(PresetCreaterTest, AVoiceBecomesAPresetFileNamedAfterIt)
               presetFileBytes(le32(1) + le32(3) + le32(5), kViolinXml));
 }
 
-TEST_F(PresetCreaterTest, AUserBankBecomesAFileWithTheLibrarysBytes)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoWritesAUserBanksFileWithTheLibrarysBytes)
 {
     creater.setVoiceDataInfo(VoiceBank::kUser2, 4, Creater::kAllUserBanks, Creater::kUserFolder);
     // No search for words in a user bank: the default of solo strings.
@@ -35,7 +35,7 @@ TEST_F(PresetCreaterTest, AUserBankBecomesAFileWithTheLibrarysBytes)
               presetFileBytes(state, presetXml("Strings", "Other", "Acoustic")));
 }
 
-TEST_F(PresetCreaterTest, CategoryTextsStandInTheXmlAsTheTablesHoldThem)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoWritesCategoryTextsAsTheTablesHoldThem)
 {
     writeVoice("195:GM Kit"); // main category 12, sub-category 3
     EXPECT_EQ(
@@ -43,14 +43,14 @@ TEST_F(PresetCreaterTest, CategoryTextsStandInTheXmlAsTheTablesHoldThem)
         presetFileBytes(le32(1) + le32(0) + le32(0), presetXml("Drum&amp;Perc", "Other", "")));
 }
 
-TEST_F(PresetCreaterTest, AnEmptySubCategoryLeavesTheBarInTheXml)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoKeepsTheBarBeforeAnEmptySubCategory)
 {
     writeVoice("37:Odd Organ"); // main category 2, sub-category 5, which has no list
     EXPECT_EQ(home.content("Odd Organ.vstpreset"),
               presetFileBytes(le32(1) + le32(0) + le32(0), presetXml("Organ", "", "")));
 }
 
-TEST_F(PresetCreaterTest, CategoriesThatTheTablesLackGiveEmptyTexts)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoWritesEmptyTextsForUnknownCategories)
 {
     library.categoryName = [](int32) -> doubles::BufferAnswer { return {"<Unheard \"of\">"}; };
     writeVoice("80:X");
@@ -58,7 +58,7 @@ TEST_F(PresetCreaterTest, CategoriesThatTheTablesLackGiveEmptyTexts)
               presetFileBytes(le32(1) + le32(0) + le32(0), presetXml("", "", "")));
 }
 
-TEST_F(PresetCreaterTest, EachBankHasItsBitAndItsKindOfFile)
+TEST_F(PresetCreaterTest, BankToPresetTypeGivesEachBankItsBitAndItsKindOfFile)
 {
     const unsigned bits[] = {0x1,     0x2,     0x4,     0x8,   0x10,  0x20,  0x40,    0x80,
                              0x10000, 0x20000, 0x40000, 0x100, 0x200, 0x400, 0x100000};
@@ -79,7 +79,7 @@ TEST_F(PresetCreaterTest, EachBankHasItsBitAndItsKindOfFile)
     }
 }
 
-TEST_F(PresetCreaterTest, AVoiceOfABankNotAskedForOnlyMakesTheFolder)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoOnlyMakesTheFolderForAVoiceOfABankNotAskedFor)
 {
     int asked = 0;
     library.voiceData = [&asked](int32, int32) -> doubles::BufferAnswer {
@@ -94,7 +94,7 @@ TEST_F(PresetCreaterTest, AVoiceOfABankNotAskedForOnlyMakesTheFolder)
     EXPECT_THAT(home.files(), ElementsAre());
 }
 
-TEST_F(PresetCreaterTest, OneVoiceReplacesTheFileOfItsName)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoReplacesTheFileOfTheVoicesName)
 {
     makeFolder();
     home.write("Sweet Violin.vstpreset", std::string(5000, 'x'));
@@ -103,7 +103,7 @@ TEST_F(PresetCreaterTest, OneVoiceReplacesTheFileOfItsName)
               presetFileBytes(le32(1) + le32(3) + le32(5), kViolinXml));
 }
 
-TEST_F(PresetCreaterTest, TheLibrarysRefusalOfAVoiceWritesNothing)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoWritesNothingForAVoiceThatTheLibraryRefuses)
 {
     library.voiceData = [](int32, int32) -> doubles::BufferAnswer { return {"80:X", 1}; };
     creater.setVoiceDataInfo(static_cast<Bank>(3), 5, kEverything, Creater::kUserFolder);
@@ -112,7 +112,7 @@ TEST_F(PresetCreaterTest, TheLibrarysRefusalOfAVoiceWritesNothing)
     EXPECT_THAT(home.files(), ElementsAre());
 }
 
-TEST_F(PresetCreaterTest, AMapIsWalkedInAscendingOrderWithinTheAskedBanks)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoWalksAMapInAscendingOrderWithinTheAskedBanks)
 {
     std::vector<std::string> order;
     library.categoryName = [&order](int32 main) -> doubles::BufferAnswer {
@@ -131,7 +131,7 @@ TEST_F(PresetCreaterTest, AMapIsWalkedInAscendingOrderWithinTheAskedBanks)
     EXPECT_EQ(home.content("g.vstpreset").substr(48, 12), le32(1) + le32(11) + le32(-1));
 }
 
-TEST_F(PresetCreaterTest, AMapOfBanksNotAskedForOnlyMakesTheFolder)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoOnlyMakesTheFolderForAMapOfBanksNotAskedFor)
 {
     Voices voices = {{3, {{0, "80:a"}}}, {15, {{0, "80:b"}}}};
     creater.setVoiceDataInfo(voices, Creater::kAllUserBanks, Creater::kUserFolder, nullptr, true,
@@ -141,7 +141,7 @@ TEST_F(PresetCreaterTest, AMapOfBanksNotAskedForOnlyMakesTheFolder)
     EXPECT_THAT(trace.texts(), ElementsAre());
 }
 
-TEST_F(PresetCreaterTest, AFailingVoiceDoesNotStopTheWalk)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoGoesOnAfterAVoiceThatFails)
 {
     makeFolder();
     std::filesystem::create_directory(home.presetFolder() + "/folder.vstpreset");
@@ -150,7 +150,7 @@ TEST_F(PresetCreaterTest, AFailingVoiceDoesNotStopTheWalk)
     EXPECT_THAT(home.files(), ElementsAre("d.vstpreset"));
 }
 
-TEST_F(PresetCreaterTest, AnEmptyMapChangesNothing)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoChangesNothingForAnEmptyMap)
 {
     creater.setVoiceDataInfo(static_cast<Bank>(3), 5, Creater::kBank3,
                              static_cast<Creater::OutputDir>(2));
@@ -162,7 +162,7 @@ TEST_F(PresetCreaterTest, AnEmptyMapChangesNothing)
     EXPECT_FALSE(std::filesystem::exists(home.home() + "/Library"));
 }
 
-TEST_F(PresetCreaterTest, AnotherOutputFolderMakesNothing)
+TEST_F(PresetCreaterTest, SetVoiceDataInfoWritesNothingForAnUnknownOutputFolder)
 {
     for (const int dir : {2, 3, -1}) {
         const auto other = static_cast<Creater::OutputDir>(dir);
@@ -176,7 +176,7 @@ TEST_F(PresetCreaterTest, AnotherOutputFolderMakesNothing)
     EXPECT_FALSE(std::filesystem::exists(home.home() + "/Library"));
 }
 
-TEST_F(PresetCreaterTest, ForbiddenCharactersBecomeUnderscoresInTheFileNameOnly)
+TEST_F(PresetCreaterTest, SeparationVoiceDataReplacesForbiddenCharactersInTheFileNameOnly)
 {
     std::string fileName, voiceName, category, subCategory;
     EXPECT_EQ(creater.separationVoiceData("80:A/B?C", fileName, voiceName, category, subCategory),
@@ -189,7 +189,7 @@ TEST_F(PresetCreaterTest, ForbiddenCharactersBecomeUnderscoresInTheFileNameOnly)
     EXPECT_THAT(home.files(), ElementsAre("A_B_C.vstpreset"));
 }
 
-TEST_F(PresetCreaterTest, OnlyTheFirstAndTheLastFieldOfAVoiceCount)
+TEST_F(PresetCreaterTest, SeparationVoiceDataReadsTheFirstAndTheLastField)
 {
     std::string fileName, voiceName, category, subCategory;
     EXPECT_EQ(
@@ -199,7 +199,7 @@ TEST_F(PresetCreaterTest, OnlyTheFirstAndTheLastFieldOfAVoiceCount)
     EXPECT_EQ(subCategory, "Brass Ensemble");
 }
 
-TEST_F(PresetCreaterTest, AVoiceWithoutColonIsAllNameAndHasToBeANumber)
+TEST_F(PresetCreaterTest, SeparationVoiceDataTakesAVoiceWithoutColonForNameAndNumber)
 {
     std::string fileName, voiceName, category = "c", subCategory = "s";
     EXPECT_EQ(creater.separationVoiceData("A/B", fileName, voiceName, category, subCategory), 1);
@@ -212,7 +212,7 @@ TEST_F(PresetCreaterTest, AVoiceWithoutColonIsAllNameAndHasToBeANumber)
     EXPECT_EQ(category, "Strings");
 }
 
-TEST_F(PresetCreaterTest, AnEmptyFirstFieldIsTheNumberZero)
+TEST_F(PresetCreaterTest, SeparationVoiceDataReadsAnEmptyFirstFieldAsZero)
 {
     std::string fileName, voiceName, category, subCategory;
     EXPECT_EQ(creater.separationVoiceData(":Grand", fileName, voiceName, category, subCategory), 0);
@@ -224,7 +224,7 @@ TEST_F(PresetCreaterTest, AnEmptyFirstFieldIsTheNumberZero)
     EXPECT_EQ(fileName, "");
 }
 
-TEST_F(PresetCreaterTest, TheCategoryCodeIsWhollyADecimalNumber)
+TEST_F(PresetCreaterTest, SeparationVoiceDataTakesOnlyADecimalNumberForTheCategory)
 {
     std::vector<std::pair<int32, int32>> asked;
     library.subCategoryName = [&asked](int32 main, int32 sub) -> doubles::BufferAnswer {
@@ -249,7 +249,7 @@ TEST_F(PresetCreaterTest, TheCategoryCodeIsWhollyADecimalNumber)
     EXPECT_EQ(asked.size(), 7u);
 }
 
-TEST_F(PresetCreaterTest, TheSubCategoryIsAskedForOnlyAfterTheCategory)
+TEST_F(PresetCreaterTest, SeparationVoiceDataAsksForTheSubCategoryAfterTheCategory)
 {
     int asked = 0;
     library.subCategoryName = [&asked](int32, int32) -> doubles::BufferAnswer {
@@ -266,7 +266,7 @@ TEST_F(PresetCreaterTest, TheSubCategoryIsAskedForOnlyAfterTheCategory)
     EXPECT_EQ(voiceName, "n");
 }
 
-TEST_F(PresetCreaterTest, FileNameCharactersAreLookedForInTheirOrder)
+TEST_F(PresetCreaterTest, SearchNotFilenameLangLooksForTheCharactersInTheirOrder)
 {
     EXPECT_EQ(Creater::searchNotFilenameLang("a|b>c<d\"e?f*g:h,i/j\\k"), 19);
     EXPECT_EQ(Creater::searchNotFilenameLang("a|b>c<d\"e?f*g:h,i/j"), 17);
@@ -289,7 +289,7 @@ TEST_F(PresetCreaterTest, FileNameCharactersAreLookedForInTheirOrder)
     EXPECT_EQ(text, "Fine (2); 'it's' & +.~");
 }
 
-TEST_F(PresetCreaterTest, OnlyTheFirstOccurrenceIsReplaced)
+TEST_F(PresetCreaterTest, ReplaceStringReplacesTheFirstOccurrenceOnly)
 {
     std::string text = "a-b-c";
     EXPECT_EQ(Creater::replaceString(text, "-", "--"), 0);

@@ -1,4 +1,4 @@
-// The results of writing one file, and what stands on disk after each.
+// The results of createPresetFile, and what is on the disk after each.
 #include "tests/unit/PresetCreaterFixture.h"
 
 #include "tests/doubles/PresetFileBytes.h"
@@ -7,9 +7,9 @@ using namespace Steinberg::Vst;
 using doubles::le32;
 using testing::ElementsAre;
 
-using PresetFileResultTest = PresetCreaterTest;
+using CreatePresetFile = PresetCreaterTest;
 
-TEST_F(PresetFileResultTest, WrittenIsZero)
+TEST_F(CreatePresetFile, GivesZeroForAFileThatIsWritten)
 {
     makeFolder();
     EXPECT_EQ(createFile("a", 0, 1), 0);
@@ -18,7 +18,7 @@ TEST_F(PresetFileResultTest, WrittenIsZero)
     EXPECT_THAT(home.files(), ElementsAre("a.vstpreset", "b.vstpreset", "c.vstpreset"));
 }
 
-TEST_F(PresetFileResultTest, AnExcludedNameIsTwoAndNothingElseHappens)
+TEST_F(CreatePresetFile, GivesTwoForAnExcludedNameAndWritesNothing)
 {
     makeFolder();
     const std::vector<const char*> excluded = {nullptr, "b", "a"};
@@ -32,7 +32,7 @@ TEST_F(PresetFileResultTest, AnExcludedNameIsTwoAndNothingElseHappens)
     EXPECT_EQ(createFile("a", 0, 1, false, &excluded), 2);
 }
 
-TEST_F(PresetFileResultTest, ExclusionComparesTheCleanedName)
+TEST_F(CreatePresetFile, ComparesTheCleanedNameWithTheExcludedOnes)
 {
     Voices voices = {{0, {{0, "80:A/B"}, {1, "80:C"}}}};
     const std::vector<const char*> excluded = {nullptr, "A_B", "X", "A_B", nullptr};
@@ -40,7 +40,7 @@ TEST_F(PresetFileResultTest, ExclusionComparesTheCleanedName)
     EXPECT_THAT(home.files(), ElementsAre("C.vstpreset"));
 }
 
-TEST_F(PresetFileResultTest, AnExistingNameIsOneUnlessOverwriteIsSet)
+TEST_F(CreatePresetFile, GivesOneForAnExistingNameUnlessOverwriteIsSet)
 {
     makeFolder();
     home.write("a.vstpreset", "old");
@@ -54,7 +54,7 @@ TEST_F(PresetFileResultTest, AnExistingNameIsOneUnlessOverwriteIsSet)
     EXPECT_EQ(home.content("a.vstpreset").substr(48, 12), le32(1) + le32(0) + le32(1));
 }
 
-TEST_F(PresetFileResultTest, AFolderOrFileThatCannotBeOpenedIsThree)
+TEST_F(CreatePresetFile, GivesThreeForAFolderOrFileThatCannotBeOpened)
 {
     EXPECT_EQ(createFile("a", 0, 1, false), 3); // no folder to look in
     EXPECT_EQ(createFile("a", 0, 1, true), 3);  // no folder to write to
@@ -67,7 +67,7 @@ TEST_F(PresetFileResultTest, AFolderOrFileThatCannotBeOpenedIsThree)
     EXPECT_THAT(home.files(), ElementsAre());
 }
 
-TEST_F(PresetFileResultTest, AFileInPlaceOfTheFolderIsThree)
+TEST_F(CreatePresetFile, GivesThreeForAFileInPlaceOfTheFolder)
 {
     makeFolder();
     std::filesystem::remove(home.presetFolder());
@@ -78,7 +78,7 @@ TEST_F(PresetFileResultTest, AFileInPlaceOfTheFolderIsThree)
     EXPECT_EQ(createFile("a", 0, 1, false), 3);
 }
 
-TEST_F(PresetFileResultTest, ABankThatIsNoneIsOneAndLeavesAnEmptyFile)
+TEST_F(CreatePresetFile, GivesOneForAnUnknownBankAndLeavesAnEmptyFile)
 {
     makeFolder();
     for (const int bank : {15, 100, -1}) {
@@ -89,7 +89,7 @@ TEST_F(PresetFileResultTest, ABankThatIsNoneIsOneAndLeavesAnEmptyFile)
     }
 }
 
-TEST_F(PresetFileResultTest, AnEmptyUserBankIsOneAndLeavesAnEmptyFile)
+TEST_F(CreatePresetFile, GivesOneForAnEmptyUserBankAndLeavesAnEmptyFile)
 {
     library.userBank = [](int32, int32) { return std::vector<char>(); };
     makeFolder();
@@ -100,7 +100,7 @@ TEST_F(PresetFileResultTest, AnEmptyUserBankIsOneAndLeavesAnEmptyFile)
     EXPECT_THAT(home.files(), ElementsAre("a.vstpreset"));
 }
 
-TEST_F(PresetFileResultTest, AUserBankIsAskedForByBankAndNumber)
+TEST_F(CreatePresetFile, AsksForAUserBankByBankAndNumber)
 {
     std::vector<int32> asked;
     library.userBank = [&asked](int32 bank, int32 number) {
@@ -112,7 +112,7 @@ TEST_F(PresetFileResultTest, AUserBankIsAskedForByBankAndNumber)
     EXPECT_THAT(asked, ElementsAre(10, 77));
 }
 
-TEST_F(PresetFileResultTest, AFullDiskIsOne)
+TEST_F(CreatePresetFile, GivesOneForAFullDisk)
 {
     if (!std::filesystem::exists("/dev/full"))
         GTEST_SKIP() << "needs a device that is always full";
@@ -122,7 +122,7 @@ TEST_F(PresetFileResultTest, AFullDiskIsOne)
     EXPECT_EQ(createFile("a", 8, 1), 1);
 }
 
-TEST_F(PresetFileResultTest, ALibraryThatThrowsIsAFailureOfThatCall)
+TEST_F(CreatePresetFile, FailsWhereTheLibraryThrows)
 {
     makeFolder();
     const auto fails = [](auto&&...) -> doubles::BufferAnswer {
@@ -142,7 +142,7 @@ TEST_F(PresetFileResultTest, ALibraryThatThrowsIsAFailureOfThatCall)
     EXPECT_THAT(home.files(), ElementsAre("a.vstpreset"));
 }
 
-TEST_F(PresetFileResultTest, EqualCleanedNamesKeepTheFirstOrTheLast)
+TEST_F(CreatePresetFile, KeepsTheFirstOrTheLastOfEqualCleanedNames)
 {
     Voices voices;
     for (unsigned number = 0; number < 200; ++number)

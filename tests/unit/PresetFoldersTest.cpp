@@ -16,7 +16,7 @@ namespace files = std::filesystem;
 
 namespace {
 
-/** Folders that exist only in a record of the calls. */
+/** A file system that records the calls and makes nothing. */
 struct RecordedSystem {
     using Ref = std::string;
     static inline std::set<std::string> existing;
@@ -51,7 +51,7 @@ int create(const std::string& path)
 
 } // namespace
 
-TEST(PresetFolders, MissingParentsAreMadeFromTheTop)
+TEST(PresetFolders, MakeFoldersMakesMissingParentsFromTheTop)
 {
     EXPECT_TRUE(makeRecorded("/a/b/c/d", {"/a"}));
     EXPECT_THAT(RecordedSystem::calls,
@@ -59,7 +59,7 @@ TEST(PresetFolders, MissingParentsAreMadeFromTheTop)
                             "make d in /a/b/c"));
 }
 
-TEST(PresetFolders, AFailingParentFailsThePath)
+TEST(PresetFolders, MakeFoldersFailsWhereAParentFails)
 {
     EXPECT_FALSE(makeRecorded("/a/forbidden/c", {"/a"}));
     EXPECT_THAT(RecordedSystem::calls,
@@ -70,14 +70,14 @@ TEST(PresetFolders, AFailingParentFailsThePath)
     EXPECT_THAT(RecordedSystem::calls, ElementsAre());
 }
 
-TEST(PresetFolders, APathIsShorterThan1024Bytes)
+TEST(PresetFolders, MakeFoldersTakesPathsBelow1024Bytes)
 {
     EXPECT_TRUE(makeRecorded("/a/" + std::string(1020, 'x'), {"/a"}));
     EXPECT_FALSE(makeRecorded("/a/" + std::string(1021, 'x'), {"/a"}));
     EXPECT_THAT(RecordedSystem::calls, ElementsAre());
 }
 
-TEST(PresetFolders, AreMadeAndFoundAgain)
+TEST(PresetFolders, CreatePresetDirectoryMacMakesAndFindsFolders)
 {
     const TemporaryHome home;
     const auto path = home.home() + "/a/b/\xC3\xA4 c";
@@ -91,7 +91,7 @@ TEST(PresetFolders, AreMadeAndFoundAgain)
 #endif
 }
 
-TEST(PresetFolders, WhateverStandsAtTheNameCountsAsFound)
+TEST(PresetFolders, CreatePresetDirectoryMacTakesWhateverHasTheNameForFound)
 {
     const TemporaryHome home;
     std::ofstream(home.home() + "/file") << "x";
@@ -99,13 +99,13 @@ TEST(PresetFolders, WhateverStandsAtTheNameCountsAsFound)
     EXPECT_EQ(create(home.home() + "/file"), 0);
     EXPECT_EQ(create(home.home() + "/link"), 0);
     EXPECT_TRUE(files::is_regular_file(home.home() + "/file"));
-    // But nothing can be made in them.
+    // Nothing can be made in them.
     EXPECT_EQ(create(home.home() + "/file/a"), 1);
     EXPECT_EQ(create(home.home() + "/link/a"), 1);
     EXPECT_EQ(create(home.home() + "/file/a/b"), 1);
 }
 
-TEST(PresetFolders, ParentsMayBeLinksToFolders)
+TEST(PresetFolders, CreatePresetDirectoryMacFollowsLinksToFolders)
 {
     const TemporaryHome home;
     files::create_directory(home.home() + "/real");
@@ -114,14 +114,14 @@ TEST(PresetFolders, ParentsMayBeLinksToFolders)
     EXPECT_TRUE(files::is_directory(home.home() + "/real/a/b"));
 }
 
-TEST(PresetFolders, PathsWithoutAParentFail)
+TEST(PresetFolders, CreatePresetDirectoryMacRefusesPathsWithoutAParent)
 {
     for (const char* path : {"", "a", "/", "/no such top folder"})
         EXPECT_EQ(create(path), 1) << path;
     EXPECT_FALSE(files::exists("/no such top folder"));
 }
 
-TEST(PresetFolders, NamesThatAreNoNamesFail)
+TEST(PresetFolders, CreatePresetDirectoryMacRefusesImpossibleNames)
 {
     const TemporaryHome home;
     EXPECT_EQ(create(home.home() + "/"), 1);
@@ -131,12 +131,12 @@ TEST(PresetFolders, NamesThatAreNoNamesFail)
     EXPECT_EQ(create(home.home() + std::string("/a\0b", 4)), 1);
     EXPECT_EQ(create(home.home() + "/" + std::string(256, 'x')), 1);
     EXPECT_TRUE(files::is_empty(home.home()));
-    // The name before the empty one is made before the empty one fails.
+    // The folder before the empty name is made.
     EXPECT_EQ(create(home.home() + "/a//b"), 1);
     EXPECT_TRUE(files::is_empty(home.home() + "/a"));
 }
 
-TEST(PresetFolders, TwoAtOnceBothSucceed)
+TEST(PresetFolders, CreatePresetDirectoryMacSucceedsOnTwoThreads)
 {
     const TemporaryHome home;
     for (int round = 0; round < 50; ++round) {
@@ -149,7 +149,7 @@ TEST(PresetFolders, TwoAtOnceBothSucceed)
     }
 }
 
-TEST(PresetFolders, ANameIsLookedForInAFolder)
+TEST(PresetFolders, FindInFolderLooksForAName)
 {
     const TemporaryHome home;
     std::ofstream(home.home() + "/file") << "x";
@@ -164,7 +164,7 @@ TEST(PresetFolders, ANameIsLookedForInAFolder)
     EXPECT_EQ(findInFolder("", "file"), InFolder::noFolder);
 }
 
-TEST(PresetFolders, TheUsersLibraryStandsBelowHome)
+TEST(PresetFolders, CreateOutputPathOfTheUserIsBelowHome)
 {
     const TemporaryHome home;
     std::string path;
@@ -173,7 +173,7 @@ TEST(PresetFolders, TheUsersLibraryStandsBelowHome)
     EXPECT_TRUE(files::is_directory(path));
 }
 
-TEST(PresetFolders, TheSystemsLibraryStandsBelowTheRoot)
+TEST(PresetFolders, CreateOutputPathOfTheSystemIsBelowTheRoot)
 {
     if (files::exists("/Library"))
         GTEST_SKIP() << "would make folders in this machine's own library";
@@ -183,7 +183,7 @@ TEST(PresetFolders, TheSystemsLibraryStandsBelowTheRoot)
     EXPECT_FALSE(files::exists("/Library"));
 }
 
-TEST(PresetFolders, AUserWithoutAHomeHasNoLibrary)
+TEST(PresetFolders, CreateOutputPathFailsForAUserWithoutAHome)
 {
     const TemporaryHome home;
     std::string path;
@@ -202,7 +202,7 @@ TEST(PresetFolders, AUserWithoutAHomeHasNoLibrary)
     EXPECT_EQ(output(), 0);
 }
 
-TEST(PresetFolders, AHomeMayBeAsLongAsItsPathsFit)
+TEST(PresetFolders, CreateOutputPathTakesAHomeAsLongAsItsPathsFit)
 {
     const TemporaryHome home;
     // "/Library/Audio/Presets/Tavrin Corporation/RDL3_RDL5 VST" has 55 bytes, and 55 + 968 = 1023.
@@ -220,7 +220,7 @@ TEST(PresetFolders, AHomeMayBeAsLongAsItsPathsFit)
     EXPECT_TRUE(files::is_directory(path));
 }
 
-TEST(PresetFolders, AFileInPlaceOfAParentFails)
+TEST(PresetFolders, CreateOutputPathFailsForAFileInPlaceOfAParent)
 {
     const TemporaryHome home;
     std::ofstream(home.home() + "/Library") << "x";

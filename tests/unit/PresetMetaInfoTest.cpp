@@ -31,7 +31,7 @@ TEST(PresetMetaInfo, EscapesNothingItself)
 {
     const auto xml = presetMetaInfo("Drum&Perc", "<b>", "\"");
     EXPECT_EQ(xml, presetXml("Drum&Perc", "<b>", "\""));
-    // Which is why names never come here, and only the tables' texts do.
+    // So only texts of the tables may be given, and never a voice's name.
     pugi::xml_document document;
     EXPECT_FALSE(document.load_string(xml.c_str()));
 }

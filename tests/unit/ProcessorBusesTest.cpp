@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 class ProcessorBuses : public unit::ProcessorFixture {
 protected:
-    /** Audio in, audio out, events in, events out. */
+    /** The numbers of audio inputs, audio outputs, event inputs and event outputs. */
     std::array<int32, 4> counts() const
     {
         return {processor->getBusCount(kAudio, kInput), processor->getBusCount(kAudio, kOutput),
@@ -38,7 +38,7 @@ protected:
     static constexpr std::array<int32, 4> kAll{0, 2, 1, 1};
 };
 
-TEST_F(ProcessorBuses, AreTwoStereoOutputsAndMidiInAndOut)
+TEST_F(ProcessorBuses, InitializeMakesTwoStereoOutputsAndMidiInAndOut)
 {
     ASSERT_EQ(processor->initialize(&host.context), kResultOk);
     EXPECT_EQ(counts(), kAll);
@@ -54,24 +54,7 @@ TEST_F(ProcessorBuses, AreTwoStereoOutputsAndMidiInAndOut)
     processor->terminate();
 }
 
-TEST_F(ProcessorBuses, DoNotExistBeforeInitializeNorAfterTerminate)
-{
-    EXPECT_EQ(counts(), kNone);
-    processor->initialize(&host.context);
-    EXPECT_EQ(processor->terminate(), kResultOk);
-    EXPECT_EQ(counts(), kNone);
-}
-
-TEST_F(ProcessorBuses, ComeBackWhenTheHostInitializesAgain)
-{
-    for (int round = 0; round < 3; ++round) {
-        EXPECT_EQ(processor->initialize(&host.context), kResultOk);
-        EXPECT_EQ(counts(), kAll);
-        processor->terminate();
-    }
-}
-
-TEST_F(ProcessorBuses, AreNotDoubledByASecondInitialize)
+TEST_F(ProcessorBuses, InitializeASecondTimeAddsNone)
 {
     ASSERT_EQ(processor->initialize(&host.context), kResultOk);
     EXPECT_EQ(processor->initialize(&host.context), kResultFalse);
@@ -79,7 +62,7 @@ TEST_F(ProcessorBuses, AreNotDoubledByASecondInitialize)
     processor->terminate();
 }
 
-TEST_F(ProcessorBuses, AreNotDoubledByASecondInitializeWithoutContext)
+TEST_F(ProcessorBuses, InitializeASecondTimeWithoutContextAddsNone)
 {
     ASSERT_EQ(processor->initialize(nullptr), kResultOk);
     EXPECT_EQ(processor->initialize(nullptr), kResultOk);
@@ -90,8 +73,9 @@ TEST_F(ProcessorBuses, AreNotDoubledByASecondInitializeWithoutContext)
     EXPECT_EQ(counts(), kNone);
 }
 
-TEST_F(ProcessorBuses, AreNotTouchedByATerminateTooMany)
+TEST_F(ProcessorBuses, TerminateRemovesThemHoweverOftenItIsCalled)
 {
+    EXPECT_EQ(counts(), kNone);
     EXPECT_EQ(processor->terminate(), kResultOk);
     processor->initialize(&host.context);
     EXPECT_EQ(processor->terminate(), kResultOk);
@@ -102,7 +86,7 @@ TEST_F(ProcessorBuses, AreNotTouchedByATerminateTooMany)
     processor->terminate();
 }
 
-TEST_F(ProcessorBuses, LeaveTheHostsReferencesBalanced)
+TEST_F(ProcessorBuses, InitializeAndTerminateBalanceTheHostsReferences)
 {
     processor->initialize(&host.context);
     processor->terminate();
@@ -110,7 +94,7 @@ TEST_F(ProcessorBuses, LeaveTheHostsReferencesBalanced)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
-TEST_F(ProcessorBuses, EndWithAPeerThatThrowsWhenTheHostLeftItConnected)
+TEST_F(ProcessorBuses, TerminateRemovesThemThoughAPeerThatIsStillConnectedThrows)
 {
     processor->initialize(&host.context);
     EXPECT_EQ(processor->connect(&host.peer), kResultOk);
@@ -123,7 +107,7 @@ TEST_F(ProcessorBuses, EndWithAPeerThatThrowsWhenTheHostLeftItConnected)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
-TEST_F(ProcessorBuses, BelongToTheComponentThatNamesItsController)
+TEST_F(ProcessorBuses, GetControllerClassIdNamesTheController)
 {
     TUID id{};
     ASSERT_EQ(processor->getControllerClassId(id), kResultOk);
@@ -132,7 +116,7 @@ TEST_F(ProcessorBuses, BelongToTheComponentThatNamesItsController)
                                    0xC9, 0x4E, 0x1B, 0xB1, 0x34));
 }
 
-TEST_F(ProcessorBuses, ComeWithAnObjectThatIsCreatedThroughItsProcessorFace)
+TEST_F(ProcessorBuses, CreateInstanceGivesTheProcessorsInterface)
 {
     int ignored = 0;
     FUnknown* created = VstK2x::createInstance(&ignored);

@@ -1,4 +1,4 @@
-// What reaches the library from the host in a block.
+// What process forwards to the library: the host's events and its automation.
 #include "tests/unit/ProcessorFixture.h"
 
 #include <cmath>
@@ -13,7 +13,7 @@ using doubles::noteOn;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ProcessorEvents : public unit::ProcessorFixture {
+class ProcessEvents : public unit::ProcessorFixture {
 protected:
     void SetUp() override { connect(); }
 
@@ -28,9 +28,9 @@ protected:
     }
 };
 
-class ProcessorAutomation : public ProcessorEvents {};
+class ProcessAutomation : public ProcessEvents {};
 
-TEST_F(ProcessorEvents, NoteOnVelocityAboveZeroReachesTheLibraryAs127)
+TEST_F(ProcessEvents, NoteOnVelocityAboveZeroReachesTheLibraryAs127)
 {
     for (const float velocity :
          {1.f, 0.5f, 0.001f, 1.f / 127, 2.f, std::numeric_limits<float>::denorm_min(),
@@ -38,15 +38,15 @@ TEST_F(ProcessorEvents, NoteOnVelocityAboveZeroReachesTheLibraryAs127)
         EXPECT_EQ(midiOf(noteOn(0, 60, velocity)), "library.receiveHostMidi(90 3C 7F)") << velocity;
 }
 
-TEST_F(ProcessorEvents, NoteOnVelocityZeroReachesTheLibraryAsZero)
+TEST_F(ProcessEvents, NoteOnVelocityZeroReachesTheLibraryAsZero)
 {
     EXPECT_EQ(midiOf(noteOn(0, 60, 0.f)), "library.receiveHostMidi(90 3C 00)");
     EXPECT_EQ(midiOf(noteOn(0, 60, -0.f)), "library.receiveHostMidi(90 3C 00)");
 }
 
-TEST_F(ProcessorEvents, NonsenseVelocityCountsByWhatItRoundsUpTo)
+TEST_F(ProcessEvents, NonsenseVelocityCountsByWhatItRoundsUpTo)
 {
-    // -0.5 and -0.999 round up to 0; -1 and below stay other than 0, and so does no number.
+    // A velocity above -1 and up to 0 rounds up to 0. Any other counts as 127, also NaN.
     EXPECT_EQ(midiOf(noteOn(0, 60, -0.5f)), "library.receiveHostMidi(90 3C 00)");
     EXPECT_EQ(midiOf(noteOn(0, 60, -0.999f)), "library.receiveHostMidi(90 3C 00)");
     EXPECT_EQ(midiOf(noteOn(0, 60, -1.f)), "library.receiveHostMidi(90 3C 7F)");
@@ -54,7 +54,7 @@ TEST_F(ProcessorEvents, NonsenseVelocityCountsByWhatItRoundsUpTo)
     EXPECT_EQ(midiOf(noteOn(0, 60, std::nanf(""))), "library.receiveHostMidi(90 3C 7F)");
 }
 
-TEST_F(ProcessorEvents, ChannelAndPitchAreTheirLowBytes)
+TEST_F(ProcessEvents, ChannelAndPitchAreTheirLowBytes)
 {
     EXPECT_EQ(midiOf(noteOn(15, 0, 1)), "library.receiveHostMidi(9F 00 7F)");
     EXPECT_EQ(midiOf(noteOn(0, 127, 1)), "library.receiveHostMidi(90 7F 7F)");
@@ -64,14 +64,14 @@ TEST_F(ProcessorEvents, ChannelAndPitchAreTheirLowBytes)
     EXPECT_EQ(midiOf(noteOff(0x10, 0x17F)), "library.receiveHostMidi(90 7F 00)");
 }
 
-TEST_F(ProcessorEvents, NoteOffHasVelocityZeroWhateverItsOwn)
+TEST_F(ProcessEvents, NoteOffHasVelocityZeroWhateverItsOwn)
 {
     Event event = noteOff(9, 36);
     event.noteOff.velocity = 0.75f;
     EXPECT_EQ(midiOf(event), "library.receiveHostMidi(89 24 00)");
 }
 
-TEST_F(ProcessorEvents, EveryOtherTypeIsThreeZeroBytes)
+TEST_F(ProcessEvents, EveryOtherTypeIsThreeZeroBytes)
 {
     for (const uint16 type :
          {Event::kDataEvent, Event::kPolyPressureEvent, Event::kNoteExpressionValueEvent,
@@ -86,7 +86,7 @@ TEST_F(ProcessorEvents, EveryOtherTypeIsThreeZeroBytes)
     EXPECT_EQ(midiOf(event), "library.receiveHostMidi(00 00 00)");
 }
 
-TEST_F(ProcessorEvents, KeepTheListsOrder)
+TEST_F(ProcessEvents, KeepsTheListsOrder)
 {
     unit::Block block;
     block.in.add(noteOn(0, 60, 1));
@@ -98,24 +98,25 @@ TEST_F(ProcessorEvents, KeepTheListsOrder)
                                            "library.receiveHostMidi(91 3D 7F)"));
 }
 
-TEST_F(ProcessorEvents, UnreadableOnesAreSkippedOneByOne)
+TEST_F(ProcessEvents, SkipsEventsThatAreUnreadableOrThrowOneByOne)
 {
     unit::Block block;
     for (int16 pitch = 60; pitch < 65; ++pitch)
         block.in.add(noteOn(0, pitch, 1));
-    block.in.unreadable = {0, 2, 4};
-    processor->process(block.data);
+    block.in.unreadable = {0, 2};
+    block.in.throwing = {4};
+    EXPECT_EQ(processor->process(block.data), kResultOk);
     EXPECT_THAT(trace.texts(), ElementsAre("library.receiveHostMidi(90 3D 7F)",
                                            "library.receiveHostMidi(90 3F 7F)"));
 }
 
-TEST_F(ProcessorEvents, AreForwardedAlsoWhileInactive)
+TEST_F(ProcessEvents, ForwardsAlsoWhileInactive)
 {
     processor->setActive(false);
     EXPECT_EQ(midiOf(noteOn(0, 60, 1)), "library.receiveHostMidi(90 3C 7F)");
 }
 
-TEST_F(ProcessorEvents, AThrowingLibraryLosesOnlyTheCallThatThrew)
+TEST_F(ProcessEvents, LosesOnlyTheEventForWhichTheLibraryThrew)
 {
     library.throwAtCall(1);
     unit::Block block;
@@ -125,7 +126,7 @@ TEST_F(ProcessorEvents, AThrowingLibraryLosesOnlyTheCallThatThrew)
     EXPECT_EQ(trace.count("library.receiveHostMidi(90 3D 7F)"), 1u);
 }
 
-TEST_F(ProcessorEvents, OfAListThatThrowsDoNotHoldBackTheOthers)
+TEST_F(ProcessEvents, GoesOnWithTheOtherListsAfterOneThatThrows)
 {
     processor->setActive(true);
     writeMidi(0x90, 60, 127);
@@ -144,17 +145,7 @@ TEST_F(ProcessorEvents, OfAListThatThrowsDoNotHoldBackTheOthers)
     EXPECT_EQ(other.out.events.size(), 1u);
 }
 
-TEST_F(ProcessorEvents, ThatThrowWhenReadAreSkippedOneByOne)
-{
-    unit::Block block;
-    for (int16 pitch = 60; pitch < 63; ++pitch)
-        block.in.add(noteOn(0, pitch, 1));
-    block.in.throwing = {0, 2};
-    EXPECT_EQ(processor->process(block.data), kResultOk);
-    EXPECT_THAT(trace.texts(), ElementsAre("library.receiveHostMidi(90 3D 7F)"));
-}
-
-TEST_F(ProcessorEvents, AreDroppedWithoutALibrary)
+TEST_F(ProcessEvents, DropsEventsWithoutALibrary)
 {
     disconnect();
     trace.clear();
@@ -165,7 +156,7 @@ TEST_F(ProcessorEvents, AreDroppedWithoutALibrary)
     EXPECT_THAT(trace.texts(), IsEmpty());
 }
 
-TEST_F(ProcessorEvents, BlocksWithoutListsOrSamplesAreAllRight)
+TEST_F(ProcessEvents, TakesBlocksWithoutListsOrSamples)
 {
     for (const bool withLibrary : {true, false}) {
         if (!withLibrary)
@@ -181,7 +172,7 @@ TEST_F(ProcessorEvents, BlocksWithoutListsOrSamplesAreAllRight)
     }
 }
 
-TEST_F(ProcessorEvents, OfABlockWithoutSamplesStillTravel)
+TEST_F(ProcessEvents, ForwardsEventsOfABlockWithoutSamples)
 {
     unit::Block block;
     block.data.numSamples = 0;
@@ -192,7 +183,7 @@ TEST_F(ProcessorEvents, OfABlockWithoutSamplesStillTravel)
                                            "library.receiveHostMidi(90 3C 7F)"));
 }
 
-TEST_F(ProcessorEvents, LeaveTheHostsListsUnheld)
+TEST_F(ProcessEvents, HoldsNoReferenceToTheHostsLists)
 {
     unit::Block block;
     block.in.add(noteOn(0, 60, 1));
@@ -203,7 +194,7 @@ TEST_F(ProcessorEvents, LeaveTheHostsListsUnheld)
     EXPECT_EQ(block.changes.foreignReferences(), 0);
 }
 
-TEST_F(ProcessorEvents, LeaveAudioBuffersAndSilenceFlagsAlone)
+TEST_F(ProcessEvents, LeavesAudioBuffersAndSilenceFlagsAlone)
 {
     float left[] = {0.25f, -1.f, 3.f};
     float right[] = {1.f, 2.f, -3.f};
@@ -226,7 +217,7 @@ TEST_F(ProcessorEvents, LeaveAudioBuffersAndSilenceFlagsAlone)
         EXPECT_EQ(bus.silenceFlags, 0xA5u);
 }
 
-TEST_F(ProcessorAutomation, OnlyTheLastPointOfEachQueueReachesTheLibrary)
+TEST_F(ProcessAutomation, ForwardsTheLastPointOfEachQueueOnly)
 {
     unit::Block block;
     block.changes.add(37012000, {{0, 0.25}, {63, 0.5}});
@@ -238,7 +229,7 @@ TEST_F(ProcessorAutomation, OnlyTheLastPointOfEachQueueReachesTheLibrary)
                                            "library.receiveHostMidi(90 3C 7F)"));
 }
 
-TEST_F(ProcessorAutomation, ValuesPassUnchanged)
+TEST_F(ProcessAutomation, ForwardsValuesUnchanged)
 {
     unit::Block block;
     block.changes.add(1, {{0, -7.25}});
@@ -248,35 +239,19 @@ TEST_F(ProcessorAutomation, ValuesPassUnchanged)
                                            "library.hostParameterChanged(2, 1e+300)"));
 }
 
-TEST_F(ProcessorAutomation, AnUnreadableLastPointSkipsItsQueueOnly)
-{
-    unit::Block block;
-    block.changes.add(1, {{0, 0.25}, {1, 0.5}}).unreadable = {1};
-    block.changes.add(2, {{0, 0.25}, {1, 0.5}}).unreadable = {0};
-    processor->process(block.data);
-    EXPECT_THAT(trace.texts(), ElementsAre("library.hostParameterChanged(2, 0.5)"));
-}
-
-TEST_F(ProcessorAutomation, AQueueThatThrowsIsSkippedAlone)
-{
-    unit::Block block;
-    block.changes.add(1, {{0, 0.25}}).throws = true;
-    block.changes.add(2, {{0, 0.5}});
-    EXPECT_EQ(processor->process(block.data), kResultOk);
-    EXPECT_THAT(trace.texts(), ElementsAre("library.hostParameterChanged(2, 0.5)"));
-}
-
-TEST_F(ProcessorAutomation, EmptyAndNullQueuesAreSkipped)
+TEST_F(ProcessAutomation, SkipsAQueueThatGivesNoLastPointOrThrowsAndForwardsTheRest)
 {
     unit::Block block;
     block.changes.addNull();
     block.changes.add(1, {});
-    block.changes.add(2, {{0, 0.5}});
+    block.changes.add(2, {{0, 0.25}, {1, 0.5}}).unreadable = {1};
+    block.changes.add(3, {{0, 0.25}}).throws = true;
+    block.changes.add(4, {{0, 0.25}, {1, 0.5}}).unreadable = {0};
     EXPECT_EQ(processor->process(block.data), kResultOk);
-    EXPECT_THAT(trace.texts(), ElementsAre("library.hostParameterChanged(2, 0.5)"));
+    EXPECT_THAT(trace.texts(), ElementsAre("library.hostParameterChanged(4, 0.5)"));
 }
 
-TEST_F(ProcessorAutomation, AThrowingLibraryLosesOnlyTheCallThatThrew)
+TEST_F(ProcessAutomation, LosesOnlyTheValueForWhichTheLibraryThrew)
 {
     library.throwAtCall(1);
     unit::Block block;

@@ -1,5 +1,4 @@
-// ProcessorFixture: the processor on its own, with a scripted library in place of the editor's and
-// the messages that a controller would send.
+// ProcessorFixture: the processor alone, with a scripted library and a controller's messages.
 #pragma once
 
 #include "processor/VstK2x.h"
@@ -52,7 +51,7 @@ protected:
     Steinberg::IPtr<Steinberg::Vst::VstK2x> processor =
         Steinberg::owned(new Steinberg::Vst::VstK2x);
 
-    /** Sends what the controller sends when the host connects the two, and forgets the trace. */
+    /** Sends the controller's connect message, and clears the trace. */
     void connect(Steinberg::Vst::VstIEditorConnect* editor)
     {
         const auto message = makeMessage("VST_CONNECT_MESSAGE_ID");
@@ -93,7 +92,7 @@ protected:
         processor->writeMidi(bytes, 3);
     }
 
-    /** What the next block brings out. */
+    /** The events that the next block gives the host. */
     std::vector<Steinberg::Vst::Event> drained()
     {
         Block block;

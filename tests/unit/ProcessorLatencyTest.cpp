@@ -12,7 +12,7 @@ using testing::IsEmpty;
 constexpr int32 kMostNegative = std::numeric_limits<int32>::min();
 constexpr int32 kMostPositive = std::numeric_limits<int32>::max();
 
-class ProcessorLatency : public unit::ProcessorFixture {
+class GetLatencySamples : public unit::ProcessorFixture {
 protected:
     void SetUp() override
     {
@@ -21,17 +21,18 @@ protected:
     }
 };
 
-struct Row {
+struct LatencyRow {
     double rate;
     uint32 oneMillisecond;
     uint32 fiveMilliseconds;
 };
 
-TEST_F(ProcessorLatency, IsTheModesTimeAtTheSampleRateTruncated)
+TEST_F(GetLatencySamples, IsTheModesTimeAtTheSampleRateTruncated)
 {
-    const Row table[] = {{8000, 8, 40},    {11025, 11, 55},  {22050, 22, 110},  {44100, 44, 220},
-                         {48000, 48, 240}, {88200, 88, 441}, {96000, 96, 480},  {192000, 192, 960},
-                         {999, 0, 4},      {1000, 1, 5},     {44199.9, 44, 220}};
+    const LatencyRow table[] = {{8000, 8, 40},    {11025, 11, 55},    {22050, 22, 110},
+                                {44100, 44, 220}, {48000, 48, 240},   {88200, 88, 441},
+                                {96000, 96, 480}, {192000, 192, 960}, {999, 0, 4},
+                                {1000, 1, 5},     {44199.9, 44, 220}};
     for (const auto& row : table) {
         EXPECT_EQ(setUp(row.rate), kResultOk);
         for (const int32 mode : {0, 1}) {
@@ -43,7 +44,7 @@ TEST_F(ProcessorLatency, IsTheModesTimeAtTheSampleRateTruncated)
     }
 }
 
-TEST_F(ProcessorLatency, IsNoneInAnyOtherMode)
+TEST_F(GetLatencySamples, IsNoneInAnyOtherMode)
 {
     setUp(44100);
     for (const int32 mode : {3, 4, -1, 256, kMostNegative, kMostPositive}) {
@@ -52,7 +53,7 @@ TEST_F(ProcessorLatency, IsNoneInAnyOtherMode)
     }
 }
 
-TEST_F(ProcessorLatency, IsNoneInAHostWithoutUnicodeAndTheLibraryIsNotAsked)
+TEST_F(GetLatencySamples, IsNoneInAHostWithoutUnicodeAndTheLibraryIsNotAsked)
 {
     setUp(44100);
     library.latencyMode = 2;
@@ -63,20 +64,20 @@ TEST_F(ProcessorLatency, IsNoneInAHostWithoutUnicodeAndTheLibraryIsNotAsked)
     EXPECT_THAT(trace.texts(), IsEmpty());
 }
 
-TEST_F(ProcessorLatency, IsNoneWithoutALibrary)
+TEST_F(GetLatencySamples, IsNoneWithoutALibrary)
 {
     setUp(44100);
     disconnect();
     EXPECT_EQ(processor->getLatencySamples(), 0u);
 }
 
-TEST_F(ProcessorLatency, IsNoneBeforeTheHostSaidTheSampleRate)
+TEST_F(GetLatencySamples, IsNoneBeforeTheHostSaidTheSampleRate)
 {
     library.latencyMode = 2;
     EXPECT_EQ(processor->getLatencySamples(), 0u);
 }
 
-TEST_F(ProcessorLatency, IsNoneForASampleRateThatGivesNoCount)
+TEST_F(GetLatencySamples, IsNoneForASampleRateThatGivesNoCount)
 {
     library.latencyMode = 2;
     for (const double rate :
@@ -86,20 +87,20 @@ TEST_F(ProcessorLatency, IsNoneForASampleRateThatGivesNoCount)
     }
 }
 
-TEST_F(ProcessorLatency, IsNoneWhenTheLibraryThrows)
+TEST_F(GetLatencySamples, IsNoneWhenTheLibraryThrows)
 {
     setUp(44100);
     library.throwAt("getLatencyMode");
     EXPECT_EQ(processor->getLatencySamples(), 0u);
 }
 
-/** Looks at what the base class keeps of the set-up. */
+/** Shows the set-up that the base class keeps. */
 class OpenProcessor : public VstK2x {
 public:
     const ProcessSetup& setup() const { return processSetup; }
 };
 
-TEST(ProcessorSetup, IsKeptWholeForASampleSizeThatCanBeProcessed)
+TEST(SetupProcessing, KeepsASetupWhoseSampleSizeCanBeProcessed)
 {
     const auto processor = owned(new OpenProcessor);
     ProcessSetup setup{kOffline, kSample32, 4096, 96000};
@@ -110,7 +111,7 @@ TEST(ProcessorSetup, IsKeptWholeForASampleSizeThatCanBeProcessed)
     EXPECT_EQ(processor->setup().sampleRate, 96000.0);
 }
 
-TEST(ProcessorSetup, IsNotKeptForAnySampleSizeThatCannot)
+TEST(SetupProcessing, RefusesASetupWhoseSampleSizeCannotBeProcessed)
 {
     const auto processor = owned(new OpenProcessor);
     ProcessSetup good{kRealtime, kSample32, 512, 44100};
@@ -124,7 +125,7 @@ TEST(ProcessorSetup, IsNotKeptForAnySampleSizeThatCannot)
     }
 }
 
-TEST_F(ProcessorLatency, FollowsTheSampleRateOfARefusedSetupToo)
+TEST_F(GetLatencySamples, FollowsTheSampleRateOfARefusedSetupProcessingToo)
 {
     setUp(44100);
     EXPECT_EQ(setUp(96000, kSample64), kResultFalse);

@@ -12,7 +12,7 @@ using doubles::ScriptedLibrary;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/** A message of a host that leaves things out. */
+/** A message without an ID or without attributes. */
 class SparseMessage : public IMessage {
 public:
     const char* id = nullptr;
@@ -31,9 +31,9 @@ public:
     virtual ~SparseMessage() = default;
 };
 
-class ProcessorMessages : public unit::ProcessorFixture {
+class ProcessorNotify : public unit::ProcessorFixture {
 protected:
-    /** A connect message with these bytes under the attribute's name. */
+    /** Sends a connect message whose attribute has these bytes. */
     tresult sendConnection(const void* bytes, size_t size)
     {
         const auto message = unit::makeMessage("VST_CONNECT_MESSAGE_ID");
@@ -52,7 +52,7 @@ protected:
         return trace.count("library.receiveHostMidi(90 3C 7F)") == 1;
     }
 
-    /** Whether the Unicode flag is set, which only the latency shows: 48 samples or none. */
+    /** Whether the Unicode flag is set: then there is a latency, 48 samples. */
     bool isUnicode()
     {
         setUp(48000);
@@ -60,7 +60,7 @@ protected:
     }
 };
 
-TEST_F(ProcessorMessages, ConnectHandsTheLibraryTheProcessorAndTheEffectOption)
+TEST_F(ProcessorNotify, ConnectHandsTheLibraryTheProcessorAndTheEffectOption)
 {
     VstIEditorConnect* editor = &library;
     EXPECT_EQ(sendConnection(&editor, sizeof(editor)), kResultOk);
@@ -70,7 +70,7 @@ TEST_F(ProcessorMessages, ConnectHandsTheLibraryTheProcessorAndTheEffectOption)
     EXPECT_TRUE(isConnected());
 }
 
-TEST_F(ProcessorMessages, ConnectTakesTheFirstEightBytesOfALongerAttribute)
+TEST_F(ProcessorNotify, ConnectTakesTheFirstEightBytesOfALongerAttribute)
 {
     VstIEditorConnect* editor = &library;
     unsigned char bytes[16];
@@ -80,27 +80,21 @@ TEST_F(ProcessorMessages, ConnectTakesTheFirstEightBytesOfALongerAttribute)
     EXPECT_EQ(library.effect, static_cast<VstIEffectInterface*>(processor.get()));
 }
 
-TEST_F(ProcessorMessages, ConnectWithANullAddressCallsNothing)
+TEST_F(ProcessorNotify, ConnectWithANullAddressForgetsTheLibraryAndCallsNobody)
 {
     VstIEditorConnect* editor = nullptr;
     EXPECT_EQ(sendConnection(&editor, sizeof(editor)), kResultOk);
-    EXPECT_THAT(trace.texts(), IsEmpty());
     EXPECT_FALSE(isConnected());
-}
-
-TEST_F(ProcessorMessages, ConnectWithANullAddressForgetsTheFormerLibrary)
-{
     connect();
-    VstIEditorConnect* editor = nullptr;
     sendConnection(&editor, sizeof(editor));
     EXPECT_THAT(trace.texts(), IsEmpty());
     EXPECT_FALSE(isConnected());
 }
 
-TEST_F(ProcessorMessages, ConnectWithAShortAttributeIsANullAddress)
+TEST_F(ProcessorNotify, ConnectTakesAShortAttributeForANullAddress)
 {
     VstIEditorConnect* editor = &library;
-    // From one byte on: the SDK's attribute list loses the memory of an attribute without bytes.
+    // Not with 0 bytes, of which the SDK's attribute list leaks the memory.
     for (size_t size = 1; size < sizeof(editor); ++size) {
         EXPECT_EQ(sendConnection(&editor, size), kResultOk) << size;
         EXPECT_THAT(trace.texts(), IsEmpty()) << size;
@@ -109,34 +103,30 @@ TEST_F(ProcessorMessages, ConnectWithAShortAttributeIsANullAddress)
     }
 }
 
-TEST_F(ProcessorMessages, ConnectWithoutTheAttributeIsANullAddress)
+TEST_F(ProcessorNotify, ConnectTakesTheAddressFromItsOwnAttributeOnly)
 {
-    EXPECT_EQ(processor->notify(unit::makeMessage("VST_CONNECT_MESSAGE_ID")), kResultOk);
-    EXPECT_FALSE(isConnected());
-}
-
-TEST_F(ProcessorMessages, ConnectTakesTheAddressFromItsOwnAttributeOnly)
-{
-    VstIEditorConnect* editor = &library;
     const auto message = unit::makeMessage("VST_CONNECT_MESSAGE_ID");
+    EXPECT_EQ(processor->notify(message), kResultOk);
+    EXPECT_FALSE(isConnected());
+    VstIEditorConnect* editor = &library;
     message->getAttributes()->setBinary("VST_DISCONNECT_BINARY_ID", &editor, sizeof(editor));
     EXPECT_EQ(processor->notify(message), kResultOk);
     EXPECT_FALSE(isConnected());
 }
 
-TEST_F(ProcessorMessages, ASecondConnectReplacesTheLibrary)
+TEST_F(ProcessorNotify, ConnectASecondTimeReplacesTheLibrary)
 {
     connect();
     doubles::Trace otherTrace;
     ScriptedLibrary other(otherTrace);
     VstIEditorConnect* editor = &other;
     sendConnection(&editor, sizeof(editor));
-    EXPECT_THAT(trace.texts(), IsEmpty()); // the former one hears nothing of it
+    EXPECT_THAT(trace.texts(), IsEmpty()); // the former library is not told
     EXPECT_FALSE(isConnected());
     EXPECT_EQ(otherTrace.count("library.receiveHostMidi(90 3C 7F)"), 1u);
 }
 
-TEST_F(ProcessorMessages, ConnectSurvivesALibraryThatThrowsAtEitherCall)
+TEST_F(ProcessorNotify, ConnectSurvivesALibraryThatThrowsAtEitherCall)
 {
     VstIEditorConnect* editor = &library;
     library.throwAt("setEffectInterface");
@@ -148,7 +138,7 @@ TEST_F(ProcessorMessages, ConnectSurvivesALibraryThatThrowsAtEitherCall)
     EXPECT_TRUE(isConnected());
 }
 
-TEST_F(ProcessorMessages, DisconnectTakesTheProcessorBackAndForgetsTheLibrary)
+TEST_F(ProcessorNotify, DisconnectTakesTheProcessorBackAndForgetsTheLibrary)
 {
     connect();
     disconnect();
@@ -157,7 +147,7 @@ TEST_F(ProcessorMessages, DisconnectTakesTheProcessorBackAndForgetsTheLibrary)
     EXPECT_FALSE(isConnected());
 }
 
-TEST_F(ProcessorMessages, DisconnectDoesNotReadItsAttribute)
+TEST_F(ProcessorNotify, DisconnectDoesNotReadItsAttribute)
 {
     connect();
     doubles::Trace otherTrace;
@@ -170,7 +160,7 @@ TEST_F(ProcessorMessages, DisconnectDoesNotReadItsAttribute)
     EXPECT_THAT(otherTrace.texts(), IsEmpty());
 }
 
-TEST_F(ProcessorMessages, DisconnectWithoutALibraryCallsNothing)
+TEST_F(ProcessorNotify, DisconnectWithoutALibraryCallsNothing)
 {
     disconnect();
     connect();
@@ -180,7 +170,7 @@ TEST_F(ProcessorMessages, DisconnectWithoutALibraryCallsNothing)
     EXPECT_THAT(trace.texts(), IsEmpty());
 }
 
-TEST_F(ProcessorMessages, DisconnectForgetsALibraryThatThrows)
+TEST_F(ProcessorNotify, DisconnectForgetsALibraryThatThrows)
 {
     connect();
     library.throwAt("setEffectInterface");
@@ -190,7 +180,7 @@ TEST_F(ProcessorMessages, DisconnectForgetsALibraryThatThrows)
     EXPECT_FALSE(isConnected());
 }
 
-TEST_F(ProcessorMessages, OutliveTerminate)
+TEST_F(ProcessorNotify, LeavesItsEffectsInPlaceAfterTerminate)
 {
     connectAndActivate();
     sayUnicode(1);
@@ -203,7 +193,7 @@ TEST_F(ProcessorMessages, OutliveTerminate)
     EXPECT_EQ(drained().size(), 1u); // still active, too
 }
 
-TEST_F(ProcessorMessages, UnicodeFlagIsWhetherTheIntegerIsNotZero)
+TEST_F(ProcessorNotify, UnicodeFlagIsWhetherTheIntegerIsNotZero)
 {
     connect();
     EXPECT_FALSE(isUnicode());
@@ -215,7 +205,7 @@ TEST_F(ProcessorMessages, UnicodeFlagIsWhetherTheIntegerIsNotZero)
     }
 }
 
-TEST_F(ProcessorMessages, UnicodeFlagIsClearedWhenTheIntegerIsMissing)
+TEST_F(ProcessorNotify, UnicodeFlagIsClearedWhenTheIntegerIsMissing)
 {
     connect();
     sayUnicode(1);
@@ -223,7 +213,7 @@ TEST_F(ProcessorMessages, UnicodeFlagIsClearedWhenTheIntegerIsMissing)
     EXPECT_FALSE(isUnicode());
 }
 
-TEST_F(ProcessorMessages, UnicodeFlagOutlivesTheConnection)
+TEST_F(ProcessorNotify, UnicodeFlagOutlivesTheConnection)
 {
     sayUnicode(1);
     connect();
@@ -232,7 +222,7 @@ TEST_F(ProcessorMessages, UnicodeFlagOutlivesTheConnection)
     EXPECT_TRUE(isUnicode());
 }
 
-TEST_F(ProcessorMessages, OthersAreIgnored)
+TEST_F(ProcessorNotify, IgnoresOtherMessages)
 {
     connect();
     for (const char* id : {"", "TextMessage", "vst_connect_message_id", "VST_CONNECT_MESSAGE_ID ",
@@ -244,25 +234,13 @@ TEST_F(ProcessorMessages, OthersAreIgnored)
         EXPECT_EQ(processor->notify(message), kResultOk) << id;
         EXPECT_THAT(trace.texts(), IsEmpty()) << id;
     }
-    EXPECT_TRUE(isConnected());
-}
-
-TEST_F(ProcessorMessages, NullMessageIsIgnored)
-{
-    connect();
     EXPECT_EQ(processor->notify(nullptr), kResultOk);
+    SparseMessage withoutID;
+    EXPECT_EQ(processor->notify(&withoutID), kResultOk);
     EXPECT_TRUE(isConnected());
 }
 
-TEST_F(ProcessorMessages, MessageWithoutIDIsIgnored)
-{
-    connect();
-    SparseMessage message;
-    EXPECT_EQ(processor->notify(&message), kResultOk);
-    EXPECT_TRUE(isConnected());
-}
-
-TEST_F(ProcessorMessages, MessageWithoutAttributeListHoldsNothing)
+TEST_F(ProcessorNotify, TakesAMessageWithoutAttributeListForOneWithoutValues)
 {
     connect();
     sayUnicode(1);
@@ -277,7 +255,7 @@ TEST_F(ProcessorMessages, MessageWithoutAttributeListHoldsNothing)
     EXPECT_EQ(processor->notify(&message), kResultOk);
 }
 
-/** Finds every attribute, and claims bytes where it gives none. */
+/** Has every attribute, and gives a null pointer with a size for its bytes. */
 class HollowAttributes : public IAttributeList {
 public:
     virtual ~HollowAttributes() = default;
@@ -300,7 +278,7 @@ public:
     uint32 PLUGIN_API release() override { return 1; }
 };
 
-TEST_F(ProcessorMessages, AttributeWithoutBytesIsANullAddress)
+TEST_F(ProcessorNotify, ConnectTakesAnAttributeWithoutBytesForANullAddress)
 {
     connect();
     HollowAttributes attributes;
@@ -311,7 +289,7 @@ TEST_F(ProcessorMessages, AttributeWithoutBytesIsANullAddress)
     EXPECT_FALSE(isConnected());
 }
 
-TEST_F(ProcessorMessages, AreNotHeld)
+TEST_F(ProcessorNotify, HoldsNoReferenceToAMessage)
 {
     const auto message = unit::makeMessage("VST_CONNECT_MESSAGE_ID");
     VstIEditorConnect* editor = &library;

@@ -1,8 +1,7 @@
-// What leaves through "Midi Out": the library's writeMidi and the queue behind it.
+// "Midi Out": the library's writeMidi fills a queue, and process empties it.
 #include "tests/unit/ProcessorFixture.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <numeric>
 #include <thread>
@@ -37,7 +36,7 @@ protected:
     }
 };
 
-TEST_F(ProcessorMidiOut, NoteOnLeavesAsANoteOnWithEveryFieldSet)
+TEST_F(ProcessorMidiOut, ProcessGivesANoteOnWithEveryFieldSet)
 {
     writeMidi(0x9C, 60, 127);
     const auto events = drained();
@@ -62,7 +61,7 @@ struct Velocity {
     float velocity;
 };
 
-TEST_F(ProcessorMidiOut, OnlyANoteOnHasAVelocity)
+TEST_F(ProcessorMidiOut, ProcessGivesAVelocityToANoteOnOnly)
 {
     const Velocity table[] = {{0x90, 0, 0.f},   {0x90, 1, 1.f / 127},     {0x9F, 64, 64.f / 127},
                               {0x90, 127, 1.f}, {0x90, 128, 128.f / 127}, {0x90, 255, 255.f / 127},
@@ -81,24 +80,13 @@ TEST_F(ProcessorMidiOut, OnlyANoteOnHasAVelocity)
     }
 }
 
-TEST_F(ProcessorMidiOut, ControlChangeLeavesAsANoteOnOfVelocityZero)
-{
-    writeMidi(0xB3, 7, 100);
-    const auto events = drained();
-    ASSERT_EQ(events.size(), 1u);
-    EXPECT_EQ(events[0].type, Event::kNoteOnEvent);
-    EXPECT_EQ(events[0].noteOn.channel, 3);
-    EXPECT_EQ(events[0].noteOn.pitch, 7);
-    EXPECT_EQ(events[0].noteOn.velocity, 0.f);
-}
-
-TEST_F(ProcessorMidiOut, BytesAreUnsigned)
+TEST_F(ProcessorMidiOut, WriteMidiTakesBytesAsUnsigned)
 {
     writeMidi(0x90, 255, 127);
     EXPECT_THAT(drainedPitches(), ElementsAre(255));
 }
 
-TEST_F(ProcessorMidiOut, OnlyThreeBytesAreTaken)
+TEST_F(ProcessorMidiOut, WriteMidiTakesThreeBytesOnly)
 {
     const unsigned char bytes[] = {0x90, 60, 127, 0};
     for (const int length : {-2147483647 - 1, -3, -1, 0, 1, 2, 4, 5, 2147483647})
@@ -108,7 +96,7 @@ TEST_F(ProcessorMidiOut, OnlyThreeBytesAreTaken)
     EXPECT_THAT(drained(), IsEmpty());
 }
 
-TEST_F(ProcessorMidiOut, NothingIsTakenWhileInactive)
+TEST_F(ProcessorMidiOut, WriteMidiTakesNothingWhileInactive)
 {
     processor->setActive(false);
     writeMidi(0x90, 60, 127);
@@ -119,7 +107,7 @@ TEST_F(ProcessorMidiOut, NothingIsTakenWhileInactive)
     EXPECT_THAT(drainedPitches(), ElementsAre(61));
 }
 
-TEST_F(ProcessorMidiOut, NothingIsTakenBeforeTheFirstActivation)
+TEST_F(ProcessorMidiOut, WriteMidiTakesNothingBeforeTheFirstActivation)
 {
     processor = owned(new VstK2x);
     writeMidi(0x90, 60, 127);
@@ -127,7 +115,7 @@ TEST_F(ProcessorMidiOut, NothingIsTakenBeforeTheFirstActivation)
     EXPECT_THAT(drained(), IsEmpty());
 }
 
-TEST_F(ProcessorMidiOut, ActivatingTwiceIsAsGoodAsOnce)
+TEST_F(ProcessorMidiOut, SetActiveTwiceIsAsGoodAsOnce)
 {
     EXPECT_EQ(processor->setActive(true), kResultOk);
     writeMidi(0x90, 60, 127);
@@ -140,39 +128,20 @@ TEST_F(ProcessorMidiOut, ActivatingTwiceIsAsGoodAsOnce)
     EXPECT_THAT(drainedPitches(), ElementsAre(62));
 }
 
-TEST_F(ProcessorMidiOut, LeavesOldestFirstAndOnlyOnce)
+TEST_F(ProcessorMidiOut, ProcessGivesTheOldestFirstAndOnlyOnce)
 {
     writeNotes(3);
     EXPECT_THAT(drainedPitches(), ElementsAre(0, 1, 2));
     EXPECT_THAT(drained(), IsEmpty());
 }
 
-TEST_F(ProcessorMidiOut, HundredEventsWait)
-{
-    writeNotes(100);
-    const auto waiting = drainedPitches();
-    ASSERT_EQ(waiting.size(), 100u);
-    EXPECT_EQ(waiting.front(), 0);
-    EXPECT_EQ(waiting.back(), 99);
-}
-
-TEST_F(ProcessorMidiOut, TheHundredAndFirstEventDropsAllBeforeIt)
+TEST_F(ProcessorMidiOut, WriteMidiDropsAllOfAHundredEventsForOneMore)
 {
     writeNotes(101);
     EXPECT_THAT(drainedPitches(), ElementsAre(100));
 }
 
-TEST_F(ProcessorMidiOut, TheQueueFillsAnewAfterItWasDropped)
-{
-    writeNotes(200);
-    EXPECT_EQ(drained().size(), 100u);
-    writeNotes(201);
-    EXPECT_EQ(drained().size(), 1u);
-    writeNotes(250);
-    EXPECT_EQ(drained().size(), 50u);
-}
-
-TEST_F(ProcessorMidiOut, WaitsForABlockWithAnEventList)
+TEST_F(ProcessorMidiOut, ProcessKeepsEventsForABlockWithAnEventList)
 {
     writeNotes(2);
     unit::Block block;
@@ -181,7 +150,7 @@ TEST_F(ProcessorMidiOut, WaitsForABlockWithAnEventList)
     EXPECT_THAT(drainedPitches(), ElementsAre(0, 1));
 }
 
-TEST_F(ProcessorMidiOut, AnEventThatTheHostRefusesIsDropped)
+TEST_F(ProcessorMidiOut, ProcessDropsAnEventThatTheHostRefuses)
 {
     writeNotes(5);
     unit::Block block;
@@ -191,7 +160,7 @@ TEST_F(ProcessorMidiOut, AnEventThatTheHostRefusesIsDropped)
     EXPECT_THAT(drained(), IsEmpty());
 }
 
-TEST_F(ProcessorMidiOut, AHostListThatThrowsLosesOneEvent)
+TEST_F(ProcessorMidiOut, ProcessLosesOneEventToAListThatThrows)
 {
     writeNotes(3);
     unit::Block block;
@@ -200,7 +169,7 @@ TEST_F(ProcessorMidiOut, AHostListThatThrowsLosesOneEvent)
     EXPECT_THAT(drainedPitches(), ElementsAre(1, 2));
 }
 
-TEST_F(ProcessorMidiOut, DrainsAfterTheLibraryIsGone)
+TEST_F(ProcessorMidiOut, ProcessGivesWhatWaitsAfterTheLibraryIsGone)
 {
     connect();
     writeNotes(2);
@@ -208,14 +177,14 @@ TEST_F(ProcessorMidiOut, DrainsAfterTheLibraryIsGone)
     EXPECT_THAT(drainedPitches(), ElementsAre(0, 1));
 }
 
-TEST_F(ProcessorMidiOut, DrainsWhileInactive)
+TEST_F(ProcessorMidiOut, ProcessGivesWhatWaitsWhileInactive)
 {
     writeNotes(2);
     processor->setActive(false);
     EXPECT_THAT(drainedPitches(), ElementsAre(0, 1));
 }
 
-TEST_F(ProcessorMidiOut, WhatTheLibraryWritesInsideProcessLeavesWithTheSameBlock)
+TEST_F(ProcessorMidiOut, ProcessGivesWhatTheLibraryWritesMeanwhileWithTheSameBlock)
 {
     connect();
     library.onCall = [this](const std::string& text) {
@@ -231,7 +200,7 @@ TEST_F(ProcessorMidiOut, WhatTheLibraryWritesInsideProcessLeavesWithTheSameBlock
     EXPECT_THAT(pitches(block.out.events), ElementsAre(7, 60));
 }
 
-TEST_F(ProcessorMidiOut, AReturningLibraryOverflowsWithinOneBlockByTheSameRule)
+TEST_F(ProcessorMidiOut, WriteMidiInsideProcessDropsByTheSameRule)
 {
     connect();
     library.onCall = [this](const std::string& text) {
@@ -246,7 +215,7 @@ TEST_F(ProcessorMidiOut, AReturningLibraryOverflowsWithinOneBlockByTheSameRule)
     EXPECT_EQ(block.out.events.size(), 50u);
 }
 
-/** A host whose list makes the library write while it gets an event. */
+/** A host's event list that has the library write during addEvent. */
 class AnsweredList : public IEventList {
 public:
     explicit AnsweredList(std::function<void()> libraryAnswer)
@@ -276,7 +245,7 @@ private:
     const std::function<void()> answer;
 };
 
-TEST_F(ProcessorMidiOut, ALibraryThatNeverStopsDoesNotHoldTheAudioThread)
+TEST_F(ProcessorMidiOut, ProcessEndsThoughTheLibraryNeverStopsWriting)
 {
     writeNotes(3);
     AnsweredList list([this] { writeMidi(0x90, 60, 127); });
@@ -287,7 +256,7 @@ TEST_F(ProcessorMidiOut, ALibraryThatNeverStopsDoesNotHoldTheAudioThread)
     EXPECT_EQ(drained().size(), 3u);
 }
 
-TEST_F(ProcessorMidiOut, WhatIsDroppedWhileABlockLeavesDoesNotLeaveWithIt)
+TEST_F(ProcessorMidiOut, ProcessDoesNotGiveWhatIsDroppedMeanwhile)
 {
     writeNotes(100);
     bool first = true;
@@ -330,21 +299,7 @@ protected:
     }
 };
 
-TEST_F(ProcessorThreads, EachKeepsItsOrderAndLosesNothing)
-{
-    for (auto& writer : startWriters(25))
-        writer.join();
-    const auto events = drained();
-    EXPECT_EQ(events.size(), 100u);
-    for (int channel = 0; channel < kThreads; ++channel) {
-        const auto written = pitchesOf(events, channel);
-        ASSERT_EQ(written.size(), 25u) << channel;
-        for (int note = 0; note < 25; ++note)
-            EXPECT_EQ(written[static_cast<size_t>(note)], note) << channel;
-    }
-}
-
-TEST_F(ProcessorThreads, WriteWhileTheHostProcesses)
+TEST_F(ProcessorThreads, WriteMidiDuringProcessKeepsOrderAndTheNewestNote)
 {
     auto writers = startWriters(200);
     std::vector<Event> events;
@@ -358,8 +313,8 @@ TEST_F(ProcessorThreads, WriteWhileTheHostProcesses)
     const auto rest = drained();
     events.insert(events.end(), rest.begin(), rest.end());
 
-    // Whole queues may have been dropped, but nothing came twice or out of order, and the newest
-    // note is always there.
+    // A full queue may have been dropped. Nothing comes twice or out of order, and the newest note
+    // is always there.
     EXPECT_FALSE(events.empty());
     EXPECT_LE(events.size(), 4u * 200u);
     bool newest = false;
@@ -372,12 +327,12 @@ TEST_F(ProcessorThreads, WriteWhileTheHostProcesses)
     EXPECT_TRUE(newest);
 }
 
-/** Writers that write while the host does everything else; the queue holds all of their notes. */
+/** Threads that write while the host makes other calls. The queue has room for all their notes. */
 class ProcessorThreadsMeanwhile : public ProcessorThreads {
 protected:
     static constexpr int kNotes = 20;
 
-    /** What left of the notes. act is what the host does beside connecting. */
+    /** The notes that the host got. Each turn begins with act. */
     template <class Act>
     std::vector<Event> writeMeanwhile(const Act& act)
     {
@@ -403,7 +358,7 @@ protected:
     }
 };
 
-TEST_F(ProcessorThreadsMeanwhile, MayComeWhileTheHostConnects)
+TEST_F(ProcessorThreadsMeanwhile, WriteMidiLosesNothingWhileTheHostConnects)
 {
     std::vector<int> all(kNotes);
     std::iota(all.begin(), all.end(), 0);
@@ -416,7 +371,7 @@ TEST_F(ProcessorThreadsMeanwhile, MayComeWhileTheHostConnects)
     }
 }
 
-TEST_F(ProcessorThreadsMeanwhile, MayComeWhileTheHostActivates)
+TEST_F(ProcessorThreadsMeanwhile, WriteMidiKeepsItsOrderWhileTheHostActivates)
 {
     for (int round = 0; round < 20; ++round) {
         const auto events =
@@ -426,7 +381,7 @@ TEST_F(ProcessorThreadsMeanwhile, MayComeWhileTheHostActivates)
             EXPECT_TRUE(std::is_sorted(written.begin(), written.end(), std::less_equal<>()));
             EXPECT_LE(written.size(), static_cast<size_t>(kNotes));
         }
-        writeMidi(0x90, 60, 127); // the host left it inactive
+        writeMidi(0x90, 60, 127); // inactive since the last turn
         EXPECT_THAT(drained(), IsEmpty());
         processor->setActive(true);
         writeMidi(0x90, 61, 127);

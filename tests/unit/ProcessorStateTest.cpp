@@ -1,8 +1,7 @@
 // The library's state in the host's project, as bytes.
 #include "tests/doubles/Sanitized.h"
+#include "tests/unit/LittleMemory.h"
 #include "tests/unit/ProcessorFixture.h"
-
-#include <sys/resource.h>
 
 namespace {
 
@@ -42,7 +41,7 @@ protected:
 
 const std::string kWhole = "\x00\x00\x00\x00\x04\x00\x00\x00Tone"s;
 
-TEST_F(ProcessorState, IsVersionLengthAndTheLibrarysBytes)
+TEST_F(ProcessorState, GetStateWritesVersionLengthAndTheLibrarysBytes)
 {
     setLibraryState("Tone");
     StreamDouble stream;
@@ -52,7 +51,7 @@ TEST_F(ProcessorState, IsVersionLengthAndTheLibrarysBytes)
     EXPECT_THAT(trace.texts(), ElementsAre("library.getStateChunk()"));
 }
 
-TEST_F(ProcessorState, LengthIsLittleEndian)
+TEST_F(ProcessorState, GetStateWritesTheLengthLittleEndian)
 {
     setLibraryState(std::string(0x010203, 'x'));
     StreamDouble stream;
@@ -61,7 +60,7 @@ TEST_F(ProcessorState, LengthIsLittleEndian)
     EXPECT_EQ(stream.data.size(), 8u + 0x010203u);
 }
 
-TEST_F(ProcessorState, MayBeEmpty)
+TEST_F(ProcessorState, GetStateWritesAnEmptyState)
 {
     StreamDouble stream;
     EXPECT_EQ(processor->getState(&stream), kResultOk);
@@ -69,7 +68,7 @@ TEST_F(ProcessorState, MayBeEmpty)
     EXPECT_EQ(stream.callCount, 3u);
 }
 
-TEST_F(ProcessorState, IsWrittenWhereTheStreamStands)
+TEST_F(ProcessorState, GetStateWritesAtTheStreamsPosition)
 {
     setLibraryState("Tone");
     StreamDouble stream("before");
@@ -78,7 +77,7 @@ TEST_F(ProcessorState, IsWrittenWhereTheStreamStands)
     EXPECT_EQ(stream.data, "before" + kWhole);
 }
 
-TEST_F(ProcessorState, IsInBytesAlsoForALibraryThatReadsText)
+TEST_F(ProcessorState, GetStateWritesBytesAlsoForALibraryThatReadsText)
 {
     library.stateFormat = 1;
     setLibraryState("Tone");
@@ -87,7 +86,7 @@ TEST_F(ProcessorState, IsInBytesAlsoForALibraryThatReadsText)
     EXPECT_EQ(stream.data, kWhole);
 }
 
-TEST_F(ProcessorState, FailsAndWritesNothingWithoutALibrary)
+TEST_F(ProcessorState, GetStateFailsAndWritesNothingWithoutALibrary)
 {
     disconnect();
     StreamDouble stream;
@@ -96,13 +95,13 @@ TEST_F(ProcessorState, FailsAndWritesNothingWithoutALibrary)
     EXPECT_EQ(processor->getState(nullptr), kResultFalse);
 }
 
-TEST_F(ProcessorState, FailsForANullStream)
+TEST_F(ProcessorState, GetStateAndSetStateFailForANullStream)
 {
     EXPECT_EQ(processor->getState(nullptr), kResultFalse);
     EXPECT_EQ(processor->setState(nullptr), kResultFalse);
 }
 
-TEST_F(ProcessorState, FailsWithEachWriteThatFails)
+TEST_F(ProcessorState, GetStateFailsWithEachWriteThatFails)
 {
     setLibraryState("Tone");
     const std::string written[] = {"", kWhole.substr(0, 4), kWhole.substr(0, 8)};
@@ -115,7 +114,7 @@ TEST_F(ProcessorState, FailsWithEachWriteThatFails)
     }
 }
 
-TEST_F(ProcessorState, TheLibraryIsNotAskedWhenTheVersionCannotBeWritten)
+TEST_F(ProcessorState, GetStateDoesNotAskTheLibraryWhenTheVersionCannotBeWritten)
 {
     StreamDouble stream;
     stream.failFrom = 1;
@@ -123,7 +122,7 @@ TEST_F(ProcessorState, TheLibraryIsNotAskedWhenTheVersionCannotBeWritten)
     EXPECT_THAT(trace.texts(), IsEmpty());
 }
 
-TEST_F(ProcessorState, FailsWithEachStreamCallThatThrows)
+TEST_F(ProcessorState, GetStateAndSetStateFailWithEachStreamCallThatThrows)
 {
     setLibraryState("Tone");
     for (size_t call = 1; call <= 3; ++call) {
@@ -137,7 +136,7 @@ TEST_F(ProcessorState, FailsWithEachStreamCallThatThrows)
     EXPECT_THAT(restored(), IsEmpty());
 }
 
-/** Gives every write the same result. */
+/** Gives the third write a result. */
 class AnsweringStream : public IBStream {
 public:
     explicit AnsweringStream(tresult third)
@@ -161,7 +160,7 @@ private:
     int calls = 0;
 };
 
-TEST_F(ProcessorState, ResultIsThatOfTheLastWrite)
+TEST_F(ProcessorState, GetStateAnswersTheResultOfTheLastWrite)
 {
     setLibraryState("Tone");
     for (const tresult answer : {kResultOk, kResultFalse, kNotImplemented, kOutOfMemory}) {
@@ -170,7 +169,7 @@ TEST_F(ProcessorState, ResultIsThatOfTheLastWrite)
     }
 }
 
-TEST_F(ProcessorState, FailsWhenTheLibraryThrows)
+TEST_F(ProcessorState, GetStateAndSetStateFailWhenTheLibraryThrows)
 {
     library.throwAt("getStateChunk");
     StreamDouble stream;
@@ -181,7 +180,7 @@ TEST_F(ProcessorState, FailsWhenTheLibraryThrows)
     EXPECT_EQ(restore(kWhole), kResultFalse);
 }
 
-TEST_F(ProcessorState, ComesBackAsItWasWritten)
+TEST_F(ProcessorState, SetStateRestoresWhatGetStateWrote)
 {
     const std::string every = [] {
         std::string bytes;
@@ -196,7 +195,7 @@ TEST_F(ProcessorState, ComesBackAsItWasWritten)
     EXPECT_THAT(restored(), ElementsAre(every));
 }
 
-TEST_F(ProcessorState, IsReadFromWhereTheStreamStands)
+TEST_F(ProcessorState, SetStateReadsFromTheStreamsPosition)
 {
     StreamDouble stream("before" + kWhole + "after");
     stream.position = 6;
@@ -205,7 +204,7 @@ TEST_F(ProcessorState, IsReadFromWhereTheStreamStands)
     EXPECT_EQ(stream.position, 6 + 12);
 }
 
-TEST_F(ProcessorState, IsAcceptedAndNotReadWithoutALibrary)
+TEST_F(ProcessorState, SetStateAcceptsAndReadsNothingWithoutALibrary)
 {
     disconnect();
     trace.clear();
@@ -216,7 +215,7 @@ TEST_F(ProcessorState, IsAcceptedAndNotReadWithoutALibrary)
     EXPECT_THAT(trace.texts(), IsEmpty());
 }
 
-TEST_F(ProcessorState, OfAnotherVersionIsAcceptedAndIgnored)
+TEST_F(ProcessorState, SetStateAcceptsAnotherVersionAndIgnoresIt)
 {
     for (const auto& version :
          {"\x01\x00\x00\x00"s, "\xFF\xFF\xFF\xFF"s, "\x00\x00\x00\x80"s, "\x00\x00\x00\x01"s}) {
@@ -227,7 +226,7 @@ TEST_F(ProcessorState, OfAnotherVersionIsAcceptedAndIgnored)
     EXPECT_THAT(restored(), IsEmpty());
 }
 
-TEST_F(ProcessorState, WithoutPositiveLengthFails)
+TEST_F(ProcessorState, SetStateFailsWithoutAPositiveLength)
 {
     for (const auto& length : {"\x00\x00\x00\x00"s, "\xFF\xFF\xFF\xFF"s, "\x00\x00\x00\x80"s}) {
         EXPECT_EQ(restore("\x00\x00\x00\x00"s + length + "Tone"), kResultFalse);
@@ -235,7 +234,7 @@ TEST_F(ProcessorState, WithoutPositiveLengthFails)
     }
 }
 
-TEST_F(ProcessorState, AnyFormatButOneIsBytes)
+TEST_F(ProcessorState, SetStateReadsBytesForAnyFormatButOne)
 {
     for (const int32 format : {0, 2, -1}) {
         library.stateFormat = format;
@@ -244,7 +243,7 @@ TEST_F(ProcessorState, AnyFormatButOneIsBytes)
     }
 }
 
-TEST_F(ProcessorState, FailsWithEachReadThatFails)
+TEST_F(ProcessorState, SetStateFailsWithEachReadThatFails)
 {
     for (size_t call = 1; call <= 3; ++call) {
         StreamDouble stream(kWhole);
@@ -254,17 +253,17 @@ TEST_F(ProcessorState, FailsWithEachReadThatFails)
     }
 }
 
-TEST_F(ProcessorState, CutShortIsJudgedByItsFieldsWhereTheStreamCallsThatSuccess)
+TEST_F(ProcessorState, SetStateOfACutStateTakesMissingBytesForZeros)
 {
-    // A version that is not whole keeps bytes of -1, which is no version of ours.
+    // Missing bytes of the version stay 0xFF, so that it is not a version that we know.
     for (size_t size = 0; size < 4; ++size) {
         EXPECT_EQ(restore(kWhole.substr(0, size)), kResultOk) << size;
         EXPECT_THAT(restored(), IsEmpty()) << size;
     }
-    // No length is a length of 0.
+    // A missing length is 0.
     EXPECT_EQ(restore(kWhole.substr(0, 4)), kResultFalse);
     EXPECT_THAT(restored(), IsEmpty());
-    // What is missing of length and data is zeros.
+    // Missing bytes of length and data are zeros.
     for (size_t size = 5; size < 12; ++size) {
         std::string expected = size > 8 ? kWhole.substr(8, size - 8) : "";
         expected.resize(4);
@@ -273,7 +272,7 @@ TEST_F(ProcessorState, CutShortIsJudgedByItsFieldsWhereTheStreamCallsThatSuccess
     }
 }
 
-TEST_F(ProcessorState, ClaimingTwoGigabytesBehindWhichFourBytesFollowIsNoCrash)
+TEST_F(ProcessorState, SetStateSurvivesALengthOfTwoGigabytesBeforeFourBytes)
 {
     library.failAt("setStateChunk"); // so that the library makes no copy of two gigabytes
     const std::string bytes = "\x00\x00\x00\x00\xFF\xFF\xFF\x7FTone"s;
@@ -284,19 +283,15 @@ TEST_F(ProcessorState, ClaimingTwoGigabytesBehindWhichFourBytesFollowIsNoCrash)
         EXPECT_EQ(trace.count("library.setStateChunk(2147483647 bytes)"), 0u);
 }
 
-TEST_F(ProcessorState, ClaimingMoreThanThereIsMemoryFails)
+TEST_F(ProcessorState, SetStateFailsForMoreThanThereIsMemory)
 {
 #if defined(VSTK2X_SANITIZED)
     GTEST_SKIP() << "sanitizers need more address space than the limit leaves";
 #endif
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
-    rlimit tight = before;
-    tight.rlim_cur = rlim_t(1) << 30;
-    ASSERT_EQ(setrlimit(RLIMIT_AS, &tight), 0);
-    const tresult result = restore("\x00\x00\x00\x00\xFF\xFF\xFF\x7FTone"s);
-    setrlimit(RLIMIT_AS, &before);
-    EXPECT_EQ(result, kResultFalse);
+    {
+        const unit::LittleMemory little;
+        EXPECT_EQ(restore("\x00\x00\x00\x00\xFF\xFF\xFF\x7FTone"s), kResultFalse);
+    }
     EXPECT_THAT(restored(), IsEmpty());
 }
 

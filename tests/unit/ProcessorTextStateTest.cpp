@@ -1,9 +1,9 @@
-// The library's state read as text, for a library that asks for that.
+// setState for a library whose state format is text.
 #include "tests/doubles/Sanitized.h"
+#include "tests/unit/LittleMemory.h"
 #include "tests/unit/ProcessorFixture.h"
 
 #include <limits>
-#include <sys/resource.h>
 
 namespace {
 
@@ -14,7 +14,7 @@ using std::string_literals::operator""s;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ProcessorTextState : public unit::ProcessorFixture {
+class ProcessorSetStateText : public unit::ProcessorFixture {
 protected:
     void SetUp() override
     {
@@ -32,14 +32,14 @@ protected:
     }
 };
 
-TEST_F(ProcessorTextState, ReachesTheLibraryAsUtf16)
+TEST_F(ProcessorSetStateText, HandsTheLibraryUtf16)
 {
     EXPECT_EQ(restore("T\0o\0\xAC\x20"s), kResultOk);
     EXPECT_THAT(library.stateTextsSet, ElementsAre(u"To\u20AC"));
     EXPECT_THAT(library.statesSet, IsEmpty());
 }
 
-TEST_F(ProcessorTextState, OfEverySmallSizeEndsWithATerminator)
+TEST_F(ProcessorSetStateText, TerminatesATextOfEverySmallSize)
 {
     const std::u16string texts[] = {u"", u"A", u"A", u"AB", u"AB", u"ABC"};
     const std::string bytes = "A\0B\0C"s;
@@ -49,13 +49,13 @@ TEST_F(ProcessorTextState, OfEverySmallSizeEndsWithATerminator)
     }
 }
 
-TEST_F(ProcessorTextState, EndsAtTheFirstZeroUnit)
+TEST_F(ProcessorSetStateText, EndsAtTheFirstZeroUnit)
 {
     EXPECT_EQ(restore("A\0\0\0B\0"s), kResultOk);
     EXPECT_THAT(library.stateTextsSet, ElementsAre(u"A"));
 }
 
-TEST_F(ProcessorTextState, MayBeLong)
+TEST_F(ProcessorSetStateText, TakesALongText)
 {
     std::string bytes;
     for (int unit = 0; unit < 100000; ++unit)
@@ -64,7 +64,7 @@ TEST_F(ProcessorTextState, MayBeLong)
     EXPECT_THAT(library.stateTextsSet, ElementsAre(std::u16string(100000, u'x')));
 }
 
-TEST_F(ProcessorTextState, IsTheWholeStreamWhereverItStands)
+TEST_F(ProcessorSetStateText, ReadsTheWholeStreamWhereverItsPosition)
 {
     StreamDouble stream("A\0B\0"s);
     stream.position = 3;
@@ -72,7 +72,7 @@ TEST_F(ProcessorTextState, IsTheWholeStreamWhereverItStands)
     EXPECT_THAT(library.stateTextsSet, ElementsAre(u"AB"));
 }
 
-TEST_F(ProcessorTextState, ResultIsWhetherTheLibraryTookIt)
+TEST_F(ProcessorSetStateText, AnswersWhetherTheLibraryTookIt)
 {
     EXPECT_EQ(restore("A\0"s), kResultOk);
     for (const int32 answer : {1, 2, -1}) {
@@ -82,13 +82,13 @@ TEST_F(ProcessorTextState, ResultIsWhetherTheLibraryTookIt)
     }
 }
 
-TEST_F(ProcessorTextState, IsAcceptedWithoutAStream)
+TEST_F(ProcessorSetStateText, AcceptsANullStream)
 {
     EXPECT_EQ(processor->setState(nullptr), kResultOk);
     EXPECT_THAT(library.stateTextsSet, IsEmpty());
 }
 
-TEST_F(ProcessorTextState, FailsWithEachStreamCallThatFailsOrThrows)
+TEST_F(ProcessorSetStateText, FailsWithEachStreamCallThatFailsOrThrows)
 {
     StreamDouble counting("A\0"s);
     ASSERT_EQ(processor->setState(&counting), kResultOk);
@@ -105,7 +105,7 @@ TEST_F(ProcessorTextState, FailsWithEachStreamCallThatFailsOrThrows)
     EXPECT_THAT(library.stateTextsSet, IsEmpty());
 }
 
-TEST_F(ProcessorTextState, FailsWhenTheStreamHasNoSize)
+TEST_F(ProcessorSetStateText, FailsWhenTheStreamHasNoSize)
 {
     StreamDouble stream("A\0"s);
     stream.seekable = false;
@@ -113,7 +113,7 @@ TEST_F(ProcessorTextState, FailsWhenTheStreamHasNoSize)
     EXPECT_THAT(library.stateTextsSet, IsEmpty());
 }
 
-TEST_F(ProcessorTextState, OfAShortReadIsZerosBehindWhatWasRead)
+TEST_F(ProcessorSetStateText, PutsZerosBehindAShortRead)
 {
     StreamDouble stream("A\0B\0"s);
     stream.shortRead = 2;
@@ -121,7 +121,7 @@ TEST_F(ProcessorTextState, OfAShortReadIsZerosBehindWhatWasRead)
     EXPECT_THAT(library.stateTextsSet, ElementsAre(u"A"));
 }
 
-/** Claims a size in bytes and has none. */
+/** Tells a size and gives no bytes. */
 class BoastingStream : public IBStream {
 public:
     explicit BoastingStream(int64 claimed)
@@ -156,7 +156,7 @@ private:
     const int64 size;
 };
 
-TEST_F(ProcessorTextState, FailsForASizeThatNoReadCanTake)
+TEST_F(ProcessorSetStateText, FailsForASizeThatNoReadCanTake)
 {
     for (const int64 size :
          {int64(-1), int64(1) << 31, int64(1) << 62, std::numeric_limits<int64>::max()}) {
@@ -166,25 +166,21 @@ TEST_F(ProcessorTextState, FailsForASizeThatNoReadCanTake)
     }
 }
 
-TEST_F(ProcessorTextState, ClaimingMoreThanThereIsMemoryFails)
+TEST_F(ProcessorSetStateText, FailsForMoreThanThereIsMemory)
 {
 #if defined(VSTK2X_SANITIZED)
     GTEST_SKIP() << "sanitizers need more address space than the limit leaves";
 #endif
     BoastingStream stream(std::numeric_limits<int32>::max());
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
-    rlimit tight = before;
-    tight.rlim_cur = rlim_t(1) << 30;
-    ASSERT_EQ(setrlimit(RLIMIT_AS, &tight), 0);
-    const tresult result = processor->setState(&stream);
-    setrlimit(RLIMIT_AS, &before);
-    EXPECT_EQ(result, kResultFalse);
+    {
+        const unit::LittleMemory little;
+        EXPECT_EQ(processor->setState(&stream), kResultFalse);
+    }
     EXPECT_EQ(stream.reads, 0u);
     EXPECT_THAT(library.stateTextsSet, IsEmpty());
 }
 
-TEST_F(ProcessorTextState, FailsWhenTheLibraryThrows)
+TEST_F(ProcessorSetStateText, FailsWhenTheLibraryThrows)
 {
     library.throwAt("setStateText");
     EXPECT_EQ(restore("A\0"s), kResultFalse);

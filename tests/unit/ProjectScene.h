@@ -1,5 +1,4 @@
-// ProjectScene: a project of three tracks whose first one plays through the plug-in and is
-// selected.
+// ProjectScene: a project of three tracks. The first plays the plug-in and is selected.
 #pragma once
 
 #include "tests/unit/TrackScene.h"
@@ -7,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/** The messages of a change in the host. */
+/** The messages of update. */
 constexpr Steinberg::int32 kChanged = Steinberg::IDependent::kChanged;
 constexpr Steinberg::int32 kDestroyed = Steinberg::IDependent::kDestroyed;
 
@@ -30,7 +29,7 @@ struct ProjectScene : TrackScene {
         trace.clear();
     }
 
-    /** Names of the values that are observed beside the mixer and its selected value. */
+    /** What is observed besides the mixer and its selected value. */
     std::vector<std::string> observed() const
     {
         auto names = host.updates.observed();

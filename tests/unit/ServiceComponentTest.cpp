@@ -1,4 +1,4 @@
-// FComponentPtr: the holder of a component that the host makes.
+// FComponentPtr, which holds a component that the host's factory makes.
 #include "editorlib/FComponentPtr.h"
 #include "editorlib/IExtensionVSTServiceGetter.h"
 #include "tests/doubles/ScriptedHost.h"
@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 constexpr const char* kID = "BBA9E2BA9E28483CAA608081B0166B85";
 
-class ServiceComponent : public ::testing::Test {
+class FComponentPtrTest : public ::testing::Test {
 protected:
     using Holder = FComponentPtr<IExtensionVSTServiceGetter>;
 
@@ -24,15 +24,7 @@ protected:
 
     bool initialize(Holder& holder) { return holder.initialize(&host.context, "UID", kID); }
 
-    /** The component cannot be had, and the holder ends without one. */
-    void expectRefused()
-    {
-        Holder holder;
-        EXPECT_FALSE(initialize(holder));
-        EXPECT_FALSE(holder);
-    }
-
-    /** What was made, asked, started, stopped and handed back. */
+    /** The calls about the factory and its components. */
     std::vector<std::string> calls() const
     {
         return trace.textsOf({"hostClasses", "componentFactory", "component("});
@@ -44,7 +36,7 @@ const std::string kCreated =
     "componentFactory.createComponent(UID, BBA9E2BA9E28483CAA608081B0166B85)";
 const std::string kComponentDestroyed = "componentFactory.destroyComponent(component(1))";
 
-TEST_F(ServiceComponent, IsMadeByTheHostsFactoryAndHandedBack)
+TEST_F(FComponentPtrTest, InitializeMakesAComponentThatTerminateHandsBack)
 {
     {
         Holder holder;
@@ -60,17 +52,7 @@ TEST_F(ServiceComponent, IsMadeByTheHostsFactoryAndHandedBack)
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
 }
 
-TEST_F(ServiceComponent, IsHandedBackByTheHoldersEnd)
-{
-    {
-        Holder holder;
-        initialize(holder);
-    }
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
-    EXPECT_THAT(host.ledger(), IsEmpty());
-}
-
-TEST_F(ServiceComponent, IsNotMadeASecondTimeWhileHeld)
+TEST_F(FComponentPtrTest, InitializeMakesNoSecondComponentWhileOneIsHeld)
 {
     Holder holder;
     EXPECT_TRUE(initialize(holder));
@@ -79,7 +61,7 @@ TEST_F(ServiceComponent, IsNotMadeASecondTimeWhileHeld)
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated));
 }
 
-TEST_F(ServiceComponent, CanBeMadeAgainAfterItsEnd)
+TEST_F(FComponentPtrTest, InitializeMakesAnotherAfterTerminate)
 {
     Holder holder;
     EXPECT_TRUE(initialize(holder));
@@ -89,7 +71,7 @@ TEST_F(ServiceComponent, CanBeMadeAgainAfterItsEnd)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
-TEST_F(ServiceComponent, FactoryIsAskedForOnceForAsLongAsItIsKept)
+TEST_F(FComponentPtrTest, InitializeAsksForTheFactoryOnce)
 {
     Holder holder;
     host.service.makesComponent = false;
@@ -99,7 +81,7 @@ TEST_F(ServiceComponent, FactoryIsAskedForOnceForAsLongAsItIsKept)
     EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kCreated));
 }
 
-TEST_F(ServiceComponent, IsMissingWithoutContextHostClassesOrFactory)
+TEST_F(FComponentPtrTest, InitializeFailsWithoutContextHostClassesOrFactory)
 {
     Holder holder;
     EXPECT_FALSE(holder.initialize(nullptr, "UID", kID));
@@ -113,7 +95,7 @@ TEST_F(ServiceComponent, IsMissingWithoutContextHostClassesOrFactory)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
-TEST_F(ServiceComponent, WithoutTheInterfaceGoesBackAtOnce)
+TEST_F(FComponentPtrTest, InitializeHandsAComponentWithoutTheInterfaceBackAtOnce)
 {
     host.service.offersGetter = false;
     Holder holder;
@@ -123,7 +105,7 @@ TEST_F(ServiceComponent, WithoutTheInterfaceGoesBackAtOnce)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
-TEST_F(ServiceComponent, IsStartedWithTheHostContextAndStopped)
+TEST_F(FComponentPtrTest, InitializeStartsWithTheHostContextAndTerminateStops)
 {
     host.service.offersPluginBase = true;
     Holder holder;
@@ -135,35 +117,31 @@ TEST_F(ServiceComponent, IsStartedWithTheHostContextAndStopped)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
-TEST_F(ServiceComponent, ThatDoesNotStartGoesBackUnstopped)
+TEST_F(FComponentPtrTest, InitializeHandsBackUnstoppedWhatDoesNotStart)
 {
-    host.service.offersPluginBase = true;
-    host.service.initializeResult = kResultFalse;
-    expectRefused();
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
-                                     kComponentDestroyed));
-    EXPECT_THAT(host.ledger(), IsEmpty());
-}
-
-TEST_F(ServiceComponent, ThatThrowsWhenStartedGoesBackUnstopped)
-{
+    int made = 0;
+    const auto expectGivenBack = [&](bool isStarted) {
+        const std::string component = "component(" + std::to_string(++made) + ")";
+        EXPECT_FALSE(initialize(*std::make_unique<Holder>()));
+        std::vector<std::string> expected = {kFactoryAsked, kCreated};
+        if (isStarted)
+            expected.push_back(component + ".initialize(context)");
+        expected.push_back("componentFactory.destroyComponent(" + component + ")");
+        EXPECT_EQ(calls(), expected);
+        EXPECT_THAT(host.ledger(), IsEmpty());
+        host.clearFaults();
+        trace.clear();
+    };
+    host.throwAt("query(component(1), IPluginBase)");
+    expectGivenBack(false);
     host.service.offersPluginBase = true;
     host.throwAt("initialize");
-    expectRefused();
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, "component(1).initialize(context)",
-                                     kComponentDestroyed));
-    EXPECT_THAT(host.ledger(), IsEmpty());
+    expectGivenBack(true);
+    host.service.initializeResult = kResultFalse;
+    expectGivenBack(true);
 }
 
-TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStartsGoesBackUnstopped)
-{
-    host.throwAt("query(component(1), IPluginBase)");
-    expectRefused();
-    EXPECT_THAT(calls(), ElementsAre(kFactoryAsked, kCreated, kComponentDestroyed));
-    EXPECT_THAT(host.ledger(), IsEmpty());
-}
-
-TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStopsStillGoesBack)
+TEST_F(FComponentPtrTest, TerminateHandsBackAComponentThatThrowsWhenAskedWhetherItStops)
 {
     Holder holder;
     initialize(holder);
@@ -176,7 +154,7 @@ TEST_F(ServiceComponent, ThatThrowsWhenAskedWhetherItStopsStillGoesBack)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
-TEST_F(ServiceComponent, IsTheFactorysWhenThatThrowsAtItsReturn)
+TEST_F(FComponentPtrTest, DestructorHandsBackOnceToAFactoryThatThrows)
 {
     {
         Holder holder;
@@ -187,7 +165,7 @@ TEST_F(ServiceComponent, IsTheFactorysWhenThatThrowsAtItsReturn)
     EXPECT_THAT(host.ledger(), ElementsAre("component(1): expected 0, is 1"));
 }
 
-TEST_F(ServiceComponent, ThatDoesNotStopIsKeptUnlessForced)
+TEST_F(FComponentPtrTest, TerminateKeepsAComponentThatDoesNotStopUnlessForced)
 {
     host.service.offersPluginBase = true;
     host.service.terminateResult = kResultFalse;
@@ -204,7 +182,7 @@ TEST_F(ServiceComponent, ThatDoesNotStopIsKeptUnlessForced)
     EXPECT_THAT(host.ledger(), IsEmpty());
 }
 
-TEST_F(ServiceComponent, ThatThrowsWhenStoppedStillGoesBack)
+TEST_F(FComponentPtrTest, DestructorHandsBackAComponentThatThrowsWhenStopped)
 {
     host.service.offersPluginBase = true;
     {

@@ -27,7 +27,7 @@ protected:
         bound.initialize();
     }
 
-    /** Asks as the library does. */
+    /** Calls storeUserBank as the library does. */
     void store(int bank, int number)
     {
         bound.library.controller->storeUserBank(static_cast<VoiceBank::Bank>(bank), number);
@@ -92,7 +92,7 @@ TEST_F(StoreUserBank, SurvivesALibraryThatThrows)
         bound.library.throwAt(call);
         EXPECT_NO_THROW(store(9, 4)) << call;
     }
-    // Only the last call comes after the file was opened.
+    // The file is opened before the last of these calls.
     EXPECT_EQ(home.content("Duo_Solo Cello.vstpreset"), "");
 }
 

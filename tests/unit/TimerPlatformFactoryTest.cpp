@@ -1,4 +1,4 @@
-// What VSTGUI gets from us beside timers: nothing, and never a crash.
+// TimerPlatformFactory gives VSTGUI timers and nothing else, and never crashes.
 #include "platform/TimerPlatformFactory.h"
 
 #include "vstgui/lib/cresourcedescription.h"
@@ -7,14 +7,17 @@
 
 namespace {
 
-using namespace VSTGUI;
+using VSTGUI::CPoint;
+using VSTGUI::CResourceDescription;
+using VSTGUI::PlatformFactoryPtr;
+using VSTGUI::PlatformType;
 
 class TimerPlatformFactoryTest : public testing::Test {
 protected:
     const PlatformFactoryPtr factory = Steinberg::Vst::platform::makeTimerPlatformFactory();
 };
 
-TEST_F(TimerPlatformFactoryTest, HasNothingToDrawWith)
+TEST_F(TimerPlatformFactoryTest, CreateOperationsGiveNothingToDrawWith)
 {
     EXPECT_FALSE(factory->createFrame(nullptr, {}, nullptr, PlatformType::kDefaultNative, nullptr));
     EXPECT_FALSE(factory->getAllFontFamilies([](const std::string&) { return true; }));
@@ -23,7 +26,7 @@ TEST_F(TimerPlatformFactoryTest, HasNothingToDrawWith)
     EXPECT_FALSE(factory->getGraphicsDeviceFactory().getDeviceForScreen({}));
 }
 
-TEST_F(TimerPlatformFactoryTest, HasNoBitmapsAndNoResources)
+TEST_F(TimerPlatformFactoryTest, CreateBitmapAndResourcesGiveNothing)
 {
     const CResourceDescription resource("picture.png");
     const char bytes[] = {'\x89', 'P', 'N', 'G'};
@@ -35,20 +38,20 @@ TEST_F(TimerPlatformFactoryTest, HasNoBitmapsAndNoResources)
     EXPECT_FALSE(factory->createResourceInputStream(resource));
 }
 
-TEST_F(TimerPlatformFactoryTest, HasNoClipboard)
+TEST_F(TimerPlatformFactoryTest, GetClipboardAndSetClipboardAreRefused)
 {
     EXPECT_FALSE(factory->setClipboard(nullptr));
     EXPECT_FALSE(factory->getClipboard());
 }
 
-TEST_F(TimerPlatformFactoryTest, IsNoPlatformsOwn)
+TEST_F(TimerPlatformFactoryTest, AsLinuxMacAndWin32FactoryAreNull)
 {
     EXPECT_EQ(factory->asLinuxFactory(), nullptr);
     EXPECT_EQ(factory->asMacFactory(), nullptr);
     EXPECT_EQ(factory->asWin32Factory(), nullptr);
 }
 
-TEST_F(TimerPlatformFactoryTest, CountsMillisecondsForward)
+TEST_F(TimerPlatformFactoryTest, GetTicksCountsMillisecondsForward)
 {
     const uint64_t before = factory->getTicks();
     EXPECT_GT(before, 0u);

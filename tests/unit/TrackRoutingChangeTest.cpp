@@ -5,7 +5,7 @@ using namespace Steinberg;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(OutputChange, AwayFromThePlugInDropsTheChannel)
+TEST(UpdateOfTheOutput, AwayFromThePlugInDropsTheChannel)
 {
     ProjectScene scene;
     scene.setOutput(kRoutedElsewhere);
@@ -16,7 +16,7 @@ TEST(OutputChange, AwayFromThePlugInDropsTheChannel)
     EXPECT_THAT(scene.synced(), IsEmpty());
 }
 
-TEST(OutputChange, ToThePlugInObservesAndShowsTheChannel)
+TEST(UpdateOfTheOutput, ToThePlugInObservesAndShowsTheChannel)
 {
     ProjectScene scene;
     scene.setOutput(kRoutedElsewhere);
@@ -27,7 +27,7 @@ TEST(OutputChange, ToThePlugInObservesAndShowsTheChannel)
                 ElementsAre("updateHandler.addDependent(value(Piano.channel))", kSync3));
 }
 
-TEST(OutputChange, WithinThePlugInObservesTheChannelAnew)
+TEST(UpdateOfTheOutput, WithinThePlugInObservesTheChannelAgain)
 {
     ProjectScene scene;
     scene.setOutput("Synth 9 - RDL3/RDL5 VST");
@@ -36,7 +36,7 @@ TEST(OutputChange, WithinThePlugInObservesTheChannelAnew)
                             "updateHandler.addDependent(value(Piano.channel))", kSync3));
 }
 
-TEST(OutputChange, InANewerHostIsJudgedByTheRack)
+TEST(UpdateOfTheOutput, InANewerHostIsJudgedByTheRack)
 {
     ProjectScene scene(newerHost());
     ASSERT_THAT(scene.observed(), ElementsAre("value(Piano.output)"));
@@ -51,7 +51,7 @@ TEST(OutputChange, InANewerHostIsJudgedByTheRack)
     EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)"));
 }
 
-TEST(OutputChange, IsFollowedInAHostWithoutUnicode)
+TEST(UpdateOfTheOutput, WorksInAHostWithoutUnicode)
 {
     ProjectScene scene(HostFamily::withoutUnicode("Cubase", "5.0.0"));
     scene.setOutput(kRoutedElsewhere);
@@ -64,7 +64,7 @@ TEST(OutputChange, IsFollowedInAHostWithoutUnicode)
     EXPECT_THAT(scene.observed(), IsEmpty());
 }
 
-TEST(OutputChange, ToDestroyedDropsOutputAndChannel)
+TEST(UpdateOfTheOutput, OfDestroyedDropsOutputAndChannel)
 {
     ProjectScene scene;
     scene.tell(scene.piano.value("output"), kDestroyed);
@@ -74,7 +74,7 @@ TEST(OutputChange, ToDestroyedDropsOutputAndChannel)
     EXPECT_THAT(scene.observed(), IsEmpty());
 }
 
-TEST(ChannelChange, ShowsThePartOfTheNewChannel)
+TEST(UpdateOfTheChannel, ShowsThePartOfTheNewChannel)
 {
     ProjectScene scene;
     scene.piano.value("channel").integer = 15;
@@ -85,7 +85,7 @@ TEST(ChannelChange, ShowsThePartOfTheNewChannel)
     EXPECT_EQ(scene.synced().size(), 1u);
 }
 
-TEST(ChannelChange, ToDestroyedChangesNothing)
+TEST(UpdateOfTheChannel, OfDestroyedChangesNothing)
 {
     ProjectScene scene;
     scene.tell(scene.piano.value("channel"), kDestroyed);
@@ -93,7 +93,7 @@ TEST(ChannelChange, ToDestroyedChangesNothing)
     EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));
 }
 
-TEST(MixerChange, DropsTheTrackWhenTheMixerLostOne)
+TEST(UpdateOfTheMixer, DropsTheTrackWhenTheMixerLostOne)
 {
     ProjectScene scene;
     scene.host.devices.removeTrack(2);
@@ -104,18 +104,18 @@ TEST(MixerChange, DropsTheTrackWhenTheMixerLostOne)
                             "device(Mixer).countChildren()"));
 }
 
-TEST(MixerChange, KeepsTheTrackWhenTheMixerGrewOrStayed)
+TEST(UpdateOfTheMixer, KeepsTheTrackWhenTheMixerGrewOrStayed)
 {
     ProjectScene scene;
     scene.host.devices.addAudioTrack("More");
     scene.host.devices.tellTracksChanged();
     scene.host.devices.tellTracksChanged();
     EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));
-    scene.host.devices.removeTrack(3); // back to as many as at the start, and fewer than last seen
+    scene.host.devices.removeTrack(3); // fewer than before, though as many as at the start
     EXPECT_THAT(scene.observed(), IsEmpty());
 }
 
-TEST(MixerChange, IsHeardInAHostWithoutUnicode)
+TEST(UpdateOfTheMixer, WorksInAHostWithoutUnicode)
 {
     ProjectScene scene(HostFamily::withoutUnicode("Cubase", "5.0.0"));
     scene.host.traceQueries();
@@ -126,7 +126,7 @@ TEST(MixerChange, IsHeardInAHostWithoutUnicode)
     EXPECT_THAT(scene.observed(), IsEmpty());
 }
 
-TEST(MixerChange, IsCountedWithoutAnUpdateHandlerAlthoughTheTrackStays)
+TEST(UpdateOfTheMixer, CountsTheTracksWithoutAnUpdateHandlerToo)
 {
     ProjectScene scene;
     scene.host.hide(IUpdateHandler::iid);
@@ -136,10 +136,10 @@ TEST(MixerChange, IsCountedWithoutAnUpdateHandlerAlthoughTheTrackStays)
     scene.host.show(IUpdateHandler::iid);
     scene.host.devices.tellTracksChanged();
     EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"))
-        << "the loss was counted once";
+        << "the track that went was counted once";
 }
 
-TEST(MixerChange, CountsFromNoneAtTheStart)
+TEST(UpdateOfTheMixer, CountsFromNoneAtTheStart)
 {
     TrackScene scene(olderHost());
     scene.host.devices.addMidiTrack("Piano", kRoutedHere, 3);
@@ -147,10 +147,10 @@ TEST(MixerChange, CountsFromNoneAtTheStart)
     scene.start();
     scene.host.devices.select(0);
     scene.host.devices.removeTrack(1);
-    EXPECT_EQ(scene.host.updates.observed().size(), 4u) << "it had not been counted before";
+    EXPECT_EQ(scene.host.updates.observed().size(), 4u) << "the tracks had not been counted before";
 }
 
-TEST(Destroyed, OfTheSelectedValueOrTheMixerChangesNothing)
+TEST(UpdateOfTheMixer, OfDestroyedChangesNothing)
 {
     ProjectScene scene;
     scene.host.devices.mixer().children.pop_back();
@@ -158,10 +158,10 @@ TEST(Destroyed, OfTheSelectedValueOrTheMixerChangesNothing)
     scene.tell(scene.host.devices.mixer(), kDestroyed);
     EXPECT_THAT(scene.calls({"updateHandler.", "library.", "device(", "value("}), IsEmpty());
     scene.host.devices.tellTracksChanged();
-    EXPECT_THAT(scene.observed(), IsEmpty()) << "the loss was not counted before";
+    EXPECT_THAT(scene.observed(), IsEmpty()) << "the track that went was not counted before";
 }
 
-TEST(OtherMessages, AreChangesLikeAnyOther)
+TEST(UpdateOfTheChannel, TakesAnyOtherMessageForAChange)
 {
     for (const int32 message : {0, 1, 3, 4, 1000, -1}) {
         ProjectScene scene;

@@ -6,7 +6,7 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(Notice, OfAnObjectThatIsNotObservedChangesNothing)
+TEST(TrackRoutingUpdate, IgnoresAnObjectThatIsNotObserved)
 {
     ProjectScene scene;
     for (doubles::HostObject* object : std::initializer_list<doubles::HostObject*>{
@@ -17,11 +17,11 @@ TEST(Notice, OfAnObjectThatIsNotObservedChangesNothing)
     EXPECT_THAT(scene.trace.texts(), Each("hostApplicationW.getCharacterSet()"));
 }
 
-TEST(Notice, IsNeverTakenForAFieldThatIsEmpty)
+TEST(TrackRoutingUpdate, IgnoresEveryObjectWhileNothingIsObserved)
 {
     TrackScene scene(olderHost());
     auto& piano = scene.host.devices.addMidiTrack("Piano", kRoutedHere, 3);
-    // Nothing is observed: no value and no device may be the same as nothing.
+    // An object is never equal to the null pointer of what is not observed.
     for (doubles::HostObject* object : std::initializer_list<doubles::HostObject*>{
              &piano, &piano.value("output"), &scene.host.context, &scene.host.devices.mixer(),
              &scene.host.devices.mixer().value("selected")})
@@ -30,7 +30,7 @@ TEST(Notice, IsNeverTakenForAFieldThatIsEmpty)
     EXPECT_THAT(scene.trace.texts(), Each("hostApplicationW.getCharacterSet()"));
 }
 
-TEST(Notice, ChangesNothingWithoutHostClasses)
+TEST(TrackRoutingUpdate, ChangesNothingWithoutHostClasses)
 {
     ProjectScene scene;
     scene.host.hide(IHostClasses::iid);
@@ -41,16 +41,16 @@ TEST(Notice, ChangesNothingWithoutHostClasses)
     scene.context.hostContext.set(&scene.host.context);
 }
 
-TEST(Notice, OfAnObjectOfTheOtherCharacterSetChangesNothing)
+TEST(TrackRoutingUpdate, IgnoresAnObjectOfTheOtherCharacterSet)
 {
     ProjectScene scene;
     scene.host.context.characterSet =
-        kResultFalse; // asks for the flavour that this host does not have
+        kResultFalse; // then other interface IDs are asked for, which this host does not have
     scene.host.devices.select(1);
     EXPECT_THAT(scene.calls({"updateHandler.", "library.", "device(", "value("}), IsEmpty());
 }
 
-TEST(Notice, WithoutUpdateHandlerKeepsTheValuesThatAreObserved)
+TEST(TrackRoutingUpdate, KeepsTheObservedValuesWithoutUpdateHandler)
 {
     ProjectScene scene;
     scene.host.hide(IUpdateHandler::iid);
@@ -60,7 +60,7 @@ TEST(Notice, WithoutUpdateHandlerKeepsTheValuesThatAreObserved)
     EXPECT_THAT(scene.synced(), ElementsAre(kSync3)) << "the old track's channel is still held";
 }
 
-TEST(Notice, ReleasesWhatItAskedFor)
+TEST(TrackRoutingUpdate, ReleasesWhatItAskedFor)
 {
     ProjectScene scene;
     scene.host.traceReferences();
@@ -71,44 +71,4 @@ TEST(Notice, ReleasesWhatItAskedFor)
                             "context.release()", "device(Organ).addRef()", "context.addRef()",
                             "hostClasses.addRef()", "context.release()", "hostClasses.release()",
                             "device(Organ).release()"));
-}
-
-TEST(Notice, WhicheverHostCallFailsTheReferencesComeBack)
-{
-    for (size_t call = 1;; ++call) {
-        ProjectScene scene;
-        scene.organ.value("output").text = kRoutedHere;
-        scene.host.failAtCall(call);
-        scene.host.devices.select(1);
-        scene.host.devices.removeTrack(2);
-        scene.host.devices.select(0);
-        scene.tell(scene.piano.value("output"), kChanged);
-        scene.tell(scene.piano.value("output"), kDestroyed);
-        const bool failed = scene.host.callCount() >= call;
-        scene.host.clearFaults();
-        // A host that did not take a dependent off its list still has it there.
-        for (auto* track : {&scene.piano, &scene.organ})
-            for (const char* name : {"output", "channel"})
-                scene.host.updates.removeDependent(&track->value(name), &scene.context.dependent);
-        if (!failed)
-            break;
-    }
-}
-
-TEST(Notice, WhicheverHostCallThrowsTheReferencesComeBack)
-{
-    for (size_t call = 1;; ++call) {
-        ProjectScene scene;
-        scene.organ.value("output").text = kRoutedHere;
-        scene.host.devices.mixer().value("selected").integer = 1;
-        scene.host.throwAtCall(call);
-        try {
-            scene.routing.update(scene.host.devices.mixer().value("selected").unknown(), kChanged);
-        } catch (const doubles::ScriptedFailure&) {
-            continue;
-        }
-        // Nobody hears of an exception at the question for the character set.
-        if (scene.host.callCount() < call)
-            break;
-    }
 }

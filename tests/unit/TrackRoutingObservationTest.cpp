@@ -2,61 +2,9 @@
 #include "hostapi/IDeviceList.h"
 #include "tests/unit/TrackScene.h"
 
-using doubles::HostFamily;
 using namespace Steinberg;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-namespace {
-
-bool isNew(const HostFamily& family)
-{
-    TrackScene scene(family);
-    scene.routing.readHostVersion();
-    return scene.routing.isNewHostVersion();
-}
-
-} // namespace
-
-TEST(NewHostVersion, BeginsAtDifferentVersionsOfEachProduct)
-{
-    EXPECT_TRUE(isNew(HostFamily::nuendo("6.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::nuendo("7.0.0")));
-    EXPECT_FALSE(isNew(HostFamily::nuendo("6.4.9")));
-    EXPECT_TRUE(isNew(HostFamily::cubase("7.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::cubase("8.0.0")));
-    EXPECT_FALSE(isNew(HostFamily::cubase("7.4.9")));
-    EXPECT_FALSE(isNew(HostFamily::cubase("6.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::named("Cubase AI", "7.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::named("Cubase Elements", "7.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::named("Cubase Artist", "7.5.0")));
-    EXPECT_TRUE(isNew(HostFamily::named("Some Host", "7.5.0")));
-    EXPECT_FALSE(isNew(HostFamily::named("Some Host", "7.4.0")));
-}
-
-TEST(NewHostVersion, IsNeverReachedByTheSmallestEdition)
-{
-    EXPECT_FALSE(isNew(HostFamily::cubaseLE("9.0.0")));
-}
-
-TEST(NewHostVersion, NeedsAVersionOfThreeParts)
-{
-    EXPECT_FALSE(isNew(HostFamily::cubase("7.5")));
-    EXPECT_TRUE(isNew(HostFamily::cubase("7.5.")));
-    EXPECT_FALSE(isNew(HostFamily::withoutUnicode("Nuendo", "6.5.0")));
-}
-
-TEST(NewHostVersion, IsNotReachedByAHostThatDoesNotTell)
-{
-    EXPECT_FALSE(isNew(HostFamily::plain()));
-    EXPECT_FALSE(isNew(HostFamily::applicationAOnly()));
-    TrackScene scene(newerHost());
-    scene.routing.readHostVersion();
-    ASSERT_TRUE(scene.routing.isNewHostVersion());
-    scene.context.hostContext.set(nullptr);
-    scene.routing.readHostVersion();
-    EXPECT_FALSE(scene.routing.isNewHostVersion()) << "another life does not keep the answer";
-}
 
 TEST(StartObserving, ObservesTheMixerAndThenItsSelectedValue)
 {
@@ -70,7 +18,7 @@ TEST(StartObserving, ObservesTheMixerAndThenItsSelectedValue)
                             "updateHandler.addDependent(value(Mixer.selected))"));
 }
 
-TEST(StartObserving, GoesOnBehindADependencyThatThrows)
+TEST(StartObserving, GoesOnAfterAddDependentThrew)
 {
     TrackScene scene(newerHost());
     scene.host.throwAt("updateHandler.addDependent(device(Mixer))");
@@ -141,7 +89,7 @@ TEST(StopObserving, LetsGoOfTheValuesWithoutUpdateHandlerToo)
     EXPECT_EQ(piano.value("output").getReferences(), 1);
     EXPECT_EQ(scene.host.devices.mixer().value("selected").getReferences(), 1);
     EXPECT_THAT(scene.trace.texts(), IsEmpty());
-    // The host still knows us as dependent; it is the one that lost its update handler.
+    // A host without an update handler keeps the dependents.
     for (auto* object : {&piano.value("output"), &piano.value("channel"),
                          &scene.host.devices.mixer().value("selected")})
         scene.host.updates.removeDependent(object, &scene.context.dependent);
@@ -186,10 +134,10 @@ TEST(StopObserving, CanBeFollowedByAnotherStart)
     EXPECT_THAT(scene.synced(), ElementsAre("library.syncPartToMidiChannel(3)"));
     scene.host.devices.tellTracksChanged();
     EXPECT_EQ(scene.host.updates.observed().size(), 4u)
-        << "tracks of the life before are not missed";
+        << "the tracks of the life before do not count";
 }
 
-TEST(TrackRouting, ReleasesTheValuesWhenItEndsWithoutTerminate)
+TEST(TrackRouting, DestructorReleasesTheValues)
 {
     doubles::Trace trace;
     doubles::ScriptedHost host(trace, olderHost());
@@ -203,7 +151,7 @@ TEST(TrackRouting, ReleasesTheValuesWhenItEndsWithoutTerminate)
     EXPECT_EQ(host.devices.mixer().value("selected").getReferences(), 1);
 }
 
-TEST(SelectedTrack, IsTheMixersChildAtTheSelectedIndex)
+TEST(GetSelectedTrackDevice, GivesTheMixersChildAtTheSelectedIndex)
 {
     TrackScene scene(newerHost());
     auto& first = scene.host.devices.addAudioTrack("First");

@@ -1,5 +1,5 @@
-// A search of the tracks in a newer host: each instrument of the rack is asked for each track, and
-// what the host changes meanwhile is seen.
+// editorPartSyncMidiCh in a newer host: each instrument of the rack is asked whether it feeds a
+// track, and changes of the rack meanwhile are noticed.
 
 #include "hostapi/IDevice.h"
 #include "tests/unit/TrackScene.h"
@@ -11,7 +11,6 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr auto kPlugIn = "RDL3/RDL5 VST";
 constexpr unsigned kChannel = 4;
 
 /** Three tracks on the same channel, and a rack of three instruments that feed none of them. */
@@ -39,7 +38,7 @@ struct RackSearch : TrackScene {
         instrument.children.front()->connectTo(track);
     }
 
-    /** Does it once, when the search comes to a track. */
+    /** Runs change when the search comes to that track. */
     void when(const std::string& track, std::function<void()> change)
     {
         host.onCall = [call = "device(" + track + ").getValue(output)",
@@ -49,7 +48,7 @@ struct RackSearch : TrackScene {
         };
     }
 
-    /** The track that is found, or -1. */
+    /** The index of the track that is selected, or -1. */
     int32 search()
     {
         auto& selected = host.devices.mixer().value("selected");
@@ -65,7 +64,7 @@ struct RackSearch : TrackScene {
 
 } // namespace
 
-TEST(RackSearch, AsksEachInstrumentForEachTrackInOrder)
+TEST(EditorPartSyncMidiChInANewerHost, AsksEachInstrumentForEachTrackInOrder)
 {
     RackSearch scene;
     EXPECT_EQ(scene.search(), -1);
@@ -75,12 +74,12 @@ TEST(RackSearch, AsksEachInstrumentForEachTrackInOrder)
             pairs.push_back(std::string("connector(") + instrument + " out).isConnectedTo(device(" +
                             track + "))");
     EXPECT_EQ(scene.calls({"connector("}), pairs);
-    // Of an instrument whose connector is known, nothing else is asked.
+    // The connector is asked for once.
     EXPECT_THAT(scene.calls({"device(B)."}),
                 ElementsAre("device(B).countChildren()", "device(B).getChild(0)"));
 }
 
-TEST(RackSearch, WalksNoFurtherThanATrackNeedsAndGoesOnFromThere)
+TEST(EditorPartSyncMidiChInANewerHost, WalksTheRackNoFurtherThanATrackNeedsAndGoesOnFromThere)
 {
     RackSearch scene;
     scene.connect(*scene.instruments[1], *scene.tracks[0]);
@@ -98,7 +97,7 @@ TEST(RackSearch, WalksNoFurtherThanATrackNeedsAndGoesOnFromThere)
                     "device(C).getValue(effectType)"));
 }
 
-TEST(RackSearch, ReadsTheTypeOfTheConnectedInstrumentAnewForEachTrack)
+TEST(EditorPartSyncMidiChInANewerHost, ReadsTheTypeOfTheConnectedInstrumentForEachTrackAgain)
 {
     RackSearch scene;
     auto& instrument = *scene.instruments[1];
@@ -112,7 +111,7 @@ TEST(RackSearch, ReadsTheTypeOfTheConnectedInstrumentAnewForEachTrack)
                             "device(B).getValue(effectType)"));
 }
 
-TEST(RackSearch, LeavesTheDecisionToTheNextInstrumentWhenOneHasNoType)
+TEST(EditorPartSyncMidiChInANewerHost, LeavesTheDecisionToTheNextInstrumentWhenOneHasNoType)
 {
     RackSearch scene;
     for (auto* track : scene.tracks) {
@@ -125,14 +124,14 @@ TEST(RackSearch, LeavesTheDecisionToTheNextInstrumentWhenOneHasNoType)
     EXPECT_EQ(scene.search(), 1);
 }
 
-TEST(RackSearch, SeesAConnectionThatIsMadeMeanwhile)
+TEST(EditorPartSyncMidiChInANewerHost, FindsAConnectionThatIsMadeMeanwhile)
 {
     RackSearch scene;
     scene.when("T1", [&] { scene.connect(*scene.instruments[1], *scene.tracks[1]); });
     EXPECT_EQ(scene.search(), 1);
 }
 
-TEST(RackSearch, SeesAnInstrumentThatComesMeanwhileWhereverItStands)
+TEST(EditorPartSyncMidiChInANewerHost, FindsAnInstrumentThatComesMeanwhileWhereverItStands)
 {
     for (const bool atFront : {true, false}) {
         RackSearch scene;
@@ -146,7 +145,7 @@ TEST(RackSearch, SeesAnInstrumentThatComesMeanwhileWhereverItStands)
     }
 }
 
-TEST(RackSearch, AsksAnInstrumentNoMoreThatWentMeanwhile)
+TEST(EditorPartSyncMidiChInANewerHost, StopsAskingAnInstrumentThatWentMeanwhile)
 {
     RackSearch scene;
     auto& rack = scene.host.devices.rack().children;
@@ -158,7 +157,7 @@ TEST(RackSearch, AsksAnInstrumentNoMoreThatWentMeanwhile)
                 ElementsAre("connector(A out).isConnectedTo(device(T0))"));
 }
 
-TEST(RackSearch, SeesARackThatChangedWhileItWasWalked)
+TEST(EditorPartSyncMidiChInANewerHost, WalksARackAgainThatChangedMeanwhile)
 {
     RackSearch scene;
     auto& rack = scene.host.devices.rack().children;
@@ -166,7 +165,7 @@ TEST(RackSearch, SeesARackThatChangedWhileItWasWalked)
     scene.connect(scene.addInstrument("New"), *scene.tracks[2]);
     auto* added = rack.back();
     rack.pop_back();
-    // In the midst of the first track's walk one instrument is pushed in before all others.
+    // While the first track is looked for, an instrument is inserted before all others.
     scene.host.onCall = [&](const std::string& text) {
         if (text == "connector(B out).isConnectedTo(device(T0))" && rack.front() != added)
             rack.insert(rack.begin(), added);
@@ -176,18 +175,18 @@ TEST(RackSearch, SeesARackThatChangedWhileItWasWalked)
     EXPECT_EQ(scene.search(), 2);
 }
 
-TEST(RackSearch, HoldsWhatItAskedUntilItEnds)
+TEST(EditorPartSyncMidiChInANewerHost, HoldsWhatItAskedUntilItEnds)
 {
     RackSearch scene;
     std::vector<int> during;
     scene.when("T2", [&] {
         for (auto* instrument : scene.instruments)
             during.push_back(instrument->getReferences());
-        // All that the host still has of them may go; the search has its own references.
+        // The host removes all of them; the search still has its references.
         scene.host.devices.rack().children.clear();
     });
     EXPECT_EQ(scene.search(), -1);
-    EXPECT_THAT(during, Each(2)) << "the host's own, and the search's";
+    EXPECT_THAT(during, Each(2)) << "a reference of the host's and one of the search's";
     EXPECT_EQ(during.size(), 3u);
     EXPECT_THAT(scene.calls({"connector(C out).isConnectedTo(device(T2))"}), IsEmpty());
 }

@@ -1,4 +1,4 @@
-// What a large project costs: 2,000 tracks and 200 instruments in the rack.
+// How many calls a project of 2,000 tracks and 200 instruments costs.
 
 #include "controller/PortManager.h"
 #include "hostapi/IDevice.h"
@@ -12,10 +12,11 @@ namespace {
 
 constexpr int kTracks = 2000;
 constexpr int kInstruments = 200;
-constexpr int kFollowed = 500; ///< every fourth track, the last of all among them
+constexpr int kFollowed = 500; ///< every fourth track, and so the last
 constexpr int kLast = kTracks - 1;
 
-/** "Mixer" and "Rack" stand for themselves, every other object for its kind. */
+/** The call without arguments, with the object's kind in place of its name. Mixers and rack keep
+    their names. */
 std::string kindOf(const std::string& text)
 {
     const auto open = text.find('(');
@@ -31,8 +32,8 @@ std::string kindOf(const std::string& text)
     return (known ? name : text.substr(0, open) + suffix) + "." + plain;
 }
 
-/** Only the last track is routed here: an older host says so in its output's text, a newer one by
-    the last instrument. Calls are counted by kind, as a record of them all would be too long. */
+/** Only the last track plays the plug-in: its output's text says so in an older host, the last
+    instrument in a newer one. Calls are counted by kind and not recorded. */
 struct LargeProject {
     explicit LargeProject(const doubles::HostFamily& family)
     : host(trace, family)
@@ -87,11 +88,11 @@ struct LargeProject {
 
 const auto kCharacterSet = Pair("hostApplicationW.getCharacterSet", 1);
 constexpr auto kQuery = "query";              ///< each queryInterface of any object
-constexpr auto kNotice = "controller.update"; ///< of the selection; here it goes no further
+constexpr auto kNotice = "controller.update"; ///< that the selection changed
 
 } // namespace
 
-TEST(LargeProject, FindsItsTrackInAnOlderHostWithOneTextEach)
+TEST(LargeProject, EditorPartSyncMidiChReadsOneTextOfEachTrackInAnOlderHost)
 {
     LargeProject project(olderHost());
     project.routing.editorPartSyncMidiCh(5);
@@ -99,12 +100,12 @@ TEST(LargeProject, FindsItsTrackInAnOlderHostWithOneTextEach)
                 UnorderedElementsAre(
                     kCharacterSet, Pair(kQuery, 1), Pair("Mixer.countChildren", 1 + kTracks),
                     Pair("Mixer.getChild", kTracks), Pair("device.getDeviceType", kTracks),
-                    Pair("device.getValue", kFollowed + 1), // and one channel
+                    Pair("device.getValue", kFollowed + 1), // the outputs, and one channel
                     Pair("value.output.getString", kFollowed), Pair("value.channel.getInteger", 1),
                     Pair("Mixer.selected.setInteger", 1), Pair(kNotice, 1)));
 }
 
-TEST(LargeProject, FindsItsTrackInANewerHostWithOneLookUpOfTheRack)
+TEST(LargeProject, EditorPartSyncMidiChLooksTheRackUpOnceInANewerHost)
 {
     LargeProject project(newerHost());
     project.routing.editorPartSyncMidiCh(5);
@@ -113,25 +114,23 @@ TEST(LargeProject, FindsItsTrackInANewerHostWithOneLookUpOfTheRack)
         UnorderedElementsAre(
             kCharacterSet, Pair("Mixer.countChildren", 1 + kTracks),
             Pair("Mixer.getChild", kTracks), Pair("device.getDeviceType", kTracks),
-            // The output of each followed track, the last one's channel, the last instrument's
-            // type.
+            // The outputs of the followed tracks, one channel, one instrument's type.
             Pair("device.getValue", kFollowed + 2),
-            // Once: the host's classes, its devices, and the rack in its mixer.
+            // The rack is looked up once.
             Pair("hostClasses.getHostInterface", 1), Pair("deviceList.findDevice", 1),
             Pair("VST Mixer.countChildren", 1), Pair("VST Mixer.getChild", 1),
             Pair("Rack.getDeviceType", 1),
-            // The first followed track: every instrument. The others: whether the rack is still as
-            // large before the first of them, and, but for the track that is found, at the end.
+            // For the first followed track before each instrument and at the end. For each further
+            // one before the first instrument, and at the end unless the track is found.
             Pair("Rack.countChildren", kInstruments + 1 + 2 * (kFollowed - 1) - 1),
             Pair("Rack.getChild", kInstruments), Pair("device.countChildren", kInstruments),
             Pair("device.getChild", kInstruments), Pair(kQuery, 2 + kInstruments),
-            // Each followed track and each instrument.
             Pair("connector.isConnectedTo", kFollowed * kInstruments),
             Pair("value.effectType.getString", 1), Pair("value.channel.getInteger", 1),
             Pair("Mixer.selected.setInteger", 1), Pair(kNotice, 1)));
 }
 
-TEST(LargeProject, ASelectionCostsTheSameHoweverManyTracksThereAre)
+TEST(LargeProject, UpdateOfTheSelectionCostsTheSameHoweverManyTracksThereAre)
 {
     LargeProject project(olderHost());
     project.selectLast();
@@ -145,7 +144,7 @@ TEST(LargeProject, ASelectionCostsTheSameHoweverManyTracksThereAre)
                     Pair("value.output.getString", 1), Pair("value.channel.getInteger", 1)));
 }
 
-TEST(LargeProject, ASelectionInANewerHostWalksTheRackOnce)
+TEST(LargeProject, UpdateOfTheSelectionWalksTheRackOnceInANewerHost)
 {
     LargeProject project(newerHost());
     project.selectLast();

@@ -4,7 +4,7 @@ using doubles::HostFamily;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(TrackSelection, OfARoutedTrackObservesItAndShowsItsPart)
+TEST(UpdateOfTheSelection, ObservesARoutedTrackAndShowsItsPart)
 {
     TrackScene scene(olderHost());
     scene.host.devices.addMidiTrack("Piano", kRoutedHere, 3);
@@ -29,7 +29,7 @@ TEST(TrackSelection, OfARoutedTrackObservesItAndShowsItsPart)
             kSync3));
 }
 
-TEST(TrackSelection, DropsTheTrackBeforeItFirst)
+TEST(UpdateOfTheSelection, DropsTheTrackBeforeItFirst)
 {
     ProjectScene scene;
     ASSERT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));
@@ -42,7 +42,7 @@ TEST(TrackSelection, DropsTheTrackBeforeItFirst)
     EXPECT_EQ(scene.piano.value("channel").getReferences(), 1);
 }
 
-TEST(TrackSelection, OfATrackThatIsNotFollowedObservesNothing)
+TEST(UpdateOfTheSelection, ObservesNothingOfATrackThatIsNotFollowed)
 {
     ProjectScene scene;
     scene.host.devices.select(2);
@@ -55,7 +55,7 @@ TEST(TrackSelection, OfATrackThatIsNotFollowedObservesNothing)
     EXPECT_THAT(scene.observed(), IsEmpty());
 }
 
-TEST(TrackSelection, AgainOfTheSameTrackShowsItsPartAgain)
+TEST(UpdateOfTheSelection, ShowsThePartOfTheSameTrackAgain)
 {
     ProjectScene scene;
     scene.host.devices.select(0);
@@ -63,7 +63,7 @@ TEST(TrackSelection, AgainOfTheSameTrackShowsItsPartAgain)
     EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)", "value(Piano.channel)"));
 }
 
-TEST(TrackSelection, IgnoresInstrumentTracksInAnOlderHost)
+TEST(UpdateOfTheSelection, IgnoresInstrumentTracksInAnOlderHost)
 {
     ProjectScene scene;
     auto& lead = scene.host.devices.addInstrumentTrack("Lead", kRoutedHere, 4);
@@ -73,7 +73,7 @@ TEST(TrackSelection, IgnoresInstrumentTracksInAnOlderHost)
     EXPECT_THAT(scene.synced(), IsEmpty());
 }
 
-TEST(TrackSelection, FollowsInstrumentTracksThroughTheRackInANewerHost)
+TEST(UpdateOfTheSelection, FollowsInstrumentTracksThroughTheRackInANewerHost)
 {
     ProjectScene scene(newerHost());
     auto& lead = scene.host.devices.addInstrumentTrack("Lead", "", 4);
@@ -83,7 +83,7 @@ TEST(TrackSelection, FollowsInstrumentTracksThroughTheRackInANewerHost)
     EXPECT_THAT(scene.synced(), ElementsAre(kSync4));
 }
 
-TEST(TrackSelection, DoesNotBelieveTheOutputTextOfANewerHost)
+TEST(UpdateOfTheSelection, DoesNotBelieveTheOutputTextOfANewerHost)
 {
     ProjectScene scene(newerHost());
     EXPECT_THAT(scene.observed(), ElementsAre("value(Piano.output)"));
@@ -93,7 +93,7 @@ TEST(TrackSelection, DoesNotBelieveTheOutputTextOfANewerHost)
     EXPECT_THAT(scene.synced(), ElementsAre(kSync4));
 }
 
-TEST(TrackSelection, InANewerHostNeedsNoOutputValue)
+TEST(UpdateOfTheSelection, NeedsNoOutputValueInANewerHost)
 {
     ProjectScene scene(newerHost());
     auto& lead = scene.host.devices.addInstrumentTrack("Lead", "", 4);
@@ -104,7 +104,7 @@ TEST(TrackSelection, InANewerHostNeedsNoOutputValue)
     EXPECT_THAT(scene.synced(), ElementsAre(kSync4));
 }
 
-TEST(TrackSelection, OfATrackWithoutValuesShowsNothing)
+TEST(UpdateOfTheSelection, ShowsNothingOfATrackWithoutValues)
 {
     ProjectScene scene;
     scene.organ.value("output").text = kRoutedHere;
@@ -114,7 +114,7 @@ TEST(TrackSelection, OfATrackWithoutValuesShowsNothing)
     EXPECT_THAT(scene.synced(), IsEmpty());
 }
 
-TEST(TrackSelection, IsFollowedInAHostWithoutUnicode)
+TEST(UpdateOfTheSelection, WorksInAHostWithoutUnicode)
 {
     ProjectScene scene(HostFamily::withoutUnicode("Nuendo", "4.3.0"));
     scene.host.traceQueries();
@@ -126,7 +126,7 @@ TEST(TrackSelection, IsFollowedInAHostWithoutUnicode)
                             "query(value(Mixer.selected), IDeviceNotUnicodeID)"));
 }
 
-TEST(TrackSelection, WorksWithoutALibraryAndWithOneThatThrows)
+TEST(UpdateOfTheSelection, WorksWithoutALibraryAndWithOneThatThrows)
 {
     ProjectScene scene;
     scene.context.bind(nullptr);

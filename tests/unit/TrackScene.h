@@ -1,4 +1,4 @@
-// TrackScene: a host with tracks, the editor library and the controller's track routing.
+// TrackScene: a host with tracks, the editor library, and the controller's TrackRouting.
 #pragma once
 
 #include "controller/TrackRouting.h"
@@ -7,6 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <string>
+
+inline const std::string kPlugIn = "RDL3/RDL5 VST";
 constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
 constexpr auto kRoutedElsewhere = "Synth 2 - Other VST";
 
@@ -34,7 +37,7 @@ struct TrackScene {
         EXPECT_THAT(library.complaints(), testing::IsEmpty());
     }
 
-    /** What initialize does; the record starts behind it. */
+    /** Does what initialize does, and clears the trace. */
     void start()
     {
         routing.readHostVersion();
@@ -60,13 +63,13 @@ struct TrackScene {
     Steinberg::Vst::TrackRouting routing;
 };
 
-/** A host that is asked through the text of a track's output. */
+/** Here the text of a track's output says what the track plays. */
 inline doubles::HostFamily olderHost()
 {
     return doubles::HostFamily::cubase("7.4.0");
 }
 
-/** A host that is asked through its instrument rack. */
+/** Here the instrument rack says what a track plays. */
 inline doubles::HostFamily newerHost()
 {
     return doubles::HostFamily::cubase("7.5.1");

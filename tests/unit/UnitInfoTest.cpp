@@ -29,7 +29,7 @@ protected:
     IPtr<VstK2xController> controller = owned(new VstK2xController);
 };
 
-/** Filled with a pattern, to be found unchanged. */
+/** An output that must not be changed: filled with a pattern, and compared at the end. */
 template <typename Output>
 class Untouched {
 public:
@@ -43,29 +43,18 @@ public:
     Output value;
 };
 
-TEST_F(UnitInfoTest, ListsSeventeenUnits)
+TEST_F(UnitInfoTest, GetUnitInfoListsSeventeenUnits)
 {
     EXPECT_EQ(units().getUnitCount(), 17);
     expectUnit(0, u"Common", 1);
     expectUnit(1, u"Part1 / Voice", 2);
-    expectUnit(2, u"Part2", 3);
-    expectUnit(3, u"Part3", 4);
-    expectUnit(4, u"Part4", 5);
-    expectUnit(5, u"Part5", 6);
-    expectUnit(6, u"Part6", 7);
-    expectUnit(7, u"Part7", 8);
-    expectUnit(8, u"Part8", 9);
-    expectUnit(9, u"Part9", 10);
-    expectUnit(10, u"Part10", 11);
-    expectUnit(11, u"Part11", 12);
-    expectUnit(12, u"Part12", 13);
-    expectUnit(13, u"Part13", 14);
-    expectUnit(14, u"Part14", 15);
-    expectUnit(15, u"Part15", 16);
-    expectUnit(16, u"Part16", 17);
+    for (int32 part = 2; part <= kParts; ++part) {
+        const auto digits = std::to_string(part);
+        expectUnit(part, u"Part" + std::u16string(digits.begin(), digits.end()), part + 1);
+    }
 }
 
-TEST_F(UnitInfoTest, DescribesAnyIndexAllTheSame)
+TEST_F(UnitInfoTest, GetUnitInfoDescribesAnyIndexAllTheSame)
 {
     expectUnit(17, u"Part17", 18);
     expectUnit(-1, u"Part-1", 0);
@@ -75,7 +64,7 @@ TEST_F(UnitInfoTest, DescribesAnyIndexAllTheSame)
     expectUnit(std::numeric_limits<int32>::min(), u"Part-2147483648", -2147483647);
 }
 
-TEST_F(UnitInfoTest, HasNoProgramListsAndLeavesTheirOutputsAlone)
+TEST_F(UnitInfoTest, ProgramListOperationsLeaveTheirOutputsAlone)
 {
     EXPECT_EQ(units().getProgramListCount(), 0);
     for (const int32 index : {0, 1, 17, -1, std::numeric_limits<int32>::max()}) {
@@ -93,7 +82,7 @@ TEST_F(UnitInfoTest, HasNoProgramListsAndLeavesTheirOutputsAlone)
     }
 }
 
-TEST_F(UnitInfoTest, SelectsNothingAndKnowsNoBus)
+TEST_F(UnitInfoTest, SelectUnitSelectsNothingAndGetUnitByBusKnowsNone)
 {
     EXPECT_EQ(units().getSelectedUnit(), 0);
     for (const UnitID unit : {0, 1, 17, 99, -1}) {
@@ -106,44 +95,20 @@ TEST_F(UnitInfoTest, SelectsNothingAndKnowsNoBus)
     EXPECT_EQ(units().setUnitProgramData(1, 0, nullptr), kResultOk);
 }
 
-TEST_F(UnitInfoTest, StoresNoUserBankWithoutALibrary)
+TEST_F(UnitInfoTest, StoreUserBankDoesNothingWithoutALibrary)
 {
     EXPECT_NO_THROW(controller->storeUserBank(VoiceBank::kUser1, 0));
 }
 
-TEST(UnitInfoOfABoundController, CallsNeitherLibraryNorHost)
+TEST(UnitInfoOfABoundController, GetUnitInfoNamesTheUnitOfEveryPartsParameters)
 {
     BoundController bound;
     bound.initialize();
-    IUnitInfo& units = *bound.controller;
-    UnitInfo info = {};
-    ProgramListInfo list = {};
-    String128 text = {};
-    UnitID unit = 0;
-    units.getUnitCount();
-    units.getUnitInfo(3, info);
-    units.getProgramListCount();
-    units.getProgramListInfo(0, list);
-    units.getProgramName(1, 0, text);
-    units.getProgramInfo(1, 0, "", text);
-    units.hasProgramPitchNames(1, 0);
-    units.getProgramPitchName(1, 0, 60, text);
-    units.getSelectedUnit();
-    units.selectUnit(1);
-    units.getUnitByBus(kAudio, kOutput, 0, 0, unit);
-    units.setUnitProgramData(1, 0, nullptr);
-    EXPECT_THAT(bound.trace.texts(), IsEmpty());
-}
-
-TEST(UnitInfoOfABoundController, NamesTheUnitOfEveryPartsParameters)
-{
-    BoundController bound;
-    bound.initialize();
-    for (int32 index = 0; index < 224; ++index) {
+    for (int32 index = 0; index < kAutomatable; ++index) {
         ParameterInfo parameter = {};
         ASSERT_EQ(bound.controller->getParameterInfo(index, parameter), kResultOk);
         UnitInfo unit = {};
-        bound.controller->getUnitInfo(index / 14 + 1, unit);
+        bound.controller->getUnitInfo(index / kParametersOfAPart + 1, unit);
         EXPECT_EQ(parameter.unitId, unit.id) << index;
     }
 }

@@ -1,5 +1,4 @@
-// The texts of a parameter's values in one piece of memory, shared by parameters that show the
-// same.
+// ValueTexts: the texts of all values of a parameter, which parameters with the same texts share.
 #include "controller/ValueTexts.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +10,7 @@ namespace {
 
 using Steinberg::Vst::ValueTexts;
 
-TEST(ValueTexts, AreFoundByTheirIndex)
+TEST(ValueTexts, AtFindsATextByItsIndex)
 {
     ValueTexts texts;
     texts.reserve(3);
@@ -23,7 +22,7 @@ TEST(ValueTexts, AreFoundByTheirIndex)
     EXPECT_EQ(texts.at(2), "a text that is longer than the room that was made for it");
 }
 
-TEST(ValueTexts, KeepTheirPlaceWhenSomeAreEmpty)
+TEST(ValueTexts, AtFindsATextBehindEmptyOnes)
 {
     ValueTexts texts;
     texts.add("");
@@ -36,7 +35,7 @@ TEST(ValueTexts, KeepTheirPlaceWhenSomeAreEmpty)
     EXPECT_EQ(texts.at(3), "three");
 }
 
-TEST(ValueTexts, AreEmptyWhereThereAreNone)
+TEST(ValueTexts, AtIsEmptyWhereThereIsNoText)
 {
     ValueTexts texts;
     EXPECT_EQ(texts.at(0), "");
@@ -47,7 +46,7 @@ TEST(ValueTexts, AreEmptyWhereThereAreNone)
     EXPECT_EQ(texts.at(INT64_MIN), "");
 }
 
-TEST(ValueTexts, KeepMoreThanAHostCanShowOfALongOne)
+TEST(ValueTexts, AddKeepsMoreThanAHostCanShowOfALongText)
 {
     ValueTexts texts;
     texts.add(std::string(100'000, 'x'));
@@ -59,7 +58,7 @@ TEST(ValueTexts, KeepMoreThanAHostCanShowOfALongOne)
     EXPECT_EQ(texts.at(1), "next");
 }
 
-/** Whether two lists of texts are the same, asked both ways round. */
+/** isSame of two lists, which must be the same both ways round. */
 bool areSame(const std::vector<std::string>& some, const std::vector<std::string>& others,
              size_t reserved = 0)
 {
@@ -74,18 +73,20 @@ bool areSame(const std::vector<std::string>& some, const std::vector<std::string
     return first.isSame(second);
 }
 
-TEST(ValueTexts, AreTheSameToTheLastByteOnly)
+TEST(ValueTexts, IsSameComparesEveryByte)
 {
     EXPECT_TRUE(areSame({"Off", "", "L63"}, {"Off", "", "L63"}));
-    EXPECT_TRUE(areSame({"Off", "", "L63"}, {"Off", "", "L63"}, 100)) << "room is no difference";
+    EXPECT_TRUE(areSame({"Off", "", "L63"}, {"Off", "", "L63"}, 100))
+        << "reserved room does not count";
     EXPECT_TRUE(areSame({}, {}));
     EXPECT_FALSE(areSame({"Off", "1", "2"}, {"off", "1", "2"}));
     EXPECT_FALSE(areSame({"Off", "1", "2"}, {"Off", "x", "2"}));
     EXPECT_FALSE(areSame({"Off", "1", "2"}, {"Off", "1", "x"}));
-    EXPECT_FALSE(areSame({"Off", "1", "2"}, {"Off", "12", ""})) << "the same bytes";
+    EXPECT_FALSE(areSame({"Off", "1", "2"}, {"Off", "12", ""}))
+        << "the bytes are the same in one piece";
 }
 
-TEST(ValueTexts, AreNotTheSameWhenTheirNumberDiffers)
+TEST(ValueTexts, IsSameComparesTheNumberOfTexts)
 {
     EXPECT_FALSE(areSame({"0", "1"}, {"0"}));
     EXPECT_FALSE(areSame({"0", "1"}, {"0", "1", ""}));
