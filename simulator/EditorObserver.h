@@ -1,7 +1,7 @@
 // EditorObserver: the simulated library's watch on one parameter, for one controller.
 #pragma once
 
-#include "editorlib/VstIObserver.h"
+#include "editorlib/ReservedSlots.h"
 #include "pluginterfaces/base/ftypes.h"
 
 #include <memory>
@@ -31,7 +31,7 @@ struct ObserverCallbacks {
 
 /** Collects gestures from any thread and raises the callbacks on the thread that calls checkChange.
     Nothing is raised once it was detached or destroyed, even by a callback on the way. */
-class EditorObserver final : public VstIObserver {
+class EditorObserver final : public ReservedSlots<VstIObserver> {
 public:
     struct State;
 
@@ -60,11 +60,6 @@ public:
     static void raise(State& observer, const Gesture& gesture);
 
     void destroy() override;
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
     void checkChange() override;
 
 private:

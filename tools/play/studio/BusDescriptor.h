@@ -1,7 +1,7 @@
 // BusDescriptor: one audio bus that a plug-in describes to play's host.
 #pragma once
 
-#include "hostapi/IBusDescriptor.h"
+#include "editorlib/ReservedSlots.h"
 #include "pluginterfaces/base/funknownimpl.h"
 
 #include <array>
@@ -11,15 +11,13 @@ namespace Vst {
 namespace play {
 
 /** [host main thread] */
-class BusDescriptor final : public U::Implements<U::Directly<IBusDescriptor>> {
+class BusDescriptor final : public U::Implements<U::Directly<ReservedSlots<IBusDescriptor>>> {
 public:
     /** Borrowed from the port registry; null for a channel without a port. */
     const std::array<IHostPort*, 2>& channels() const { return ports; }
     int64 speakers() const { return arrangement; }
 
     void PLUGIN_API setArrangement(int64 wanted) override { arrangement = wanted; }
-    void PLUGIN_API reserved4() override {}
-    void PLUGIN_API reserved5() override {}
     void PLUGIN_API setChannelPort(int32 channel, IHostPort* port) override
     {
         if (channel == 0 || channel == 1)

@@ -1,7 +1,7 @@
 // DeviceTree: a project as the devices that play's host shows plug-ins.
 #pragma once
 
-#include "hostapi/IDeviceList.h"
+#include "editorlib/ReservedSlots.h"
 #include "tools/play/studio/HostDevice.h"
 #include "tools/play/studio/Project.h"
 
@@ -11,7 +11,7 @@ namespace play {
 
 /** The root: "Mixer" with the project's tracks, in order, and its value "selected", and
     "VST Mixer" with the instrument rack. [host main thread] */
-class DeviceTree final : public U::Implements<U::Directly<IDeviceList>> {
+class DeviceTree final : public U::Implements<U::Directly<ReservedSlots<IDeviceList>>> {
 public:
     /** No track is selected at first.
         @param updateHandler told of changes; borrowed, outlives this object */
@@ -25,9 +25,6 @@ public:
     /** Selections so far, the user's and those that plug-ins asked for. */
     int64 selections() const { return selected->timesSet(); }
 
-    void PLUGIN_API reserved3() override {}
-    void PLUGIN_API reserved4() override {}
-    void PLUGIN_API reserved5() override {}
     IDevice* PLUGIN_API findDevice(const char* name, int32 flags) override;
 
 private:

@@ -1,8 +1,6 @@
 // HostDevice: a node of the device tree of play's host.
 #pragma once
 
-#include "hostapi/IConnector.h"
-#include "hostapi/IDevice.h"
 #include "tools/play/studio/HostValue.h"
 
 #include <map>
@@ -15,11 +13,10 @@ namespace Vst {
 namespace play {
 
 /** The routing end of an instrument's output. Tracks are borrowed from the tree. */
-class Connector final : public U::Implements<U::Directly<IConnector>> {
+class Connector final : public U::Implements<U::Directly<ReservedSlots<IConnector>>> {
 public:
     void feed(const IDevice& track) { fed.insert(&track); }
 
-    void PLUGIN_API reserved3() override {}
     bool PLUGIN_API isConnectedTo(IDevice* device) override { return fed.count(device) > 0; }
 
 private:
@@ -41,12 +38,6 @@ public:
     IValue* PLUGIN_API getValue(const char* name) override;
     int32 PLUGIN_API countChildren() override { return static_cast<int32>(children.size()); }
     IDevice* PLUGIN_API getChild(int32 index) override;
-
-    void PLUGIN_API reserved4() override {}
-    void PLUGIN_API reserved5() override {}
-    void PLUGIN_API reserved6() override {}
-    void PLUGIN_API reserved7() override {}
-    void PLUGIN_API reserved9() override {}
 
 private:
     std::string type;

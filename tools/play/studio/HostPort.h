@@ -1,7 +1,7 @@
 // HostPort: one audio or MIDI port of the machine, as play's host has it.
 #pragma once
 
-#include "hostapi/IHostPort.h"
+#include "editorlib/ReservedSlots.h"
 #include "pluginterfaces/base/funknownimpl.h"
 #include "tools/play/host/HostText.h"
 
@@ -25,7 +25,7 @@ struct PortDescription {
 };
 
 /** [host main thread] */
-class HostPort final : public U::Implements<U::Directly<IHostPort>> {
+class HostPort final : public U::Implements<U::Directly<ReservedSlots<IHostPort>>> {
 public:
     /** @param isUnicode whether the host's texts are */
     HostPort(const PortDescription& description, bool isUnicode);
@@ -37,9 +37,7 @@ public:
     bool PLUGIN_API hasPortAttribute(const char* attribute) override;
     bool PLUGIN_API isInputPort() override { return port.isInput; }
     const char16* PLUGIN_API getSystemName() override { return name.get(); }
-    void PLUGIN_API reserved8() override {}
     const char16* PLUGIN_API getDisplayName() override { return name.get(); }
-    void PLUGIN_API reserved10() override {}
     bool PLUGIN_API isDisplayed() override { return displayed; }
     void PLUGIN_API setDisplayed(bool state) override { displayed = state; }
 

@@ -1,7 +1,6 @@
 // HostValue: one observable value of a device of play's host.
 #pragma once
 
-#include "hostapi/IValue.h"
 #include "pluginterfaces/base/iupdatehandler.h"
 #include "tools/play/host/HostText.h"
 #include "tools/play/studio/TreeObject.h"
@@ -23,21 +22,6 @@ public:
     int32 PLUGIN_API getInteger() override { return number; }
     void PLUGIN_API getString(char16* buffer, int32* size) override { text.copyTo(buffer, size); }
     void PLUGIN_API setInteger(int32 newNumber, bool notify) override;
-
-    void PLUGIN_API reserved3() override {}
-    void PLUGIN_API reserved4() override {}
-    void PLUGIN_API reserved6() override {}
-    void PLUGIN_API reserved7() override {}
-    void PLUGIN_API reserved8() override {}
-    void PLUGIN_API reserved9() override {}
-    void PLUGIN_API reserved10() override {}
-    void PLUGIN_API reserved11() override {}
-    void PLUGIN_API reserved12() override {}
-    void PLUGIN_API reserved13() override {}
-    void PLUGIN_API reserved14() override {}
-    void PLUGIN_API reserved15() override {}
-    void PLUGIN_API reserved16() override {}
-    void PLUGIN_API reserved18() override {}
 
 private:
     HostText text;

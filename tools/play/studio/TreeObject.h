@@ -1,7 +1,7 @@
 // TreeObject: what the devices and values of play's host have in common.
 #pragma once
 
-#include "hostapi/HostInterfaceIDs.h"
+#include "editorlib/ReservedSlots.h"
 #include "pluginterfaces/base/funknownimpl.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace play {
 /** Offers its interface under the one ID that the host uses for it: hosts with Unicode texts and
     hosts without have different ones, and no host has both. */
 template <typename Interface>
-class TreeObject : public U::Implements<U::Directly<Interface>> {
+class TreeObject : public U::Implements<U::Directly<ReservedSlots<Interface>>> {
 public:
     tresult PLUGIN_API queryInterface(const TUID wanted, void** obj) override
     {
