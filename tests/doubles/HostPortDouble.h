@@ -8,7 +8,6 @@
 
 #include "hostapi/IHostPort.h"
 #include "tests/doubles/Counted.h"
-#include "tests/doubles/HostText.h"
 
 namespace doubles {
 

@@ -6,7 +6,6 @@
 #pragma once
 
 #include "hostapi/IValue.h"
-#include "tests/doubles/HostText.h"
 #include "tests/doubles/HostUpdatesDouble.h"
 
 namespace doubles {
