@@ -1,22 +1,22 @@
-// Instance: one of the plug-in's, as a host has it while it plays.
+// LinkedInstance: one of the plug-in's, as a host has it while it plays.
 #pragma once
 
 #include "controller/VstK2xController.h"
 #include "processor/VstK2x.h"
-#include "tests/bench/LeanHost.h"
+#include "tests/bench/BenchHost.h"
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 
 namespace bench {
 
 /** A controller and a processor: made, initialised and connected; ended in the reverse order. */
-class Instance {
+class LinkedInstance {
 public:
     /** @param host outlives this object */
-    explicit Instance(LeanHost& host);
-    ~Instance();
-    Instance(const Instance&) = delete;
-    Instance& operator=(const Instance&) = delete;
+    explicit LinkedInstance(BenchHost& host);
+    ~LinkedInstance();
+    LinkedInstance(const LinkedInstance&) = delete;
+    LinkedInstance& operator=(const LinkedInstance&) = delete;
 
     /** The host's call for one block. */
     tresult process(Steinberg::Vst::ProcessData& data) { return audio->process(data); }
@@ -27,7 +27,7 @@ public:
     Steinberg::Vst::VstK2xController& controller() { return *editController; }
     Steinberg::Vst::VstK2x& processor() { return *component; }
 
-    LeanHandler handler;
+    Steinberg::IPtr<EditSum> handler = Steinberg::owned(new EditSum);
 
 private:
     Steinberg::IPtr<Steinberg::Vst::VstK2x> component;

@@ -1,24 +1,24 @@
-#include "tests/bench/Instance.h"
+#include "tests/bench/LinkedInstance.h"
 
 namespace bench {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
-Instance::Instance(LeanHost& host)
+LinkedInstance::LinkedInstance(BenchHost& host)
 : component(owned(new VstK2x))
 , editController(owned(new VstK2xController))
 , audio(component)
 {
     component->initialize(host.context());
     editController->initialize(host.context());
-    editController->setComponentHandler(&handler);
+    editController->setComponentHandler(handler);
     component->connect(editController);
     editController->connect(component);
     component->setActive(true);
 }
 
-Instance::~Instance()
+LinkedInstance::~LinkedInstance()
 {
     component->setActive(false);
     editController->disconnect(component);
