@@ -186,6 +186,7 @@ private:
             complain(text + " after destroy");
         return called(text);
     }
+    void reserved(int slot) override;
     bool isQuiet();
     std::string nameOf(const Steinberg::Vst::VstIObserver* observer) const;
 

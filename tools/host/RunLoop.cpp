@@ -49,6 +49,15 @@ RunLoop::Timer* RunLoop::nextDue()
     return first != timers.end() && first->due <= now + kTolerance ? &*first : nullptr;
 }
 
+void RunLoop::fireAll()
+{
+    const auto all = timers;
+    for (const auto& timer : all)
+        if (std::any_of(timers.begin(), timers.end(),
+                        [&](const Timer& left) { return left.handler == timer.handler; }))
+            timer.handler->onTimer();
+}
+
 void RunLoop::advance(double seconds)
 {
     now += seconds;

@@ -31,6 +31,11 @@ public:
     /** Moves the time on and fires what has become due, once for each period that has passed. */
     void advance(double seconds);
 
+    /** Fires every timer once, due or not. A timer that one of them ends is left out. */
+    void fireAll();
+
+    size_t timerCount() const { return timers.size(); }
+
     int64 ticks() const { return tickCount; }
 
 private:

@@ -1,8 +1,7 @@
-#include "tests/endurance/Instance.h"
+#include "tests/endurance/LongInstance.h"
 
 #include "public.sdk/source/common/memorystream.h"
 
-#include <dlfcn.h>
 #include <stdexcept>
 
 namespace endurance {
@@ -11,35 +10,6 @@ using namespace Steinberg;
 using namespace Steinberg::Vst;
 
 namespace {
-
-constexpr const char* kLibrary = "/Library/Application Support/Tavrin/VST/RDL3_RDL5/"
-                                 "libvst_rdl3_rdl5_vstserver.1.dylib";
-constexpr const char* kProcessorID = "13EEE3484D664261B90352CE35DD18B4";
-constexpr const char* kControllerID = "31DFD31BDBB84D128E0ABBC94E1BB134";
-
-template <typename Interface>
-IPtr<Interface> create(LongHost& host, const char* digits)
-{
-    const auto id = VST3::UID::fromString(std::string(digits));
-    auto made = id ? host.module->getFactory().createInstance<Interface>(*id) : nullptr;
-    if (!made)
-        throw std::runtime_error("the factory made nothing");
-    return made;
-}
-
-/** The newest simulated instrument's user. */
-SimulatorControl* newestUser()
-{
-    void* library = dlopen(kLibrary, RTLD_LAZY | RTLD_NOLOAD);
-    if (!library)
-        throw std::runtime_error("the simulator is not loaded; run this under with-simulator");
-    const auto get = reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
-    SimulatorControl* user = get ? get(-1) : nullptr;
-    dlclose(library);
-    if (!user)
-        throw std::runtime_error("there is no instrument");
-    return user;
-}
 
 Event makeNote(bool on, int channel, int pitch, float velocity)
 {
@@ -64,23 +34,16 @@ bool isAnswer(const Event& played, const Event& heard)
 
 } // namespace
 
-Instance::Instance(LongHost& longHost, unsigned seed)
+LongInstance::LongInstance(LongHost& longHost, unsigned seed)
 : host(longHost)
 , random(seed)
-, component(create<IComponent>(host, kProcessorID))
-, processor(FUnknownPtr<IAudioProcessor>(component))
-, controller(create<IEditController>(host, kControllerID))
-, processorPoint(FUnknownPtr<IConnectionPoint>(component))
-, controllerPoint(FUnknownPtr<IConnectionPoint>(controller))
+, instance(host.plugIn, host.context, edits)
+, user(tools::findSimulator())
 {
-    expect(component->initialize(&host.context) == kResultOk);
-    expect(controller->initialize(&host.context) == kResultOk);
-    controller->setComponentHandler(&edits);
-    connectBoth();
-    user = newestUser();
-    ProcessSetup setup{kRealtime, kSample32, kBlockSize, kSampleRate};
-    expect(processor->setupProcessing(setup) == kResultOk);
-    expect(component->setActive(true) == kResultOk);
+    if (!user)
+        throw std::runtime_error("the simulator is not loaded; run this under with-simulator");
+    instance.start(static_cast<int32>(kSampleRate), kBlockSize);
+    auto& data = instance.processData();
     data.numSamples = kBlockSize;
     data.inputEvents = &in;
     data.outputEvents = &out;
@@ -88,29 +51,13 @@ Instance::Instance(LongHost& longHost, unsigned seed)
     data.processContext = &time;
 }
 
-void Instance::connectBoth()
-{
-    expect(processorPoint->connect(controllerPoint) == kResultOk);
-    expect(controllerPoint->connect(processorPoint) == kResultOk);
-}
-
-Instance::~Instance()
-{
-    component->setActive(false);
-    controllerPoint->disconnect(processorPoint);
-    processorPoint->disconnect(controllerPoint);
-    controller->setComponentHandler(nullptr);
-    controller->terminate();
-    component->terminate();
-}
-
-ParamID Instance::drawKnob()
+ParamID LongInstance::drawKnob()
 {
     constexpr ParamID kNumbers[] = {12, 13, 53, 54, 44, 45, 46, 47, 16, 15};
     return 37000000 + kNumbers[draw(10)] * 1000 + static_cast<ParamID>(draw(16));
 }
 
-void Instance::fillBlock()
+void LongInstance::fillBlock()
 {
     in.clear();
     out.clear();
@@ -132,10 +79,10 @@ void Instance::fillBlock()
     }
 }
 
-void Instance::playBlock()
+void LongInstance::playBlock()
 {
     fillBlock();
-    expect(processor->process(data) == kResultOk);
+    expect(instance.processor().process(instance.processData()) == kResultOk);
     ++counts.blocks;
     counts.notesIn += static_cast<uint64_t>(in.getEventCount());
     counts.notesOut += static_cast<uint64_t>(out.getEventCount());
@@ -147,11 +94,12 @@ void Instance::playBlock()
         int32 offset = 0;
         ParamValue value = 0;
         if (queue->getPoint(queue->getPointCount() - 1, offset, value) == kResultOk)
-            expect(controller->setParamNormalized(queue->getParameterId(), value) == kResultOk);
+            expect(instance.controller().setParamNormalized(queue->getParameterId(), value) ==
+                   kResultOk);
     }
 }
 
-void Instance::checkOutput()
+void LongInstance::checkOutput()
 {
     const int32 count = in.getEventCount();
     if (out.getEventCount() != count) {
@@ -167,23 +115,23 @@ void Instance::checkOutput()
     }
 }
 
-void Instance::turnKnob()
+void LongInstance::turnKnob()
 {
     counts.gestures += user->turnKnobThrough(drawKnob(), {draw(128), draw(128)}) ? 1 : 0;
 }
 
-void Instance::changePreset()
+void LongInstance::changePreset()
 {
     // Marker, bank 0, and one of its first voices.
     int32 words[] = {1, 0, draw(8)};
     MemoryStream preset(words, sizeof(words));
-    expect(controller->setState(&preset) == kResultOk);
+    expect(instance.controller().setState(&preset) == kResultOk);
     ++counts.presets;
 }
 
-void Instance::openAndCloseView()
+void LongInstance::openAndCloseView()
 {
-    const auto view = owned(controller->createView(ViewType::kEditor));
+    const auto view = owned(instance.controller().createView(ViewType::kEditor));
     expect(view != nullptr);
     if (!view)
         return;
@@ -197,25 +145,21 @@ void Instance::openAndCloseView()
     ++counts.views;
 }
 
-void Instance::saveAndRestore()
+void LongInstance::saveAndRestore()
 {
-    MemoryStream state;
-    expect(component->getState(&state) == kResultOk);
-    state.seek(0, IBStream::kIBSeekSet, nullptr);
-    expect(component->setState(&state) == kResultOk);
-    state.seek(0, IBStream::kIBSeekSet, nullptr);
-    expect(controller->setComponentState(&state) == kResultOk);
+    instance.restore(instance.state());
     ++counts.states;
 }
 
-void Instance::settle()
+void LongInstance::settle()
 {
-    host.loop.tick();
-    const EditCounter before = edits;
-    host.loop.tick();
-    expect(edits.begun == before.begun && edits.performed == before.performed);
-    expect(edits.begun == edits.ended && edits.disordered == 0 && edits.openGestures() == 0);
-    expect(edits.begun >= counts.gestures);
+    host.tick();
+    const auto before = edits.counts;
+    host.tick();
+    const auto& after = edits.counts;
+    expect(after.begun == before.begun && after.performed == before.performed);
+    expect(after.begun == after.ended && after.disordered == 0 && edits.openGestures() == 0);
+    expect(after.begun >= counts.gestures);
     uint64_t received = 0;
     for (int32 channel = 0; channel < 16; ++channel)
         received += user->noteOnsReceived(channel) + user->noteOffsReceived(channel);

@@ -1,12 +1,10 @@
-// Instance: one plug-in of a long session, with a musician and a user who never tire.
+// LongInstance: one plug-in of a long session, with a musician and a user who never tire.
 #pragma once
 
-#include "simulator/SimulatorControl.h"
 #include "tests/endurance/LongHost.h"
+#include "tools/common/Instance.h"
+#include "tools/common/LoadedSimulator.h"
 
-#include "pluginterfaces/vst/ivstaudioprocessor.h"
-#include "pluginterfaces/vst/ivstcomponent.h"
-#include "pluginterfaces/vst/ivstmessage.h"
 #include "public.sdk/source/vst/hosting/eventlist.h"
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 
@@ -30,15 +28,14 @@ struct Counts {
 
 /** Created, initialised, connected and active; the destructor goes all the way back. What it does
     is drawn from its seed, so that a run can be had again. Throws when it cannot be started. */
-class Instance {
+class LongInstance {
 public:
     static constexpr int kBlockSize = 512; ///< samples
     static constexpr double kSampleRate = 48000;
 
-    Instance(LongHost& host, unsigned seed);
-    ~Instance();
-    Instance(const Instance&) = delete;
-    Instance& operator=(const Instance&) = delete;
+    LongInstance(LongHost& longHost, unsigned seed);
+    LongInstance(const LongInstance&) = delete;
+    LongInstance& operator=(const LongInstance&) = delete;
 
     /** A block with notes and automation in it, and what came of it. */
     void playBlock();
@@ -53,7 +50,6 @@ public:
     EditCounter edits;
 
 private:
-    void connectBoth();
     void fillBlock();
     void checkOutput();
     void expect(bool condition) { counts.failures += condition ? 0 : 1; }
@@ -62,16 +58,11 @@ private:
 
     LongHost& host;
     std::minstd_rand random;
-    Steinberg::IPtr<Steinberg::Vst::IComponent> component;
-    Steinberg::IPtr<Steinberg::Vst::IAudioProcessor> processor;
-    Steinberg::IPtr<Steinberg::Vst::IEditController> controller;
-    Steinberg::IPtr<Steinberg::Vst::IConnectionPoint> processorPoint;
-    Steinberg::IPtr<Steinberg::Vst::IConnectionPoint> controllerPoint;
-    Steinberg::Vst::SimulatorControl* user = nullptr;
+    Steinberg::Vst::tools::Instance instance;
+    Steinberg::Vst::SimulatorControl* user; ///< of the instrument behind it
     Steinberg::Vst::EventList in{64};
     Steinberg::Vst::EventList out{128};
     Steinberg::Vst::ParameterChanges changes{8};
-    Steinberg::Vst::ProcessData data;
     Steinberg::Vst::ProcessContext time = {};
 };
 
