@@ -3,7 +3,10 @@
 
 #include "hostapi/IComponentFactory.h"
 #include "tests/bench/LeanLibrary.h"
+#include "tools/host/EditorService.h"
 #include "tools/host/HostContext.h"
+
+#include "pluginterfaces/vst/ivsteditcontroller.h"
 
 namespace bench {
 

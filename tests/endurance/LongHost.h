@@ -6,6 +6,8 @@
 #include "tools/common/PlugIn.h"
 #include "tools/host/HostContext.h"
 
+#include "pluginterfaces/vst/ivsteditcontroller.h"
+
 #include <cstdint>
 #include <set>
 
