@@ -1,7 +1,7 @@
 // EditorLibrary: the simulated editor library as the plug-in sees it.
 #pragma once
 
-#include "editorlib/VstIEditorConnect.h"
+#include "editorlib/ReservedSlots.h"
 #include "simulator/Instrument.h"
 
 #include <atomic>
@@ -13,7 +13,7 @@ namespace Vst {
 namespace simulator {
 
 /** Every operation accepts any arguments. Result codes: 0 done, 1 not done. */
-class EditorLibrary final : public VstIEditorConnect {
+class EditorLibrary final : public ReservedSlots<VstIEditorConnect> {
 public:
     static constexpr int32 width = 1016; ///< of the editor, in pixels
     static constexpr int32 height = 710;
@@ -48,7 +48,6 @@ public:
     void setStateChunk(const void* data, int32 size) override;
     std::vector<char> getStateChunk() override;
     void receiveHostMidi(const uint8* data, int32 length) override;
-    void reserved21() override {}
     int32 getCategoryName(int32 mainCategory, char* buffer) override;
     int32 getSubCategoryName(int32 mainCategory, int32 subCategory, char* buffer) override;
     int32 applyPreset(int32 bank, int32 number) override;
@@ -61,7 +60,6 @@ public:
     int32 applyUserBank(int32 bank, int32 number, const char* data, int32 size) override;
     void setEffectInterface(VstIEffectInterface* effect) override;
     void setControllerInterface(VstIControllerInterface* controller) override;
-    void reserved34() override {}
     int32 getLatencyMode() override { return latencyMode; }
     int32 getFirstStartState() override { return firstStart; }
     bool isDisplayAudioPort(const char* displayName) override;

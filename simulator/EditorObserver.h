@@ -1,7 +1,7 @@
 // EditorObserver: the simulated library's observer of one parameter, for one controller.
 #pragma once
 
-#include "editorlib/VstIObserver.h"
+#include "editorlib/ReservedSlots.h"
 #include "pluginterfaces/base/ftypes.h"
 
 #include <memory>
@@ -31,7 +31,7 @@ struct ObserverCallbacks {
 
 /** Collects gestures from any thread, and calls the callbacks on the thread that calls checkChange.
     Calls none once it is detached or destroyed, even when a callback does that. */
-class EditorObserver final : public VstIObserver {
+class EditorObserver final : public ReservedSlots<VstIObserver> {
 public:
     struct State;
 
@@ -61,11 +61,6 @@ public:
     static void raise(State& observer, const Gesture& gesture);
 
     void destroy() override;
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
     void checkChange() override;
 
 private:

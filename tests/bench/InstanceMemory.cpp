@@ -1,7 +1,7 @@
 // instance-memory: prints the bytes of heap that the parts of an instance take, and the editor's
 // texts as an array. A program of its own, whose heap has no holes that would hide an allocation;
 // the allocator's cache of freed pieces, which would too, is switched off from outside.
-#include "tests/bench/Instance.h"
+#include "tests/bench/LinkedInstance.h"
 
 #include <cstdio>
 #include <malloc.h>
@@ -10,7 +10,7 @@ namespace {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
-using bench::LeanHost;
+using bench::BenchHost;
 using bench::LeanLibrary;
 
 constexpr size_t kParameters = 225;
@@ -64,12 +64,12 @@ int main()
     const size_t bare = one * kParameters;
     const size_t texts = (oneParameter(127) - one) * kParametersWithTexts;
     LeanLibrary library;
-    LeanHost host(library, false);
+    BenchHost host(library, false);
     // What the first instance in a process sets up for all of them is not counted.
     {
-        const bench::Instance first(host);
+        const bench::LinkedInstance first(host);
     }
-    const size_t all = bytesOf([&] { return std::make_unique<bench::Instance>(host); });
+    const size_t all = bytesOf([&] { return std::make_unique<bench::LinkedInstance>(host); });
     const size_t processor = bytesOf([&] {
         auto made = owned(new VstK2x);
         made->initialize(host.context());

@@ -1,7 +1,7 @@
 // Many instances in one project.
 #include "tests/bench/Blocks.h"
-#include "tests/bench/Instance.h"
 #include "tests/bench/Lines.h"
+#include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
 #include <memory>
@@ -16,7 +16,7 @@ constexpr size_t kInstances = 64;
 constexpr int kBlocks = 50;
 
 /** A note and a parameter in, a note out: more than a song brings in 32 samples. */
-void play(Instance& instance, Block& block)
+void play(LinkedInstance& instance, Block& block)
 {
     constexpr uint8 note[] = {0x90, 60, 100};
     block.out.clear();
@@ -28,10 +28,10 @@ void play(Instance& instance, Block& block)
 void manyInstances(benchmark::State& state)
 {
     LeanLibrary library;
-    LeanHost host(library, true);
-    std::vector<std::unique_ptr<Instance>> instances;
+    BenchHost host(library, true);
+    std::vector<std::unique_ptr<LinkedInstance>> instances;
     for (size_t number = 0; number < kInstances; ++number)
-        instances.push_back(std::make_unique<Instance>(host));
+        instances.push_back(std::make_unique<LinkedInstance>(host));
     Block block;
     block.addNote(60);
     block.addChange(37012000, 1);

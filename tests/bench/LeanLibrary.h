@@ -4,7 +4,7 @@
 // compiler, and keeps no record. Everything in it is compiled as what ships is.
 #pragma once
 
-#include "editorlib/VstIEditorConnect.h"
+#include "editorlib/ReservedSlots.h"
 
 #include <array>
 #include <string>
@@ -20,14 +20,9 @@ using Steinberg::uint8;
 using Steinberg::ViewRect;
 
 /** An observer of a parameter that never changes: reads what it watches and finds it as it was. */
-class LeanObserver final : public Steinberg::Vst::VstIObserver {
+class LeanObserver final : public Steinberg::ReservedSlots<Steinberg::Vst::VstIObserver> {
 public:
     void destroy() override {}
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
     void checkChange() override { changes += watched != known ? 1 : 0; }
 
     volatile int watched = 0;
@@ -36,7 +31,7 @@ public:
 };
 
 /** Every parameter has the editor values 0 to highest, with the same texts. */
-class LeanLibrary : public Steinberg::Vst::VstIEditorConnect {
+class LeanLibrary : public Steinberg::ReservedSlots<Steinberg::Vst::VstIEditorConnect> {
 public:
     /** @param highest at most 127 */
     explicit LeanLibrary(int32 highest = 127);
@@ -79,7 +74,6 @@ public:
     {
         bytes += static_cast<unsigned>(data[0] + data[1] + data[2] + length);
     }
-    void reserved21() override {}
     int32 getCategoryName(int32, char*) override { return 1; }
     int32 getSubCategoryName(int32, int32, char*) override { return 1; }
     int32 applyPreset(int32, int32) override { return 0; }
@@ -92,7 +86,6 @@ public:
     int32 applyUserBank(int32, int32, const char*, int32) override { return 0; }
     void setEffectInterface(Steinberg::Vst::VstIEffectInterface*) override {}
     void setControllerInterface(Steinberg::Vst::VstIControllerInterface*) override {}
-    void reserved34() override {}
     int32 getLatencyMode() override { return 0; }
     int32 getFirstStartState() override { return 0; }
     bool isDisplayAudioPort(const char*) override { return false; }

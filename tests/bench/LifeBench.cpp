@@ -1,8 +1,8 @@
 // A whole life of an instance.
 #include "basics/Utf.h"
 #include "editorlib/EntryPoints.h"
-#include "tests/bench/Instance.h"
 #include "tests/bench/Lines.h"
+#include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
 #include "base/thread/include/flock.h"
@@ -119,8 +119,8 @@ void releaseFreeMemory()
 void wholeLife(benchmark::State& state, void (*prepare)())
 {
     LeanLibrary library;
-    LeanHost host(library, false);
-    compare(state, 1, {[&] { const Instance instance(host); }, prepare},
+    BenchHost host(library, false);
+    compare(state, 1, {[&] { const LinkedInstance instance(host); }, prepare},
             {[&] { const BareLife bare(library); }, prepare});
 }
 

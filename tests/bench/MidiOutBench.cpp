@@ -1,8 +1,8 @@
 // The processor's block: what the library sends.
 #include "tests/bench/BareProcessor.h"
 #include "tests/bench/Blocks.h"
-#include "tests/bench/Instance.h"
 #include "tests/bench/Lines.h"
+#include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
 #include <memory>
@@ -21,13 +21,13 @@ constexpr uint8 kNote[] = {0x90, 60, 100};
 constexpr int kQueues = 32;
 
 struct Pair {
-    Pair(LeanHost& host, LeanLibrary& library)
+    Pair(BenchHost& host, LeanLibrary& library)
     : ours(host)
     , bare(owned(new BareProcessor(opaque(library))))
     {
     }
 
-    Instance ours;
+    LinkedInstance ours;
     IPtr<BareProcessor> bare;
     IAudioProcessor* floor = unknown<IAudioProcessor>(bare);
     Block block;
@@ -36,7 +36,7 @@ struct Pair {
 void drain(benchmark::State& state)
 {
     LeanLibrary library;
-    LeanHost host(library, true);
+    BenchHost host(library, true);
     std::vector<std::unique_ptr<Pair>> pairs;
     for (int number = 0; number < kQueues; ++number)
         pairs.push_back(std::make_unique<Pair>(host, library));

@@ -1,8 +1,8 @@
 // The processor's block: what the host brings.
 #include "tests/bench/BareProcessor.h"
 #include "tests/bench/Blocks.h"
-#include "tests/bench/Instance.h"
 #include "tests/bench/Lines.h"
+#include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
 namespace bench {
@@ -27,8 +27,8 @@ void runBlocks(IAudioProcessor* processor, ProcessData& data, int count)
 void compareBlocks(benchmark::State& state, ProcessData& data, int count)
 {
     LeanLibrary library;
-    LeanHost host(library, true);
-    Instance instance(host);
+    BenchHost host(library, true);
+    LinkedInstance instance(host);
     const IPtr<BareProcessor> bare = owned(new BareProcessor(opaque(library)));
     IAudioProcessor* ours = unknown<IAudioProcessor>(&instance.processor());
     IAudioProcessor* floor = unknown<IAudioProcessor>(bare);

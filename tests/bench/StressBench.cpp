@@ -2,8 +2,8 @@
 // millisecond, with real-time priority where the system gives it. STRESS_SECONDS changes the twelve
 // seconds that each row of blocks takes; it needs ten for its 99.99th percentile.
 #include "tests/bench/Blocks.h"
-#include "tests/bench/Instance.h"
 #include "tests/bench/Lines.h"
+#include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
 #include <algorithm>
@@ -87,7 +87,7 @@ constexpr std::array<Load, kLoads> kAllLoads = {{{0, 0, false},
 /** The threads of a load, with ordinary priority. */
 class Beside {
 public:
-    Beside(const Load& load, Instance& instance)
+    Beside(const Load& load, LinkedInstance& instance)
     {
         for (int writer = 0; writer < load.writers; ++writer)
             threads.emplace_back([this, &load, &instance] { write(instance, load.rate); });
@@ -104,7 +104,7 @@ public:
     Beside& operator=(const Beside&) = delete;
 
 private:
-    void write(Instance& instance, long rate) const
+    void write(LinkedInstance& instance, long rate) const
     {
         // Not quite a fraction of the millisecond: the events meet the block at each of its
         // moments.
@@ -173,8 +173,8 @@ private:
     }
 
     LeanLibrary library;
-    LeanHost host{library, true};
-    Instance instance{host};
+    BenchHost host{library, true};
+    LinkedInstance instance{host};
     Block block;
     std::array<std::vector<double>, kLoads> times;
 };

@@ -1,11 +1,9 @@
 // The host's tracks and ports.
 #include "basics/Utf.h"
-#include "tests/bench/Instance.h"
-#include "tests/bench/LeanStudio.h"
+#include "tests/bench/BigStudio.h"
 #include "tests/bench/Lines.h"
+#include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
-
-#include "pluginterfaces/base/iupdatehandler.h"
 
 #include <cstring>
 
@@ -67,7 +65,7 @@ void searchBare(IDevice& mixer, IValue& selected)
         if (std::strcmp(track->getDeviceType(), "MidiChannel") != 0)
             continue;
         const IPtr<IValue> output = owned(track->getValue("output"));
-        if (isHere(*output) && channelOf(*track) == static_cast<int32>(LeanMixer::kChannel))
+        if (isHere(*output) && channelOf(*track) == kOurChannel)
             return selected.setInteger(index, true);
     }
 }
@@ -75,28 +73,27 @@ void searchBare(IDevice& mixer, IValue& selected)
 void searchTracks(benchmark::State& state, int count)
 {
     LeanLibrary library;
-    LeanHost host(library, true);
-    LeanMixer mixer(static_cast<size_t>(count));
-    LeanDevices devices;
-    devices.mixer = &mixer;
-    host.add(IDeviceList::iid, &devices);
-    Instance instance(host);
+    BenchHost host(library, true);
+    const Tracks tracks(static_cast<size_t>(count));
+    host.add(IDeviceList::iid, tracks.tree);
+    LinkedInstance instance(host);
     VstIControllerInterface* controller = &instance.controller();
-    IDevice* device = unknown<IDevice>(&mixer);
-    IValue* selected = unknown<IValue>(&mixer.selected);
+    IDevice* device = unknown<IDevice>(tracks.tree->findDevice("Mixer", 0));
+    const IPtr<IValue> value = owned(device->getValue("selected"));
+    IValue* selected = unknown<IValue>(value);
     const int searches = kTogether / count;
     for (const bool ours : {true, false}) {
-        mixer.selected.integer = -1;
+        tracks.tree->select(-1);
         if (ours)
-            controller->editorPartSyncMidiCh(LeanMixer::kChannel);
+            controller->editorPartSyncMidiCh(kOurChannel);
         else
             searchBare(*device, *selected);
-        if (mixer.selected.integer != count - 1)
+        if (tracks.tree->selectedTrack() != count - 1)
             return fail(state, "the search did not find the last track");
     }
     compare(state, kTogether, {[&] {
                 for (int search = 0; search < searches; ++search)
-                    controller->editorPartSyncMidiCh(LeanMixer::kChannel);
+                    controller->editorPartSyncMidiCh(kOurChannel);
             }},
             {[&] {
                 for (int search = 0; search < searches; ++search)
@@ -126,14 +123,14 @@ void listBare(IPortRegistry& registry, std::vector<PortInfo>& list)
 void listPorts(benchmark::State& state, int count)
 {
     LeanLibrary library;
-    LeanHost host(library, true);
-    LeanPorts ports(static_cast<size_t>(count));
-    host.add(IPortRegistry::iid, &ports);
-    Instance instance(host);
+    BenchHost host(library, true);
+    const auto ports = audioInputs(count);
+    host.add(IPortRegistry::iid, ports);
+    LinkedInstance instance(host);
     VstIControllerInterface* controller = &instance.controller();
-    IPortRegistry* registry = unknown<IPortRegistry>(&ports);
+    IPortRegistry* registry = unknown<IPortRegistry>(ports);
     const int listings = kTogether / count;
-    if (controller->getAudioPortList()->size() != ports.ports.size())
+    if (controller->getAudioPortList()->size() != ports->ports().size())
         return fail(state, "not every port was listed");
     std::vector<PortInfo> list;
     compare(state, kTogether, {[&] {

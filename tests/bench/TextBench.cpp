@@ -1,6 +1,6 @@
 // Parameter texts, to the user and back.
-#include "tests/bench/Instance.h"
 #include "tests/bench/Lines.h"
+#include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
 #include <algorithm>
@@ -43,8 +43,8 @@ std::u16string textOf(int value)
 void toText(benchmark::State& state)
 {
     LeanLibrary library;
-    LeanHost host(library, true);
-    Instance instance(host);
+    BenchHost host(library, true);
+    LinkedInstance instance(host);
     IEditController* controller = unknown<IEditController>(&instance.controller());
     std::map<std::pair<ParamID, int>, std::u16string> texts;
     for (int part = 0; part < kParts; ++part)
@@ -68,8 +68,8 @@ void toText(benchmark::State& state)
 void fromText(benchmark::State& state)
 {
     LeanLibrary library;
-    LeanHost host(library, true);
-    Instance instance(host);
+    BenchHost host(library, true);
+    LinkedInstance instance(host);
     IEditController* controller = unknown<IEditController>(&instance.controller());
     std::vector<std::u16string> typed;
     std::map<std::pair<ParamID, std::u16string>, double> values;

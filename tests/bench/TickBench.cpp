@@ -1,6 +1,6 @@
 // The timer's tick.
-#include "tests/bench/Instance.h"
 #include "tests/bench/Lines.h"
+#include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
 #include "base/thread/include/flock.h"
@@ -50,8 +50,8 @@ private:
 void idleTick(benchmark::State& state)
 {
     LeanLibrary library;
-    LeanHost host(library, true);
-    Instance instance(host);
+    BenchHost host(library, true);
+    LinkedInstance instance(host);
     std::vector<VstIObserver*> observers;
     for (size_t number = 0; number < kObservers; ++number)
         observers.push_back(unknown<VstIObserver>(library.nextObserver()));
@@ -73,8 +73,8 @@ void idleTick(benchmark::State& state)
 void queuedTick(benchmark::State& state, int events)
 {
     LeanLibrary library;
-    LeanHost host(library, false);
-    Instance instance(host);
+    BenchHost host(library, false);
+    LinkedInstance instance(host);
     VstK2xController& controller = instance.controller();
     const auto idOf = [](int event) { return 37012000u + static_cast<ParamID>(event % 16); };
     const auto valueOf = [](int event) { return (event % 101) / 100.0; };

@@ -22,8 +22,6 @@ public:
         if (called("setArrangement", value))
             arrangement = value;
     }
-    void PLUGIN_API reserved4() override { called("reserved4"); }
-    void PLUGIN_API reserved5() override { called("reserved5"); }
     void PLUGIN_API setChannelPort(Steinberg::int32 channel, Steinberg::IHostPort* port) override;
 };
 

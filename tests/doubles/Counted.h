@@ -4,6 +4,7 @@
 //   class Registry final : public Counted<IPortRegistry> { using Counted::Counted; ... };
 #pragma once
 
+#include "editorlib/ReservedSlots.h"
 #include "tests/doubles/HostBooks.h"
 
 #include <tuple>
@@ -11,7 +12,7 @@
 namespace doubles {
 
 template <class... Interfaces>
-class Counted : public HostObject, public Interfaces... {
+class Counted : public HostObject, public Steinberg::ReservedSlots<Interfaces>... {
 public:
     using HostObject::HostObject;
 
@@ -46,6 +47,8 @@ protected:
             addRef();
         return result;
     }
+
+    void reserved(int slot) final { called(("reserved" + std::to_string(slot)).c_str()); }
 
     static bool isFUnknown(const Steinberg::TUID queried)
     {

@@ -9,7 +9,7 @@
 #include "pluginterfaces/base/funknown.h"
 #include "tests/doubles/CallScript.h"
 #include "tests/doubles/HostObject.h"
-#include "tests/doubles/HostText.h"
+#include "tools/host/HostText.h"
 
 #include <array>
 #include <deque>
@@ -18,6 +18,8 @@
 #include <unordered_map>
 
 namespace doubles {
+
+using Steinberg::Vst::play::HostText;
 
 /** [any thread], but interfaces are hidden and shown while no call is under way. */
 class HostBooks {

@@ -8,12 +8,14 @@
 
 #include "pluginterfaces/vst/ivsthostapplication.h"
 #include "tests/doubles/HostDevicesDouble.h"
-#include "tests/doubles/HostFamily.h"
 #include "tests/doubles/HostPortsDouble.h"
 #include "tests/doubles/HostRunLoopDouble.h"
 #include "tests/doubles/HostServiceDouble.h"
+#include "tools/host/HostFamily.h"
 
 namespace doubles {
+
+using Steinberg::Vst::play::HostFamily;
 
 /** What IHostClasses hands out. */
 struct HostParts {

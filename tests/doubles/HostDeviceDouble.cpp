@@ -12,7 +12,6 @@ public:
 
     std::set<const FUnknown*> fed;
 
-    void PLUGIN_API reserved3() override { called("reserved3"); }
     bool PLUGIN_API isConnectedTo(IDevice* device) override
     {
         return called("isConnectedTo", books.nameOf(device)) &&

@@ -36,11 +36,6 @@ public:
     Steinberg::IValue* PLUGIN_API getValue(const char* name) override;
     Steinberg::int32 PLUGIN_API countChildren() override;
     Steinberg::IDevice* PLUGIN_API getChild(Steinberg::int32 index) override;
-    void PLUGIN_API reserved4() override { called("reserved4"); }
-    void PLUGIN_API reserved5() override { called("reserved5"); }
-    void PLUGIN_API reserved6() override { called("reserved6"); }
-    void PLUGIN_API reserved7() override { called("reserved7"); }
-    void PLUGIN_API reserved9() override { called("reserved9"); }
 
 protected:
     void* face(const Steinberg::TUID queried) override;

@@ -12,9 +12,6 @@ public:
     {
     }
 
-    void PLUGIN_API reserved3() override { called("reserved3"); }
-    void PLUGIN_API reserved4() override { called("reserved4"); }
-    void PLUGIN_API reserved5() override { called("reserved5"); }
     IDevice* PLUGIN_API findDevice(const char* name, int32 flags) override
     {
         if (!called("findDevice", name, flags) || !name)

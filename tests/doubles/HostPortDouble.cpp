@@ -20,10 +20,8 @@ bool HostPortDouble::getPortId(StringObject& out)
         return true;
     if (const auto nonsense = books.script.toldText())
         tellNonsense(out, *nonsense);
-    else if (books.unicode && !idAsEightBit)
-        out.setText16(id.get(true));
     else
-        out.setText8(id.utf8().c_str());
+        id.copyTo(out, books.unicode && !idAsEightBit);
     return true;
 }
 

@@ -8,7 +8,6 @@
 
 #include "hostapi/IHostPort.h"
 #include "tests/doubles/Counted.h"
-#include "tests/doubles/HostText.h"
 
 namespace doubles {
 
@@ -31,9 +30,7 @@ public:
     bool PLUGIN_API hasPortAttribute(const char* attribute) override;
     bool PLUGIN_API isInputPort() override;
     const Steinberg::char16* PLUGIN_API getSystemName() override;
-    void PLUGIN_API reserved8() override { called("reserved8"); }
     const Steinberg::char16* PLUGIN_API getDisplayName() override;
-    void PLUGIN_API reserved10() override { called("reserved10"); }
     bool PLUGIN_API isDisplayed() override;
     void PLUGIN_API setDisplayed(bool state) override;
 

@@ -2,8 +2,6 @@
 
 #include "tests/doubles/NonsenseText.h"
 
-#include <algorithm>
-
 namespace doubles {
 
 using namespace Steinberg;
@@ -33,16 +31,9 @@ void HostValueDouble::getString(char16* buffer, int32* size)
     if (!called("getString", size ? *size : -1) || !buffer || !size || *size <= 0)
         return;
     const auto nonsense = books.script.toldText();
-    const auto bytes = (nonsense ? nonsenseText(*nonsense) : text).fieldBytes(books.unicode);
-    const bool fills = !terminates || nonsense == Nonsense::kEndlessText;
-    const size_t terminator = books.unicode ? sizeof(char16) : sizeof(char8);
-    const size_t room = static_cast<size_t>(*size) * sizeof(char16);
-    const size_t length = std::min(bytes.size(), fills ? room : room - terminator);
-    auto* field = reinterpret_cast<char8*>(buffer);
-    std::copy_n(bytes.begin(), length, field);
-    std::fill_n(field + length, std::min(terminator, room - length), char8{0});
-    const size_t units = (length + 1) / sizeof(char16);
-    *size = books.script.told(static_cast<int32>(units));
+    const auto& own = nonsense ? nonsenseText(*nonsense) : text;
+    own.copyTo(buffer, size, books.unicode, terminates && nonsense != Nonsense::kEndlessText);
+    *size = books.script.told(*size);
 }
 
 void HostValueDouble::setInteger(int32 value, bool notify)

@@ -6,7 +6,6 @@
 #pragma once
 
 #include "hostapi/IValue.h"
-#include "tests/doubles/HostText.h"
 #include "tests/doubles/HostUpdatesDouble.h"
 
 namespace doubles {
@@ -26,21 +25,6 @@ public:
 
     /** With notify the dependents are told (HostUpdatesDouble::tell), also of an equal value. */
     void PLUGIN_API setInteger(Steinberg::int32 value, bool notify) override;
-
-    void PLUGIN_API reserved3() override { called("reserved3"); }
-    void PLUGIN_API reserved4() override { called("reserved4"); }
-    void PLUGIN_API reserved6() override { called("reserved6"); }
-    void PLUGIN_API reserved7() override { called("reserved7"); }
-    void PLUGIN_API reserved8() override { called("reserved8"); }
-    void PLUGIN_API reserved9() override { called("reserved9"); }
-    void PLUGIN_API reserved10() override { called("reserved10"); }
-    void PLUGIN_API reserved11() override { called("reserved11"); }
-    void PLUGIN_API reserved12() override { called("reserved12"); }
-    void PLUGIN_API reserved13() override { called("reserved13"); }
-    void PLUGIN_API reserved14() override { called("reserved14"); }
-    void PLUGIN_API reserved15() override { called("reserved15"); }
-    void PLUGIN_API reserved16() override { called("reserved16"); }
-    void PLUGIN_API reserved18() override { called("reserved18"); }
 
 protected:
     void* face(const Steinberg::TUID queried) override;

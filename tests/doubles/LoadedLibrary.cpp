@@ -1,35 +1,36 @@
 #include "tests/doubles/LoadedLibrary.h"
 
-#include <dlfcn.h>
+#include <cstring>
 
 namespace doubles {
 namespace {
 
+using Steinberg::Vst::tools::LibraryHandle;
+
 /** In the loaded file; see library/Entries.cpp. */
 using Renew = ScriptedLibrary* (*)(Trace*);
 
-ScriptedLibrary* renew(void* file, Trace* trace)
+ScriptedLibrary* renew(const LibraryHandle& file, Trace* trace)
 {
-    const auto entry = reinterpret_cast<Renew>(dlsym(file, "renewScriptedLibrary"));
+    const auto entry = file.find<Renew>("renewScriptedLibrary");
     return entry ? entry(trace) : nullptr;
 }
 
 } // namespace
 
+const char* const LoadedLibrary::kPath = strdup(Steinberg::Vst::editorLibraryPath().c_str());
+
 LoadedLibrary::LoadedLibrary(Trace& trace, const std::string& filePath)
 : path(filePath)
-, file(dlopen(filePath.c_str(), RTLD_LAZY))
-, library(file ? renew(file, &trace) : nullptr)
+, file(filePath)
+, library(renew(file, &trace))
 {
 }
 
 LoadedLibrary::~LoadedLibrary()
 {
-    if (!file)
-        return;
     if (library)
         renew(file, nullptr);
-    dlclose(file);
 }
 
 bool LoadedLibrary::closeAndAskWhetherStillLoaded()
@@ -37,13 +38,8 @@ bool LoadedLibrary::closeAndAskWhetherStillLoaded()
     if (library)
         renew(file, nullptr);
     library = nullptr;
-    if (file)
-        dlclose(file);
-    file = nullptr;
-    void* still = dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD);
-    if (still)
-        dlclose(still);
-    return still != nullptr;
+    file.close();
+    return LibraryHandle::isLoaded(path);
 }
 
 } // namespace doubles

@@ -13,6 +13,7 @@
 #pragma once
 
 #include "tests/doubles/ScriptedLibrary.h"
+#include "tools/common/LibraryHandle.h"
 
 namespace doubles {
 
@@ -21,8 +22,8 @@ namespace doubles {
    tests can tell: it is renewed here and at the end. */
 class LoadedLibrary {
 public:
-    static constexpr const char* kPath = "/Library/Application Support/Tavrin/VST/RDL3_RDL5/"
-                                         "libvst_rdl3_rdl5_vstserver.1.dylib";
+    /** Where the plug-in looks for it. Lives until the process is gone. */
+    static const char* const kPath;
 
     explicit LoadedLibrary(Trace& trace, const std::string& filePath = kPath);
     ~LoadedLibrary();
@@ -32,14 +33,14 @@ public:
     explicit operator bool() const { return library != nullptr; }
     ScriptedLibrary* operator->() const { return library; }
     ScriptedLibrary& operator*() const { return *library; }
-    void* handle() const { return file; }
+    void* handle() const { return file.get(); }
 
     /** Lets go of the file; whether something else still holds it loaded. */
     bool closeAndAskWhetherStillLoaded();
 
 private:
     const std::string path;
-    void* file;
+    Steinberg::Vst::tools::LibraryHandle file;
     ScriptedLibrary* library = nullptr;
 };
 

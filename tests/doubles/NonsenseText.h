@@ -5,9 +5,11 @@
 #pragma once
 
 #include "tests/doubles/CallScript.h"
-#include "tests/doubles/HostText.h"
+#include "tools/host/HostText.h"
 
 namespace doubles {
+
+using Steinberg::Vst::play::HostText;
 
 /** More than any buffer that is handed across the boundary holds. */
 constexpr size_t kEndlessText = 5000;

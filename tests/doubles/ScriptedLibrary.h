@@ -50,7 +50,8 @@ struct BufferAnswer {
 
 /** Fields are set while no call is under way; parameters, recording and callbacks are safe on any
     thread. */
-class ScriptedLibrary : public Steinberg::Vst::VstIEditorConnect, public CallScript {
+class ScriptedLibrary : public Steinberg::ReservedSlots<Steinberg::Vst::VstIEditorConnect>,
+                        public CallScript {
 public:
     using int32 = Steinberg::int32;
     using uint32 = Steinberg::uint32;
@@ -151,7 +152,6 @@ public:
     void setStateChunk(const void* data, int32 size) override;
     std::vector<char> getStateChunk() override;
     void receiveHostMidi(const Steinberg::uint8* data, int32 length) override;
-    void reserved21() override;
     int32 getCategoryName(int32 mainCategory, char* buffer) override;
     int32 getSubCategoryName(int32 mainCategory, int32 subCategory, char* buffer) override;
     int32 applyPreset(int32 bank, int32 number) override;
@@ -164,7 +164,6 @@ public:
     int32 applyUserBank(int32 bank, int32 number, const char* data, int32 size) override;
     void setEffectInterface(Steinberg::Vst::VstIEffectInterface* newEffect) override;
     void setControllerInterface(Steinberg::Vst::VstIControllerInterface* newController) override;
-    void reserved34() override;
     int32 getLatencyMode() override;
     int32 getFirstStartState() override;
     bool isDisplayAudioPort(const char* displayName) override;
@@ -187,6 +186,7 @@ private:
             complain(text + " after destroy");
         return called(text);
     }
+    void reserved(int slot) override;
     bool isQuiet();
     std::string nameOf(const Steinberg::Vst::VstIObserver* observer) const;
 

@@ -185,9 +185,9 @@ void ScriptedLibrary::receiveHostMidi(const uint8* data, int32 length)
         call("receiveHostMidi", bytesText(data, length > 0 ? static_cast<size_t>(length) : 0));
 }
 
-void ScriptedLibrary::reserved21()
+void ScriptedLibrary::reserved(int slot)
 {
-    complain("library: slot 21 is reserved");
+    complain("library: slot " + std::to_string(slot) + " is reserved");
 }
 
 int32 ScriptedLibrary::getCategoryName(int32 mainCategory, char* buffer)
@@ -267,11 +267,6 @@ void ScriptedLibrary::setControllerInterface(VstIControllerInterface* newControl
 {
     controller = newController;
     call("setControllerInterface", newController);
-}
-
-void ScriptedLibrary::reserved34()
-{
-    complain("library: slot 34 is reserved");
 }
 
 int32 ScriptedLibrary::getLatencyMode()

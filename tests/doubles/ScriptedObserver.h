@@ -6,7 +6,7 @@
 //   trace: "observer(37012000).checkChange()", "observer(37012000).destroy()"
 #pragma once
 
-#include "editorlib/VstIObserver.h"
+#include "editorlib/ReservedSlots.h"
 #include "pluginterfaces/base/ftypes.h"
 
 #include <atomic>
@@ -31,7 +31,7 @@ struct ObserverArguments {
 };
 
 /** Stays in memory after destroy(), until its library ends. Calls back on the calling thread. */
-class ScriptedObserver final : public Steinberg::Vst::VstIObserver {
+class ScriptedObserver final : public Steinberg::ReservedSlots<Steinberg::Vst::VstIObserver> {
 public:
     ScriptedObserver(ScriptedLibrary& maker, const ObserverArguments& made);
     ScriptedObserver(const ScriptedObserver&) = delete;
@@ -49,14 +49,9 @@ public:
 
     void destroy() override;
     void checkChange() override;
-    void reserved1() override { reserved(1); }
-    void reserved2() override { reserved(2); }
-    void reserved3() override { reserved(3); }
-    void reserved4() override { reserved(4); }
-    void reserved5() override { reserved(5); }
 
 private:
-    void reserved(int slot);
+    void reserved(int slot) override;
     bool called(const char* operation);
 
     ScriptedLibrary& library;

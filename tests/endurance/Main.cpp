@@ -1,7 +1,7 @@
 // Long sessions, as fast as they go. Prints what was done and what the process held before and
 // after; the exit status is 1 when anything was lost, failed or grew.
 #include "tests/endurance/Footprint.h"
-#include "tests/endurance/Instance.h"
+#include "tests/endurance/LongInstance.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -28,7 +28,7 @@ constexpr const char* kTunables = "glibc.malloc.tcache_count=0";
     calls is full, with as much of each as later: memory is flat from then on. */
 constexpr int kMinutesRemembered = 1000;
 
-void print(const Counts& counts, const EditCounter& edits)
+void print(const Counts& counts, const EditCounts& edits)
 {
     const auto number = [](uint64_t count) { return static_cast<unsigned long long>(count); };
     std::printf("  blocks %llu, notes in %llu, notes out %llu, wrong notes %llu, automation %llu\n",
@@ -52,9 +52,9 @@ bool verdict(const Footprint& before, const Footprint& after, size_t heapSlack, 
 
 /** A stretch of host time: a tick each 50 ms, a gesture each 100 ms, a preset each 10 s, a save
     each 30 s, the view each minute. */
-void play(LongHost& host, Instance& instance, double hours)
+void play(LongHost& host, LongInstance& instance, double hours)
 {
-    constexpr double kBlocksASecond = Instance::kSampleRate / Instance::kBlockSize;
+    constexpr double kBlocksASecond = LongInstance::kSampleRate / LongInstance::kBlockSize;
     const auto seconds = hours * 3600;
     const auto ticks = static_cast<uint64_t>(seconds * 20);
     double blocksDue = 0;
@@ -69,21 +69,22 @@ void play(LongHost& host, Instance& instance, double hours)
             instance.saveAndRestore();
         if (tick % 1200 == 0)
             instance.openAndCloseView();
-        host.loop.tick();
+        host.tick();
     }
 }
 
 double hoursOf(const Counts& counts)
 {
-    return static_cast<double>(counts.blocks) * Instance::kBlockSize / Instance::kSampleRate / 3600;
+    return static_cast<double>(counts.blocks) * LongInstance::kBlockSize /
+           LongInstance::kSampleRate / 3600;
 }
 
 /** What play brings in a minute beside the music. */
-void actForAMinute(LongHost& host, Instance& instance)
+void actForAMinute(LongHost& host, LongInstance& instance)
 {
     for (int preset = 0; preset < 6; ++preset) {
         instance.changePreset();
-        host.loop.tick();
+        host.tick();
     }
     instance.saveAndRestore();
     instance.saveAndRestore();
@@ -93,7 +94,7 @@ void actForAMinute(LongHost& host, Instance& instance)
 bool runSession(LongHost& host, double hours)
 {
     std::printf("session of %g hours of host time\n", hours);
-    Instance instance(host, 1);
+    LongInstance instance(host, 1);
     for (int minute = 0; minute < kMinutesRemembered; ++minute)
         actForAMinute(host, instance);
     play(host, instance, 0.05);
@@ -102,7 +103,7 @@ bool runSession(LongHost& host, double hours)
     const Footprint after = Footprint::take();
     instance.settle();
     std::printf("  host time %.2f hours\n", hoursOf(instance.counts));
-    print(instance.counts, instance.edits);
+    print(instance.counts, instance.edits.counts);
     return verdict(before, after, kHeapSlackOfSession, instance.counts.failures == 0);
 }
 
@@ -137,7 +138,7 @@ struct Totals {
 /** One life with everything in it. */
 Counts live(LongHost& host, unsigned seed)
 {
-    Instance instance(host, seed);
+    LongInstance instance(host, seed);
     for (int block = 0; block < 4; ++block)
         instance.playBlock();
     instance.turnKnob();
@@ -160,23 +161,23 @@ bool runLives(LongHost& host, int cycles)
         totals.add(live(host, static_cast<unsigned>(cycle + 1)));
     const Footprint after = Footprint::take();
     totals.print();
-    std::printf("  timers left %zu\n", host.loop.getTimerCount());
+    std::printf("  timers left %zu\n", host.getTimerCount());
     return verdict(before, after, kHeapSlackOfLives,
-                   totals.failures == 0 && host.loop.getTimerCount() == 0);
+                   totals.failures == 0 && host.getTimerCount() == 0);
 }
 
 /** All at once, each with music of its own, ended in another order than they began. */
 void playTogether(LongHost& host, int instances, int blocks, Totals& totals)
 {
-    std::vector<std::unique_ptr<Instance>> all;
+    std::vector<std::unique_ptr<LongInstance>> all;
     for (int index = 0; index < instances; ++index)
-        all.push_back(std::make_unique<Instance>(host, static_cast<unsigned>(index + 1)));
+        all.push_back(std::make_unique<LongInstance>(host, static_cast<unsigned>(index + 1)));
     for (int block = 0; block < blocks; ++block) {
         for (auto& instance : all) {
             instance->playBlock();
             instance->turnKnob();
         }
-        host.loop.tick();
+        host.tick();
     }
     totals.most = std::max(totals.most, all.size());
     for (auto& instance : all) {
@@ -199,7 +200,7 @@ bool runInstances(LongHost& host, int instances, int blocks)
     const Footprint after = Footprint::take();
     totals.print();
     return verdict(before, after, kHeapSlackOfLives,
-                   totals.failures == 0 && host.loop.getTimerCount() == 0);
+                   totals.failures == 0 && host.getTimerCount() == 0);
 }
 
 int usage()

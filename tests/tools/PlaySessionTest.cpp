@@ -184,33 +184,34 @@ TEST_F(PlaySession, TakesTheSongsTimeInRealtime)
     EXPECT_GE(passed.count(), 0.98);
 }
 
-TEST(PlaySongs, SendsEveryNoteOfEverySongOnceAndInOrder)
+TEST(PlaySongs, SendsEveryNoteOnceAndInOrder)
 {
     if (!std::filesystem::is_directory(SONGS_FOLDER))
         GTEST_SKIP() << "the songs are not installed on this machine";
     const ScratchFolder folder;
-    int songs = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(SONGS_FOLDER)) {
-        if (entry.path().extension() != ".mid")
-            continue;
-        ++songs;
-        const auto json = playReport({entry.path().string(), "--midi-out", folder.file("out.mid")});
+    for (const char* name : {"keep_on_rolling", // 12,192 notes, the most, many in running status
+                             "be_sharp_bw_redfarn",  // ends notes by velocity 0
+                             "midnight_snow_run",    // 65 changes of tempo
+                             "boogi_marabi_redfarn", // 29 notes at once, the most
+                             "busy_schedule",        // 17 tracks, the most
+                             "ttsong_iii_imuh3"}) {  // no tempo
+        const auto song = std::filesystem::path(SONGS_FOLDER) / (std::string(name) + ".mid");
+        const auto json = playReport({song.string(), "--midi-out", folder.file("out.mid")});
         const auto& notes = json["notes"];
-        EXPECT_EQ(notes["editor"], notes["sent"]) << entry.path();
-        ASSERT_EQ(notes["crowdedBlocks"], 0) << entry.path();
-        EXPECT_EQ(notes["lost"], 0) << entry.path();
+        EXPECT_EQ(notes["editor"], notes["sent"]) << name;
+        ASSERT_EQ(notes["crowdedBlocks"], 0) << name;
+        EXPECT_EQ(notes["lost"], 0) << name;
 
-        const Song in(entry.path().string());
+        const Song in(song.string());
         const Song out(folder.file("out.mid"));
-        ASSERT_EQ(out.notes().size(), in.notes().size()) << entry.path();
+        ASSERT_EQ(out.notes().size(), in.notes().size()) << name;
         for (size_t i = 0; i < in.notes().size(); ++i) {
             const auto& sent = in.notes()[i];
             const auto& left = out.notes()[i];
-            ASSERT_EQ(left.channel, sent.channel) << entry.path() << " note " << i;
-            ASSERT_EQ(left.pitch, sent.pitch) << entry.path() << " note " << i;
-            ASSERT_EQ(left.on, sent.on) << entry.path() << " note " << i;
-            ASSERT_EQ(left.velocity, sent.on ? 127 : 0) << entry.path() << " note " << i;
+            ASSERT_EQ(left.channel, sent.channel) << name << " note " << i;
+            ASSERT_EQ(left.pitch, sent.pitch) << name << " note " << i;
+            ASSERT_EQ(left.on, sent.on) << name << " note " << i;
+            ASSERT_EQ(left.velocity, sent.on ? 127 : 0) << name << " note " << i;
         }
     }
-    EXPECT_EQ(songs, 31);
 }

@@ -1,5 +1,5 @@
 // The projects that play's host opens.
-#include "tools/play/studio/ProjectFile.h"
+#include "tools/play/ProjectFile.h"
 #include "tests/tools/ScratchFolder.h"
 #include "tools/common/Failure.h"
 

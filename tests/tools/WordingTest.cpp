@@ -1,8 +1,27 @@
 #include "tools/play/basics/Wording.h"
 
+#include "tools/common/Failure.h"
+#include "tools/host/HostFamily.h"
+
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace Steinberg::Vst::play;
+
+TEST(Wording, ReadsAFieldUpToItsEndWhereItHasNoTerminator)
+{
+    Steinberg::Vst::String128 field{};
+    field[0] = 0x20AC;
+    EXPECT_EQ(hostText(field), "\xE2\x82\xAC");
+    std::fill(std::begin(field), std::end(field), static_cast<Steinberg::char16>('a'));
+    EXPECT_EQ(hostText(field), std::string(128, 'a'));
+}
+
+TEST(ParseHostFamily, RefusesWhatIsNone)
+{
+    for (const char* text : {"", "reaper", ":7.5.1", "cubase:", "cubase:new", "plain:1.0"})
+        EXPECT_THROW(parseHostFamily(text, true), Steinberg::Vst::tools::Failure) << text;
+}
 
 TEST(Wording, PutsSecondsAsMinutesAndSeconds)
 {

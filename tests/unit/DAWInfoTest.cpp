@@ -1,6 +1,6 @@
 #include "support/DAWInfo.h"
 #include "hostapi/IHostApplicationW.h"
-#include "tests/doubles/HostText.h"
+#include "tools/host/HostText.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
-using doubles::HostText;
+using Steinberg::Vst::play::HostText;
 using namespace std::string_literals;
 
 namespace {

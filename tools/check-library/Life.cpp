@@ -5,7 +5,6 @@
 #include "tools/common/Failure.h"
 
 #include <array>
-#include <dlfcn.h>
 #include <thread>
 #include <utility>
 
@@ -25,46 +24,28 @@ std::string nameOf(const char* operation, unsigned id)
 
 } // namespace
 
-// LibraryHandle ------------------------------------------------------------------------------
-
-LibraryHandle::LibraryHandle(const std::string& file, Journal& newJournal, int mode)
+WatchedFile::WatchedFile(const std::string& path, Journal& newJournal, int mode)
 : journal(newJournal)
 {
     const Entered entered(journal, "the file's own start (dlopen)");
-    // A name without a folder would be looked for where the system keeps its libraries.
-    const auto path = file.find('/') == std::string::npos ? "./" + file : file;
-    handle = dlopen(path.c_str(), mode);
-    const char* message = handle ? nullptr : dlerror();
-    words = message ? message : "";
+    file.emplace(path, mode);
 }
 
-LibraryHandle::~LibraryHandle()
+WatchedFile::~WatchedFile()
 {
-    if (!handle)
+    if (!*file)
         return;
     const Entered entered(journal, "the file's own end (dlclose)");
-    dlclose(handle);
+    file->close();
 }
-
-GetEditorConnect LibraryHandle::connectEntry() const
-{
-    return handle ? reinterpret_cast<GetEditorConnect>(dlsym(handle, connectFuncName)) : nullptr;
-}
-
-GetObserver LibraryHandle::observerEntry() const
-{
-    return handle ? reinterpret_cast<GetObserver>(dlsym(handle, observerFuncName)) : nullptr;
-}
-
-// Life ---------------------------------------------------------------------------------------
 
 Life::Life(const std::string& file, Journal& newJournal)
 : journal(newJournal)
 , handle(file, journal, RTLD_LAZY)
 {
-    const auto connect = handle.connectEntry();
+    const auto connect = handle->connectEntry();
     if (!connect)
-        throw tools::Failure("It cannot be loaded: " + handle.refusal() + ".");
+        throw tools::Failure("It cannot be loaded: " + handle->refusal() + ".");
     VstIEditorConnect* connection = nullptr;
     {
         const Entered entered(journal, connectFuncName);
@@ -93,7 +74,7 @@ Life::~Life()
 
 bool Life::observe(const MirroredParameter& parameter)
 {
-    const auto entry = handle.observerEntry();
+    const auto entry = handle->observerEntry();
     if (!entry)
         return false;
     VstIObserver* observer = nullptr;

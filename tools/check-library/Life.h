@@ -1,10 +1,10 @@
 // Life: one life of the editor library, as the plug-in leads it.
 #pragma once
 
-#include "editorlib/EntryPoints.h"
 #include "tools/check-library/MirroredParameters.h"
 #include "tools/check-library/StandIn.h"
 #include "tools/check-library/WatchedLibrary.h"
+#include "tools/common/LibraryHandle.h"
 
 #include <chrono>
 #include <memory>
@@ -16,26 +16,21 @@ namespace Steinberg {
 namespace Vst {
 namespace checklibrary {
 
-/** The loaded file. */
-class LibraryHandle {
+/** The file, with the journal told of its own start and end; empty when it does not load. */
+class WatchedFile {
 public:
     /** @param mode of dlopen */
-    LibraryHandle(const std::string& file, Journal& newJournal, int mode);
-    ~LibraryHandle();
-    LibraryHandle(const LibraryHandle&) = delete;
-    LibraryHandle& operator=(const LibraryHandle&) = delete;
+    WatchedFile(const std::string& path, Journal& newJournal, int mode);
+    ~WatchedFile();
+    WatchedFile(const WatchedFile&) = delete;
+    WatchedFile& operator=(const WatchedFile&) = delete;
 
-    explicit operator bool() const { return handle != nullptr; }
-    /** The loader's own words when it did not load. */
-    const std::string& refusal() const { return words; }
-    /** The entry points; null where it has none. */
-    GetEditorConnect connectEntry() const;
-    GetObserver observerEntry() const;
+    const tools::LibraryHandle& operator*() const { return *file; }
+    const tools::LibraryHandle* operator->() const { return &*file; }
 
 private:
     Journal& journal;
-    void* handle;
-    std::string words;
+    std::optional<tools::LibraryHandle> file; ///< until the end, which the journal names
 };
 
 /** Exceptions of the library end only the call that they came from, as in the plug-in; the journal
@@ -79,7 +74,7 @@ private:
 
     Journal& journal;
     StandIn standIn; ///< outlives the library, which may call back to its end
-    LibraryHandle handle;
+    WatchedFile handle;
     std::optional<WatchedLibrary> watched; ///< until destroy
     std::vector<std::pair<unsigned, VstIObserver*>> observers;
     bool hasEffect = false;

@@ -23,19 +23,19 @@ std::string shortened(const std::string& words, const std::string& file)
 /** Says what is missing when each function that the library names has to be there at once. */
 void loadCompletely(const Options& options, Journal& journal)
 {
-    const LibraryHandle whole(options.library, journal, RTLD_NOW);
-    if (whole)
+    const WatchedFile whole(options.library, journal, RTLD_NOW);
+    if (*whole)
         return;
     journal.say({Verdict::bad,
                  "complete",
                  "The editor library calls a function that is nowhere (" +
-                     shortened(whole.refusal(), options.library) +
+                     shortened(whole->refusal(), options.library) +
                      "): the host ends when it comes to that call.",
                  kTellMaker,
                  {}});
 }
 
-void sayEntries(const LibraryHandle& library, Journal& journal)
+void sayEntries(const tools::LibraryHandle& library, Journal& journal)
 {
     if (!library.connectEntry())
         return journal.say({Verdict::bad,
@@ -60,17 +60,17 @@ void loadFile(const Options& options, Journal& journal)
 {
     if (options.strict)
         loadCompletely(options, journal);
-    const LibraryHandle library(options.library, journal, RTLD_LAZY);
-    if (!library)
+    const WatchedFile library(options.library, journal, RTLD_LAZY);
+    if (!*library)
         return journal.say(
             {Verdict::bad,
              "library-load",
-             "The system does not load it: " + shortened(library.refusal(), options.library) + ".",
+             "The system does not load it: " + shortened(library->refusal(), options.library) + ".",
              std::string(kInstallEditor) +
                  " If it names another file that it does not find, install that.",
-             {{"refusal", library.refusal()}}});
+             {{"refusal", library->refusal()}}});
     journal.say({Verdict::good, "library-load", "The system loads it.", "", {}});
-    sayEntries(library, journal);
+    sayEntries(*library, journal);
 }
 
 void startLibrary(const Options& options, Journal& journal)

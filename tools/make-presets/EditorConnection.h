@@ -1,6 +1,7 @@
 // EditorConnection: the editor library, loaded for as long as this object lives.
 #pragma once
 
+#include "tools/common/LibraryHandle.h"
 #include "tools/common/SilentController.h"
 
 #include <string>
@@ -25,7 +26,7 @@ public:
 
 private:
     tools::SilentController controller;
-    void* handle = nullptr;
+    tools::LibraryHandle library;
     VstIEditorConnect* connection = nullptr;
 };
 

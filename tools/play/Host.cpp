@@ -1,8 +1,11 @@
 #include "tools/play/Host.h"
 
 #include "hostapi/IExternalEffectUsingSKI.h"
+#include "tools/common/Failure.h"
 #include "tools/play/live/Keyboard.h"
-#include "tools/play/studio/ProjectFile.h"
+#include "tools/play/ProjectFile.h"
+
+#include <filesystem>
 
 namespace Steinberg {
 namespace Vst {
@@ -19,9 +22,26 @@ std::vector<PortDescription> livePorts()
     return ports;
 }
 
+/** The library that the host's service lends plug-ins; none where they load their own. */
+tools::LibraryHandle lentLibrary(const Options& options)
+{
+    if (options.binding != Options::Binding::service)
+        return {};
+    const auto& path = options.library;
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        throw tools::Failure("The editor library \"" + path + "\" is missing.");
+    tools::LibraryHandle loaded(path);
+    if (!loaded)
+        throw tools::Failure("The editor library \"" + path + "\" cannot be loaded.");
+    if (!loaded.connectEntry())
+        throw tools::Failure("\"" + path + "\" is not an editor library.");
+    return loaded;
+}
+
 std::unique_ptr<Studio> studioFor(const HostFamily& family, const Options& options)
 {
-    if (!family.hasStudio)
+    if (!family.hasExtensions)
         return nullptr;
     const auto& project = options.tracks;
     Project opened;
@@ -33,14 +53,15 @@ std::unique_ptr<Studio> studioFor(const HostFamily& family, const Options& optio
     if (options.live)
         for (auto& port : livePorts())
             ports.push_back(std::move(port));
-    return std::make_unique<Studio>(opened, ports, family.isUnicode);
+    return std::make_unique<Studio>(opened, ports, family.unicode);
 }
 
 } // namespace
 
 Host::Host(const Options& options)
 : hostFamily(parseHostFamily(options.host, options.unicode))
-, editorLibraryPath(installedEditorLibrary())
+, usedLibrary(editorLibraryPath())
+, library(lentLibrary(options))
 , hostStudio(studioFor(hostFamily, options))
 , loop(owned(new RunLoop))
 , componentHandler(
@@ -60,9 +81,15 @@ Host::~Host() = default;
 
 void Host::offerService(const Options& options, HostClasses& hostClasses)
 {
-    editorLibraryPath = options.library;
-    library = std::make_unique<EditorLibrary>(options.library);
-    service = owned(new EditorService(*library));
+    usedLibrary = options.library;
+    const auto connectEntry = library.connectEntry();
+    service = owned(new EditorService(
+        [connectEntry] {
+            VstIEditorConnect* connection = nullptr;
+            connectEntry(&connection);
+            return connection;
+        },
+        library.get()));
     const IPtr<FUnknown> factory(new ServiceComponentFactory(service), false);
     hostClasses.offer(IComponentFactory::iid, factory);
 }
@@ -77,9 +104,9 @@ void Host::announcePorts(IEditController& controller)
 std::string Host::binding() const
 {
     if (service && service->pluginCount() > 0)
-        return "lent by the host's service from " + editorLibraryPath;
-    if (EditorLibrary::isLoaded(installedEditorLibrary()))
-        return "loaded by the plug-in from " + installedEditorLibrary();
+        return "lent by the host's service from " + usedLibrary;
+    if (tools::LibraryHandle::isLoaded())
+        return "loaded by the plug-in from " + editorLibraryPath();
     return "unknown";
 }
 

@@ -1,11 +1,12 @@
 // Host: the whole host that play pretends to be.
 #pragma once
 
-#include "tools/play/host/ComponentHandler.h"
-#include "tools/play/host/EditorService.h"
-#include "tools/play/host/HostContext.h"
+#include "tools/common/LibraryHandle.h"
+#include "tools/host/ComponentHandler.h"
+#include "tools/host/EditorService.h"
+#include "tools/host/HostContext.h"
+#include "tools/host/studio/Studio.h"
 #include "tools/play/Options.h"
-#include "tools/play/studio/Studio.h"
 
 #include <memory>
 #include <string>
@@ -40,15 +41,15 @@ public:
     std::string binding() const;
 
     /** The file of the editor library that plug-ins of this host use. */
-    const std::string& libraryPath() const { return editorLibraryPath; }
+    const std::string& libraryPath() const { return usedLibrary; }
 
 private:
     void offerService(const Options& options, HostClasses& hostClasses);
 
     HostFamily hostFamily;
-    std::string editorLibraryPath;
+    std::string usedLibrary;
+    tools::LibraryHandle library; ///< before the service, which ends its connections
     std::unique_ptr<Studio> hostStudio;
-    std::unique_ptr<EditorLibrary> library; ///< before the service, which ends its connections
     IPtr<EditorService> service;
     IPtr<RunLoop> loop;
     IPtr<ComponentHandler> componentHandler;

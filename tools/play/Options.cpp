@@ -1,10 +1,10 @@
 #include "tools/play/Options.h"
 
+#include "editorlib/EditorLibraryNames.h"
 #include "tools/common/CommandLine.h"
 #include "tools/common/PlugInPlaces.h"
 #include "tools/common/ToolName.h"
-#include "tools/play/host/EditorLibrary.h"
-#include "tools/play/host/HostFamily.h"
+#include "tools/host/HostFamily.h"
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
@@ -22,7 +22,7 @@ constexpr const char* kStatuses =
 std::string missingSong()
 {
     std::error_code error;
-    if (std::filesystem::exists(installedEditorLibrary(), error))
+    if (std::filesystem::exists(editorLibraryPath(), error))
         return "song.mid is required";
     return "song.mid is required, and an editor library, which this machine does not have: "
            "\"" +
@@ -152,7 +152,7 @@ Options parseOptions(int argc, const char* const* argv)
 {
     Options options;
     options.plugIn = tools::usualPlugIn();
-    options.library = installedEditorLibrary();
+    options.library = editorLibraryPath();
 
     CLI::App app("Plays a MIDI file through the RDL3/RDL5 VST plug-in and reports what came out.",
                  tools::toolName("play"));

@@ -2,16 +2,15 @@
 
 #include "tools/common/Failure.h"
 #include "tools/common/Interruption.h"
+#include "tools/common/LoadedSimulator.h"
 #include "tools/common/ProgressBar.h"
 #include "tools/play/basics/Wording.h"
-#include "tools/play/host/HostString.h"
 #include "tools/play/live/LiveLine.h"
 #include "tools/play/output/AudioRenderer.h"
 #include "tools/play/output/MidiFileWriter.h"
 #include "tools/play/plugin/PresetLoader.h"
 #include "tools/play/user/PortTour.h"
 #include "tools/play/user/PresetArrival.h"
-#include "tools/play/user/Simulator.h"
 #include "tools/play/user/TrackTour.h"
 
 #include <chrono>
@@ -54,8 +53,8 @@ std::vector<Report::Bus> busesOf(IComponent& component)
             for (int32 i = 0; i < component.getBusCount(type, direction); ++i) {
                 BusInfo info{};
                 if (component.getBusInfo(type, direction, i, info) == kResultOk)
-                    buses.push_back(
-                        {utf8(info.name), type == kAudio, direction == kOutput, info.channelCount});
+                    buses.push_back({hostText(info.name), type == kAudio, direction == kOutput,
+                                     info.channelCount});
             }
     return buses;
 }
@@ -69,7 +68,7 @@ Session::Session(const Options& wishes)
 , portWish(options.live, options.port)
 , instance(plugIn, host.context(), host.handler())
 , list(instance.controller())
-, simulator(findSimulator(host.libraryPath()))
+, simulator(tools::findSimulator(host.libraryPath()))
 , binding(host.binding())
 {
     portWish.end();
@@ -91,7 +90,7 @@ PortsReport Session::ports()
     auto report = PortTour(host.studio(), simulatorTo("choose ports"))
                       .run(options.connectAudio, options.connectMidi);
     const tools::Instance second(plugIn, host.context(), host.handler());
-    if (auto* newest = findSimulator(host.libraryPath()))
+    if (auto* newest = tools::findSimulator(host.libraryPath()))
         report.secondEditorAudio = PortTour::audioInputsOf(*newest);
     return report;
 }

@@ -1,7 +1,7 @@
 // The processor's block.
 #include "tests/bench/Blocks.h"
 #include "tests/bench/growth/Growth.h"
-#include "tests/bench/Instance.h"
+#include "tests/bench/LinkedInstance.h"
 
 namespace bench::growth {
 
@@ -17,8 +17,8 @@ constexpr int kParameters = 16;
 /** An instance and what its host gives it. */
 struct Playing {
     LeanLibrary library;
-    LeanHost host{library, true};
-    Instance instance{host};
+    BenchHost host{library, true};
+    LinkedInstance instance{host};
     Block block;
 
     double time()

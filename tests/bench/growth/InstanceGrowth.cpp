@@ -9,33 +9,33 @@ namespace {
 
 constexpr auto kSubject = "instances";
 
-void addInstances(const char* name, Cost cost, std::function<double(LeanHost&, int)> measure)
+void addInstances(const char* name, Cost cost, std::function<double(BenchHost&, int)> measure)
 {
     addSeries({kSubject, name, "instances", cost, steps(1, 2, 512),
                [measure = std::move(measure)](int count) {
                    return inFreshProcess([&] {
                        LeanLibrary library;
-                       LeanHost host(library, false);
+                       BenchHost host(library, false);
                        warmUp(host);
                        return measure(host, count);
                    });
                }});
 }
 
-double memory(LeanHost& host, int count)
+double memory(BenchHost& host, int count)
 {
     const double before = residentBytes();
     const Instances instances(host, count);
     return residentBytes() - before;
 }
 
-double life(LeanHost& host, int count)
+double life(BenchHost& host, int count)
 {
     return timeOnce([&] { const Instances instances(host, count); });
 }
 
 /** A note and a parameter in, a note out. */
-double block(LeanHost& host, int count)
+double block(BenchHost& host, int count)
 {
     constexpr uint8 note[] = {0x90, 60, 100};
     const Instances instances(host, count);
@@ -51,7 +51,7 @@ double block(LeanHost& host, int count)
     });
 }
 
-double tick(LeanHost& host, int count)
+double tick(BenchHost& host, int count)
 {
     const Instances instances(host, count);
     return timeOf([&] {

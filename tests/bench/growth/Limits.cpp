@@ -2,7 +2,7 @@
 // the figures are the same on every machine.
 #include "tests/bench/Blocks.h"
 #include "tests/bench/growth/Growth.h"
-#include "tests/bench/Instance.h"
+#include "tests/bench/LinkedInstance.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -103,8 +103,8 @@ private:
     }
 
     CountingLibrary library;
-    LeanHost host{library, true};
-    Instance instance{host};
+    BenchHost host{library, true};
+    LinkedInstance instance{host};
     Block block;
     int samples;
 };

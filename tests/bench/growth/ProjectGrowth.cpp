@@ -13,9 +13,9 @@ namespace {
 using namespace Steinberg;
 
 /** What the project holds of an instance. */
-IPtr<MemoryStream> savedState(LeanHost& host)
+IPtr<MemoryStream> savedState(BenchHost& host)
 {
-    Instance instance(host);
+    LinkedInstance instance(host);
     auto state = owned(new MemoryStream);
     instance.processor().getState(state);
     if (state->getSize() < 100)
@@ -24,11 +24,11 @@ IPtr<MemoryStream> savedState(LeanHost& host)
 }
 
 /** Creates every instance and gives it its state, in both of its components. */
-void load(LeanHost& host, int count, MemoryStream& state, Instances& project)
+void load(BenchHost& host, int count, MemoryStream& state, Instances& project)
 {
     for (int number = 0; number < count; ++number) {
-        project.all.push_back(std::make_unique<Instance>(host));
-        Instance& instance = *project.all.back();
+        project.all.push_back(std::make_unique<LinkedInstance>(host));
+        LinkedInstance& instance = *project.all.back();
         state.seek(0, IBStream::kIBSeekSet, nullptr);
         instance.processor().setState(&state);
         state.seek(0, IBStream::kIBSeekSet, nullptr);
@@ -40,7 +40,7 @@ void addProject(const char* name, Cost cost)
 {
     addSeries({"projects", name, "instances", cost, {8, 64, 512}, [cost](int count) {
                    return inFreshProcess([&] {
-                       LeanHost host;
+                       BenchHost host;
                        warmUp(host);
                        const auto state = savedState(host);
                        Instances project(host, 0);

@@ -3,7 +3,7 @@
 #include "presets/VstK2xUserBank.h"
 #include "tests/bench/growth/FullLibrary.h"
 #include "tests/bench/growth/Growth.h"
-#include "tests/bench/Instance.h"
+#include "tests/bench/LinkedInstance.h"
 #include "tests/doubles/TemporaryHome.h"
 
 #include "public.sdk/source/common/memorystream.h"
@@ -33,8 +33,8 @@ struct Saving {
     }
 
     FullLibrary library;
-    LeanHost host{library, true};
-    Instance instance{host};
+    BenchHost host{library, true};
+    LinkedInstance instance{host};
 };
 
 double saveState(int size)
@@ -79,8 +79,8 @@ double storeBank(int size)
 double loadBank(int size)
 {
     FullLibrary library;
-    LeanHost host(library, true);
-    Instance instance(host);
+    BenchHost host(library, true);
+    LinkedInstance instance(host);
     std::vector<char> bank(static_cast<size_t>(size), 'x');
     const auto stream = owned(new MemoryStream);
     VstK2xUserBank(stream).storeEditControllerUserBankData(8, 0, size, bank.data());

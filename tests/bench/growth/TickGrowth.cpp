@@ -1,6 +1,6 @@
 // GUI events in a host where they wait for the timer's tick.
 #include "tests/bench/growth/Growth.h"
-#include "tests/bench/Instance.h"
+#include "tests/bench/LinkedInstance.h"
 
 namespace bench::growth {
 
@@ -10,8 +10,8 @@ using Steinberg::Vst::VstK2xController;
 
 struct Waiting {
     LeanLibrary library;
-    LeanHost host{library, false};
-    Instance instance{host};
+    BenchHost host{library, false};
+    LinkedInstance instance{host};
 
     void queue(int events)
     {

@@ -9,11 +9,11 @@
 #include "tests/tools/ScratchFolder.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Instance.h"
+#include "tools/common/LoadedSimulator.h"
 #include "tools/common/Program.h"
 #include "tools/play/Host.h"
 #include "tools/play/live/PortWish.h"
 #include "tools/play/music/Player.h"
-#include "tools/play/user/Simulator.h"
 
 #include <chrono>
 #include <CLI/CLI.hpp>
@@ -71,7 +71,7 @@ public:
     , plugIn(BUNDLE_FOLDER, host.context())
     , wish(true, port)
     , instance(plugIn, host.context(), host.handler())
-    , simulator(findSimulator(SIMULATOR_FILE))
+    , simulator(tools::findSimulator(SIMULATOR_FILE))
     {
         wish.end();
         waitFor("the instrument has its port", [this] {

@@ -1,6 +1,6 @@
 // The run loop that play hands a plug-in on Linux.
-#include "tools/play/host/RunLoop.h"
-#include "tools/play/host/HostContext.h"
+#include "tools/host/RunLoop.h"
+#include "tools/host/HostContext.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,19 @@
 #include "tools/play/basics/Wording.h"
 
+#include "basics/Utf.h"
+
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 namespace Steinberg {
 namespace Vst {
 namespace play {
+
+std::string hostText(const String128& field)
+{
+    return utf16ToUtf8({field, boundedLength(field, std::size(field))});
+}
 
 std::string padded(const std::string& text, size_t width)
 {

@@ -1,11 +1,16 @@
 // Wording: texts as play shows them in tables, sentences and on its progress bar.
 #pragma once
 
+#include "pluginterfaces/vst/vsttypes.h"
+
 #include <string>
 
 namespace Steinberg {
 namespace Vst {
 namespace play {
+
+/** A text that the plug-in wrote into its host's field, as UTF-8; it need not be terminated. */
+std::string hostText(const String128& field);
 
 /** At least width columns, counting the characters and not the bytes of UTF-8. */
 std::string padded(const std::string& text, size_t width);

@@ -1,7 +1,7 @@
 // EditSummary: one parameter's edits as the host saw them.
 #pragma once
 
-#include "tools/play/host/ComponentHandler.h"
+#include "tools/host/ComponentHandler.h"
 
 #include <string>
 #include <vector>

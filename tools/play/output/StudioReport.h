@@ -1,8 +1,8 @@
 // StudioReport: what play found out about ports and tracks, for people and for machines.
 #pragma once
 
-#include "tools/play/studio/PortHandler.h"
-#include "tools/play/studio/Project.h"
+#include "tools/host/studio/PortHandler.h"
+#include "tools/host/studio/Project.h"
 
 #include <array>
 #include <optional>

@@ -3,7 +3,6 @@
 #include "pluginterfaces/vst/ivstunits.h"
 #include "tools/common/Failure.h"
 #include "tools/play/basics/Wording.h"
-#include "tools/play/host/HostString.h"
 
 #include <algorithm>
 #include <iomanip>
@@ -40,8 +39,8 @@ void ParameterList::readParameters(IEditController& controller)
         if (controller.getParamStringByValue(info.id, controller.getParamNormalized(info.id),
                                              text) != kResultOk)
             text[0] = 0;
-        allParameters.push_back({info.id, utf8(info.title), info.unitId, info.flags, info.stepCount,
-                                 info.defaultNormalizedValue, utf8(text)});
+        allParameters.push_back({info.id, hostText(info.title), info.unitId, info.flags,
+                                 info.stepCount, info.defaultNormalizedValue, hostText(text)});
     }
 }
 
@@ -53,7 +52,8 @@ void ParameterList::readUnits(IEditController& controller)
     for (int32 i = 0; i < unitInfo->getUnitCount(); ++i) {
         UnitInfo info{};
         if (unitInfo->getUnitInfo(i, info) == kResultOk)
-            allUnits.push_back({info.id, utf8(info.name), info.parentUnitId, info.programListId});
+            allUnits.push_back(
+                {info.id, hostText(info.name), info.parentUnitId, info.programListId});
     }
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "simulator/SimulatorControl.h"
+#include "tools/host/studio/Studio.h"
 #include "tools/play/output/StudioReport.h"
-#include "tools/play/studio/Studio.h"
 
 namespace Steinberg {
 namespace Vst {
