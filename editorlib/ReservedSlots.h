@@ -1,5 +1,5 @@
-// ReservedSlots: the interfaces of host and editor library for those who implement them. Nobody calls
-// a reserved slot, but each has to be there.
+// ReservedSlots: the interfaces of host and editor library for those who implement them. Nobody
+// calls a reserved slot, but each has to be there.
 //
 //   class Port final : public ReservedSlots<IHostPort> { ... };    // all but the reserved slots
 //   void reserved(int slot) override { complain(slot); }           // for who wants to know
