@@ -9,6 +9,7 @@
 
 #include "controller/VstK2xController.h"
 #include "tests/doubles/InProcessLibrary.h"
+#include "tests/doubles/Parameters.h"
 #include "tests/doubles/ScriptedHost.h"
 
 #include "public.sdk/source/main/pluginfactory.h"
@@ -16,12 +17,6 @@
 #include <gmock/gmock.h>
 
 namespace doubles {
-
-/** IDs that many tests use. */
-constexpr unsigned kVolume1 = 37012000;
-constexpr unsigned kPan1 = 37013000;
-constexpr unsigned kVolume16 = 37012015;
-constexpr unsigned kEditFlag = 201005000;
 
 class BoundController {
 public:

@@ -21,7 +21,7 @@ bool begins(const std::string& text, const std::string& prefix)
     return text.compare(0, prefix.size(), prefix) == 0;
 }
 
-/** The record's texts of these prefixes, where everything about the 225 observers between two
+/** The record's texts of these prefixes, where everything about the observers between two
     others is one entry, and of an object's releases the last counts: a pointer that is passed on in
     between may take and release once more. */
 Texts milestones(const Trace& trace, Texts prefixes)
@@ -143,7 +143,7 @@ public:
         // Without the service there is no library in this place.
         const size_t isBound = bound.trace.count("library.start()");
         EXPECT_EQ(result, isBound == 1 ? kResultOk : kResultFalse);
-        EXPECT_EQ(controller.getParameterCount(), isBound == 1 ? 225 : 0);
+        EXPECT_EQ(controller.getParameterCount(), isBound == 1 ? kParameters : 0);
         EXPECT_EQ(bound.trace.textsOf({"library.setHostType("}).size(), isBound);
         EXPECT_NO_THROW(controller.connect(&bound.host.peer));
         EXPECT_EQ(bound.trace.count("library.parametersReady()"), isBound);
@@ -238,7 +238,7 @@ TEST(ControllerLife, StaysFailedUntilTerminateAfterABindingThatFailed)
 
         EXPECT_EQ(bound.controller->terminate(), kResultOk);
         EXPECT_EQ(bound.controller->initialize(&bound.host.context), kResultOk);
-        EXPECT_EQ(bound.controller->getParameterCount(), 225);
+        EXPECT_EQ(bound.controller->getParameterCount(), kParameters);
     }
 }
 

@@ -373,7 +373,7 @@ TEST(InitializeInAHostThatThrows, BindsTheLibraryWithoutTheTracks)
         BoundController bound;
         bound.host.throwAt(call);
         EXPECT_EQ(bound.controller->initialize(&bound.host.context), kResultOk) << call;
-        EXPECT_EQ(bound.controller->getParameterCount(), 225) << call;
+        EXPECT_EQ(bound.controller->getParameterCount(), kParameters) << call;
         EXPECT_EQ(bound.trace.count("library.start()"), 1u) << call;
         bound.host.clearFaults();
     }

@@ -64,7 +64,7 @@ protected:
 
     void expectTheValuesWithTheNextTick()
     {
-        ASSERT_EQ(expected.size(), 180u); // four fifths of 225
+        ASSERT_THAT(expected, testing::SizeIs(kParameters * 4 / 5));
         EXPECT_THAT(bound.edits(), IsEmpty());
         for (const auto* observer : bound.library.liveObservers())
             EXPECT_EQ(bound.controller->getParamNormalized(observer->id()), 0.5);

@@ -61,7 +61,7 @@ TEST(ObserverCreation, MakesTheObserverAndNoParameter)
                             "library.addObserver(1002003)"));
     EXPECT_EQ(bound.controller->getParameter(1002003), nullptr);
     bound.controller->createVSTMultiCommonParameter();
-    EXPECT_EQ(bound.controller->getParameterCount(), 225);
+    EXPECT_EQ(bound.controller->getParameterCount(), kParameters);
 }
 
 TEST(PartParameters, WithoutALibraryExistWithTheirIDs)

@@ -8,6 +8,7 @@ using namespace Steinberg::Vst;
 using namespace doubles;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace {
 
@@ -42,8 +43,7 @@ const Row kRows[] = {
     {"Assignable Knob 1", false, "", 37056000, 37, 56, Reads::kNumber, 64, false},
     {"Assignable Knob 2", false, "", 37057000, 37, 57, Reads::kNumber, 64, false},
 };
-constexpr int kRowCount = 14;
-constexpr int kListed = 225;
+static_assert(std::size(kRows) == kParametersOfAPart);
 
 /** Every parameter gets a value of its own, so that a mixed-up ID shows. */
 int32 valueOf(unsigned id)
@@ -57,7 +57,7 @@ protected:
     ParameterListTest()
     {
         for (const Row& row : kRows)
-            for (unsigned part = 0; part < 16; ++part)
+            for (unsigned part = 0; part < kParts; ++part)
                 describe(row.firstID + part);
         describe(kEditFlag);
         bound.library.valueText = [](unsigned id, int value) {
@@ -110,11 +110,11 @@ std::u16string wide(const std::string& text)
 TEST_F(ParameterListTest, ShowsTheHostEveryPartsParametersInOrder)
 {
     bound.initialize();
-    ASSERT_EQ(bound.controller->getParameterCount(), kListed);
-    for (int part = 0; part < 16; ++part)
-        for (int line = 0; line < kRowCount; ++line) {
+    ASSERT_EQ(bound.controller->getParameterCount(), kParameters);
+    for (int part = 0; part < kParts; ++part)
+        for (int line = 0; line < kParametersOfAPart; ++line) {
             const Row& row = kRows[line];
-            const ParameterInfo info = infoAt(part * kRowCount + line);
+            const ParameterInfo info = infoAt(part * kParametersOfAPart + line);
             const unsigned id = row.firstID + static_cast<unsigned>(part);
             const std::string number = row.hasNumber ? std::to_string(part + 1) : "";
             const std::string title = row.titleFront + number + row.titleBack;
@@ -134,7 +134,7 @@ TEST_F(ParameterListTest, ShowsTheHostEveryPartsParametersInOrder)
 TEST_F(ParameterListTest, EndsWithTheEditFlag)
 {
     bound.initialize();
-    const ParameterInfo info = infoAt(224);
+    const ParameterInfo info = infoAt(kAutomatable);
     EXPECT_EQ(info.id, 201005000u);
     EXPECT_EQ(utf8(info.title), "");
     EXPECT_EQ(utf8(info.shortTitle), "");
@@ -146,7 +146,7 @@ TEST_F(ParameterListTest, EndsWithTheEditFlag)
     EXPECT_EQ(shown(kEditFlag, 0.5), u"0.5000");
     EXPECT_EQ(read(kEditFlag, u"1"), -1);
     ParameterInfo none = {};
-    EXPECT_EQ(bound.controller->getParameterInfo(225, none), kResultFalse);
+    EXPECT_EQ(bound.controller->getParameterInfo(kParameters, none), kResultFalse);
     EXPECT_EQ(bound.controller->getParameterInfo(-1, none), kResultFalse);
 }
 
@@ -155,13 +155,13 @@ TEST_F(ParameterListTest, LetsTheHostAutomateAllButOne)
     bound.initialize();
     int automatable = 0;
     std::set<ParamID> ids;
-    for (int32 index = 0; index < kListed; ++index) {
+    for (int32 index = 0; index < kParameters; ++index) {
         const ParameterInfo info = infoAt(index);
         automatable += (info.flags & ParameterInfo::kCanAutomate) ? 1 : 0;
         ids.insert(info.id);
     }
-    EXPECT_EQ(automatable, 224);
-    EXPECT_EQ(ids.size(), 225u);
+    EXPECT_EQ(automatable, kAutomatable);
+    EXPECT_THAT(ids, SizeIs(kParameters));
 }
 
 TEST_F(ParameterListTest, SpotChecksInLiterals)
@@ -182,7 +182,7 @@ TEST_F(ParameterListTest, SpotChecksInLiterals)
 TEST_F(ParameterListTest, ShowsTheEditorsTextsAndNeverAsksForThemAgain)
 {
     bound.initialize();
-    for (unsigned part = 0; part < 16; ++part)
+    for (unsigned part = 0; part < kParts; ++part)
         for (const Row& row : kRows) {
             const std::string front = std::to_string(row.firstID + part) + "=";
             EXPECT_EQ(shown(row.firstID + part, 0), wide(front + "0"));
@@ -205,7 +205,7 @@ protected:
     {
         std::vector<const ValueTexts*> seen;
         std::vector<unsigned> firsts;
-        for (unsigned part = 0; part < 16; ++part) {
+        for (unsigned part = 0; part < kParts; ++part) {
             seen.push_back(bound.parameter(kVolume1 + part)->getValueTexts());
             const auto first = std::find(seen.begin(), seen.end(), seen.back());
             firsts.push_back(static_cast<unsigned>(first - seen.begin()));
@@ -225,7 +225,7 @@ TEST_F(SharedValueTexts, AreOneForAllPartsThatShowTheSame)
 {
     bound.initialize();
     EXPECT_EQ(sharedWith(), std::vector<unsigned>(16, 0));
-    for (unsigned part = 0; part < 16; ++part) {
+    for (unsigned part = 0; part < kParts; ++part) {
         EXPECT_EQ(shown(kVolume1 + part, 0), u"0 dB");
         EXPECT_EQ(shown(kVolume1 + part, 1), u"128 dB");
     }
@@ -262,7 +262,7 @@ TEST_F(SharedValueTexts, AreAPartsOwnWhenItHasFewerOrMoreValues)
     for (const int32 maximum : {64, 256}) {
         BoundController other;
         other.library.valueText = bound.library.valueText;
-        for (unsigned part = 0; part < 16; ++part)
+        for (unsigned part = 0; part < kParts; ++part)
             other.library.setParameter(kVolume1 + part, {0, 0, part == 15 ? maximum : 128, 0, {}});
         other.initialize();
         EXPECT_EQ(other.parameter(kVolume1)->getValueTexts()->size(), 129u);
@@ -293,7 +293,7 @@ TEST_F(SharedValueTexts, BelongToTheValuesOfEachPartsOwnRange)
 TEST_F(ParameterListTest, ReadsTextsAsEachParameterShowsThem)
 {
     bound.initialize();
-    for (unsigned part = 0; part < 16; ++part)
+    for (unsigned part = 0; part < kParts; ++part)
         for (const Row& row : kRows) {
             const unsigned id = row.firstID + part;
             const bool number = row.reads == Reads::kNumber;
@@ -358,12 +358,12 @@ TEST_F(ParameterListTest, HasAnObserverForEachWithTheEditorsAddressAndTheCallbac
 {
     bound.initialize();
     const auto observers = bound.library.liveObservers();
-    ASSERT_EQ(observers.size(), 225u);
-    for (size_t index = 0; index < 225; ++index) {
+    ASSERT_THAT(observers, SizeIs(kParameters));
+    for (size_t index = 0; index < kParameters; ++index) {
         const ObserverArguments& got = observers[index]->arguments;
-        const bool flag = index == 224;
-        const int part = flag ? 0 : static_cast<int>(index) / kRowCount;
-        const Row& row = kRows[index % kRowCount];
+        const bool flag = index == kAutomatable;
+        const int part = flag ? 0 : static_cast<int>(index) / kParametersOfAPart;
+        const Row& row = kRows[index % kParametersOfAPart];
         EXPECT_EQ(got.owner, static_cast<void*>(bound.controller.get()));
         EXPECT_EQ(static_cast<unsigned>(got.vstParamId),
                   flag ? 201005000u : row.firstID + static_cast<unsigned>(part));
@@ -376,7 +376,7 @@ TEST_F(ParameterListTest, HasAnObserverForEachWithTheEditorsAddressAndTheCallbac
         EXPECT_EQ(got.endEdit, editorEndEditCallBack);
         EXPECT_EQ(bound.library.registered[index], observers[index]);
     }
-    EXPECT_EQ(bound.library.registered.size(), 225u);
+    EXPECT_THAT(bound.library.registered, SizeIs(kParameters));
 }
 
 TEST_F(ParameterListTest, MakesTheObserverBeforeItAsksForTheParameter)
@@ -410,8 +410,8 @@ TEST_F(ParameterListTest, IsCompleteWhenTheLibraryMakesNoObservers)
 {
     bound.library.storesObservers = false;
     bound.initialize();
-    EXPECT_EQ(bound.controller->getParameterCount(), kListed);
-    EXPECT_EQ(bound.library.registered, std::vector<VstIObserver*>(225, nullptr));
+    EXPECT_EQ(bound.controller->getParameterCount(), kParameters);
+    EXPECT_EQ(bound.library.registered, std::vector<VstIObserver*>(kParameters, nullptr));
     bound.tick();
     EXPECT_THAT(bound.trace.textsOf({"observer("}), IsEmpty());
     bound.controller->terminate();
@@ -422,7 +422,7 @@ TEST_F(ParameterListTest, IsCompleteWhenMakingObserversThrows)
 {
     bound.library.throwAt("getVSTObserverObject");
     bound.initialize();
-    EXPECT_EQ(bound.controller->getParameterCount(), kListed);
+    EXPECT_EQ(bound.controller->getParameterCount(), kParameters);
     EXPECT_THAT(bound.library.liveObservers(), IsEmpty());
 }
 
@@ -431,7 +431,7 @@ TEST_F(ParameterListTest, KeepsObserversWhoseRegistrationThrows)
     bound.library.throwAt("addObserver");
     bound.initialize();
     bound.tick();
-    EXPECT_EQ(bound.trace.textsOf({"observer("}).size(), 225u);
+    EXPECT_THAT(bound.trace.textsOf({"observer("}), SizeIs(kParameters));
     bound.controller->terminate();
     EXPECT_EQ(bound.trace.count("library.removeObserver(37012000)"), 1u);
     EXPECT_THAT(bound.library.liveObservers(), IsEmpty());

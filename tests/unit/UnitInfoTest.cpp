@@ -139,11 +139,11 @@ TEST(UnitInfoOfABoundController, NamesTheUnitOfEveryPartsParameters)
 {
     BoundController bound;
     bound.initialize();
-    for (int32 index = 0; index < 224; ++index) {
+    for (int32 index = 0; index < kAutomatable; ++index) {
         ParameterInfo parameter = {};
         ASSERT_EQ(bound.controller->getParameterInfo(index, parameter), kResultOk);
         UnitInfo unit = {};
-        bound.controller->getUnitInfo(index / 14 + 1, unit);
+        bound.controller->getUnitInfo(index / kParametersOfAPart + 1, unit);
         EXPECT_EQ(parameter.unitId, unit.id) << index;
     }
 }
