@@ -1,5 +1,5 @@
-// The processor's block while a thread of the library is stopped in the middle of writeMidi: the block
-// ends without the lock, and no event is lost or leaves out of order.
+// The processor's block while a thread of the library is stopped in the middle of writeMidi: the
+// block ends without the lock, and no event is lost or leaves out of order.
 #include "tests/realtime/ProcessCalls.h"
 
 #include <atomic>
