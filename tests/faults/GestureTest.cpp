@@ -3,6 +3,8 @@
 #include "editorlib/VstIControllerInterface.h"
 #include "tests/faults/Scenario.h"
 
+#include <optional>
+
 namespace faults {
 namespace {
 
@@ -10,7 +12,6 @@ using namespace Steinberg;
 using namespace Steinberg::Vst;
 using doubles::HostFamily;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /** A host that knows the extensions but has no name: changes wait for the timer. */
 HostFamily nameless()
@@ -23,8 +24,9 @@ HostFamily nameless()
 /** The volume ranges from 0 to 4. */
 class Gesture : public Scenario {
 public:
-    explicit Gesture(const HostFamily& family)
+    Gesture(const HostFamily& family, std::optional<size_t> expectedAtOnce)
     : Scenario(family)
+    , expectedToldAtOnce(expectedAtOnce)
     {
     }
 
@@ -36,7 +38,7 @@ public:
                    [&] { world.library.controller->setVSTManageParameter(kVolume1, 1); });
         world.trace.clear();
         world.step("turn", [&] { world.library.turn(kVolume1, 3); });
-        toldAtOnce = world.calls({"host."});
+        toldAtOnce = world.calls({"host."}).size();
         world.step("timer", [&] { world.host.runLoop.tick(); });
         world.step("getParamNormalized", [&] { shown = controller.getParamNormalized(kVolume1); });
         String128 text = {};
@@ -57,6 +59,7 @@ public:
         EXPECT_THAT(world.calls({"host."}),
                     ElementsAre("host.beginEdit(37012000)", "host.performEdit(37012000, 0.75)",
                                 "host.endEdit(37012000)"));
+        EXPECT_EQ(toldAtOnce, expectedToldAtOnce.value_or(toldAtOnce));
         EXPECT_EQ(shown, 0.75);
         EXPECT_EQ(textResult, kResultOk);
         EXPECT_EQ(firstOfText, '2'); // 0 + 4 * 0.5 + 0.5, cut
@@ -78,6 +81,7 @@ public:
 
     void expectBelieved(const Fault& fault) override { expectStated(fault); }
 
+private:
     /** An event that cannot be queued is one less; a text that cannot be converted is none. */
     void expectLess() const
     {
@@ -85,79 +89,35 @@ public:
         EXPECT_TRUE(parsed == 0.25 || parsed == -1);
     }
 
-    std::vector<std::string> toldAtOnce;
+    const std::optional<size_t> expectedToldAtOnce; ///< calls before the timer; none: either way
+    size_t toldAtOnce = 0;
     ParamValue shown = -1;
     ParamValue parsed = -1;
     tresult textResult = kResultFalse;
     TChar firstOfText = 0;
 };
 
-class DirectGesture : public Gesture {
-public:
-    DirectGesture()
-    : Gesture(HostFamily::cubase("7.5.1"))
-    {
-    }
-    void expectDone() override
-    {
-        Gesture::expectDone();
-        EXPECT_EQ(toldAtOnce.size(), 3u);
-    }
-};
-
-class QueuedGesture : public Gesture {
-public:
-    QueuedGesture()
-    : Gesture(nameless())
-    {
-    }
-    void expectDone() override
-    {
-        Gesture::expectDone();
-        EXPECT_THAT(toldAtOnce, IsEmpty());
-    }
-};
-
-/** Its texts are 8-bit ones in wide units; it has no version. */
-class PackedTexts : public Gesture {
-public:
-    PackedTexts()
-    : Gesture(HostFamily::withoutUnicode("Cubase", "7.5.1"))
-    {
-    }
-};
-
-class PlainHost : public Gesture {
-public:
-    PlainHost()
-    : Gesture(HostFamily::plain())
-    {
-    }
-};
-
-class StandaloneHost : public Gesture {
-public:
-    StandaloneHost()
-    : Gesture(HostFamily::standalone())
-    {
-    }
-};
+MakeScenario gestureIn(const HostFamily& family, std::optional<size_t> toldAtOnce = {})
+{
+    return [=] { return std::make_unique<Gesture>(family, toldAtOnce); };
+}
 
 TEST(Faults, GesturesInOtherHosts)
 {
-    injectFaults<PackedTexts>("gestures, host without Unicode", hostKinds());
-    injectFaults<PlainHost>("gestures, plain host", hostKinds());
-    injectFaults<StandaloneHost>("gestures, stand-alone host", hostKinds());
+    injectFaults("gestures, host without Unicode",
+                 gestureIn(HostFamily::withoutUnicode("Cubase", "7.5.1")), hostKinds());
+    injectFaults("gestures, plain host", gestureIn(HostFamily::plain()), hostKinds());
+    injectFaults("gestures, stand-alone host", gestureIn(HostFamily::standalone()), hostKinds());
 }
 
 TEST(Faults, GesturesToldAtOnce)
 {
-    injectFaults<DirectGesture>("gestures, at once");
+    injectFaults("gestures, at once", gestureIn(HostFamily::cubase("7.5.1"), 3));
 }
 
 TEST(Faults, GesturesToldByTheTimer)
 {
-    injectFaults<QueuedGesture>("gestures, by timer");
+    injectFaults("gestures, by timer", gestureIn(nameless(), 0));
 }
 
 } // namespace

@@ -2,26 +2,22 @@
 
 #include "tests/faults/SystemFaults.h"
 
-#include <cctype>
 #include <cstdlib>
 
 namespace faults {
 namespace {
 
-bool isAboutAMiddlePart(const std::string& text)
+constexpr unsigned long kLastOfPart16 = 37057015;
+
+/** Parameter IDs have eight digits or more and end with the part's index. */
+bool isAboutARepeatedParameter(const std::string& text)
 {
     static const bool everywhere = std::getenv("FAULTS_AT_EVERY_PART") != nullptr;
     const size_t at = text.find('(');
     if (everywhere || at == std::string::npos)
         return false;
-    const size_t begin = at + 1;
-    size_t end = begin;
-    while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end])))
-        ++end;
-    if (end - begin < 8)
-        return false;
-    const int part = std::atoi(text.substr(end - 3, 3).c_str());
-    return part >= 1 && part <= 14;
+    const unsigned long id = std::strtoul(text.c_str() + at + 1, nullptr, 10);
+    return id >= 10000000 && id % 1000 != 0 && id != kLastOfPart16;
 }
 
 } // namespace
@@ -36,7 +32,7 @@ Rehearsal::Rehearsal(const MakeScenario& make)
         if (before)
             before(text);
         allocations.resize(SystemFaults::memoryCalls(), isRepeated);
-        isRepeated = isAboutAMiddlePart(text);
+        isRepeated = isAboutARepeatedParameter(text);
         libraryCalls.push_back(isRepeated);
     };
     watchAnswers(scenario->world);

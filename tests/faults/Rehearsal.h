@@ -7,10 +7,9 @@
 
 namespace faults {
 
-/** Calls about the parts 2 to 15 are those about part 1 with other IDs: parameter IDs end with the
-    part's index, and a fault is tried at the first part, the last and the edit flag. With
-    FAULTS_AT_EVERY_PART set it is tried everywhere. An allocation belongs to the library's call
-    before it. */
+/** The plug-in does the same with every part's parameters, so a fault is tried at those of part 1,
+    at the last one of part 16 and at the edit flag; with FAULTS_AT_EVERY_PART set, at all. An
+    allocation belongs to the library's call before it. */
 class Rehearsal {
 public:
     explicit Rehearsal(const MakeScenario& make);

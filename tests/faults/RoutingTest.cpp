@@ -5,15 +5,17 @@
 namespace faults {
 namespace {
 
+using doubles::HostDevicesDouble;
 using doubles::HostFamily;
 using testing::ElementsAre;
 
 /** Tracks 0 and 1 play the plug-in on the channels 3 and 4; track 2 plays another one. */
 class Routing : public Scenario {
 public:
-    explicit Routing(const HostFamily& family)
+    Routing(const HostFamily& family, void (*addTracks)(HostDevicesDouble&))
     : Scenario(family)
     {
+        addTracks(world.host.devices);
     }
 
     void act() override
@@ -93,76 +95,50 @@ private:
     bool isBroken = false;
 };
 
-class NewerHost : public Routing {
-public:
-    NewerHost()
-    : Routing(HostFamily::cubase("7.5.1"))
-    {
-        auto& devices = world.host.devices;
-        auto& first = devices.addMidiTrack("Piano", "elsewhere", 3);
-        auto& second = devices.addInstrumentTrack("Lead", "elsewhere", 4);
-        devices.addMidiTrack("Other", kRoutedHere, 4);
-        devices.addInstrument("Synth 2", "Other VST");
-        auto& instrument = devices.addInstrument("Synth 1", "RDL3/RDL5 VST", &first);
-        instrument.children[0]->connectTo(second);
-    }
-};
+/** A host that knows which instrument a track plays through: of MIDI and instrument tracks. */
+void addRack(HostDevicesDouble& devices)
+{
+    auto& first = devices.addMidiTrack("Piano", "elsewhere", 3);
+    auto& second = devices.addInstrumentTrack("Lead", "elsewhere", 4);
+    devices.addMidiTrack("Other", kRoutedHere, 4);
+    devices.addInstrument("Synth 2", "Other VST");
+    auto& instrument = devices.addInstrument("Synth 1", "RDL3/RDL5 VST", &first);
+    instrument.children[0]->connectTo(second);
+}
 
-class OlderHost : public Routing {
-public:
-    OlderHost()
-    : Routing(HostFamily::cubase("7.4.0"))
-    {
-        auto& devices = world.host.devices;
-        devices.addMidiTrack("Piano", kRoutedHere, 3);
-        devices.addMidiTrack("Lead", kRoutedHere, 4);
-        devices.addMidiTrack("Other", "Synth 2 - Other VST", 4);
-    }
-};
+/** One that knows the names of the tracks' outputs only. */
+void addOutputNames(HostDevicesDouble& devices)
+{
+    devices.addMidiTrack("Piano", kRoutedHere, 3);
+    devices.addMidiTrack("Lead", kRoutedHere, 4);
+    devices.addMidiTrack("Other", "Synth 2 - Other VST", 4);
+}
 
-/** Another product, whose version counts from 6.5 on. */
-class NewerNuendo : public Routing {
-public:
-    NewerNuendo()
-    : Routing(HostFamily::nuendo("6.5.0"))
-    {
-        auto& devices = world.host.devices;
-        auto& first = devices.addInstrumentTrack("Piano", "elsewhere", 3);
-        auto& second = devices.addMidiTrack("Lead", "elsewhere", 4);
-        devices.addMidiTrack("Other", kRoutedHere, 4);
-        auto& instrument = devices.addInstrument("Synth 1", "RDL3/RDL5 VST", &first);
-        instrument.children[0]->connectTo(second);
-    }
-};
-
-/** Its objects have other IDs and its texts are packed; it has no version. */
-class HostWithoutUnicode : public Routing {
-public:
-    HostWithoutUnicode()
-    : Routing(HostFamily::withoutUnicode("Cubase", "7.5.1"))
-    {
-        auto& devices = world.host.devices;
-        devices.addMidiTrack("Piano", kRoutedHere, 3);
-        devices.addMidiTrack("Lead", kRoutedHere, 4);
-        devices.addMidiTrack("Other", "Synth 2 - Other VST", 4);
-    }
-};
+MakeScenario routingIn(const HostFamily& family, void (*addTracks)(HostDevicesDouble&))
+{
+    return [=] { return std::make_unique<Routing>(family, addTracks); };
+}
 
 TEST(Faults, TrackRoutingInOtherHosts)
 {
-    injectFaults<HostWithoutUnicode>("track routing, host without Unicode", hostKinds());
-    injectFaults<NewerNuendo>("track routing, other product",
-                              {Kind::kHostAnswers, Kind::kHostThrows});
+    // Its objects have other IDs and its texts are packed; it has no version.
+    injectFaults("track routing, host without Unicode",
+                 routingIn(HostFamily::withoutUnicode("Cubase", "7.5.1"), addOutputNames),
+                 hostKinds());
+    // Another product, whose version counts from 6.5 on.
+    injectFaults("track routing, other product", routingIn(HostFamily::nuendo("6.5.0"), addRack),
+                 {Kind::kHostAnswers, Kind::kHostThrows});
 }
 
 TEST(Faults, TrackRoutingInANewerHost)
 {
-    injectFaults<NewerHost>("track routing, newer host");
+    injectFaults("track routing, newer host", routingIn(HostFamily::cubase("7.5.1"), addRack));
 }
 
 TEST(Faults, TrackRoutingInAnOlderHost)
 {
-    injectFaults<OlderHost>("track routing, older host");
+    injectFaults("track routing, older host",
+                 routingIn(HostFamily::cubase("7.4.0"), addOutputNames));
 }
 
 } // namespace

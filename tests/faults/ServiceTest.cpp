@@ -65,6 +65,8 @@ public:
         EXPECT_EQ(world.trace.count("library.start()"), 1u);
         EXPECT_EQ(world.trace.count("library.destroy()"), lack.keepsLibrary ? 0u : 1u);
         EXPECT_EQ(world.trace.count("library.detachService()"), lack.keepsLibrary ? 1u : 0u);
+        EXPECT_EQ(world.trace.count("service.unregisterPlugin(object)"),
+                  offeredTrace.count("library.attachService()"));
         expectNothingElse();
     }
 

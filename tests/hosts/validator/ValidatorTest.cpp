@@ -1,88 +1,126 @@
 // The SDK's own validator on the built bundle.
 #include "tests/hosts/HostsTable.h"
 #include "tests/hosts/PartParameters.h"
-#include "tests/hosts/validator/ExpectedFailures.h"
 #include "tests/simulator/CommandOutput.h"
 
 #include "public.sdk/source/vst/utility/stringconvert.h"
 
-#include <fstream>
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <sstream>
 
 namespace {
 
 using namespace hosts;
+using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
+using testing::StartsWith;
 
 const std::string kHost = "SDK's validator " + std::string(kVstVersionString);
 
-std::string fileText(const std::string& path)
+// The edit flag has no title, so that hosts do not offer it among the controls: through it the
+// editor tells the host that the sound was changed, and it cannot be automated and belongs to no
+// unit. The test asks every parameter for a title and stops at the first error. The flag is the
+// last parameter, so all others have been through the test.
+const std::string kExpectedFailure = "General Tests / Scan Parameters";
+const std::string kExpectedError = "ERROR: =>Parameter 224 (id=201005000): has no title!!!";
+
+struct Report {
+    std::vector<std::string> passed; ///< "SUITE / TEST", with the test's description
+    std::vector<std::string> failed;
+    std::vector<std::string> errors; ///< lines, of whichever test
+    std::string summary;             ///< "N tests passed, N tests failed"
+
+    size_t passedOf(const std::string& suite) const
+    {
+        return static_cast<size_t>(
+            std::count_if(passed.begin(), passed.end(), [&](const auto& name) {
+                return name.compare(0, suite.size() + 1, suite + " ") == 0;
+            }));
+    }
+};
+
+/** @return what stands behind the beginning; null if the text begins in another way */
+const char* behind(const std::string& text, const std::string& beginning)
 {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
+    return text.compare(0, beginning.size(), beginning) == 0 ? text.c_str() + beginning.size()
+                                                             : nullptr;
 }
 
-/** One run, whose failures are those of the reviewed list. */
+Report readReport(const std::string& text)
+{
+    Report report;
+    std::string suite;
+    std::string test;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        if (const char* name = behind(line, "TestSuite : "))
+            suite = name;
+        else if (const char* counts = behind(line, "Result: "))
+            report.summary = counts;
+        else if (line == "[Succeeded]")
+            report.passed.push_back(test);
+        else if (behind(line, "[XXX"))
+            report.failed.push_back(test);
+        else if (behind(line, "ERROR: ") || behind(line, "Failed to "))
+            report.errors.push_back(line); // set-up and tear-down are in no count
+        else if (line.size() > 2 && line.front() == '[' && line.back() == ']')
+            test = suite + " / " + line.substr(1, line.size() - 2);
+    }
+    return report;
+}
+
+/** One run, in which one test fails, and that with the one error that is expected. */
 class Validator : public testing::Test {
 protected:
-    void validate(const std::string& options, size_t testsEachPrecision)
+    static void validate(const std::string& options, size_t testsEachPrecision)
     {
         const auto output =
             doubles::runCommand("'" VALIDATOR "' " + options + " '" BUNDLE_FOLDER "'");
-        const auto report = ValidatorReport::read(output.text);
-        const auto expected = ExpectedFailures::read(fileText(EXPECTED_FAILURES));
-        EXPECT_THAT(expected.compare(report), IsEmpty()) << output.text;
+        SCOPED_TRACE(output.text);
+        const auto report = readReport(output.text);
+        EXPECT_THAT(report.failed, ElementsAre(kExpectedFailure));
+        EXPECT_THAT(report.errors, ElementsAre(StartsWith(kExpectedError)));
+        const auto passed = std::to_string(report.passed.size());
+        EXPECT_THAT(report.summary, HasSubstr(passed + " tests passed, 1 tests failed"));
         // Its way to say that a test failed; a signal gives another number.
-        EXPECT_EQ(output.status, report.failures().empty() ? 0 : 255);
+        EXPECT_EQ(output.status, 255);
         EXPECT_THAT(output.text, HasSubstr("cid = 13EEE3484D664261B90352CE35DD18B4"));
         EXPECT_THAT(output.text, HasSubstr("cid = 31DFD31BDBB84D128E0ABBC94E1BB134"));
-        EXPECT_GE(report.countOf("General Tests"), 19u);
-        EXPECT_GE(report.countOf("Single Precision (32 bit) Tests"), testsEachPrecision);
-        EXPECT_GE(report.countOf("Double Precision (64 bit) Tests"), testsEachPrecision);
+        EXPECT_GE(report.passedOf("General Tests"), 18u);
+        EXPECT_GE(report.passedOf("Single Precision (32 bit) Tests"), testsEachPrecision);
+        EXPECT_GE(report.passedOf("Double Precision (64 bit) Tests"), testsEachPrecision);
         expectAllParameters(output.text);
-        tell(report);
+        found(passed + " passed, 1 fails as expected: " + kExpectedFailure);
     }
 
 private:
     // It lists what it finds without a judgement.
     static void expectAllParameters(const std::string& text)
     {
-        EXPECT_THAT(text, HasSubstr("exports 225 parameter(s)"));
+        EXPECT_THAT(text,
+                    HasSubstr("exports " + std::to_string(kAutomatable + 1) + " parameter(s)"));
         for (int index = 0; index < kAutomatable; ++index) {
             const auto expected = expectedParameter(index);
             EXPECT_THAT(text, HasSubstr("(id=" + std::to_string(expected.id) + "): [title=\"" +
                                         expected.title + "\"]"));
         }
     }
-
-    static void tell(const ValidatorReport& report)
-    {
-        const auto failures = report.failures();
-        std::string text = std::to_string(report.outcomes.size() - failures.size()) + " passed";
-        if (!failures.empty())
-            text += ", " + std::to_string(failures.size()) + " fails as expected:";
-        for (const auto& failure : failures)
-            text += " " + failure.name;
-        found(text);
-    }
 };
 
-TEST_F(Validator, DefaultRunFailsNothingButWhatIsListed)
+TEST_F(Validator, DefaultTestsFailAtTheEditFlagsTitleOnly)
 {
     tried(kHost, "default tests, single and double precision (which the plug-in declines)");
     validate("", 14);
 }
 
-TEST_F(Validator, ExtensiveRunFailsNothingButWhatIsListed)
+TEST_F(Validator, ExtensiveTestsFailAtTheEditFlagsTitleOnly)
 {
     tried(kHost, "extensive tests (-e), single and double precision (which the plug-in declines)");
     validate("-e", 259);
 }
 
-TEST_F(Validator, RunWithAnInstanceATestFailsNothingButWhatIsListed)
+TEST_F(Validator, ExtensiveTestsWithAnInstanceEachFailAtTheEditFlagsTitleOnly)
 {
     tried(kHost, "extensive tests with an instance of its own for each (-e -l)");
     validate("-e -l", 259);

@@ -108,7 +108,7 @@ void Factory::expectClass(int32 index, const ClassRow& row) const
     EXPECT_EQ(field(info.sdkVersion), "VST 3.5.0");
 }
 
-TEST_F(Factory, NamesItsMaker)
+TEST_F(Factory, GetFactoryInfoNamesTheMaker)
 {
     PFactoryInfo info;
     std::memset(static_cast<void*>(&info), 0x55, sizeof(info));
@@ -119,31 +119,25 @@ TEST_F(Factory, NamesItsMaker)
     EXPECT_EQ(info.flags, 16);
 }
 
-TEST_F(Factory, OffersTheProcessorFirstAndTheControllerSecond)
+TEST_F(Factory, GetClassInfoDescribesTheProcessorAndThenTheController)
 {
     ASSERT_EQ(factory->countClasses(), 2);
-    PClassInfo info;
-    ASSERT_EQ(factory->getClassInfo(0, &info), kResultOk);
-    EXPECT_EQ(field(info.category), "Audio Module Class");
-    ASSERT_EQ(factory->getClassInfo(1, &info), kResultOk);
-    EXPECT_EQ(field(info.category), "Component Controller Class");
-    EXPECT_NE(factory->getClassInfo(2, &info), kResultOk);
-    EXPECT_NE(factory->getClassInfo(-1, &info), kResultOk);
+    const ClassRow rows[] = {{"13EEE3484D664261B90352CE35DD18B4", "Audio Module Class",
+                              "RDL3/RDL5 VST", 2, "Instrument|External|OnlyRT|DSPBased"},
+                             {"31DFD31BDBB84D128E0ABBC94E1BB134", "Component Controller Class",
+                              "RDL3/RDL5 VST Controller", 0, ""}};
+    for (const int32 index : {0, 1}) {
+        PClassInfo info;
+        ASSERT_EQ(factory->getClassInfo(index, &info), kResultOk);
+        EXPECT_EQ(field(info.category), rows[index].category);
+        expectClass(index, rows[index]);
+    }
+    PClassInfo none;
+    EXPECT_NE(factory->getClassInfo(2, &none), kResultOk);
+    EXPECT_NE(factory->getClassInfo(-1, &none), kResultOk);
 }
 
-TEST_F(Factory, DescribesTheProcessor)
-{
-    expectClass(0, {"13EEE3484D664261B90352CE35DD18B4", "Audio Module Class", "RDL3/RDL5 VST", 2,
-                    "Instrument|External|OnlyRT|DSPBased"});
-}
-
-TEST_F(Factory, DescribesTheController)
-{
-    expectClass(1, {"31DFD31BDBB84D128E0ABBC94E1BB134", "Component Controller Class",
-                    "RDL3/RDL5 VST Controller", 0, ""});
-}
-
-TEST_F(Factory, SaysTheSameInWideText)
+TEST_F(Factory, GetClassInfoUnicodeSaysTheSame)
 {
     const FUnknownPtr<IPluginFactory3> factory3(factory);
     ASSERT_TRUE(factory3);
@@ -157,7 +151,7 @@ TEST_F(Factory, SaysTheSameInWideText)
     }
 }
 
-TEST_F(Factory, IsOneObjectThatEachCallHandsOutOnceMore)
+TEST_F(Factory, GetPluginFactoryHandsOutOneObject)
 {
     IPluginFactory* second = get();
     EXPECT_EQ(second, factory.get());
@@ -167,7 +161,7 @@ TEST_F(Factory, IsOneObjectThatEachCallHandsOutOnceMore)
     EXPECT_EQ(second->release(), 1u);
 }
 
-TEST_F(Factory, IsMadeAnewAfterItsLastReference)
+TEST_F(Factory, GetPluginFactoryMakesAnotherAfterTheLastRelease)
 {
     EXPECT_EQ(factory.take()->release(), 0u);
     factory = owned(get());
@@ -177,7 +171,7 @@ TEST_F(Factory, IsMadeAnewAfterItsLastReference)
     EXPECT_EQ(factory->release(), 1u);
 }
 
-TEST_F(Factory, CreatesBothClassesWithTheCallersReferenceOnly)
+TEST_F(Factory, CreateInstanceGivesTheCallersReferenceOnly)
 {
     struct Row {
         VST3::UID id;
@@ -197,7 +191,7 @@ TEST_F(Factory, CreatesBothClassesWithTheCallersReferenceOnly)
     }
 }
 
-TEST_F(Factory, CreatesNothingElse)
+TEST_F(Factory, CreateInstanceRefusesOtherClassesAndInterfaces)
 {
     FUnknown* created = reinterpret_cast<FUnknown*>(this);
     const auto none = plugin::classID("00000000000000000000000000000001");
@@ -211,7 +205,7 @@ TEST_F(Factory, CreatesNothingElse)
     EXPECT_EQ(created, nullptr);
 }
 
-TEST_F(Factory, LetsNoExceptionOfTheHostsContextOut)
+TEST_F(Factory, SetHostContextLetsNoExceptionOfTheContextOut)
 {
     const FUnknownPtr<IPluginFactory3> third(factory);
     ASSERT_TRUE(third);
@@ -222,27 +216,17 @@ TEST_F(Factory, LetsNoExceptionOfTheHostsContextOut)
     EXPECT_NO_THROW(third->setHostContext(nullptr));
 }
 
-TEST_F(ModuleEntry, TakesANullHandleAndRepeatedCalls)
+TEST_F(ModuleEntry, AndExitTakeANullHandleAndAnyNumberOfCalls)
 {
     EXPECT_TRUE(entry(nullptr));
-    EXPECT_TRUE(entry(handle));
-    EXPECT_TRUE(entry(handle));
-    EXPECT_EQ(factory->countClasses(), 2);
-    EXPECT_TRUE(leave());
-    EXPECT_TRUE(leave());
-    EXPECT_TRUE(leave());
-}
-
-TEST_F(ModuleEntry, TakesMoreExitsThanEntries)
-{
-    EXPECT_TRUE(leave());
-    EXPECT_TRUE(leave());
+    for (int call = 0; call < 4; ++call)
+        EXPECT_TRUE(leave()); // two more than entries
     EXPECT_TRUE(entry(handle));
     EXPECT_TRUE(entry(handle));
     EXPECT_EQ(factory->countClasses(), 2);
 }
 
-TEST_F(ModuleEntry, HoldsNoReferenceOfTheModule)
+TEST_F(ModuleEntry, AndExitLeaveTheModuleToBeUnloaded)
 {
     EXPECT_TRUE(entry(handle));
     factory = nullptr;

@@ -2,8 +2,6 @@
 #include "tests/doubles/MacsCode.h"
 #include "tests/plugin/PlugInFixture.h"
 
-#include <algorithm>
-
 namespace {
 
 using namespace Steinberg;
@@ -31,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(LibraryBinding, GoesThroughItsLifeInOrder)
+TEST_F(LibraryBinding, InitializeConnectAndTerminateCallTheLibraryInOrder)
 {
     ASSERT_EQ(initialize(), kResultOk);
     startProcessor();
@@ -47,7 +45,7 @@ TEST_F(LibraryBinding, GoesThroughItsLifeInOrder)
     EXPECT_FALSE(isLeftLoaded());
 }
 
-TEST_F(LibraryBinding, EndsInOrder)
+TEST_F(LibraryBinding, TerminateEndsInOrder)
 {
     ASSERT_EQ(initialize(), kResultOk);
     if (SMTG_OS_LINUX) {
@@ -70,41 +68,7 @@ TEST_F(LibraryBinding, EndsInOrder)
     EXPECT_FALSE(isLeftLoaded());
 }
 
-TEST_F(LibraryBinding, LeavesTheHostsMixerBetweenTheInterfaceAndTheObservers)
-{
-    ASSERT_EQ(initialize(), kResultOk);
-    trace.clear();
-    EXPECT_EQ(controller->terminate(), kResultOk);
-    const auto texts = trace.texts();
-    const auto at = [&](const std::string& beginning) {
-        return std::find_if(texts.begin(), texts.end(), [&](const std::string& text) {
-            return text.compare(0, beginning.size(), beginning) == 0;
-        });
-    };
-    EXPECT_LT(at("library.setControllerInterface(null)"), at("updateHandler.removeDependent("));
-    EXPECT_LT(at("updateHandler.removeDependent("), at("library.removeObserver("));
-    EXPECT_NE(at("library.removeObserver("), texts.end());
-    EXPECT_FALSE(isLeftLoaded());
-}
-
-TEST_F(LibraryBinding, GivesObserversTheControllerAsOwner)
-{
-    ASSERT_EQ(initialize(), kResultOk);
-    const auto observers = library->liveObservers();
-    ASSERT_EQ(observers.size(), 225u);
-    for (const auto* observer : observers) {
-        EXPECT_EQ(observer->arguments.owner, observers[0]->arguments.owner);
-        EXPECT_NE(observer->arguments.owner, nullptr);
-        EXPECT_NE(observer->arguments.valueChanged, nullptr);
-        EXPECT_NE(observer->arguments.beginEdit, nullptr);
-        EXPECT_NE(observer->arguments.endEdit, nullptr);
-    }
-    EXPECT_EQ(library->registered.size(), 225u);
-    controller->terminate();
-    EXPECT_FALSE(isLeftLoaded());
-}
-
-TEST_F(LibraryBinding, TakesALibraryWhoseEntryPointsStoreNothing)
+TEST_F(LibraryBinding, InitializeTakesALibraryWhoseEntryPointsStoreNothing)
 {
     library->storesConnection = false;
     EXPECT_EQ(initialize(), kResultFalse);
@@ -116,53 +80,6 @@ TEST_F(LibraryBinding, TakesALibraryWhoseEntryPointsStoreNothing)
     EXPECT_EQ(initialize(), kResultOk);
     EXPECT_EQ(controller->getParameterCount(), 225);
     EXPECT_EQ(controller->terminate(), kResultOk);
-    EXPECT_FALSE(isLeftLoaded());
-}
-
-TEST_F(LibraryBinding, FailsWhenTheConnectionEntryPointThrows)
-{
-    library->throwAt("getVSTEditorConnectObject");
-    EXPECT_EQ(initialize(), kResultFalse);
-    EXPECT_EQ(controller->getParameterCount(), 0);
-    EXPECT_EQ(controller->terminate(), kResultOk);
-    EXPECT_THAT(trace.textsOf({"library."}), ElementsAre("library.getVSTEditorConnectObject()"));
-    EXPECT_FALSE(isLeftLoaded());
-}
-
-TEST_F(LibraryBinding, SurvivesALibraryThatThrowsAtEachLifeCycleCall)
-{
-    for (const char* call :
-         {"setControllerInterface", "setHostType", "start", "addObserver", "getVSTObserverObject",
-          "getParameterStepCount", "parametersReady", "setEffectInterface", "setEffectOption",
-          "removeObserver", "observer("}) {
-        library->throwAt(call);
-        EXPECT_EQ(initialize(), kResultOk) << call;
-        startProcessor();
-        stopProcessor();
-        EXPECT_EQ(controller->terminate(), kResultOk) << call;
-        library->clearFaults();
-    }
-    releaseComponents();
-    EXPECT_THAT(host.ledger(), IsEmpty());
-    EXPECT_FALSE(library.closeAndAskWhetherStillLoaded());
-}
-
-TEST_F(LibraryBinding, ClosesALibraryWhoseEndThrows)
-{
-    library->throwAt("destroy");
-    EXPECT_EQ(initialize(), kResultOk);
-    EXPECT_EQ(controller->terminate(), kResultOk);
-    EXPECT_FALSE(isLeftLoaded());
-}
-
-TEST_F(LibraryBinding, DoesNotLetTheProcessorKeepALibraryThatIsGone)
-{
-    ASSERT_EQ(initialize(), kResultOk);
-    startProcessor();
-    trace.clear();
-    EXPECT_EQ(controller->terminate(), kResultOk); // the host forgot to disconnect
-    EXPECT_EQ(trace.count("library.setEffectInterface(null)"), 1u);
-    component->terminate();
     EXPECT_FALSE(isLeftLoaded());
 }
 
@@ -178,7 +95,7 @@ protected:
     }
 };
 
-TEST_F(RefusingService, FallsBackToTheLibraryAndIsReleased)
+TEST_F(RefusingService, InitializeFallsBackToTheLibraryFile)
 {
     host.service.registerResult = kResultFalse;
     ASSERT_EQ(initialize(), kResultOk);
@@ -193,29 +110,7 @@ TEST_F(RefusingService, FallsBackToTheLibraryAndIsReleased)
     EXPECT_FALSE(isLeftLoaded());
 }
 
-TEST_F(RefusingService, ThatThrowsFallsBackToo)
-{
-    host.throwAt("registerPlugin");
-    ASSERT_EQ(initialize(), kResultOk);
-    EXPECT_EQ(controller->terminate(), kResultOk);
-    EXPECT_EQ(trace.count("library.destroy()"), 1u);
-    EXPECT_EQ(trace.count("service.unregisterPlugin(object)"), 0u);
-    EXPECT_FALSE(isLeftLoaded());
-}
-
-TEST_F(RefusingService, ThatSetsNoConnectionFallsBackToo)
-{
-    host.service.connection = nullptr;
-    ASSERT_EQ(initialize(), kResultOk);
-    EXPECT_EQ(controller->terminate(), kResultOk);
-    EXPECT_EQ(trace.count("library.attachService()"), 0u);
-    EXPECT_EQ(trace.count("library.detachService()"), 0u);
-    EXPECT_EQ(trace.count("library.destroy()"), 1u);
-    EXPECT_EQ(trace.count("service.unregisterPlugin(object)"), 0u);
-    EXPECT_FALSE(isLeftLoaded());
-}
-
-TEST_F(RefusingService, WhoseComponentDoesNotStartFallsBackToo)
+TEST_F(RefusingService, InitializeFallsBackWhenTheComponentDoesNotStart)
 {
     host.service.offersPluginBase = true;
     host.service.initializeResult = kResultFalse;
@@ -230,32 +125,7 @@ TEST_F(RefusingService, WhoseComponentDoesNotStartFallsBackToo)
     EXPECT_FALSE(isLeftLoaded());
 }
 
-TEST_F(RefusingService, WithoutGetterFallsBackToo)
-{
-    host.service.offersGetter = false;
-    ASSERT_EQ(initialize(), kResultOk);
-    EXPECT_EQ(controller->terminate(), kResultOk);
-    EXPECT_EQ(trace.count("library.destroy()"), 1u);
-    EXPECT_FALSE(isLeftLoaded());
-}
-
-TEST_F(RefusingService, GetterWithoutServiceMakesTheLibraryStayAsAServicesOwn)
-{
-    host.service.givesService = false;
-    ASSERT_EQ(initialize(), kResultOk);
-    EXPECT_EQ(controller->terminate(), kResultOk);
-    EXPECT_THAT(lifeCycle(),
-                ElementsAre(kCreate, "component(1).getService()",
-                            "library.getVSTEditorConnectObject()",
-                            "library.setControllerInterface(object)", "library.setHostType(0)",
-                            "library.start()", kGiveBack, "library.setControllerInterface(null)",
-                            "library.detachService()"));
-    EXPECT_EQ(trace.count("library.destroy()"), 0u);
-    EXPECT_TRUE(isLeftLoaded());
-    closeLibrary();
-}
-
-TEST_F(RefusingService, NullHandleLoadsTheLibraryWhichStaysAsAServicesOwn)
+TEST_F(RefusingService, InitializeWithANullHandleLoadsTheFileAndTerminateLeavesItLoaded)
 {
     host.service.libraryHandle = nullptr;
     ASSERT_EQ(initialize(), kResultOk);
@@ -271,7 +141,7 @@ TEST_F(RefusingService, NullHandleLoadsTheLibraryWhichStaysAsAServicesOwn)
     closeLibrary();
 }
 
-TEST_F(RefusingService, BindingBeginsAsAServicesAgainAfterTerminate)
+TEST_F(RefusingService, InitializeForgetsAfterTerminateWhoseLibraryItWas)
 {
     doubles::ScriptedLibrary first(trace); // the one that ends
     library->connectionFor = [&first] { return &first; };
@@ -292,7 +162,7 @@ TEST_F(RefusingService, BindingBeginsAsAServicesAgainAfterTerminate)
     closeLibrary();
 }
 
-TEST_F(RefusingService, BindingIsChosenAnewAfterTerminate)
+TEST_F(RefusingService, InitializeChoosesServiceOrFileAnewAfterTerminate)
 {
     ASSERT_EQ(initialize(), kResultOk);
     controller->terminate();

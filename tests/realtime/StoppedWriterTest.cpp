@@ -1,0 +1,162 @@
+// The processor's block while a thread of the library is stopped in the middle of writeMidi: the
+// block ends without the lock, and no event is lost or leaves out of order.
+#include "tests/realtime/ProcessCalls.h"
+
+#include <atomic>
+#include <optional>
+#include <thread>
+
+using namespace doubles;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+/** A thread of the library that stops at a given operation of the lock until it is let go on. */
+class StoppedWriter {
+public:
+    StoppedWriter(VstIEffectInterface& effect, uint8 pitch, CallRecord::Kind where)
+    : stopAt(where)
+    {
+        record.context = this;
+        record.onEntry = [](void* context, const CallRecord::Entry& entry) {
+            auto& self = *static_cast<StoppedWriter*>(context);
+            if (entry.kind != self.stopAt)
+                return;
+            self.stopped = true;
+            while (!self.released)
+                std::this_thread::yield();
+        };
+        thread = std::thread([this, &effect, pitch] {
+            const uint8 bytes[] = {0x90, pitch, 127};
+            const Recording recording(record);
+            effect.writeMidi(bytes, sizeof(bytes));
+        });
+        while (!stopped)
+            std::this_thread::yield();
+    }
+    ~StoppedWriter() { finish(); }
+
+    void letGo() { released = true; }
+    void finish()
+    {
+        letGo();
+        if (thread.joinable())
+            thread.join();
+    }
+
+    CallRecord record; ///< of writeMidi
+
+private:
+    const CallRecord::Kind stopAt;
+    std::atomic<bool> stopped{false};
+    std::atomic<bool> released{false};
+    std::thread thread;
+};
+
+/** writeMidi was stopped with the lock in its hands, and goes on only after the block. */
+class ProcessCallsBesideAStoppedWriter : public ProcessCalls {
+protected:
+    void stopWriter(uint8 pitch)
+    {
+        writer.emplace(*library.effect, pitch, CallRecord::kUnlock);
+        // A thread that waits for the writer is to fail here and not to stay for ever.
+        record.context = preparing.context = &*writer;
+        record.onEntry = preparing.onEntry = [](void* context, const CallRecord::Entry& entry) {
+            if (entry.kind == CallRecord::kBlocked)
+                static_cast<StoppedWriter*>(context)->letGo();
+        };
+    }
+
+    /** The block tried the lock more often than a moment's use of it takes, but not for long. */
+    void expectABoundedNumberOfTries() const
+    {
+        EXPECT_EQ(record.count(CallRecord::kTryInVain), record.size());
+        EXPECT_GE(record.size(), 20u);
+        EXPECT_LE(record.size(), 1000u);
+    }
+
+    void letWriterGoOn()
+    {
+        writer->finish();
+        record.clear();
+    }
+
+    std::optional<StoppedWriter> writer;
+};
+
+INSTANTIATE_TEST_SUITE_P(Places, ProcessCallsBesideAStoppedWriter, testing::Bool(), placeOf);
+
+TEST_P(ProcessCallsBesideAStoppedWriter, LeaveTheEventsInOrderToTheNextBlock)
+{
+    for (int number = 0; number < 3; ++number)
+        writeMidi(number);
+    stopWriter(3);
+    process();
+    EXPECT_EQ(out.count, 0);
+    expectABoundedNumberOfTries();
+    letWriterGoOn();
+    process();
+    EXPECT_THAT(pitches(), ElementsAre(0, 1, 2, 3));
+    EXPECT_EQ(turnsOfTheLock(), 4u);
+}
+
+TEST_P(ProcessCallsBesideAStoppedWriter, MakeNoSystemCall)
+{
+    writeMidi(0);
+    fillInput();
+    library.answers = true;
+    stopWriter(1);
+    EXPECT_THAT(systemCalls(), IsEmpty());
+}
+
+/** What the library answers from inside the block comes behind what is in the queue, and before
+    what any of its threads writes after the block. */
+TEST_P(ProcessCallsBesideAStoppedWriter, TakeAnswersFromInsideAllTheSame)
+{
+    writeMidi(0);
+    stopWriter(1);
+    in.events[0] = note(Event::kNoteOnEvent, 2);
+    in.count = 1;
+    library.answers = true;
+    process();
+    EXPECT_EQ(out.count, 0);
+    expectABoundedNumberOfTries();
+    preparing.clear();
+    std::thread([this] { writeMidi(3); }).join();
+    EXPECT_EQ(preparing.count(CallRecord::kTryInVain), 1u);
+    EXPECT_EQ(preparing.size(), 1u);
+    letWriterGoOn();
+    in.count = 0;
+    process();
+    EXPECT_THAT(pitches(), ElementsAre(0, 1, 2, 3));
+}
+
+/** The bound holds whether the lock could be had or not. */
+TEST_P(ProcessCallsBesideAStoppedWriter, KeepTheNewestOfAHundredAndOne)
+{
+    stopWriter(0);
+    fillQueue();
+    writeMidi(101);
+    process();
+    EXPECT_EQ(out.count, 0);
+    letWriterGoOn();
+    process();
+    EXPECT_THAT(pitches(), ElementsAre(99, 101));
+}
+
+TEST_P(ProcessCallsBesideAStoppedWriter, DoNotWaitForAnEventThatIsNotInTheQueueYet)
+{
+    StoppedWriter early(*library.effect, 60, CallRecord::kTryLock);
+    process();
+    EXPECT_EQ(record.size(), 0u);
+    EXPECT_EQ(out.count, 0);
+    early.finish();
+    process();
+    EXPECT_EQ(out.count, 1);
+    EXPECT_EQ(early.record.count(CallRecord::kTryLock), 1u);
+    EXPECT_EQ(early.record.count(CallRecord::kUnlock), 1u);
+    EXPECT_EQ(early.record.size(), 2u);
+}
+
+} // namespace
