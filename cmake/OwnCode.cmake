@@ -26,15 +26,23 @@ function(vstk2x_test_code target)
   endif()
 endfunction()
 
-# vstk2x_compile_together(target): for a test program of many files, of which each would read and
-# instantiate the same as all others: twelve are compiled as one, with gmock precompiled. ccache takes
-# what was precompiled into account by the options. GCC takes the files for headers, in which a class
-# may not have a base without linkage.
+# vstk2x_compile_together(target): for a tool or a test program of many files, of which each would read
+# and instantiate the same as all others: twelve are compiled as one. GCC takes the files for headers, in
+# which a class may not have a base without linkage.
 function(vstk2x_compile_together target)
-  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
+  if(VSTK2X_TOGETHER)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+  endif()
+endfunction()
+
+# vstk2x_compile_tests_together(target): and with gmock precompiled. ccache takes what was precompiled into
+# account by the options.
+function(vstk2x_compile_tests_together target)
+  vstk2x_compile_together(${target})
   target_precompile_headers(${target} PRIVATE <gmock/gmock.h>)
   target_compile_options(${target} PRIVATE
-    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess;-Wno-subobject-linkage> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
+    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endfunction()
 
 # vstk2x_linux_module(target): how a plug-in module for Linux is linked: ours, and one to compare with.

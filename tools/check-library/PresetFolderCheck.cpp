@@ -63,7 +63,7 @@ std::string standingPartOf(const std::string& folder)
     return standing.string();
 }
 
-Finding bad(const std::string& text, const std::string& remedy)
+Finding badFolder(const std::string& text, const std::string& remedy)
 {
     return {Verdict::bad, "preset-folder", text, remedy, {}};
 }
@@ -86,20 +86,20 @@ Finding checkPresetFolder()
     try {
         folder = tools::presetFolder(VstK2xPresetCreater::kUserFolder);
     } catch (const tools::Failure& failure) {
-        return bad(failure.what(), "Set HOME to your home folder.");
+        return badFolder(failure.what(), "Set HOME to your home folder.");
     }
     const auto standing = standingPartOf(folder);
     std::error_code error;
     if (!fs::is_directory(standing, error) || standing == "/")
-        return bad("The preset folder \"" + folder +
-                       "\" cannot be made: " + tools::obstacleTo(folder),
-                   "Move away what is in its place.");
+        return badFolder("The preset folder \"" + folder +
+                             "\" cannot be made: " + tools::obstacleTo(folder),
+                         "Move away what is in its place.");
     const TrialFile file(standing);
     if (!file.take(std::string(kBankFile, '\0'))) {
         const int reason = errno;
-        return bad("Nothing can be stored in the preset folder \"" + folder + "\": \"" + standing +
-                       "\" cannot be written to: " + std::strerror(reason) + ".",
-                   remedyOf(reason));
+        return badFolder("Nothing can be stored in the preset folder \"" + folder + "\": \"" +
+                             standing + "\" cannot be written to: " + std::strerror(reason) + ".",
+                         remedyOf(reason));
     }
     const bool stands = standing == folder;
     return {Verdict::good,
