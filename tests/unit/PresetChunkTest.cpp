@@ -346,8 +346,6 @@ TYPED_TEST(PresetChunk, LoadPresetOfTheSdkBringsASavedFileIntoAController)
     EXPECT_EQ(stream.getReferences(), 1);
 }
 
-// A preset alone --------------------------------------------------------------------------
-
 TEST(PresetFileOfAVoice, StoreOperationsAreAlwaysTrue)
 {
     VstK2xPreset none(nullptr);
@@ -366,8 +364,6 @@ TEST(PresetFileOfAVoice, StoreOperationsAreAlwaysTrue)
     }
     EXPECT_EQ(stream.getReferences(), 1);
 }
-
-// A user bank alone -----------------------------------------------------------------------
 
 TEST(PresetFileOfAUserBank, SaveRefusesMissingDataAndHasBegunTheFile)
 {
