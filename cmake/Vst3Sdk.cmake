@@ -77,9 +77,15 @@ function(vstk2x_add_sdk)
       POSITION_INDEPENDENT_CODE ON CXX_CLANG_TIDY "" CXX_VISIBILITY_PRESET hidden
       VISIBILITY_INLINES_HIDDEN ON)
     target_include_directories(${target} SYSTEM PRIVATE "${SDK_ROOT}")
-    # -O3 makes the module 12 KB larger, for as many instructions. What runs a Mac's code runs once.
+    # -O3 makes the module 12 KB larger, for as many instructions. The SDK's tools run once for each time
+    # they are compiled, and so does what runs a Mac's code.
+    if(target MATCHES "^(validator|moduleinfotool)$" OR VSTK2X_MACHO_BUNDLE)
+      set(level -O0)
+    else()
+      set(level -O2)
+    endif()
     target_compile_options(${target} PRIVATE -w -ffunction-sections -fdata-sections
-      $<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${VSTK2X_MACHO_BUNDLE}>>>:-O2> ${VSTK2X_LINE_NUMBERS})
+      $<$<CONFIG:Release>:${level}> ${VSTK2X_LINE_NUMBERS})
     target_compile_definitions(${target} PRIVATE
       $<IF:$<CONFIG:Debug>,DEVELOPMENT=1;DEBUG=1,RELEASE=1;NDEBUG=1>)
   endforeach()
