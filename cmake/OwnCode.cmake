@@ -36,11 +36,22 @@ function(vstk2x_compile_together target)
   endif()
 endfunction()
 
-# vstk2x_compile_tests_together(target): and with gmock precompiled. ccache takes what was precompiled into
-# account by the options.
+# vstk2x_compile_tests_together(target): and with gmock precompiled, once for all test programs: they are
+# compiled with the same options. ccache takes what was precompiled into account by the options.
 function(vstk2x_compile_tests_together target)
   vstk2x_compile_together(${target})
-  target_precompile_headers(${target} PRIVATE <gmock/gmock.h>)
+  if(NOT TARGET precompiled-gmock)
+    file(WRITE "${CMAKE_BINARY_DIR}/precompiled-gmock.cpp" "int main() {}\n")
+    add_executable(precompiled-gmock EXCLUDE_FROM_ALL "${CMAKE_BINARY_DIR}/precompiled-gmock.cpp")
+    vstk2x_test_code(precompiled-gmock)
+    target_link_libraries(precompiled-gmock PRIVATE GTest::gmock)
+    target_precompile_headers(precompiled-gmock PRIVATE <gmock/gmock.h>)
+    vstk2x_precompiled_for_ccache(precompiled-gmock)
+  endif()
+  target_precompile_headers(${target} REUSE_FROM precompiled-gmock)
+  vstk2x_precompiled_for_ccache(${target})
+endfunction()
+function(vstk2x_precompiled_for_ccache target)
   target_compile_options(${target} PRIVATE
     $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endfunction()
