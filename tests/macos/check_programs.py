@@ -93,8 +93,6 @@ def together(file):
 def read(build, sources):
     ninja(build, "build.ninja")  # sources that came or went
     entries = json.loads((build / "compile_commands.json").read_text())
-    ninja(build, *(compilation(entry)[1] for entry in entries if "cmake_pch" in entry["file"]))
-
     # A ninja file of its own, so that only changed sources are read again.
     lines = ["builddir = read", "rule read",
              "  command = cd $folder && $words -MD -MF $out.d -MT $out && touch $out",
@@ -106,6 +104,10 @@ def read(build, sources):
         own = source.is_relative_to(sources) and source.relative_to(sources).parts[0] in FOLDERS
         if own or source.suffix == ".mm":  # the SDK's sources for a Mac, too
             entry_of.setdefault(file, entry)  # once, even if several programs have it
+    precompiled = [compilation(entry)[1] for entry in entries if "cmake_pch" in entry["file"]]
+    generated = {str(source.relative_to(build)) for file in entry_of for source in together(file)
+                 if source.is_relative_to(build)}
+    ninja(build, *precompiled, *sorted(generated))
     for source, entry in entry_of.items():
         words, output = compilation(entry)
         words[words.index("-c")] = "-fsyntax-only"
