@@ -36,8 +36,8 @@ function(vstk2x_compile_together target)
   endif()
 endfunction()
 
-# vstk2x_compile_tests_together(target): and with gmock precompiled, once for all test programs: they are
-# compiled with the same options. ccache takes what was precompiled into account by the options.
+# vstk2x_compile_tests_together(target): and with gmock precompiled, once for all test programs, which have
+# the same options. ccache takes what was precompiled into account by the options.
 function(vstk2x_compile_tests_together target)
   vstk2x_compile_together(${target})
   if(NOT TARGET precompiled-gmock)
