@@ -159,8 +159,6 @@ TEST_F(EditorParameterTest, ChangeEditorParameterTellsWhetherTheValueIsAnotherOn
     EXPECT_EQ(parameter->getEditorParameter(), kSmallest);
 }
 
-// Values ----------------------------------------------------------------------
-
 TEST_F(EditorValues, ConvertToVSTParameterDoesNotClampAndIsZeroInASingleValueRange)
 {
     const auto parameter = ranged(-10, 10);
