@@ -44,26 +44,26 @@ function(vstk2x_tool_code target)
   target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
 endfunction()
 
-# vstk2x_compile_tests_together(target): and with gmock, which all test programs share precompiled. It is
-# an executable's, since GCC tells apart what was compiled for programs and for libraries. ccache takes
-# what was precompiled into account by the options.
-function(vstk2x_compile_tests_together target)
-  if(NOT TARGET vstk2x_precompiled_gmock)
-    file(CONFIGURE OUTPUT precompiled_gmock.cpp CONTENT "int main() {}\n")
-    add_executable(vstk2x_precompiled_gmock EXCLUDE_FROM_ALL "${CMAKE_CURRENT_BINARY_DIR}/precompiled_gmock.cpp")
-    vstk2x_test_code(vstk2x_precompiled_gmock)
-    target_link_libraries(vstk2x_precompiled_gmock PRIVATE GTest::gmock)
-    target_precompile_headers(vstk2x_precompiled_gmock PRIVATE <gmock/gmock.h>)
-    vstk2x_with_precompiled_gmock(vstk2x_precompiled_gmock)
-  endif()
-  vstk2x_compile_together(${target})
-  target_precompile_headers(${target} REUSE_FROM vstk2x_precompiled_gmock)
-  vstk2x_with_precompiled_gmock(${target})
-endfunction()
-
-function(vstk2x_with_precompiled_gmock target)
+# vstk2x_precompile(target argument...): as target_precompile_headers. ccache takes what was precompiled into
+# account by the options.
+function(vstk2x_precompile target)
+  target_precompile_headers(${target} ${ARGN})
   target_compile_options(${target} PRIVATE
     $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
+endfunction()
+
+# vstk2x_compile_tests_together(target): and with gmock precompiled, once for all test programs, which have
+# the same options.
+function(vstk2x_compile_tests_together target)
+  if(NOT TARGET precompiled-gmock)
+    file(WRITE "${CMAKE_BINARY_DIR}/precompiled-gmock.cpp" "int main() {}\n")
+    add_executable(precompiled-gmock EXCLUDE_FROM_ALL "${CMAKE_BINARY_DIR}/precompiled-gmock.cpp")
+    vstk2x_test_code(precompiled-gmock)
+    target_link_libraries(precompiled-gmock PRIVATE GTest::gmock)
+    vstk2x_precompile(precompiled-gmock PRIVATE <gmock/gmock.h>)
+  endif()
+  vstk2x_compile_together(${target})
+  vstk2x_precompile(${target} REUSE_FROM precompiled-gmock)
 endfunction()
 
 # vstk2x_linux_module(target): how a plug-in module for Linux is linked: ours, and one to compare with.

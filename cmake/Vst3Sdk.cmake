@@ -71,24 +71,39 @@ function(vstk2x_add_sdk)
   target_include_directories(vstk2x_vstgui_timer PUBLIC "${SDK_ROOT}/vstgui4")
   target_compile_features(vstk2x_vstgui_timer PUBLIC cxx_std_17)
 
+  # No program of ours links these.
+  foreach(target base pluginterfaces sdk sdk_common)
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources EXCLUDE REGEX "/(conststringtable|dataexchange|fcondition|fdynlib|openurl|systemclipboard_[a-z0-9]+|systemtime|testing|vst2persistence|vstnoteexpressiontypes|vstrepresentation)\\.(cpp|mm)$")
+    set_property(TARGET ${target} PROPERTY SOURCES "${sources}")
+  endforeach()
+  # What is not shipped is compiled fast: the SDK's tools, and its libraries where they run a Mac's code.
+  set(helpers validator moduleinfotool)
+  if(VSTK2X_MACHO_BUNDLE)
+    list(APPEND helpers base sdk_common sdk_hosting)
+  endif()
   foreach(target pluginterfaces base sdk_common sdk sdk_hosting vstk2x_sdk_hosting_extras
                  vstk2x_sdk_memorystream vstk2x_vstgui_timer validator moduleinfotool)
     set_target_properties(${target} PROPERTIES
       POSITION_INDEPENDENT_CODE ON CXX_CLANG_TIDY "" CXX_VISIBILITY_PRESET hidden
       VISIBILITY_INLINES_HIDDEN ON)
     target_include_directories(${target} SYSTEM PRIVATE "${SDK_ROOT}")
-    # -O3 makes the module 12 KB larger, for as many instructions. The SDK's tools run once for each time
-    # they are compiled, and so does what runs a Mac's code.
-    if(target MATCHES "^(validator|moduleinfotool)$" OR VSTK2X_MACHO_BUNDLE)
-      set(level -O0)
-    else()
-      set(level -O2)
+    # -O3 makes the module 12 KB larger, for as many instructions.
+    set(optimisation -O2)
+    if(VSTK2X_MACHO_BUNDLE OR target IN_LIST helpers)
+      set(optimisation -O0)
     endif()
     target_compile_options(${target} PRIVATE -w -ffunction-sections -fdata-sections
-      $<$<CONFIG:Release>:${level}> ${VSTK2X_LINE_NUMBERS})
+      $<$<CONFIG:Release>:${optimisation}> ${VSTK2X_LINE_NUMBERS})
     target_compile_definitions(${target} PRIVATE
       $<IF:$<CONFIG:Debug>,DEVELOPMENT=1;DEBUG=1,RELEASE=1;NDEBUG=1>)
   endforeach()
+  set_target_properties(${helpers} PROPERTIES UNITY_BUILD ${VSTK2X_TOGETHER} UNITY_BUILD_BATCH_SIZE 0)
+  # Each of these has names of its own that another file of the validator has, too.
+  set_source_files_properties("${SDK_ROOT}/public.sdk/source/vst/utility/testing.cpp"
+    "${SDK_ROOT}/public.sdk/samples/vst-hosting/validator/source/usediids.cpp"
+    "${SDK_ROOT}/public.sdk/samples/vst-hosting/validator/source/main.cpp"
+    TARGET_DIRECTORY validator PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()
 vstk2x_add_sdk()
 

@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_F(BundleEntryTest, ANullReferenceStoresNothingAndSucceeds)
+TEST_F(BundleEntryTest, BundleEntryStoresNothingForNullAndSucceeds)
 {
     EXPECT_TRUE(bundleEntry(nullptr));
     EXPECT_EQ(ghInst, nullptr);
@@ -43,7 +43,7 @@ TEST_F(BundleEntryTest, ANullReferenceStoresNothingAndSucceeds)
     EXPECT_TRUE(bundleExit());
 }
 
-TEST_F(BundleEntryTest, KeepsTheReferenceAndThePath)
+TEST_F(BundleEntryTest, BundleEntryKeepsTheReferenceAndThePath)
 {
     const CFBundleRef bundle = FakeCoreFoundation::makeBundle(kPath);
     EXPECT_TRUE(bundleEntry(bundle));
@@ -54,7 +54,7 @@ TEST_F(BundleEntryTest, KeepsTheReferenceAndThePath)
     EXPECT_EQ(FakeCoreFoundation::references(bundle), 2);
     EXPECT_TRUE(FakeCoreFoundation::resolvedAgainstBase);
     EXPECT_EQ(FakeCoreFoundation::pathBufferSize, 2048);
-    // The bundle alone: its URL is given back.
+    // Only the bundle is left: its URL was released.
     EXPECT_EQ(FakeCoreFoundation::liveObjects(), 1u);
 
     EXPECT_TRUE(bundleExit());
@@ -62,7 +62,7 @@ TEST_F(BundleEntryTest, KeepsTheReferenceAndThePath)
     CFRelease(bundle);
 }
 
-TEST_F(BundleEntryTest, KeepsAPathThatFitsAndNoOther)
+TEST_F(BundleEntryTest, BundleEntryKeepsOnlyAPathThatFits)
 {
     const std::string longest(2047, 'a');
     for (const std::optional<std::string>& path :
@@ -77,7 +77,7 @@ TEST_F(BundleEntryTest, KeepsAPathThatFitsAndNoOther)
     }
 }
 
-TEST_F(BundleEntryTest, EachEntryIsTakenBackByAnExit)
+TEST_F(BundleEntryTest, BundleExitReleasesOneReferenceEachTime)
 {
     const CFBundleRef bundle = FakeCoreFoundation::makeBundle(kPath);
     for (CFIndex entries = 1; entries <= 3; ++entries) {
@@ -92,7 +92,7 @@ TEST_F(BundleEntryTest, EachEntryIsTakenBackByAnExit)
     CFRelease(bundle);
 }
 
-TEST_F(BundleEntryTest, AnExitTooManyTakesNothingBack)
+TEST_F(BundleEntryTest, BundleExitReleasesNothingWhenCalledTooOften)
 {
     EXPECT_TRUE(bundleExit());
     const CFBundleRef bundle = FakeCoreFoundation::makeBundle(kPath);
@@ -103,7 +103,7 @@ TEST_F(BundleEntryTest, AnExitTooManyTakesNothingBack)
     CFRelease(bundle);
 }
 
-TEST_F(BundleEntryTest, AnotherBundleTakesTheFirstOnesPlace)
+TEST_F(BundleEntryTest, BundleEntryReplacesTheFirstBundle)
 {
     const CFBundleRef first = FakeCoreFoundation::makeBundle("/first");
     const CFBundleRef second = FakeCoreFoundation::makeBundle("/second");

@@ -14,7 +14,7 @@ int createMacFolder(const std::string& path, bool* found)
 {
     FSRef ref = {};
     const int result = platform::createFolder(path, &ref);
-    // A name that is surely new can be made where the reference leads to a folder.
+    // A folder with a new name can be made only if the reference leads to a folder.
     const UniChar name[] = {'p', 'r', 'o', 'b', 'e'};
     FSRef probe = {};
     *found = FSCreateDirectoryUnicode(&ref, 5, name, kFSCatInfoNone, nullptr, &probe, nullptr,

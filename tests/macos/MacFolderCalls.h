@@ -1,13 +1,12 @@
-// The macOS side of platform/PresetFolders.h for tests. Its reference type is the Mac's own, which
-// only sources that are compiled as the Mac's can name.
+// platform/PresetFolders.h as it is on a Mac, for tests. It uses the Mac's FSRef, which only
+// sources that are compiled as for a Mac can name; these functions do without.
 #pragma once
 
 #include <string>
 
 namespace doubles {
 
-/** createFolder. @param found when not null: whether the reference that it gave leads to the
-   folder, which is to say that a name can be looked for in it. */
+/** createFolder. @param found whether the reference that it gave leads to a folder. */
 int createMacFolder(const std::string& path, bool* found);
 /** createFolder without a reference. */
 int createMacFolder(const std::string& path);

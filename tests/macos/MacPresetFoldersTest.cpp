@@ -21,7 +21,7 @@ protected:
     }
     ~MacPresetFoldersTest() override
     {
-        // Every name that was made of a path is given back.
+        // Every CFString that was made of a path is released.
         EXPECT_EQ(FakeCoreFoundation::liveObjects(), 0u);
         EXPECT_EQ(FakeCoreFoundation::misuses(), 0u);
     }
@@ -54,7 +54,7 @@ TEST_F(MacPresetFoldersTest, CreateFolderGivesTheFoldersReference)
     EXPECT_FALSE(found);
 }
 
-TEST_F(MacPresetFoldersTest, CreateFolderTakesAFileForAFolderAtTheEndAlone)
+TEST_F(MacPresetFoldersTest, CreateFolderAcceptsAFileOnlyAsTheLastLevel)
 {
     std::ofstream(at("/file")) << "x";
     EXPECT_EQ(createMacFolder(at("/file/a")), 1);
@@ -64,8 +64,8 @@ TEST_F(MacPresetFoldersTest, CreateFolderTakesAFileForAFolderAtTheEndAlone)
     EXPECT_EQ(FakeFileManager::created, 0u);
 }
 
-/** As /Library and /Library/Audio are to most users. */
-TEST_F(MacPresetFoldersTest, CreateFolderNeedsWriteAccessWhereItMakesOneAlone)
+/** Most users may not write to /Library and /Library/Audio. */
+TEST_F(MacPresetFoldersTest, CreateFolderNeedsWriteAccessOnlyWhereItMakesAFolder)
 {
     files::create_directories(at("/locked/a"));
     files::permissions(at("/locked"), files::perms::owner_read | files::perms::owner_exec);
@@ -88,8 +88,8 @@ TEST_F(MacPresetFoldersTest, CreateFolderTakesUtf8)
               MacFolderAnswer::exists);
 }
 
-/** As a Mac's volume does unless its owner formats it otherwise: one name, whether in capital
-   letters or small ones, composed or decomposed. */
+/** Capital and small letters, composed and decomposed characters are one name, as on the volumes
+    that Macs come with. */
 std::string keyOnAMacsVolume(const std::string& name)
 {
     using Text = std::unique_ptr<char, decltype(&g_free)>;
@@ -117,9 +117,9 @@ TEST_F(MacPresetFoldersTest, CreateFolderAndFindInFolderTellNamesApartAsTheVolum
     EXPECT_TRUE(files::is_directory(at("/" + decomposed + "/b")));
 }
 
-/** The File Manager has no name with a colon, and shows that of a path as a slash. Names of voices
-   and categories have neither: both are replaced in file names. */
-TEST_F(MacPresetFoldersTest, CreateFolderKnowsAColonOnlyInALevelThatExists)
+/** The File Manager allows no colon in a name; a colon in a path is a slash there. The plug-in's
+    own file names have neither, since it replaces both. */
+TEST_F(MacPresetFoldersTest, CreateFolderAcceptsAColonOnlyInAFolderThatExists)
 {
     EXPECT_EQ(createMacFolder(at("/a:b")), 1);
     EXPECT_TRUE(files::is_empty(home.home()));
@@ -129,7 +129,7 @@ TEST_F(MacPresetFoldersTest, CreateFolderKnowsAColonOnlyInALevelThatExists)
     EXPECT_EQ(findInMacFolder(at("/a:b"), "c"), MacFolderAnswer::exists);
 }
 
-TEST_F(MacPresetFoldersTest, CreateFolderFailsForNamesThatAreNone)
+TEST_F(MacPresetFoldersTest, CreateFolderFailsForInvalidNames)
 {
     for (const auto& path : {std::string(), std::string("a"), std::string("/"),
                              std::string("/no such top folder"), at("/\xFF"), at("/")})
@@ -157,7 +157,7 @@ TEST_F(MacPresetFoldersTest, CreateFolderAndFindInFolderTakePathsBelow1024Bytes)
     EXPECT_EQ(createMacFolder(longest), 0);
     EXPECT_TRUE(files::is_directory(longest));
 
-    // Nor is a longer one looked into, though the system may have it.
+    // A longer path is not searched either, though the system may have it.
     const std::string parent = longest.substr(0, longest.rfind('/'));
     const std::string tooLong = parent + "/" + std::string(1023 - parent.size(), 'z');
     ASSERT_EQ(tooLong.size(), 1024u);
@@ -168,7 +168,7 @@ TEST_F(MacPresetFoldersTest, CreateFolderAndFindInFolderTakePathsBelow1024Bytes)
     EXPECT_EQ(findInMacFolder(tooLong, "file"), MacFolderAnswer::noFolder);
 }
 
-TEST_F(MacPresetFoldersTest, CreateFolderFindsWhatSomebodyElseMadeFirst)
+TEST_F(MacPresetFoldersTest, CreateFolderSucceedsWhereSomebodyElseMadeItFirst)
 {
     FakeFileManager::beforeCreation = [this] { files::create_directory(at("/raced")); };
     bool found = false;

@@ -1,4 +1,4 @@
-// What a timer is where memory ran out. How it ticks is tried with the Mac's machine code.
+// Creating a timer when memory runs out. macho/programs/MacsCodeTest.cpp tests how it ticks.
 #include "platform/TimerPlatformFactory.h"
 
 #include <cstdlib>
@@ -13,7 +13,7 @@ thread_local bool failsNext = false;
 
 } // namespace
 
-// Both, since a sanitizer takes an object of one's operator in another's for a defect.
+// delete as well: a sanitizer reports memory that one operator took and another one freed.
 void* operator new(std::size_t size)
 {
     void* memory = std::exchange(failsNext, false) ? nullptr : std::malloc(size);
@@ -39,14 +39,14 @@ public:
     void fire() override {}
 };
 
-/** VSTGUI asks for timers where nothing may be thrown. */
-TEST(MacTimerFactory, CreateTimerGivesNoneWhereMemoryRanOut)
+/** VSTGUI creates timers in functions that must not throw. */
+TEST(MacTimerFactory, CreateTimerReturnsNullWhenMemoryRunsOut)
 {
     NobodyTicks listener;
     const auto factory = Steinberg::Vst::platform::makeTimerPlatformFactory();
     failsNext = true;
     EXPECT_EQ(factory->createTimer(&listener), nullptr);
-    EXPECT_FALSE(failsNext) << "no memory was asked for";
+    EXPECT_FALSE(failsNext) << "createTimer took no memory";
     EXPECT_NE(factory->createTimer(&listener), nullptr);
 }
 

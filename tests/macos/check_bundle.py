@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Checks the macOS bundle that build-bundle makes.
 
-check_bundle.py CHECK BUNDLE SOURCES VERSION, where CHECK is "exports", "imports", "layout" or
-"confined": which sources know a framework, for which no bundle is needed.
-Prints what it found; exits with 1 and what is wrong.
+check_bundle.py CHECK BUNDLE SOURCES VERSION, where CHECK is "exports", "imports", "layout", or
+"confined": which sources include a framework's header.
+Prints what it found; exits with 1 and says what is wrong.
 """
 import json
 import pathlib
@@ -16,7 +16,7 @@ ARCHITECTURES = ("x86_64", "arm64")
 NAME = "RDL3_RDL5 VST"
 OWN_FOLDERS = ("module", "processor", "controller", "view", "presets", "editorlib", "hostapi",
                "support", "platform", "basics")
-# The two files that call what is deprecated or Carbon's, and the entry points.
+# The entry points, and the only two files that may call Carbon and the File Manager.
 FRAMEWORK_INCLUDES = {
     "module/mac/BundleEntry.h CoreFoundation",
     "platform/mac/CurrentEvent.mm AppKit",
@@ -44,7 +44,7 @@ def expect_same(what, found, wanted):
 
 
 def objdump(binary, arch, option):
-    """The lines of objdump's table. The linker writes the whole of it for macOS 11."""
+    """The lines of objdump's table."""
     return tool("llvm-objdump-14", "--macho", f"--arch={arch}", option, binary).splitlines()
 
 
@@ -120,7 +120,7 @@ def check_layout(bundle, sources, version):
 
     plugin_version = constant(sources, "kPlugInVersion")
     expect(plugin_version == version, f"the project is {version}, the plug-in {plugin_version}")
-    # The name of a file cannot hold the slash of the plug-in's name.
+    # A file name cannot hold the slash in the plug-in's name.
     plugin_name = constant(sources, "kPlugInName")
     expect(plugin_name.replace("/", "_") == NAME, "the names differ")
     vendor = constant(sources, "kPlugInVendor").split()[0].lower()

@@ -3,9 +3,8 @@
 
 check_installer.py BUILD SOURCES PLACE, where BUILD was configured for macOS and PLACE is the bundle's
 folder on the user's disk. Fills in the distribution's template as cpack's productbuild generator does,
-with a choice and a payload for each component that cpack is told of, and reads what comes of it with
-the texts and the property list of the component. Prints the distribution; exits with 1 and with
-everything that is wrong.
+with a choice and a payload for each of cpack's components, and checks the result, the texts and the
+component's property list. Prints the distribution; exits with 1 and says everything that is wrong.
 """
 import pathlib
 import plistlib
@@ -18,8 +17,8 @@ import xml.etree.ElementTree as ElementTree
 BUNDLE = "RDL3_RDL5 VST.vst3"
 ARCHITECTURES = {"arm64", "x86_64"}
 
-# Runs in CMake, which alone knows how it reads the configuration and fills in a template. The options
-# are those that the generator writes into its own variable, and leaves out of the older one.
+# Runs in CMake, which reads the configuration and fills in the template itself. The options are those
+# that the generator writes into CPACK_APPLE_PKG_INSTALLER_CONTENT, and not into the older variable.
 RENDER = r"""
 include("${CONFIG}")
 foreach(name LICENSE README WELCOME)

@@ -1,13 +1,12 @@
 #!/usr/bin/env python3
-"""Tries the simulator, the tools and the test programs for macOS in builds that configure-darwin made,
+"""Compiles the simulator, the tools and the test programs for macOS in builds that configure-darwin made,
 each in a folder that is named after its architecture:
 
-check_programs.py read SOURCES BUILD    The compiler reads their sources with all their warnings and
-    makes no code of them, which takes half the time. The plug-in's own are compiled already, when the
-    bundle is built.
+check_programs.py read SOURCES BUILD    The compiler checks the sources with all warnings and generates
+    no code, which takes half the time. The plug-in's own sources are compiled with the bundle.
 check_programs.py link SOURCES BUILD... Everything is compiled and linked. libc++, Apple's frameworks,
-    GoogleTest, libsmf and pugixml are not there to link, so that the linker leaves open what it does not
-    find: each such symbol must be one of theirs, and none of this project's or of Linux's.
+    GoogleTest, libsmf and pugixml are not here, so the linker leaves unknown symbols open. Each open
+    symbol must belong to one of these libraries.
 """
 import json
 import os
@@ -28,7 +27,7 @@ THEIRS = re.compile(r"""_(
   | (CF|kCF|NS|OBJC_CLASS_\$_NS|objc_|__CFConstantString)       # Core Foundation, AppKit, Objective-C
   | Audio                                                       # Core Audio's clock
   )""", re.VERBOSE)
-# The other rooms are the plug-in, which is compiled for both architectures when the bundle is built.
+# The other folders are the plug-in, which is compiled with the bundle.
 FOLDERS = ("simulator", "tools", "tests")
 
 
@@ -63,7 +62,7 @@ def open_symbols(program):
 
 
 def link(build):
-    """The symbols that nobody has, each with its program."""
+    """The open symbols of no known library, each with its program."""
     ninja(build, "all", "moduleinfotool", "validator")
     wrong = []
     for program in programs(build):
@@ -74,7 +73,7 @@ def link(build):
 
 
 def compilation(entry):
-    """The words of the command, without ccache's before them, and the file that it makes."""
+    """The words of the command without ccache, and the file that it makes."""
     words = shlex.split(entry["command"])
     at = words.index("-o")
     return words[next(i for i, word in enumerate(words) if "clang" in word):], words[at + 1]
@@ -85,7 +84,7 @@ def in_ninja(path):
 
 
 def together(file):
-    """The sources that are compiled with this one: those that it includes if CMake wrote it for that."""
+    """The sources that are compiled as one with this file, if CMake wrote it for that; else itself."""
     if file.parent.name != "Unity":
         return [file]
     return [pathlib.Path(name) for name in re.findall(r'^#include "(.*)"$', file.read_text(), re.MULTILINE)]
@@ -94,9 +93,7 @@ def together(file):
 def read(build, sources):
     ninja(build, "build.ninja")  # sources that came or went
     entries = json.loads((build / "compile_commands.json").read_text())
-    ninja(build, *(compilation(entry)[1] for entry in entries if "cmake_pch" in entry["file"]))
-
-    # As a build of its own, so that only what has changed is read again.
+    # A ninja file of its own, so that only changed sources are read again.
     lines = ["builddir = read", "rule read",
              "  command = cd $folder && $words -MD -MF $out.d -MT $out && touch $out",
              "  depfile = $out.d", "  deps = gcc"]
@@ -105,8 +102,12 @@ def read(build, sources):
         file = pathlib.Path(entry["file"])
         source = together(file)[0]
         own = source.is_relative_to(sources) and source.relative_to(sources).parts[0] in FOLDERS
-        if own or source.suffix == ".mm":  # the SDK's for a Mac, too
-            entry_of.setdefault(file, entry)  # once, in however many programs it is
+        if own or source.suffix == ".mm":  # the SDK's sources for a Mac, too
+            entry_of.setdefault(file, entry)  # once, even if several programs have it
+    precompiled = [compilation(entry)[1] for entry in entries if "cmake_pch" in entry["file"]]
+    generated = {str(source.relative_to(build)) for file in entry_of for source in together(file)
+                 if source.is_relative_to(build)}
+    ninja(build, *precompiled, *sorted(generated))
     for source, entry in entry_of.items():
         words, output = compilation(entry)
         words[words.index("-c")] = "-fsyntax-only"
@@ -129,7 +130,7 @@ def main():
         return
     wrong = [line for build in builds for line in link(build)]
     if wrong:
-        sys.exit("check_programs: nobody has\n  " + "\n  ".join(wrong))
+        sys.exit("check_programs: symbols of no known library:\n  " + "\n  ".join(wrong))
 
 
 main()

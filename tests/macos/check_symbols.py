@@ -2,7 +2,7 @@
 """Checks that a module to be handed out is stripped, and that a crash in it can be read.
 
 check_symbols.py MODULE SYMBOLS: the binary of the bundle, and the file that its symbols were put
-into. Looks up an address in the midst of a function that is not exported, as a crash report has it.
+into. Looks up an address in the middle of a function that is not exported, as one does with a crash report.
 """
 import pathlib
 import re
@@ -13,7 +13,7 @@ import tempfile
 
 FUNCTION = "Steinberg::Vst::VstK2x::process(Steinberg::Vst::ProcessData&)"
 FILE = "processor/VstK2x.cpp"
-# Bytes of the Linux module.
+# The Linux module, in bytes.
 LARGEST = 330 * 1024
 
 
@@ -27,7 +27,7 @@ def expect(condition, text):
 
 
 def address_in(symbols, nm, name):
-    """An address in the midst of the function."""
+    """An address in the middle of the function."""
     listed = sorted((int(line.split()[0], 16), line.split(maxsplit=2)[2])
                     for line in tool(nm, "-C", "--defined-only", symbols).splitlines())
     starts = [start for start, found in listed if found == name]
@@ -37,9 +37,9 @@ def address_in(symbols, nm, name):
 
 
 def expect_place(what, place):
-    """place: what a tool tells of an address in the function."""
+    """place: what a tool prints for an address in the function."""
     expect(FUNCTION in place and re.search(re.escape(FILE) + r":\d+", place),
-           f"{what} tells of an address in {FUNCTION} only:\n{place}")
+           f"{what} prints for an address in {FUNCTION}:\n{place}")
 
 
 def check_linux(module, symbols):
@@ -60,7 +60,7 @@ def check_linux(module, symbols):
     with tempfile.TemporaryDirectory() as folder:
         shutil.copy(module, folder)
         beside = pathlib.Path(folder) / module.name
-        expect(FILE not in tool(*look_up, beside, address), "the module itself knows its lines")
+        expect(FILE not in tool(*look_up, beside, address), "the module itself has line numbers")
         shutil.copy(symbols, folder)
         expect_place("a module with its symbols beside it", tool(*look_up, beside, address))
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# ./run, ./test and what they install with, as they act on a Mac: in a copy of the scripts, with programs
-# in the place of a Mac's that write down how they were called. usage: mac-scripts.sh SOURCES CASE
+# Runs ./run, ./test and scripts/setup as on a Mac: a copy of the scripts, with stand-ins for a Mac's programs
+# that log how they were called. usage: mac-scripts.sh SOURCES CASE
 set -u
 sources=$1
 case=$2
@@ -8,20 +8,20 @@ case=$2
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
 project="$root/project" bin="$root/bin" brewed="$root/brewed" log="$root/log" out="$root/out"
-place="$root/place" # the name of the library in the editor library's place
+place="$root/place" # names the library that is installed as the editor library
 mkdir -p "$project/tools/play" "$bin" "$brewed"
 cp -R "$sources/scripts" "$sources/run" "$sources/test" "$project"
 cp "$sources/tools/play/demo.mid" "$project/tools/play"
 : >"$log"
 failures=0
 
-# Nothing else of this machine is on the path: no apt-get, no dpkg-query.
+# The path has nothing else of this machine: no apt-get, no dpkg-query.
 for tool in awk bash basename cat chmod cp cut date dirname env false getconf grep head id mkdir mktemp mv rm sed sort \
   tail tr true; do
   ln -s "$(type -P "$tool")" "$bin/$tool"
 done
 
-# stand_in FILE: a program that does what standard input says.
+# stand_in FILE: makes a program of the script on standard input.
 stand_in() {
   { printf '#!/usr/bin/env bash\nroot="%s" brewed="%s" log="%s" place="%s"\n' "$root" "$brewed" "$log" "$place" && cat; } >"$1"
   chmod 755 "$1"
@@ -72,7 +72,7 @@ library=${2:-simulator}
 echo "${library##*/}" >"$place"
 END
 
-# expect WHAT TEST...: notes a failure and goes on.
+# expect WHAT TEST...: counts a failure and goes on.
 expect() {
   local what=$1
   shift
@@ -101,7 +101,7 @@ installs-what-is-missing)
   expect "succeeds" succeeds
   expect "installs the rest" called "brew install --quiet ninja ccache pkgconf cli11 nlohmann-json rtmidi"
   on_a_mac scripts/setup test
-  expect "and what the tests need" called "brew install --quiet googletest pugixml"
+  expect "installs what the tests need" called "brew install --quiet googletest pugixml"
   : >"$log"
   on_a_mac scripts/setup test
   expect "has nothing to do the third time" [ ! -s "$log" ]
@@ -123,13 +123,13 @@ fetches-the-sdk)
   settings=(SDK=3.8.0)
   on_a_mac scripts/setup run
   expect "refuses another version" fails "does not say that it is the VST 3 SDK 3.7.10"
-  expect "and keeps nothing of it" [ ! -e "$sdk" ]
+  expect "keeps nothing of another version" [ ! -e "$sdk" ]
   settings=()
   : >"$log"
   on_a_mac scripts/setup run
   expect "takes the wanted one" [ -f "$sdk/pluginterfaces/vst/vsttypes.h" ]
-  expect "by its tag" grep -q 'clone .*--branch v3.7.10_build_14 https://.*/vst3sdk.git' "$log"
-  expect "with its parts" grep -q 'submodule .* base cmake pluginterfaces public.sdk vstgui4$' "$log"
+  expect "clones it by its tag" grep -q 'clone .*--branch v3.7.10_build_14 https://.*/vst3sdk.git' "$log"
+  expect "fetches its submodules" grep -q 'submodule .* base cmake pluginterfaces public.sdk vstgui4$' "$log"
   rm -rf "$sdk"
   : >"$log"
   mkdir -p "$root/mine/pluginterfaces/base"
@@ -137,7 +137,7 @@ fetches-the-sdk)
   settings=("VST3_SDK_DIR=$root/mine")
   on_a_mac scripts/setup run
   expect "uses a checkout that it is told of" succeeds
-  expect "and fetches none" never_called git
+  expect "fetches no other checkout" never_called git
   ;;
 runs)
   installed
@@ -159,13 +159,13 @@ tests)
   expect "succeeds" succeeds
   expect "counts six runs of three" [ "$(tail -n 1 "$out")" = "18 passed, 0 failed" ]
   tests_with() { grep -qxF -- "ctest $1: -${3:-R} $2" "$log"; }
-  expect "most with the simulator" tests_with simulator ^plugin- E
-  expect "with a scripted library" tests_with vstk2x_scripted_library.so ^plugin-scripted/
-  expect "with one half of it" tests_with vstk2x_scripted_library_without_connect.so ^plugin-without-connect/
-  expect "with the other" tests_with vstk2x_scripted_library_without_observer.so ^plugin-without-observer/
-  expect "with one that gives nothing" tests_with vstk2x_scripted_library_null_connection.so ^plugin-null-connection/
-  expect "with none" tests_with nothing ^plugin-no-library/
-  expect "leaves the place empty" [ ! -e "$place" ]
+  expect "runs most tests with the simulator" tests_with simulator ^plugin- E
+  expect "runs tests with the scripted library" tests_with vstk2x_scripted_library.so ^plugin-scripted/
+  expect "runs tests with a library without the connect entry" tests_with vstk2x_scripted_library_without_connect.so ^plugin-without-connect/
+  expect "runs tests with a library without the observer entry" tests_with vstk2x_scripted_library_without_observer.so ^plugin-without-observer/
+  expect "runs tests with a library that gives a null connection" tests_with vstk2x_scripted_library_null_connection.so ^plugin-null-connection/
+  expect "runs tests without a library" tests_with nothing ^plugin-no-library/
+  expect "leaves no library installed" [ ! -e "$place" ]
   ;;
 *)
   echo "no such case: $case" >&2

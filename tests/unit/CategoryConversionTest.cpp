@@ -37,17 +37,13 @@ const char* const kNoWords[] = {nullptr};
 
 } // namespace
 
-TEST(CubaseCategory, SearchKeyWordsFindsAWordAnywhereInTheSameCase)
+TEST(CubaseCategory, SearchKeyWordsFindsAWordAnywhereInTheSameCaseAndNoEmptyOne)
 {
     EXPECT_EQ(searchKeyWords(kSecondWords, "My Grand"), 0);
     EXPECT_EQ(searchKeyWords(kSecondWords, "ePianoX"), 0);
     EXPECT_EQ(searchKeyWords(kSecondWords, "grand piano"), 1);
     EXPECT_EQ(searchKeyWords(kSecondWords, "Gran"), 1);
     EXPECT_EQ(searchKeyWords(kSecondWords, ""), 1);
-}
-
-TEST(CubaseCategory, SearchKeyWordsFindsNothingWithNullListsAndEmptyWords)
-{
     const char* const empty[] = {"", "", nullptr};
     EXPECT_EQ(searchKeyWords(nullptr, "Piano"), 1);
     EXPECT_EQ(searchKeyWords(kNoWords, "Piano"), 1);
@@ -145,10 +141,7 @@ TEST(CategoryConversion, ConvertFollowsTheTables)
     for (const auto& row : rows)
         EXPECT_EQ(convert(row.voiceName, row.category, row.subCategory), row.expected)
             << row.voiceName << ", " << row.category << ", " << row.subCategory;
-}
-
-TEST(CategoryConversion, ConvertFindsNoWordsWithoutKeywordSearch)
-{
+    // Without a search for words the default record is taken.
     EXPECT_THAT(convert("Celtic Harp", "Strings", "Pizzicato", false),
                 ElementsAre("Strings", "Other", ""));
 }
@@ -193,9 +186,6 @@ TEST(CategoryConversion, ConvertCubaseCategoryNameUsesWordsInVoiceBanksAndInUnkn
         EXPECT_THAT(convertForBank("Harp", "Strings", "Pizzicato", bank),
                     ElementsAre("Strings", "Other", ""))
             << bank;
-}
-
-TEST(CategoryConversion, ConvertCubaseCategoryNameEmptiesTheOutputsForAnUnknownCategory)
-{
+    // An unknown category empties all three.
     EXPECT_THAT(convertForBank("Harp", "Nothing", "Known", 0), ElementsAre("", "", ""));
 }

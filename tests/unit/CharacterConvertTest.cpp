@@ -41,41 +41,26 @@ int32 number(const char16* text, int base = 10)
 
 } // namespace
 
-TEST(CharacterConvert, GetStdStringGivesUtf8OfAUnicodeHostsUtf16)
+TEST(CharacterConvert, GetStdStringGivesUtf8OfUtf16WithAQuestionMarkForALoneSurrogate)
 {
     const CharacterConvert text(u"Gr\u00F6\u00DFe \U0001F3B9 \u3042", true);
     EXPECT_EQ(text.getStdString(), "Gr\xC3\xB6\xC3\x9F"
                                    "e \xF0\x9F\x8E\xB9 \xE3\x81\x82");
+    const char16 lone[] = {u'a', 0xD800, u'b', 0xDC00, 0};
+    EXPECT_EQ(CharacterConvert(lone, true).getStdString(), "a?b?");
 }
 
-TEST(CharacterConvert, GetStdStringGivesAQuestionMarkForALoneSurrogate)
-{
-    const char16 text[] = {u'a', 0xD800, u'b', 0xDC00, 0};
-    EXPECT_EQ(CharacterConvert(text, true).getStdString(), "a?b?");
-}
-
-TEST(CharacterConvert, GetStdStringGivesPackedBytesUnchanged)
+TEST(CharacterConvert, GetStdStringGivesPackedBytesUpToAZeroByteOrTheFieldsEnd)
 {
     EXPECT_EQ(packedText({"Nuendo\0\0", 8}), "Nuendo");
     EXPECT_EQ(packedText({"Cubase5\0\0\0", 10}), "Cubase5");
     EXPECT_EQ(packedText({"\xC4\xD6\xFF\0", 4}), "\xC4\xD6\xFF");
-}
-
-TEST(CharacterConvert, GetStdStringEndsPackedTextAtAZeroByte)
-{
     EXPECT_EQ(packedText({"Cubase5\0", 8}), "Cubase5"); // no 16-bit unit is zero
     EXPECT_EQ(packedText({"Nuendo\0z", 8}), "Nuendo");  // something else behind the terminator
     EXPECT_EQ(packedText({"\0z", 2}), "");
-}
-
-TEST(CharacterConvert, GetStdStringReadsAFullPackedFieldToItsEnd)
-{
     EXPECT_EQ(packedText("Nuen", 2), "Nuen");
     EXPECT_EQ(packedText("Nuendo", 2), "Nuen");
-}
-
-TEST(CharacterConvert, GetStdStringOfUtf16TakenForPackedTextIsItsFirstCharacter)
-{
+    // UTF-16 that is taken for packed text ends after its first character.
     EXPECT_EQ(CharacterConvert(u"Nuendo", false).getStdString(), "N");
 }
 
@@ -112,20 +97,16 @@ TEST(CharacterConvert, StringOfA16BitTextIsWideWithAndWithoutUnicode)
     EXPECT_EQ(static_cast<const String&>(packed).length(), 3);
 }
 
-TEST(CharacterConvert, GetStdStringReadsAFieldWithoutTerminatorToItsEnd)
+TEST(CharacterConvert, GetStdStringReadsAFieldToItsTerminatorOrItsEnd)
 {
     const auto field = unterminated(u"selected");
     EXPECT_EQ(CharacterConvert(field.get(), true, 8).getStdString(), "selected");
     EXPECT_EQ(CharacterConvert(field.get(), true, 3).getStdString(), "sel");
     EXPECT_EQ(CharacterConvert(field.get(), true, 0).getStdString(), "");
     EXPECT_EQ(CharacterConvert(field.get(), true, 8, false).getStdString(), "selected");
-}
-
-TEST(CharacterConvert, GetStdStringEndsAtATerminatorBeforeTheFieldsEnd)
-{
-    const char16 field[8] = {u'o', u'u', u't', 0, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
-    EXPECT_EQ(CharacterConvert(field, true, 8).getStdString(), "out");
-    EXPECT_EQ(CharacterConvert(field, true, 8, false).getStdString(), "out");
+    const char16 early[8] = {u'o', u'u', u't', 0, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
+    EXPECT_EQ(CharacterConvert(early, true, 8).getStdString(), "out");
+    EXPECT_EQ(CharacterConvert(early, true, 8, false).getStdString(), "out");
 }
 
 TEST(CharacterConvert, ConstructorTakesANullTextForAnEmptyOne)
@@ -143,7 +124,7 @@ TEST(CharacterConvert, ConstructorTakesANullTextForAnEmptyOne)
 
 TEST(CharacterConvert, Text8AndText16AreEmptyAndNotNullForTheOtherKind)
 {
-    const CharacterConvert unicode(u"Nuendo", true);
+    CharacterConvert unicode(u"Nuendo", true);
     ASSERT_NE(unicode.text8(), nullptr);
     EXPECT_STREQ(unicode.text8(), "");
     EXPECT_EQ(std::u16string(unicode.text16()), u"Nuendo");
@@ -152,25 +133,17 @@ TEST(CharacterConvert, Text8AndText16AreEmptyAndNotNullForTheOtherKind)
     ASSERT_NE(narrow.text16(), nullptr);
     EXPECT_EQ(narrow.text16()[0], 0);
     EXPECT_STREQ(narrow.text8(), "Nuendo");
-}
-
-TEST(CharacterConvert, GetText8AndGetText16OfTheBaseClassGiveTheSameTexts)
-{
-    CharacterConvert unicode(u"Nuendo", true);
+    // The base class says the same.
     EXPECT_STREQ(unicode.getText8(), "");
     EXPECT_EQ(std::u16string(unicode.getText16()), u"Nuendo");
 }
 
-TEST(CharacterConvert, GetStdStringGivesEightBitTextUnchangedWithoutUnicode)
+TEST(CharacterConvert, GetStdStringGivesEightBitTextUnchangedUpToTheLengthWithoutUnicode)
 {
     EXPECT_EQ(CharacterConvert("\xC4ther", false).getStdString(), "\xC4ther");
     EXPECT_EQ(CharacterConvert("Nuendo", false, 3).getStdString(), "Nue");
     EXPECT_EQ(CharacterConvert("Nuendo", false, 3, false).getStdString(), "Nue");
     EXPECT_EQ(CharacterConvert("Nu", false, 30).getStdString(), "Nu");
-}
-
-TEST(CharacterConvert, GetStdStringReadsEightBitTextWithoutTerminatorToTheGivenLength)
-{
     const std::vector<char> field{'p', 'o', 'r', 't'};
     EXPECT_EQ(CharacterConvert(field.data(), false, 4).getStdString(), "port");
 }
@@ -183,7 +156,7 @@ TEST(CharacterConvert, Text16OfAUnicodeHostsEightBitTextIsItsUtf16)
     EXPECT_EQ(text.getStdString(), "\xC3\xB6 ?z");
 }
 
-TEST(CharacterConvert, GetStdStringReadsAStringObjectThatTheHostSet)
+TEST(CharacterConvert, GetStdStringReadsAStringObject)
 {
     StringObject wide;
     wide.setText16(u"port \u00F6");
@@ -196,20 +169,13 @@ TEST(CharacterConvert, GetStdStringReadsAStringObjectThatTheHostSet)
     EXPECT_EQ(CharacterConvert(narrow, false).getStdString(), "port 7");
     EXPECT_EQ(CharacterConvert(narrow, false, 4).getStdString(), "port");
     EXPECT_STREQ(narrow.text8(), "port 7");
-}
-
-TEST(CharacterConvert, GetStdStringOfAStringObjectThatNobodySetIsEmpty)
-{
-    const StringObject untouched;
+    const StringObject untouched; // nobody has set a text
     EXPECT_EQ(CharacterConvert(untouched, true).getStdString(), "");
     EXPECT_EQ(CharacterConvert(untouched, false).getStdString(), "");
     StringObject cleared;
     cleared.setText16(nullptr);
     EXPECT_EQ(CharacterConvert(cleared, true).getStdString(), "");
-}
-
-TEST(CharacterConvert, GetStdStringReadsAWideStringObjectAsBytesWithoutUnicode)
-{
+    // Without Unicode the 16-bit text is packed bytes.
     StringObject object;
     object.setText16(pack({"midi 1\0\0", 8}).get());
     EXPECT_EQ(CharacterConvert(object, false).getStdString(), "midi 1");
@@ -223,30 +189,22 @@ TEST(CharacterConvert, SetText8IsReadAsTheConstructorsCharacterSetSays)
     EXPECT_STREQ(text.text8(), "");
 }
 
-TEST(CharacterConvert, ConvertTo8BitStringOfNullIsEmpty)
+TEST(CharacterConvert, ConvertTo8BitStringGivesUtf8OnlyWhenAskedAndHasNoLimit)
 {
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(nullptr, true), "");
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(nullptr, false), "");
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"", true), "");
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"", false), "");
-}
-
-TEST(CharacterConvert, ConvertTo8BitStringGivesUtf8OnlyWhenAsked)
-{
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"a\u3042b", true), "a\xE3\x81\x82"
                                                                         "b");
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"a\u3042b", false), "a?b");
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(u"a\U0001F3B9b", false), "a?b");
-}
-
-TEST(CharacterConvert, ConvertTo8BitStringHasNoLimitOfItsOwn)
-{
     const std::u16string text(100000, u'\u3042');
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(text.c_str(), true).size(), 300000u);
     EXPECT_EQ(CharacterConvert::ConvertTo8BitString(text.c_str(), false), std::string(100000, '?'));
 }
 
-TEST(CharacterConvert, GetStrToLReadsUpToTheFirstCharacterThatIsNoDigit)
+TEST(CharacterConvert, GetStrToLReadsTheDigitsOfTheBaseAndKeepsTheLow32Bits)
 {
     EXPECT_EQ(number(u"10.5.2"), 10);
     EXPECT_EQ(number(u""), 0);
@@ -255,25 +213,17 @@ TEST(CharacterConvert, GetStrToLReadsUpToTheFirstCharacterThatIsNoDigit)
     EXPECT_EQ(number(u"-7"), -7);
     EXPECT_EQ(number(u"+7"), 7);
     EXPECT_EQ(number(u"\u0663"), 0); // a digit of another script
-}
-
-TEST(CharacterConvert, GetStrToLReadsInTheGivenBase)
-{
     EXPECT_EQ(number(u"ff", 16), 255);
     EXPECT_EQ(number(u"0x1F", 0), 31);
     EXPECT_EQ(number(u"189", 8), 1);
     EXPECT_EQ(number(u"12", 1), 0); // no such base
-}
-
-TEST(CharacterConvert, GetStrToLKeepsTheLow32Bits)
-{
     EXPECT_EQ(number(u"2147483647"), 2147483647);
     EXPECT_EQ(number(u"4294967297"), 1);
     EXPECT_EQ(number(u"99999999999999999999999"), -1); // the largest long: all low 32 bits are set
     EXPECT_EQ(number(u"-99999999999999999999999"), 0); // the smallest long: none of them is set
 }
 
-TEST(CharacterConvert, IsContainedInStringIgnoresCaseOnlyWhenAsked)
+TEST(CharacterConvert, IsContainedInStringIgnoresTheCaseOfAToZOnlyWhenAsked)
 {
     const CharacterConvert text(u"Cubase LE", true);
     EXPECT_TRUE(text.IsContainedInString("cubase", true));
@@ -281,22 +231,15 @@ TEST(CharacterConvert, IsContainedInStringIgnoresCaseOnlyWhenAsked)
     EXPECT_TRUE(text.IsContainedInString("Cubase LE", false));
     EXPECT_TRUE(text.IsContainedInString("base", false));
     EXPECT_FALSE(text.IsContainedInString("Cubase LE 5", true));
-}
-
-TEST(CharacterConvert, IsContainedInStringFindsAnEmptyTextAndNoNullOne)
-{
+    // An empty text is in each, null in none.
     for (const bool ignoreCase : {false, true}) {
         EXPECT_TRUE(CharacterConvert(u"", true).IsContainedInString("", ignoreCase));
         EXPECT_TRUE(CharacterConvert("Nuendo", false).IsContainedInString("", ignoreCase));
         EXPECT_FALSE(CharacterConvert(u"Nuendo", true).IsContainedInString(nullptr, ignoreCase));
     }
-}
-
-TEST(CharacterConvert, IsContainedInStringIgnoresTheCaseOfAToZOnly)
-{
-    const CharacterConvert text(u"\u00D6", true);
-    EXPECT_FALSE(text.IsContainedInString("\xC3\xB6", true));
-    EXPECT_TRUE(text.IsContainedInString("\xC3\x96", true));
+    const CharacterConvert umlaut(u"\u00D6", true);
+    EXPECT_FALSE(umlaut.IsContainedInString("\xC3\xB6", true));
+    EXPECT_TRUE(umlaut.IsContainedInString("\xC3\x96", true));
 }
 
 TEST(CharacterConvert, GetLowerCaseStringChangesAToZOnly)

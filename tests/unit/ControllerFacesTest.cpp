@@ -23,8 +23,6 @@ uint32 referencesOf(FUnknown& object)
     return object.release();
 }
 
-// Interfaces --------------------------------------------------------------------
-
 TEST(ControllerQueryInterface, GivesEachInterfaceWithAReference)
 {
     const auto controller = owned(new VstK2xController);
@@ -79,8 +77,6 @@ TEST(ControllerCreateInstance, GivesAnEditControllerWithOneReference)
     EXPECT_EQ(created->release(), 0u);
 }
 
-// The view ------------------------------------------------------------------------
-
 TEST(CreateView, MakesAViewForTheExactNameOnly)
 {
     BoundController bound;
@@ -118,8 +114,6 @@ TEST(CreateView, MakesAViewWithoutALibraryToo)
     EXPECT_EQ(rect.getWidth(), 0);
     EXPECT_EQ(rect.getHeight(), 0);
 }
-
-// Messages --------------------------------------------------------------------------
 
 class ControllerConnect : public testing::Test {
 protected:

@@ -89,8 +89,6 @@ TEST_F(ControllerPorts, AllMidiInputRemoveAndFirstStartReachThePorts)
                 ElementsAre("port(B).setDisplayed(true)"));
 }
 
-// The host is ready ---------------------------------------------------------------
-
 TEST_F(ControllerPorts, HostReadyForSetPortConnectionsTellsLibraryAndHost)
 {
     EXPECT_FALSE(bound.library.controller->isHostReadyForSetPort());
@@ -142,8 +140,6 @@ TEST(HostReadyForPorts, HostReadyForSetPortConnectionsCallsAnOverriddenChangeLat
     own = nullptr;
 }
 
-// The end -----------------------------------------------------------------------------
-
 TEST_F(ControllerPorts, TerminateForgetsThePortsWithoutARegistryToo)
 {
     setAudio("A", nullptr, nullptr, nullptr);
@@ -152,8 +148,6 @@ TEST_F(ControllerPorts, TerminateForgetsThePortsWithoutARegistryToo)
     EXPECT_FALSE(bound.controller->isConnectAudioPort());
     bound.host.show(IPortRegistry::iid);
 }
-
-// A host that throws ------------------------------------------------------------------
 
 TEST_F(ControllerPorts, AllMidiInputRemoveAndFirstStartLetNoExceptionOut)
 {

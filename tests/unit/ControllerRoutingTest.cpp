@@ -38,8 +38,6 @@ protected:
     HostDeviceDouble& other;
 };
 
-// Initialize and terminate --------------------------------------------------------------
-
 TEST_F(ControllerRouting, InitializeReleasesWhatItAskedOfTheHostForItsVersion)
 {
     bound.controller->terminate();
@@ -73,8 +71,6 @@ TEST_F(ControllerRouting, UpdateAndEditorPartSyncMidiChDoNothingAfterTerminate)
     EXPECT_THAT(bound.trace.textsOf({"device(", "value(", "library.", "updateHandler."}),
                 IsEmpty());
 }
-
-// Between host and library --------------------------------------------------------------
 
 TEST_F(ControllerRouting, UpdateTellsTheLibraryOfTheSelectedTracksChannel)
 {
@@ -224,8 +220,6 @@ TEST_F(ControllerRouting, OwnOperationsReachTheTracks)
     EXPECT_EQ(bound.host.updates.observed().size(), 2u);
 }
 
-// Other hosts ---------------------------------------------------------------------------
-
 class RoutingInANewerHost : public ControllerRouting {
 protected:
     RoutingInANewerHost()
@@ -281,8 +275,6 @@ TEST_F(RoutingWithTheSmallerInterface, UpdateAndEditorPartSyncMidiChUseTheOtherI
 {
     expectBothWays();
 }
-
-// A host that throws --------------------------------------------------------------------
 
 TEST_F(ControllerRouting, OwnOperationsLetNoExceptionOut)
 {

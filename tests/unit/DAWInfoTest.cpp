@@ -12,6 +12,8 @@ using namespace Steinberg::Vst;
 using Steinberg::Vst::play::HostText;
 using namespace std::string_literals;
 
+static_assert(std::has_virtual_destructor_v<DAWInfo>);
+
 namespace {
 
 /** A host, with or without Unicode, that gives these texts. */
@@ -78,7 +80,7 @@ int indexOf(std::u16string_view text)
 
 } // namespace
 
-TEST(DAWInfo, GetHostTypeKnowsEveryProductName)
+TEST(DAWInfo, GetHostTypeIsThatOfTheTablesFirstProductAnywhereInTheNameInAnyCase)
 {
     EXPECT_EQ(typeOf("Cubase Studio 5"), 3);
     EXPECT_EQ(typeOf("Cubase Artist 6.5"), 3);
@@ -90,17 +92,9 @@ TEST(DAWInfo, GetHostTypeKnowsEveryProductName)
     EXPECT_EQ(typeOf("Nuendo 5"), 5);
     EXPECT_EQ(typeOf("Some Studio"), 6);
     EXPECT_EQ(typeOf(""), 6);
-}
-
-TEST(DAWInfo, GetHostTypeFindsAProductNameAnywhereAndInAnyCase)
-{
     EXPECT_EQ(typeOf("NUENDO 5"), 5);
     EXPECT_EQ(typeOf("the cubase le edition"), 0);
     EXPECT_EQ(typeOf("Cub ase"), 6);
-}
-
-TEST(DAWInfo, GetHostTypeIsThatOfTheTablesFirstProduct)
-{
     EXPECT_EQ(typeOf("Nuendo with Cubase"), 4);
     EXPECT_EQ(typeOf("Cubase LE AI Elements"), 0);
     EXPECT_EQ(typeOf("Cubase AI or Cubase LE"), 1);
@@ -156,38 +150,26 @@ TEST(DAWInfo, AnalyzeDAWInfoReadsVersionsAsTheConstructorsHostWritesThem)
     EXPECT_EQ(versionOf(info), (Version{1, 3, 5})); // read as bytes, of one character
 }
 
-TEST(DAWInfo, ConstructorReadsAVersionOfThreeParts)
+TEST(DAWInfo, ConstructorReadsAVersionsThreeParts)
 {
     EXPECT_EQ(parse("Version 6.0.7 build 123"), (Version{6, 0, 7}));
     EXPECT_EQ(parse("7.5.20"), (Version{7, 5, 20}));
     EXPECT_EQ(parse("v10.0.30.277"), (Version{10, 0, 30}));
-}
-
-TEST(DAWInfo, ConstructorReadsTheMajorNumberOnlyOfAVersionOfTwoParts)
-{
+    // Of two parts the major number alone is read.
     EXPECT_EQ(parse("6.5"), (Version{6, -1, -1}));
     EXPECT_EQ(parse("Version 7."), (Version{7, -1, -1}));
-}
-
-TEST(DAWInfo, ConstructorReadsNothingOfAVersionWithoutDigitsOrDots)
-{
+    // Without a digit or without a dot there is no version.
     EXPECT_EQ(parse(""), (Version{-1, -1, -1}));
     EXPECT_EQ(parse("Version"), (Version{-1, -1, -1}));
     EXPECT_EQ(parse("a.b.c"), (Version{-1, -1, -1}));
     EXPECT_EQ(parse("Version 7"), (Version{-1, -1, -1}));
     EXPECT_EQ(parse("v.7"), (Version{-1, -1, -1}));
-}
-
-TEST(DAWInfo, ConstructorSkipsAnEmptyVersionFieldAndReadsOneWithoutDigitsAsZero)
-{
+    // An empty part is skipped, one without digits is zero.
     EXPECT_EQ(parse("7..3"), (Version{7, -1, 3}));
     EXPECT_EQ(parse("7.x."), (Version{7, 0, -1}));
     EXPECT_EQ(parse("7.x.y"), (Version{7, 0, 0}));
     EXPECT_EQ(parse("7x.5 beta.-2"), (Version{7, 5, -2}));
-}
-
-TEST(DAWInfo, ConstructorKeepsTheLow32BitsOfAVersionNumber)
-{
+    // The low 32 bits of a number count.
     EXPECT_EQ(parse("4294967303.5.0"), (Version{7, 5, 0}));
     EXPECT_EQ(parse("99999999999999999999.5.0"), (Version{-1, 5, 0}));
 }
@@ -243,17 +225,13 @@ TEST(DAWInfo, SetVersionInfoFromStringKeepsWhatANewTextLacks)
     EXPECT_EQ(versionOf(info), (Version{8, 5, 2}));
 }
 
-TEST(DAWInfo, GetNumberStringIndexFindsTheFirstDigit)
+TEST(DAWInfo, GetNumberStringIndexFindsTheFirstAsciiDigit)
 {
     EXPECT_EQ(indexOf(u"7.5"), 0);
     EXPECT_EQ(indexOf(u"Version 7.5"), 8);
     EXPECT_EQ(indexOf(u"none"), -1);
     EXPECT_EQ(indexOf(u""), -1);
     EXPECT_EQ(DAWInfo(nullptr).GetNumberStringIndex(nullptr), -1);
-}
-
-TEST(DAWInfo, GetNumberStringIndexKnowsTheTenAsciiDigitsOnly)
-{
     for (unsigned unit = 1; unit < 0x10000; ++unit) {
         const bool isDigit = unit >= 0x30 && unit <= 0x39;
         ASSERT_EQ(indexOf({std::u16string{u'x', static_cast<char16>(unit)}}), isDigit ? 1 : -1)
@@ -261,7 +239,7 @@ TEST(DAWInfo, GetNumberStringIndexKnowsTheTenAsciiDigitsOnly)
     }
 }
 
-TEST(DAWInfo, CompareVersionGoesFieldByField)
+TEST(DAWInfo, CompareVersionGoesFieldByFieldAndSkipsNegativeArguments)
 {
     Application application("Cubase", "Version 7.5.2");
     const DAWInfo info(&application);
@@ -273,12 +251,6 @@ TEST(DAWInfo, CompareVersionGoesFieldByField)
     EXPECT_EQ(info.CompareVersion(6, 9, 9), 1);
     EXPECT_EQ(info.CompareVersion(8, 0, 0), -1);
     EXPECT_EQ(info.CompareVersion(0, 0, 0), 1);
-}
-
-TEST(DAWInfo, CompareVersionSkipsNegativeArguments)
-{
-    Application application("Cubase", "Version 7.5.2");
-    const DAWInfo info(&application);
     EXPECT_EQ(info.CompareVersion(7, 5, -1), 0);
     EXPECT_EQ(info.CompareVersion(7, -1, -1), 0);
     EXPECT_EQ(info.CompareVersion(-1, -1, -1), 0);
@@ -300,9 +272,4 @@ TEST(DAWInfo, CompareVersionTakesAnUnknownFieldForOlder)
     EXPECT_EQ(info.CompareVersion(7, -1, -1), 0);
     EXPECT_EQ(DAWInfo(nullptr).CompareVersion(0, -1, -1), -1);
     EXPECT_EQ(DAWInfo(nullptr).CompareVersion(-1, -1, -1), 0);
-}
-
-TEST(DAWInfo, HasAVirtualDestructor)
-{
-    static_assert(std::has_virtual_destructor_v<DAWInfo>);
 }

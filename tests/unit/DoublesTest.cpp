@@ -183,8 +183,6 @@ TEST(ParameterChangesDouble, CountsReferencesThatWereNotReleased)
     EXPECT_EQ(changes.foreignReferences(), 1);
 }
 
-// Faults ----------------------------------------------------------------------------------
-
 TEST(CallScript, FailsOrThrowsAtTheCallThatWasCountedAndAtNoOther)
 {
     Trace trace;
@@ -239,8 +237,6 @@ TEST(CallScript, HadAnswerTellsWhichCallsCouldHaveAnsweredWithNonsense)
     EXPECT_FALSE(script.hadAnswer(3, Nonsense::kHuge));
     EXPECT_FALSE(script.hadAnswer(4, Nonsense::kWrong));
 }
-
-// The library -----------------------------------------------------------------------------
 
 TEST(ScriptedLibrary, FillsThirtyBytesWithoutATerminatorOnlyWithAFullText)
 {

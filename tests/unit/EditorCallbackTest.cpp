@@ -128,8 +128,6 @@ TEST(EditorCallbacks, DoNothingWithoutALibrary)
     controller->changeLatencyTrigger();
 }
 
-// Callbacks inside other calls, and after terminate -------------------------------------
-
 /** The library calls back inside each of its calls whose text begins so. */
 void callBackDuring(BoundController& bound, const std::string& beginning)
 {
@@ -207,8 +205,6 @@ TEST(EditorCallbacks, EditorBeginEditAfterTerminateIsNotToldToTheNextHost)
     bound.tick();
     EXPECT_THAT(bound.edits(), IsEmpty());
 }
-
-// Values from the host ------------------------------------------------------------------
 
 TEST(IsSetVSTValue, StoresAndGivesAValueThatDiffers)
 {

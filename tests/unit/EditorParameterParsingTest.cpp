@@ -18,10 +18,14 @@ protected:
     }
 };
 
-TEST_F(EditorParameterFromString, RefusesATextWithoutAParser)
+TEST_F(EditorParameterFromString, LeavesTheValueAloneWhenItFails)
 {
     const auto parameter = ranged(0, 127);
-    EXPECT_TRUE(std::isnan(parsed(*parameter, u"5")));
+    EXPECT_TRUE(std::isnan(parsed(*parameter, u"5"))) << "without a parser";
+    parameter->setTextParser(parsePlusMinusValue, 0);
+    double value = 0.375;
+    EXPECT_FALSE(parameter->fromString(u"128", value));
+    EXPECT_EQ(value, 0.375);
 }
 
 TEST_F(EditorParameterFromString, AddsTheOffsetAndTestsTheRange)
@@ -50,35 +54,18 @@ TEST_F(EditorParameterFromString, ReadsPanPositions)
     EXPECT_TRUE(std::isnan(parsed(*parameter, u"L65")));
 }
 
-TEST_F(EditorParameterFromString, LeavesTheValueAloneWhenItFails)
+TEST_F(EditorParameterFromString, TakesValuesOfTheRangeAloneAndDoesNotOverflow)
 {
-    const auto parameter = ranged(0, 127);
-    parameter->setTextParser(parsePlusMinusValue, 0);
-    double value = 0.375;
-    EXPECT_FALSE(parameter->fromString(u"128", value));
-    EXPECT_EQ(value, 0.375);
-}
-
-TEST_F(EditorParameterFromString, TakesTheValueOfASingleValueRangeAsZero)
-{
-    const auto parameter = ranged(7, 7);
+    auto parameter = ranged(7, 7);
     parameter->setTextParser(parsePlusMinusValue, 0);
     EXPECT_EQ(parsed(*parameter, u"7"), 0);
     EXPECT_TRUE(std::isnan(parsed(*parameter, u"6")));
     EXPECT_TRUE(std::isnan(parsed(*parameter, u"8")));
-}
-
-TEST_F(EditorParameterFromString, TakesNothingInAReversedRange)
-{
-    const auto parameter = ranged(10, 6);
+    parameter = ranged(10, 6); // nothing is in a reversed range
     parameter->setTextParser(parsePlusMinusValue, 0);
     for (const char16* text : {u"6", u"8", u"10", u"0"})
         EXPECT_TRUE(std::isnan(parsed(*parameter, text)));
-}
-
-TEST_F(EditorParameterFromString, DoesNotOverflowWithTheOffset)
-{
-    const auto parameter = ranged(kLargest - 1, kLargest);
+    parameter = ranged(kLargest - 1, kLargest);
     parameter->setTextParser(parsePlusMinusValue, 64);
     EXPECT_TRUE(std::isnan(parsed(*parameter, u"2147483647")));
     EXPECT_EQ(parsed(*parameter, u"2147483583"), 1);

@@ -159,9 +159,7 @@ TEST_F(EditorParameterTest, ChangeEditorParameterTellsWhetherTheValueIsAnotherOn
     EXPECT_EQ(parameter->getEditorParameter(), kSmallest);
 }
 
-// Values ----------------------------------------------------------------------
-
-TEST_F(EditorValues, ConvertToVSTParameterDoesNotClamp)
+TEST_F(EditorValues, ConvertToVSTParameterDoesNotClampAndIsZeroInASingleValueRange)
 {
     const auto parameter = ranged(-10, 10);
     EXPECT_EQ(parameter->convertToVSTParameter(-10), 0);
@@ -169,15 +167,11 @@ TEST_F(EditorValues, ConvertToVSTParameterDoesNotClamp)
     EXPECT_EQ(parameter->convertToVSTParameter(10), 1);
     EXPECT_EQ(parameter->convertToVSTParameter(-15), -0.25);
     EXPECT_EQ(parameter->convertToVSTParameter(20), 1.5);
-}
-
-TEST_F(EditorValues, ConvertToVSTParameterOfASingleValueRangeIsZero)
-{
-    const auto parameter = ranged(7, 7);
+    const auto single = ranged(7, 7);
     for (const int value : {7, 0, 8, kLargest, kSmallest})
-        EXPECT_EQ(parameter->convertToVSTParameter(value), 0);
-    EXPECT_EQ(parameter->convertToEditorValue(0), 7); // 7 + 0.5, cut
-    EXPECT_EQ(parameter->convertToEditorValue(1), 7);
+        EXPECT_EQ(single->convertToVSTParameter(value), 0);
+    EXPECT_EQ(single->convertToEditorValue(0), 7); // 7 + 0.5, cut
+    EXPECT_EQ(single->convertToEditorValue(1), 7);
 }
 
 TEST_F(EditorValues, ConvertOfAReversedRangeUsesTheSameFormula)
@@ -194,7 +188,7 @@ TEST_F(EditorValues, ConvertOfAReversedRangeUsesTheSameFormula)
     EXPECT_EQ(trace.textsOf({"library.getParameterValueString"}).size(), 0u);
 }
 
-TEST_F(EditorValues, ConvertToEditorValueRoundsInAPositiveRange)
+TEST_F(EditorValues, ConvertToEditorValueRoundsInAPositiveRangeAndStaysInsideTheIntegers)
 {
     const auto parameter = ranged(0, 127);
     EXPECT_EQ(parameter->convertToEditorValue(0), 0);
@@ -205,6 +199,11 @@ TEST_F(EditorValues, ConvertToEditorValueRoundsInAPositiveRange)
     EXPECT_EQ(parameter->convertToEditorValue(1.5), 191); // 190.5 + 0.5
     EXPECT_EQ(parameter->convertToEditorValue(-1), -126); // -127 + 0.5, cut towards zero
     EXPECT_EQ(parameter->convertToEditorValue(-0.01), 0); // -1.27 + 0.5
+    EXPECT_EQ(parameter->convertToEditorValue(kNaN), 0);
+    EXPECT_EQ(parameter->convertToEditorValue(kInfinity), kLargest);
+    EXPECT_EQ(parameter->convertToEditorValue(-kInfinity), kSmallest);
+    EXPECT_EQ(parameter->convertToEditorValue(1e300), kLargest);
+    EXPECT_EQ(parameter->convertToEditorValue(-1e300), kSmallest);
 }
 
 TEST_F(EditorValues, ConvertToEditorValueRoundsTowardsZeroBelowZero)
@@ -222,16 +221,6 @@ TEST_F(EditorValues, ConvertToVSTParameterAndBackKeepsEveryStepOfAPositiveRange)
     const auto parameter = ranged(3, 16383);
     for (int32 value = 3; value <= 16383; ++value)
         ASSERT_EQ(parameter->convertToEditorValue(parameter->convertToVSTParameter(value)), value);
-}
-
-TEST_F(EditorValues, ConvertToEditorValueStaysInsideTheIntegerRange)
-{
-    const auto parameter = ranged(0, 127);
-    EXPECT_EQ(parameter->convertToEditorValue(kNaN), 0);
-    EXPECT_EQ(parameter->convertToEditorValue(kInfinity), kLargest);
-    EXPECT_EQ(parameter->convertToEditorValue(-kInfinity), kSmallest);
-    EXPECT_EQ(parameter->convertToEditorValue(1e300), kLargest);
-    EXPECT_EQ(parameter->convertToEditorValue(-1e300), kSmallest);
 }
 
 TEST_F(EditorValues, ConvertOfTheWidestRangeDoesNotOverflow)

@@ -46,8 +46,6 @@ protected:
     int window = 0;
 };
 
-// Size ------------------------------------------------------------------------
-
 TEST_F(EditorViewTest, GetSizeIsTheEditorsAtTheOrigin)
 {
     const ViewRect size = sizeFor(ViewRect(10, 20, 810, 620));
@@ -93,8 +91,6 @@ TEST_F(EditorViewTest, OnSizeAndCheckSizeConstraintAreTheBaseClasses)
     EXPECT_EQ(view->setFrame(nullptr), kResultTrue);
     expectCalls({});
 }
-
-// Attaching -------------------------------------------------------------------
 
 TEST_F(EditorViewTest, IsPlatformTypeSupportedForNSViewOnly)
 {
@@ -191,8 +187,6 @@ TEST_F(EditorViewTest, RemovedClosesTheEditor)
     }
 }
 
-// Events ----------------------------------------------------------------------
-
 TEST_F(EditorViewTest, OnFocusReachesTheLibrary)
 {
     const auto view = makeView(&library);
@@ -272,8 +266,6 @@ TEST_F(EditorViewTest, QueryInterfaceGivesTheParameterFinderWithAReference)
     EXPECT_EQ(got, nullptr);
     EXPECT_EQ(references(), 1u);
 }
-
-// With a controller -------------------------------------------------------------
 
 class ControlledViewTest : public testing::Test {
 protected:

@@ -34,8 +34,6 @@ std::vector<std::thread::id> editThreads(const Trace& trace)
     return result;
 }
 
-// A Unicode host is told at once ------------------------------------------------------
-
 TEST(DispatchAtOnce, TellsAUnicodeHostOnTheLibrarysThread)
 {
     BoundController bound;
@@ -117,8 +115,6 @@ TEST(DispatchAtOnce, SetsTheParameterWithoutAComponentHandlerToo)
     EXPECT_THAT(bound.edits(), IsEmpty());
     EXPECT_EQ(bound.controller->getParamNormalized(kVolume1), 0.25);
 }
-
-// Any other host is told at the next tick -----------------------------------------------
 
 class DrainQueue : public testing::TestWithParam<bool> {
 protected:
@@ -294,8 +290,6 @@ TEST(NotificationGuiEvent, AsksForTheCharacterSetAtEveryEvent)
     EXPECT_THAT(bound.edits(),
                 ElementsAre("host.endEdit(2)", "host.beginEdit(1)", "host.endEdit(3)"));
 }
-
-// While connecting ---------------------------------------------------------------
 
 TEST(ControllerConnectMeanwhile, TellsAUnicodeHostOfEventsUntilTheBaseHasConnected)
 {

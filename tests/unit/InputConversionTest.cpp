@@ -9,14 +9,10 @@ using namespace Steinberg::Vst;
 
 namespace {
 
-TEST(ConvertChar16ToChar, KeepsEveryCharacterOfOneByte)
+TEST(ConvertChar16ToChar, KeepsAsciiAndGivesZeroForTheRest)
 {
     for (Steinberg::char16 key = 0; key < 0x80; ++key)
         ASSERT_EQ(convertChar16ToChar(key), static_cast<char>(key));
-}
-
-TEST(ConvertChar16ToChar, GivesZeroForEveryOtherCharacter)
-{
     for (unsigned key = 0x80; key <= 0xFFFF; ++key)
         ASSERT_EQ(convertChar16ToChar(static_cast<Steinberg::char16>(key)), 0) << key;
 }
@@ -30,7 +26,7 @@ TEST(HalveScrollDistance, HalvesFromTwoLinesOn)
         EXPECT_EQ(halveScrollDistance(row[0]), row[1]) << row[0];
 }
 
-TEST(RoundWheelDistanceOutward, MakesAWholeLineOfLess)
+TEST(RoundWheelDistanceOutward, MakesAWholeLineOfLessAndKeepsInfinityAndNotANumber)
 {
     const float rows[][2] = {{0, 0},        {0.3F, 1},     {0.999F, 1}, {1e-30F, 1},
                              {1, 1},        {1.5F, 1.5F},  {3, 3},      {-0.2F, -1},
@@ -38,10 +34,6 @@ TEST(RoundWheelDistanceOutward, MakesAWholeLineOfLess)
                              {-3, -3}};
     for (const auto& row : rows)
         EXPECT_EQ(roundWheelDistanceOutward(row[0]), row[1]) << row[0];
-}
-
-TEST(RoundWheelDistanceOutward, KeepsInfinityAndNotANumber)
-{
     constexpr float infinity = std::numeric_limits<float>::infinity();
     EXPECT_EQ(roundWheelDistanceOutward(infinity), infinity);
     EXPECT_EQ(roundWheelDistanceOutward(-infinity), -infinity);

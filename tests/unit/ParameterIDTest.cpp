@@ -19,23 +19,13 @@ TEST(GetVSTParamID, IsBlockNumberAndPartInDecimal)
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 15, kPart), 37012015u);
     EXPECT_EQ(VstK2xController::getVSTParamID(201, 5, 0, kPartVoice), 201005000u);
     EXPECT_EQ(VstK2xController::getVSTParamID(0, 0, 7, kPart), 7u);
-}
-
-TEST(GetVSTParamID, IgnoresThePartOfACommonParameter)
-{
+    // A common parameter has no part.
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 7, kCommon), 37012016u);
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 0, kCommon), 37012016u);
-}
-
-TEST(GetVSTParamID, GrowsWithFieldsOfMoreThanThreeDigits)
-{
+    // Fields of more than three digits make it longer.
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 1234, 5, kPart), 371234005u);
     EXPECT_EQ(VstK2xController::getVSTParamID(37, 12, 1000, kPart), 370121000u);
     EXPECT_EQ(VstK2xController::getVSTParamID(3000, 1, 2, kPart), 3000001002u);
-}
-
-TEST(GetVSTParamID, SurvivesAbsurdFields)
-{
     constexpr int smallest = std::numeric_limits<int>::min();
     constexpr int largest = std::numeric_limits<int>::max();
     EXPECT_NO_THROW(VstK2xController::getVSTParamID(smallest, smallest, smallest, kPart));

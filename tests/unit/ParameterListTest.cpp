@@ -352,8 +352,6 @@ TEST_F(ParameterListTest, SetParamNormalizedLeavesTheEditorsValueAlone)
     EXPECT_THAT(bound.edits(), IsEmpty());
 }
 
-// Observers -------------------------------------------------------------------
-
 TEST_F(ParameterListTest, InitializeMakesAnObserverForEachParameter)
 {
     bound.initialize();

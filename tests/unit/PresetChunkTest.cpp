@@ -148,8 +148,6 @@ struct KindName {
 using Kinds = testing::Types<PresetKind, UserBankKind>;
 TYPED_TEST_SUITE(PresetChunk, Kinds, KindName);
 
-// Saving ----------------------------------------------------------------------------------
-
 TYPED_TEST(PresetChunk, SaveWritesHeaderStatesMetaInformationAndList)
 {
     StreamDouble without;
@@ -213,8 +211,6 @@ TYPED_TEST(PresetChunk, StoreLeavesOutAStateWithoutAPlaceInTheList)
     EXPECT_EQ(stream.data.size(), 128 * TypeParam::state().size());
 }
 
-// Recognising -----------------------------------------------------------------------------
-
 TYPED_TEST(PresetChunk, IsOneOnlyWhereItsMarkerStandsAndLeavesTheStreamThere)
 {
     const std::string content = "abcde" + TypeParam::state();
@@ -264,8 +260,6 @@ TYPED_TEST(PresetChunk, IsOneIsFalseForAStreamThatFailsOrThrows)
         EXPECT_FALSE(TypeParam::isOne(&throwing)) << call;
     }
 }
-
-// Loading ---------------------------------------------------------------------------------
 
 TYPED_TEST(PresetChunk, LoadTakesWhatIsWhollyThereAtEveryLength)
 {

@@ -30,23 +30,15 @@ protected:
 
 class ProcessAutomation : public ProcessEvents {};
 
-TEST_F(ProcessEvents, NoteOnVelocityAboveZeroReachesTheLibraryAs127)
+TEST_F(ProcessEvents, NoteOnVelocityReachesTheLibraryAs127OrZero)
 {
+    // A velocity above -1 and up to 0 rounds up to 0. Any other counts as 127, also NaN.
     for (const float velocity :
          {1.f, 0.5f, 0.001f, 1.f / 127, 2.f, std::numeric_limits<float>::denorm_min(),
           std::numeric_limits<float>::infinity()})
         EXPECT_EQ(midiOf(noteOn(0, 60, velocity)), "library.receiveHostMidi(90 3C 7F)") << velocity;
-}
-
-TEST_F(ProcessEvents, NoteOnVelocityZeroReachesTheLibraryAsZero)
-{
     EXPECT_EQ(midiOf(noteOn(0, 60, 0.f)), "library.receiveHostMidi(90 3C 00)");
     EXPECT_EQ(midiOf(noteOn(0, 60, -0.f)), "library.receiveHostMidi(90 3C 00)");
-}
-
-TEST_F(ProcessEvents, NonsenseVelocityCountsByWhatItRoundsUpTo)
-{
-    // A velocity above -1 and up to 0 rounds up to 0. Any other counts as 127, also NaN.
     EXPECT_EQ(midiOf(noteOn(0, 60, -0.5f)), "library.receiveHostMidi(90 3C 00)");
     EXPECT_EQ(midiOf(noteOn(0, 60, -0.999f)), "library.receiveHostMidi(90 3C 00)");
     EXPECT_EQ(midiOf(noteOn(0, 60, -1.f)), "library.receiveHostMidi(90 3C 7F)");
@@ -54,7 +46,7 @@ TEST_F(ProcessEvents, NonsenseVelocityCountsByWhatItRoundsUpTo)
     EXPECT_EQ(midiOf(noteOn(0, 60, std::nanf(""))), "library.receiveHostMidi(90 3C 7F)");
 }
 
-TEST_F(ProcessEvents, ChannelAndPitchAreTheirLowBytes)
+TEST_F(ProcessEvents, ChannelAndPitchAreTheirLowBytesAndNoteOffHasVelocityZero)
 {
     EXPECT_EQ(midiOf(noteOn(15, 0, 1)), "library.receiveHostMidi(9F 00 7F)");
     EXPECT_EQ(midiOf(noteOn(0, 127, 1)), "library.receiveHostMidi(90 7F 7F)");
@@ -62,10 +54,6 @@ TEST_F(ProcessEvents, ChannelAndPitchAreTheirLowBytes)
     EXPECT_EQ(midiOf(noteOn(0x60, 200, 1)), "library.receiveHostMidi(F0 C8 7F)");
     EXPECT_EQ(midiOf(noteOn(-1, -1, 1)), "library.receiveHostMidi(FF FF 7F)");
     EXPECT_EQ(midiOf(noteOff(0x10, 0x17F)), "library.receiveHostMidi(90 7F 00)");
-}
-
-TEST_F(ProcessEvents, NoteOffHasVelocityZeroWhateverItsOwn)
-{
     Event event = noteOff(9, 36);
     event.noteOff.velocity = 0.75f;
     EXPECT_EQ(midiOf(event), "library.receiveHostMidi(89 24 00)");
@@ -217,26 +205,20 @@ TEST_F(ProcessEvents, LeavesAudioBuffersAndSilenceFlagsAlone)
         EXPECT_EQ(bus.silenceFlags, 0xA5u);
 }
 
-TEST_F(ProcessAutomation, ForwardsTheLastPointOfEachQueueOnly)
+TEST_F(ProcessAutomation, ForwardsTheLastPointOfEachQueueUnchanged)
 {
     unit::Block block;
     block.changes.add(37012000, {{0, 0.25}, {63, 0.5}});
     block.changes.add(4000000001u, {{0, 1.0}});
+    block.changes.add(1, {{0, -7.25}});
+    block.changes.add(2, {{0, 1e300}});
     block.in.add(noteOn(0, 60, 1));
     processor->process(block.data);
     EXPECT_THAT(trace.texts(), ElementsAre("library.hostParameterChanged(37012000, 0.5)",
                                            "library.hostParameterChanged(4000000001, 1)",
+                                           "library.hostParameterChanged(1, -7.25)",
+                                           "library.hostParameterChanged(2, 1e+300)",
                                            "library.receiveHostMidi(90 3C 7F)"));
-}
-
-TEST_F(ProcessAutomation, ForwardsValuesUnchanged)
-{
-    unit::Block block;
-    block.changes.add(1, {{0, -7.25}});
-    block.changes.add(2, {{0, 1e300}});
-    processor->process(block.data);
-    EXPECT_THAT(trace.texts(), ElementsAre("library.hostParameterChanged(1, -7.25)",
-                                           "library.hostParameterChanged(2, 1e+300)"));
 }
 
 TEST_F(ProcessAutomation, SkipsAQueueThatGivesNoLastPointOrThrowsAndForwardsTheRest)

@@ -27,7 +27,7 @@ struct LatencyRow {
     uint32 fiveMilliseconds;
 };
 
-TEST_F(GetLatencySamples, IsTheModesTimeAtTheSampleRateTruncated)
+TEST_F(GetLatencySamples, IsTheModesTimeAtTheSampleRateTruncatedAndNoneInAnotherMode)
 {
     const LatencyRow table[] = {{8000, 8, 40},    {11025, 11, 55},    {22050, 22, 110},
                                 {44100, 44, 220}, {48000, 48, 240},   {88200, 88, 441},
@@ -42,10 +42,6 @@ TEST_F(GetLatencySamples, IsTheModesTimeAtTheSampleRateTruncated)
         library.latencyMode = 2;
         EXPECT_EQ(processor->getLatencySamples(), row.fiveMilliseconds) << row.rate;
     }
-}
-
-TEST_F(GetLatencySamples, IsNoneInAnyOtherMode)
-{
     setUp(44100);
     for (const int32 mode : {3, 4, -1, 256, kMostNegative, kMostPositive}) {
         library.latencyMode = mode;
@@ -64,34 +60,25 @@ TEST_F(GetLatencySamples, IsNoneInAHostWithoutUnicodeAndTheLibraryIsNotAsked)
     EXPECT_THAT(trace.texts(), IsEmpty());
 }
 
-TEST_F(GetLatencySamples, IsNoneWithoutALibrary)
+TEST_F(GetLatencySamples, IsNoneWhenTheLibraryThrowsAndWithoutALibrary)
 {
     setUp(44100);
+    library.throwAt("getLatencyMode");
+    EXPECT_EQ(processor->getLatencySamples(), 0u);
+    library.clearFaults();
     disconnect();
     EXPECT_EQ(processor->getLatencySamples(), 0u);
 }
 
-TEST_F(GetLatencySamples, IsNoneBeforeTheHostSaidTheSampleRate)
+TEST_F(GetLatencySamples, IsNoneBeforeTheHostSaidASampleRateThatGivesACount)
 {
     library.latencyMode = 2;
     EXPECT_EQ(processor->getLatencySamples(), 0u);
-}
-
-TEST_F(GetLatencySamples, IsNoneForASampleRateThatGivesNoCount)
-{
-    library.latencyMode = 2;
     for (const double rate :
          {-44100.0, -1e300, std::nan(""), 1e300, std::numeric_limits<double>::infinity(), 1e15}) {
         setUp(rate);
         EXPECT_EQ(processor->getLatencySamples(), 0u) << rate;
     }
-}
-
-TEST_F(GetLatencySamples, IsNoneWhenTheLibraryThrows)
-{
-    setUp(44100);
-    library.throwAt("getLatencyMode");
-    EXPECT_EQ(processor->getLatencySamples(), 0u);
 }
 
 /** Shows the set-up that the base class keeps. */
@@ -100,7 +87,7 @@ public:
     const ProcessSetup& setup() const { return processSetup; }
 };
 
-TEST(SetupProcessing, KeepsASetupWhoseSampleSizeCanBeProcessed)
+TEST(SetupProcessing, KeepsASetupWhoseSampleSizeCanBeProcessedAndRefusesOthers)
 {
     const auto processor = owned(new OpenProcessor);
     ProcessSetup setup{kOffline, kSample32, 4096, 96000};
@@ -109,19 +96,12 @@ TEST(SetupProcessing, KeepsASetupWhoseSampleSizeCanBeProcessed)
     EXPECT_EQ(processor->setup().symbolicSampleSize, kSample32);
     EXPECT_EQ(processor->setup().maxSamplesPerBlock, 4096);
     EXPECT_EQ(processor->setup().sampleRate, 96000.0);
-}
-
-TEST(SetupProcessing, RefusesASetupWhoseSampleSizeCannotBeProcessed)
-{
-    const auto processor = owned(new OpenProcessor);
-    ProcessSetup good{kRealtime, kSample32, 512, 44100};
-    processor->setupProcessing(good);
     for (const int32 size : {int32(kSample64), 2, -1}) {
-        ProcessSetup setup{kOffline, size, 4096, 96000};
-        EXPECT_EQ(processor->setupProcessing(setup), kResultFalse) << size;
-        EXPECT_EQ(processor->setup().processMode, kRealtime);
-        EXPECT_EQ(processor->setup().maxSamplesPerBlock, 512);
-        EXPECT_EQ(processor->setup().sampleRate, 44100.0);
+        ProcessSetup other{kRealtime, size, 512, 44100};
+        EXPECT_EQ(processor->setupProcessing(other), kResultFalse) << size;
+        EXPECT_EQ(processor->setup().processMode, kOffline);
+        EXPECT_EQ(processor->setup().maxSamplesPerBlock, 4096);
+        EXPECT_EQ(processor->setup().sampleRate, 96000.0);
     }
 }
 

@@ -32,25 +32,18 @@ protected:
     }
 };
 
-TEST_F(ProcessorSetStateText, HandsTheLibraryUtf16)
+TEST_F(ProcessorSetStateText, HandsTheLibraryUtf16UpToTheFirstZeroUnit)
 {
     EXPECT_EQ(restore("T\0o\0\xAC\x20"s), kResultOk);
     EXPECT_THAT(library.stateTextsSet, ElementsAre(u"To\u20AC"));
     EXPECT_THAT(library.statesSet, IsEmpty());
-}
-
-TEST_F(ProcessorSetStateText, TerminatesATextOfEverySmallSize)
-{
+    // A text without a terminator gets one; half a unit is filled up with zero.
     const std::u16string texts[] = {u"", u"A", u"A", u"AB", u"AB", u"ABC"};
     const std::string bytes = "A\0B\0C"s;
     for (size_t size = 0; size <= 5; ++size) {
         EXPECT_EQ(restore(bytes.substr(0, size)), kResultOk) << size;
         EXPECT_THAT(library.stateTextsSet, ElementsAre(texts[size])) << size;
     }
-}
-
-TEST_F(ProcessorSetStateText, EndsAtTheFirstZeroUnit)
-{
     EXPECT_EQ(restore("A\0\0\0B\0"s), kResultOk);
     EXPECT_THAT(library.stateTextsSet, ElementsAre(u"A"));
 }
@@ -80,11 +73,17 @@ TEST_F(ProcessorSetStateText, AnswersWhetherTheLibraryTookIt)
         EXPECT_EQ(restore("A\0"s), kResultFalse) << answer;
         EXPECT_THAT(library.stateTextsSet, ElementsAre(u"A")) << answer;
     }
+    library.throwAt("setStateText");
+    EXPECT_EQ(restore("A\0"s), kResultFalse);
 }
 
-TEST_F(ProcessorSetStateText, AcceptsANullStream)
+TEST_F(ProcessorSetStateText, AcceptsANullStreamAndFailsForOneWithoutASize)
 {
     EXPECT_EQ(processor->setState(nullptr), kResultOk);
+    EXPECT_THAT(library.stateTextsSet, IsEmpty());
+    StreamDouble stream("A\0"s);
+    stream.seekable = false;
+    EXPECT_EQ(processor->setState(&stream), kResultFalse);
     EXPECT_THAT(library.stateTextsSet, IsEmpty());
 }
 
@@ -102,14 +101,6 @@ TEST_F(ProcessorSetStateText, FailsWithEachStreamCallThatFailsOrThrows)
         throwing.throwAtCall = call;
         EXPECT_EQ(processor->setState(&throwing), kResultFalse) << call;
     }
-    EXPECT_THAT(library.stateTextsSet, IsEmpty());
-}
-
-TEST_F(ProcessorSetStateText, FailsWhenTheStreamHasNoSize)
-{
-    StreamDouble stream("A\0"s);
-    stream.seekable = false;
-    EXPECT_EQ(processor->setState(&stream), kResultFalse);
     EXPECT_THAT(library.stateTextsSet, IsEmpty());
 }
 
@@ -178,12 +169,6 @@ TEST_F(ProcessorSetStateText, FailsForMoreThanThereIsMemory)
     }
     EXPECT_EQ(stream.reads, 0u);
     EXPECT_THAT(library.stateTextsSet, IsEmpty());
-}
-
-TEST_F(ProcessorSetStateText, FailsWhenTheLibraryThrows)
-{
-    library.throwAt("setStateText");
-    EXPECT_EQ(restore("A\0"s), kResultFalse);
 }
 
 } // namespace

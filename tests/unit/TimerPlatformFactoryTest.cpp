@@ -17,17 +17,13 @@ protected:
     const PlatformFactoryPtr factory = Steinberg::Vst::platform::makeTimerPlatformFactory();
 };
 
-TEST_F(TimerPlatformFactoryTest, CreateOperationsGiveNothingToDrawWith)
+TEST_F(TimerPlatformFactoryTest, OperationsButTheTimersGiveNothing)
 {
     EXPECT_FALSE(factory->createFrame(nullptr, {}, nullptr, PlatformType::kDefaultNative, nullptr));
     EXPECT_FALSE(factory->getAllFontFamilies([](const std::string&) { return true; }));
     EXPECT_FALSE(factory->createGradient());
     EXPECT_FALSE(factory->createString("text"));
     EXPECT_FALSE(factory->getGraphicsDeviceFactory().getDeviceForScreen({}));
-}
-
-TEST_F(TimerPlatformFactoryTest, CreateBitmapAndResourcesGiveNothing)
-{
     const CResourceDescription resource("picture.png");
     const char bytes[] = {'\x89', 'P', 'N', 'G'};
     EXPECT_FALSE(factory->createBitmap(CPoint(1, 1)));
@@ -36,16 +32,8 @@ TEST_F(TimerPlatformFactoryTest, CreateBitmapAndResourcesGiveNothing)
     EXPECT_FALSE(factory->createBitmapFromMemory(bytes, sizeof(bytes)));
     EXPECT_TRUE(factory->createBitmapMemoryPNGRepresentation(nullptr).empty());
     EXPECT_FALSE(factory->createResourceInputStream(resource));
-}
-
-TEST_F(TimerPlatformFactoryTest, GetClipboardAndSetClipboardAreRefused)
-{
     EXPECT_FALSE(factory->setClipboard(nullptr));
     EXPECT_FALSE(factory->getClipboard());
-}
-
-TEST_F(TimerPlatformFactoryTest, AsLinuxMacAndWin32FactoryAreNull)
-{
     EXPECT_EQ(factory->asLinuxFactory(), nullptr);
     EXPECT_EQ(factory->asMacFactory(), nullptr);
     EXPECT_EQ(factory->asWin32Factory(), nullptr);

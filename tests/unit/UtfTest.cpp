@@ -22,7 +22,7 @@ std::u16string toString128(std::string_view text)
 
 } // namespace
 
-TEST(Utf, Utf16ToUtf8WritesEachLengthAtItsBorders)
+TEST(Utf, Utf16ToUtf8WritesEachLengthAndAQuestionMarkForALoneSurrogate)
 {
     EXPECT_EQ(utf16ToUtf8(u"\u007F"), "\x7F");
     EXPECT_EQ(utf16ToUtf8(u"\u0080"), "\xC2\x80");
@@ -31,10 +31,6 @@ TEST(Utf, Utf16ToUtf8WritesEachLengthAtItsBorders)
     EXPECT_EQ(utf16ToUtf8(u"\uFFFF"), "\xEF\xBF\xBF");
     EXPECT_EQ(utf16ToUtf8(u"\U00010000"), "\xF0\x90\x80\x80");
     EXPECT_EQ(utf16ToUtf8(u"\U0010FFFF"), "\xF4\x8F\xBF\xBF");
-}
-
-TEST(Utf, Utf16ToUtf8GivesAQuestionMarkForEachLoneSurrogate)
-{
     const char16 high = 0xD83C;
     const char16 low = 0xDFB9;
     EXPECT_EQ(utf16ToUtf8(std::u16string{high}), "?");
@@ -45,17 +41,13 @@ TEST(Utf, Utf16ToUtf8GivesAQuestionMarkForEachLoneSurrogate)
     EXPECT_EQ((utf16ToUtf8(std::u16string{0xD7FF, 0xE000})), "\xED\x9F\xBF\xEE\x80\x80");
 }
 
-TEST(Utf, Utf16ToUtf8AndBackKeepsEveryUnitButLoneSurrogates)
+TEST(Utf, Utf16ToUtf8AndBackKeepsAllButLoneSurrogates)
 {
     for (unsigned unit = 0; unit < 0x10000; ++unit) {
         const std::u16string text{static_cast<char16>(unit)};
         const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
         ASSERT_EQ(utf8ToUtf16(utf16ToUtf8(text)), isSurrogate ? u"?" : text) << unit;
     }
-}
-
-TEST(Utf, Utf16ToUtf8AndBackKeepsCharactersBeyondTheFirstPlane)
-{
     for (unsigned character = 0x10000; character < 0x110000; character += 0x101) {
         const std::u16string text{static_cast<char16>(0xD800 + ((character - 0x10000) >> 10)),
                                   static_cast<char16>(0xDC00 + ((character - 0x10000) & 0x3FF))};
@@ -63,10 +55,6 @@ TEST(Utf, Utf16ToUtf8AndBackKeepsCharactersBeyondTheFirstPlane)
         ASSERT_EQ(utf8.size(), 4u);
         ASSERT_EQ(utf8ToUtf16(utf8), text) << character;
     }
-}
-
-TEST(Utf, Utf16ToUtf8AndBackKeepZeroUnits)
-{
     EXPECT_EQ(utf16ToUtf8({u"a\0b", 3}), std::string("a\0b", 3));
     EXPECT_EQ(utf8ToUtf16({"a\0b", 3}), std::u16string(u"a\0b", 3));
 }
@@ -81,10 +69,7 @@ TEST(Utf, Utf8ToUtf16GivesAQuestionMarkForEachMalformedByte)
     EXPECT_EQ(utf8ToUtf16("\xF0\x9F\x8E"), u"???"); // cut after the third byte
     EXPECT_EQ(utf8ToUtf16("\xFF\xFE"), u"??");      // never part of UTF-8
     EXPECT_EQ(utf8ToUtf16("\xF8\x88\x80\x80\x80"), u"?????");
-}
-
-TEST(Utf, Utf8ToUtf16RefusesOverlongFormsAndEncodedSurrogates)
-{
+    // overlong forms, encoded surrogates, and beyond the last character
     EXPECT_EQ(utf8ToUtf16("\xC0\x80"), u"??");
     EXPECT_EQ(utf8ToUtf16("\xC1\xBF"), u"??");
     EXPECT_EQ(utf8ToUtf16("\xE0\x9F\xBF"), u"???");
@@ -94,24 +79,16 @@ TEST(Utf, Utf8ToUtf16RefusesOverlongFormsAndEncodedSurrogates)
     EXPECT_EQ(utf8ToUtf16("\xF4\x90\x80\x80"), u"????"); // U+110000
 }
 
-TEST(Utf, Utf8ToString128WritesAtMost127UnitsAndATerminator)
+TEST(Utf, Utf8ToString128WritesAtMost127UnitsAndEndsInNoHalfCharacter)
 {
     EXPECT_EQ(toString128(""), u"");
     EXPECT_EQ(toString128("R63"), u"R63");
     EXPECT_EQ(toString128(std::string(127, 'x')), std::u16string(127, u'x'));
     EXPECT_EQ(toString128(std::string(128, 'x')), std::u16string(127, u'x'));
     EXPECT_EQ(toString128(std::string(100000, 'x')), std::u16string(127, u'x'));
-}
-
-TEST(Utf, Utf8ToString128NeverEndsInHalfACharacter)
-{
     const std::string piano = "\xF0\x9F\x8E\xB9"; // two units
     EXPECT_EQ(toString128(std::string(125, 'x') + piano).size(), 127u);
     EXPECT_EQ(toString128(std::string(126, 'x') + piano), std::u16string(126, u'x'));
-}
-
-TEST(Utf, Utf8ToString128EndsAtAZeroByte)
-{
     EXPECT_EQ(toString128({"ab\0cd", 5}), u"ab");
 }
 
@@ -130,14 +107,11 @@ TEST(SystemText, ToSystemCodePageKeepsAsciiAndGivesAQuestionMarkForTheRest)
 {
     const std::u16string text = u"A~\u007F\u0080\u00F6\u3042\U0001F3B9z";
     EXPECT_EQ(toSystemCodePage(text.data(), text.size()), "A~\x7F????z");
-}
-
-TEST(SystemText, ToSystemCodePageGivesAQuestionMarkForEachLoneSurrogate)
-{
-    const std::u16string text{0xDFB9, 0xD83C, u'a', 0xD83C};
-    EXPECT_EQ(toSystemCodePage(text.data(), text.size()), "??a?");
+    const std::u16string lone{0xDFB9, 0xD83C, u'a', 0xD83C};
+    EXPECT_EQ(toSystemCodePage(lone.data(), lone.size()), "??a?");
     EXPECT_EQ(toSystemCodePage(text.data(), 0), "");
 }
+
 #endif
 
 TEST(Utf, IsUtf8TellsWellFormedTexts)

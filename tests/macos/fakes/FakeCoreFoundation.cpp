@@ -17,11 +17,12 @@ namespace doubles {
 
 namespace {
 
-// Never destroyed: a module that was not unloaded ends after them.
+// Never destroyed: a module that is still loaded at exit uses them after the destructors of
+// statics.
 std::set<FakeObject*>& objects = *new std::set<FakeObject*>;
 size_t misuseCount = 0;
 
-/** Null, and one misuse more, when there is no such object. */
+/** Null when there is no such object, which counts as a misuse. */
 FakeObject* liveObject(CFTypeRef reference)
 {
     auto* object = static_cast<FakeObject*>(const_cast<void*>(reference));
@@ -124,7 +125,7 @@ Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean resolve, UInt8* b
     FakeCoreFoundation::resolvedAgainstBase = resolve != 0;
     FakeCoreFoundation::pathBufferSize = size;
     const auto needed = url->path.size() + 1;
-    // What a failure leaves in the buffer is nothing to rely on.
+    // After a failure the buffer may hold anything.
     if (needed > static_cast<size_t>(size)) {
         std::memset(buffer, 'x', static_cast<size_t>(size));
         return false;

@@ -1,6 +1,6 @@
-// A Core Foundation for Linux that counts: every object with its references, and every misuse. Who
-// owns what is Apple's Memory Management Programming Guide for Core Foundation: Create and Copy
-// give a reference to the caller, Get does not.
+// A Core Foundation for Linux that counts objects, references and misuses. Ownership is as in
+// Apple's Memory Management Programming Guide for Core Foundation: Create and Copy give a reference
+// to the caller, Get does not.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -13,39 +13,39 @@ namespace doubles {
 /** One state for the process; each test begins with reset. */
 class FakeCoreFoundation {
 public:
-    /** Forgets what went wrong so far, and the objects that are left. */
+    /** Deletes the objects that are left, and sets all counts and settings back. */
     static void reset();
 
     /** Objects that somebody still holds. */
     static size_t liveObjects();
-    /** References of objects that are gone or never were: of null, too. */
+    /** How often something was retained or released that is no object, null included. */
     static size_t misuses();
     /** 0 when the object is gone. */
     static CFIndex references(CFTypeRef object);
 
-    /** A bundle with one reference, the caller's. Without a path it has no URL; that a Mac has such
-        bundles is a belief. */
+    /** A bundle with one reference, the caller's. Without a path it has no URL; that such bundles
+        exist on a Mac is a belief. */
     static CFBundleRef makeBundle(std::optional<std::string> path);
-    /** How the last path was asked for. Apple's reference of CFURL says that one that does not fit
-        gives false. */
+    /** The arguments of the last CFURLGetFileSystemRepresentation. By Apple's reference of CFURL it
+        returns false when the path does not fit. */
     static inline bool resolvedAgainstBase = false;
     static inline CFIndex pathBufferSize = 0;
 
-    /** Where a Mac's module has its constant texts. */
+    /** The constant strings of a Mac's module. */
     static inline const char* constantsBegin = nullptr;
     static inline const char* constantsEnd = nullptr;
 
     /** Makes every text conversion to 8-bit text fail. */
     static inline bool failConversions = false;
 
-    /** Timers on a run loop that are still valid, of all threads. */
+    /** Valid timers on the run loops of all threads. */
     static size_t timers();
-    /** Seconds between two ticks of the timer that was made last. */
+    /** Of the newest timer, in seconds. */
     static inline CFTimeInterval lastInterval = 0;
     static inline CFTimeInterval lastDelay = 0;
     static inline CFTimeInterval lastTolerance = 0;
-    /** Fires each timer on the calling thread's run loop once, as long as it is in the common
-       modes: one in the default mode alone would stand still while a menu is open. */
+    /** Fires each timer on the calling thread's run loop once if it is in the common modes. A timer
+        in the default mode alone would not tick while a menu is open. */
     static void fireTimers();
 };
 

@@ -9,7 +9,7 @@ namespace doubles {
 
 namespace {
 
-/** Null for an encoding that is not known. UTF-16 is this machine's, without a mark. */
+/** iconv's name; null for an unknown encoding. UTF-16 has no byte order mark. */
 const char* nameOf(CFStringEncoding encoding)
 {
     switch (encoding) {
@@ -46,10 +46,10 @@ public:
     Conversion(const Conversion&) = delete;
     Conversion& operator=(const Conversion&) = delete;
 
-    // iconv says with this value that it has no such conversion.
+    // iconv_open returns this value when it has no such conversion.
     bool isOpen() const { return handle != reinterpret_cast<iconv_t>(-1); }
 
-    /** Nothing when any part cannot be converted. */
+    /** Nothing when a part cannot be converted. */
     std::optional<std::string> operator()(std::string bytes) const
     {
         std::string result;

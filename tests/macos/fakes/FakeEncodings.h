@@ -1,5 +1,5 @@
-// The encodings of the fake Core Foundation's texts, as the C library converts them. That Apple's
-// converters agree with it in each character is a belief.
+// Text encodings for the fake Core Foundation, converted by the C library. That Apple converts each
+// character alike is a belief.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -9,11 +9,11 @@
 
 namespace doubles {
 
-/** Nothing for bytes that are none of the encoding, and for an encoding that is not known. */
+/** Nothing for bytes that are not valid in the encoding, and for an unknown encoding. */
 std::optional<std::u16string> decoded(const std::string& bytes, CFStringEncoding encoding);
 
-/** A character that the encoding lacks becomes the loss byte; without one the text ends before it.
-    A surrogate pair is one character. Nothing for an encoding that is not known. */
+/** A character that the encoding lacks becomes the loss byte; if that is 0 the text ends before the
+    character. A surrogate pair is one character. Nothing for an unknown encoding. */
 std::optional<std::string> encoded(const std::u16string& text, CFStringEncoding encoding,
                                    UInt8 lossByte);
 

@@ -16,14 +16,14 @@ namespace files = std::filesystem;
 
 namespace {
 
-// Apple's MacErrors.h: fnfErr, bdNamErr, errFSNotAFolder, afpAccessDenied. Which of them a call
-// gives for what is this project's belief; the plug-in asks only for dupFNErr.
+// Apple's MacErrors.h: fnfErr, bdNamErr, errFSNotAFolder, afpAccessDenied. Which call returns which
+// of them is a belief; the plug-in compares only with dupFNErr.
 constexpr OSErr kFileNotFound = -43;
 constexpr OSErr kBadName = -37;
 constexpr OSErr kNoFolder = -1407;
 constexpr OSErr kAccessDenied = -5000;
 
-/** A reference is a mark and the number of a path in this list. */
+/** An FSRef holds a mark and an index into this list. */
 constexpr char kMark[] = "FSRef";
 std::vector<std::string> paths;
 
@@ -44,9 +44,9 @@ std::string pathOf(const FSRef* ref)
     return isFilled ? paths.at(number) : "";
 }
 
-/** The name as paths have it: a slash of the File Manager's is a colon there (Apple's Technical Q&A
-    QA1203). Empty for a name with a colon, which parts the levels of the File Manager's own paths;
-    that such a name is refused is a belief. */
+/** The name in a path: a slash in the File Manager's name is a colon there (Apple's Technical Q&A
+    QA1203). Empty for a name with a colon, which separates the levels of the File Manager's own
+    paths; that it refuses such a name is a belief. */
 std::string nameOf(UniCharCount length, const UniChar* units)
 {
     auto name = doubles::utf8From(std::u16string(units, units + length));
@@ -56,7 +56,7 @@ std::string nameOf(UniCharCount length, const UniChar* units)
     return name;
 }
 
-/** The path of what has the name in a folder, as the volume tells names apart; else empty. */
+/** The path of the entry of that name, compared as on the volume; empty if there is none. */
 std::string entryOf(const std::string& folder, const std::string& name)
 {
     const auto path = folder + "/" + name;

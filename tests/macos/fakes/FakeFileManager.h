@@ -1,5 +1,5 @@
-// A File Manager for Linux, on the real file system. It honours a folder's write permission also
-// where the tests run as root.
+// A File Manager for Linux, on the real file system. It obeys a folder's write permission even when
+// the tests run as root.
 #pragma once
 
 #include <cstddef>
@@ -14,10 +14,10 @@ public:
 
     /** Folders that were made. */
     static inline size_t created = 0;
-    /** Names with the same key are one file's on the volume, as on one that does not tell capital
-        letters from small ones. Without it every two names are told apart. */
+    /** Names with the same key are the same file, as on a volume that ignores case. Without this
+        function names are compared byte by byte. */
     static inline std::function<std::string(const std::string& name)> keyOf;
-    /** Called before a folder is made, once: somebody else who is quicker. */
+    /** Called once, before a folder is made: acts as another program that is quicker. */
     static inline std::function<void()> beforeCreation;
 };
 

@@ -1,5 +1,5 @@
-// How messages are sent is Apple's Objective-C Runtime reference: objc_msgSend takes the receiver
-// and the selector, of which clang writes the name into the image.
+// Objective-C messages by Apple's Objective-C Runtime reference: objc_msgSend gets the receiver and
+// the selector, whose name clang writes into the image.
 #include "tests/macos/fakes/FakeMessages.h"
 
 #include "tests/macos/loader/DarwinCall.h"
@@ -22,7 +22,7 @@ const CarbonEvent* reference = nullptr;
 
 } // namespace
 
-/** The class object, of which only the address matters. */
+/** The class object. Only its address is used. */
 extern "C" {
 __attribute__((visibility("hidden"))) extern char
     applicationClass[] __asm__("OBJC_CLASS_$_NSApplication");
@@ -42,8 +42,8 @@ void macho::handleEventOfKind(unsigned kind)
     reference = &carbonEvent;
 }
 
-/** Apple's run-time takes the selector for a unique pointer; in an image that nobody registered it
-    is the name itself. A message to nil gives nil. */
+/** Apple's run-time makes selectors unique pointers when it loads an image; here a selector still
+    points to its name. A message to nil gives nil. */
 DARWIN_CALL(const void*, objc_msgSend)(const void* receiver, const char* selector)
 {
     const auto is = [&](const void* object, const char* name) {

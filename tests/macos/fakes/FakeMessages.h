@@ -1,12 +1,12 @@
-// The messages that the image sends to AppKit: to an application with a current event, as far as
-// platform/mac/CurrentEvent.mm asks. Any other message ends the program.
+// Answers the Objective-C messages that platform/mac/CurrentEvent.mm sends to AppKit. Any other
+// message ends the program.
 #pragma once
 
 namespace macho {
 
-/** The application, which handles no event at first, handles one without a Carbon event. */
+/** Makes the application's current event one without a Carbon event. At first there is none. */
 void handleEventWithoutReference();
-/** It handles an event that a Carbon event of the kind stands behind. */
+/** Makes the application's current event one with a Carbon event of this kind. */
 void handleEventOfKind(unsigned kind);
 
 } // namespace macho

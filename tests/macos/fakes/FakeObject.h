@@ -21,7 +21,7 @@ struct FakeObject {
     is called. */
 std::recursive_mutex& fakeObjectLock();
 
-/** A text that stands in a Mac's module, which is never made and never goes. */
+/** A constant string in a Mac's module, which is never created or deleted. */
 bool isConstantString(CFTypeRef object);
 
 std::u16string utf16From(const std::string& utf8); ///< throws std::range_error

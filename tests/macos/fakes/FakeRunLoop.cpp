@@ -1,6 +1,6 @@
-// The fake Core Foundation's run loops: one a thread, whose timers fire when a test says so.
-// Apple's reference of CFRunLoop says that a loop retains its timers until they are made invalid,
-// and in which modes a timer fires.
+// The fake Core Foundation's run loops, one for each thread. Timers fire when a test says so. By
+// Apple's reference of CFRunLoop a loop retains its timers until they are made invalid, and a timer
+// fires only in its mode.
 #include "tests/macos/fakes/FakeCoreFoundation.h"
 #include "tests/macos/fakes/FakeObject.h"
 
@@ -9,15 +9,15 @@
 
 namespace {
 
-/** A name that stands for the modes in which a host waits for events, menus and mouse tracking
-    among them. Only its address matters. */
+/** Stands for all modes in which a host waits for events, also while a menu is open or the mouse is
+    tracked. Only its address is used. */
 const char commonModes = 0;
 
 } // namespace
 
 const CFRunLoopMode kCFRunLoopCommonModes = reinterpret_cast<CFRunLoopMode>(&commonModes);
 
-/** A run loop is its thread's and no object that anybody counts. */
+/** A run loop belongs to its thread; its references are not counted. */
 struct __CFRunLoop {
     int unused = 0;
 };
@@ -35,8 +35,8 @@ namespace {
 
 constexpr CFAbsoluteTime kNow = 1000;
 
-/** Those on a run loop, each with one reference. Never destroyed: a module that was not unloaded
-    ends after it. */
+/** The timers on run loops, which hold one reference to each. Never destroyed: a module that is
+    still loaded at exit uses it after the destructors of statics. */
 std::vector<CFRunLoopTimerRef>& scheduled = *new std::vector<CFRunLoopTimerRef>;
 
 } // namespace

@@ -1,6 +1,6 @@
-// The fake Core Foundation's texts. Apple's reference of CFString says what the calls do; that
-// CFStringGetBytes gives nothing when the buffer is too small is simpler here: a Mac's fills what
-// fits, which neither the SDK nor the plug-in asks for.
+// The fake Core Foundation's strings, after Apple's reference of CFString. One thing is simpler:
+// when the buffer is too small CFStringGetBytes writes nothing, and on a Mac what fits. Neither the
+// SDK nor the plug-in relies on it.
 #include "tests/macos/fakes/FakeCoreFoundation.h"
 #include "tests/macos/fakes/FakeObject.h"
 
@@ -17,12 +17,12 @@
 const CFAllocatorRef kCFAllocatorDefault = nullptr;
 const CFAllocatorRef kCFAllocatorNull = nullptr;
 
-/** What the compiler makes of a CFSTR for a Mac; it has the address of the class below. */
+/** What clang makes of CFSTR for a Mac. isa is the address of the class below. */
 struct ConstantString {
     const void* isa;
     uint64_t flags;
     const void* text;
-    CFIndex length; ///< in units of the text, which is of bytes or of UTF-16
+    CFIndex length; ///< in bytes or in UTF-16 units, by the flags
 };
 
 extern "C" const char __CFConstantStringClassReference[] = "the class of constant strings";
@@ -118,8 +118,8 @@ void CFStringAppendCString(CFMutableStringRef string, const char* text, CFString
     string->text += decoded(text, encoding).value_or(u"");
 }
 
-/** The formats of the SDK: "%.*lf" and "%lld", which mean what they mean to the C library (Apple's
-    String Format Specifiers). */
+/** Knows the SDK's formats "%.*lf" and "%lld", which mean the same to the C library (Apple's String
+    Format Specifiers). */
 CFStringRef CFStringCreateWithFormatAndArguments(CFAllocatorRef, CFDictionaryRef,
                                                  CFStringRef format, va_list arguments)
 {
@@ -180,7 +180,7 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
     return true;
 }
 
-/** The sizes of Core Foundation's published CFString.c, for the encodings that are asked for. */
+/** The sizes of Core Foundation's published CFString.c, for the encodings in use. */
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding)
 {
     if (encoding == kCFStringEncodingUTF16)
@@ -193,7 +193,7 @@ double CFStringGetDoubleValue(CFStringRef string)
     return std::strtod(utf8From(textOf(string)).c_str(), nullptr);
 }
 
-// The SDK's text class also names these; no test leads to them.
+// The SDK's text class needs these to link; no test calls them.
 
 CFComparisonResult CFStringCompare(CFStringRef, CFStringRef, CFStringCompareFlags)
 {

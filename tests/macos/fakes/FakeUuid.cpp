@@ -1,5 +1,5 @@
-// The fake Core Foundation's UUIDs: random ones, of which no two are alike. That a Mac's are of RFC
-// 4122's version 4 is a belief; Apple's reference of CFUUID says that they are unique.
+// The fake Core Foundation's UUIDs are random. Apple's reference of CFUUID says that they are
+// unique; that they are RFC 4122's version 4 is a belief.
 #include "tests/macos/fakes/FakeObject.h"
 
 #include <random>

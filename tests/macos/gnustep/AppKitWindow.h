@@ -1,5 +1,5 @@
-// AppKitWindow: a host's window in GNUstep's AppKit, with a view in it that passes the wheel and
-// the keys on to a plug-in's view, as hosts on a Mac do.
+// AppKitWindow: a host's window in GNUstep's AppKit. A view in it passes wheel and key events to a
+// plug-in's view, as hosts on a Mac do.
 #pragma once
 
 #include "pluginterfaces/gui/iplugview.h"
@@ -13,7 +13,7 @@ namespace gnustep {
 class AppKitWindow {
 public:
     static constexpr const char* kTitle = "AppKitWindow";
-    /** Its content is the view, and as much beside it on the right that is nobody's. In pixels. */
+    /** In pixels. The view is the left half of the window; the right half is empty. */
     static constexpr int kViewWidth = 200;
     static constexpr int kHeight = 200;
 

@@ -6,7 +6,7 @@
 
 #import <AppKit/AppKit.h>
 
-// GNUstep has no Carbon, and nothing behind its events: here it is the event itself.
+// GNUstep has no Carbon events: eventRef gives the NSEvent itself, for GetEventKind below.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
 @implementation NSEvent (Carbon)
@@ -37,7 +37,7 @@ struct Pool {
     ~Pool() { [pool release]; }
 };
 
-/** A character, or the code of a key that types none. */
+/** Passes the key's character to the view, or its code if it types none. */
 void sendKey(NSEvent* event, bool isDown) {
     NSString* characters = [event characters];
     Steinberg::char16 character = [characters length] > 0 ? [characters characterAtIndex:0] : 0;

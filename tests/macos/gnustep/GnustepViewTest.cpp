@@ -1,5 +1,5 @@
-// The editor's view in a window of GNUstep's AppKit, with real wheel clicks and keys from the X
-// server: platform/mac/CurrentEvent.mm, unchanged, on an AppKit that is not this project's.
+// The editor's view in a window of GNUstep's AppKit, with wheel clicks and keys from the X server.
+// platform/mac/CurrentEvent.mm is compiled unchanged.
 #include "platform/CurrentEvent.h"
 #include "tests/macos/gnustep/AppKitWindow.h"
 #include "tests/unit/BoundController.h"
@@ -20,7 +20,7 @@ void run(const std::string& command)
     ASSERT_EQ(std::system(command.c_str()), 0) << command;
 }
 
-/** A client of the X server like any other; it waits until the server has what it sends. */
+/** Sends input to the X server and waits until the server has it. */
 void xdotool(const std::string& arguments)
 {
     run("xdotool " + arguments);
@@ -64,7 +64,7 @@ protected:
 constexpr int kWheelUp = 4;
 constexpr int kWheelDown = 5;
 
-TEST_F(GnustepView, PassesEachWheelEventOnOnce)
+TEST_F(GnustepView, OnWheelReachesTheLibraryOnceForEachClick)
 {
     int handled = 0;
     for (const int button : {kWheelUp, kWheelUp, kWheelDown}) {
@@ -76,7 +76,7 @@ TEST_F(GnustepView, PassesEachWheelEventOnOnce)
                 ElementsAre("library.onWheel(1)", "library.onWheel(1)", "library.onWheel(-1)"));
 }
 
-TEST_F(GnustepView, PassesNoWheelEventOnFromBesideIt)
+TEST_F(GnustepView, OnWheelDoesNotReachTheLibraryForAClickBesideTheView)
 {
     xdotool("mousemove_relative " + std::to_string(AppKitWindow::kViewWidth) + " 0");
     click(kWheelUp);
@@ -84,7 +84,7 @@ TEST_F(GnustepView, PassesNoWheelEventOnFromBesideIt)
     EXPECT_THAT(wheel(), IsEmpty());
 }
 
-TEST_F(GnustepView, PassesKeysOn)
+TEST_F(GnustepView, OnKeyDownReachesTheLibrary)
 {
     xdotool("key --delay 50 a Return eacute Left");
     const auto downs = [this] { return bound.trace.textsOf({"library.onKeyDown"}); };
@@ -92,12 +92,12 @@ TEST_F(GnustepView, PassesKeysOn)
     EXPECT_EQ(window->typed(), u"a\r\u00E9\uF702");
     EXPECT_THAT(downs(), ElementsAre("library.onKeyDown(97, 0, 0)", "library.onKeyDown(0, 4, 0)",
                                      "library.onKeyDown(0, 0, 0)", "library.onKeyDown(0, 11, 0)"))
-        << "the editor knows ASCII keys";
+        << "the editor is sent ASCII characters only";
 }
 
-/** AppKit keeps the event that it dispatched last: a host that keeps distances and calls onWheel
-    from a timer has them halved as if the event were still there, until another one comes. */
-TEST_F(GnustepView, TheCurrentEventStaysAfterItsDispatch)
+/** AppKit keeps the last event as the current one until it takes the next. So distances that a host
+   collects and passes to onWheel from a timer are halved until another event comes. */
+TEST_F(GnustepView, IsCurrentEventScrollStaysTrueAfterTheDispatch)
 {
     EXPECT_FALSE(platform::isCurrentEventScroll());
     click(kWheelUp);

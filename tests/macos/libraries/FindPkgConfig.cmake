@@ -1,5 +1,5 @@
-# In place of CMake's own, which would answer for this machine's libraries: headers of a module named
-# as its one header is, and of GLib, which libsmf's header includes.
+# Replaces CMake's own, which would find this machine's libraries. Gives the headers of a module whose one
+# header has its name, and those of GLib, which libsmf's header includes.
 include("${CMAKE_CURRENT_LIST_DIR}/headers.cmake")
 function(pkg_check_modules prefix)
   list(GET ARGN -1 module)

@@ -1,7 +1,6 @@
-# darwin_headers(target header...): a target that stands for one of Debian's libraries when programs are
-# compiled for macOS. It has the library's headers and nothing to link: Debian's headers do not depend
-# on the system, its binaries do. Only what is named is taken out of /usr/include, whose other
-# headers are Linux's.
+# darwin_headers(target header...): stands for one of Debian's libraries when programs are compiled for
+# macOS. It has the library's headers, which do not depend on the system, and nothing to link. Only the
+# headers that are named are linked from /usr/include, since the others there are Linux's.
 function(darwin_headers target)
   set(folder "${PROJECT_BINARY_DIR}/libraries")
   file(MAKE_DIRECTORY "${folder}")

@@ -1,5 +1,4 @@
-// A Linux module that is the Mac's bundle: a Linux host loads it, calls a Linux module's entries,
-// and runs the bundle's machine code.
+// The Linux module's entry points, which call those of the Mac's bundle in it.
 #include "tests/macos/loader/BundleModule.h"
 
 #include "tests/macos/fakes/FakeCoreFoundation.h"
@@ -9,7 +8,7 @@
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
-// The bundle's own entries, and a constructor of the C++ library's as the image calls it.
+// The bundle's entry points, and a constructor of the C++ library as the image calls it.
 #pragma GCC visibility push(hidden)
 extern "C" {
 bool bundleEntry(CFBundleRef bundle) __asm__("mac_bundleEntry");
@@ -28,7 +27,7 @@ namespace {
 
 using doubles::FakeCoreFoundation;
 
-/** The bundle's host has one reference to it. */
+/** One reference to the bundle, as a Mac's host holds. */
 CFBundleRef reference = nullptr;
 const macho::MacsImage* image = nullptr;
 
@@ -48,7 +47,7 @@ const MachoSystem machoSystem = {&FakeCoreFoundation::fireTimers,
                                  &macho::handleEventOfKind,
                                  copyText};
 
-// After all other constructors of the module, since its object is the last that is linked.
+// Runs after all other constructors of the module, since this object is linked last.
 __attribute__((constructor)) void load()
 {
     reference = FakeCoreFoundation::makeBundle(MACHO_BUNDLE);
@@ -62,12 +61,13 @@ __attribute__((destructor)) void unload()
     delete image;
     CFRelease(reference);
     if (FakeCoreFoundation::misuses() > 0)
-        macho::endProgram("a reference to what was no object of Core Foundation", nullptr);
+        macho::endProgram("something was retained or released that is no Core Foundation object",
+                          nullptr);
 }
 
 } // namespace
 
-/** A Mac's host hands over the bundle where a Linux host hands over its handle. */
+/** A Linux host passes the module's handle; bundleEntry gets the bundle instead. */
 EXPORTED bool ModuleEntry(void* handle)
 {
     return bundleEntry(handle ? reference : nullptr);

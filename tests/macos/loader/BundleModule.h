@@ -1,6 +1,5 @@
-// What a test can ask of the Linux module that is the Mac's bundle, beside the plug-in's own
-// entries: the fake system that the machine code runs on. Whoever has loaded the module finds it
-// with dlsym by the name "getMachoSystem".
+// The fake system that the Mac's machine code runs on, for tests. The Linux module that contains
+// the code exports "getMachoSystem", which tests find with dlsym.
 #pragma once
 
 #include <cstddef>
@@ -11,21 +10,21 @@ extern "C" {
 struct MachoSystem {
     /** Fires the timers of the calling thread's run loop once. */
     void (*fireTimers)();
-    /** Timers on any run loop. Of the one that was made last: seconds to its first tick and between
-        two of them, and those that it may be late. */
+    /** The number of timers on all run loops. Of the newest timer, in seconds: the time to its
+        first tick, its interval, and how late it may tick. */
     size_t (*timers)();
     double (*delay)();
     double (*interval)();
     double (*tolerance)();
-    /** Objects of Core Foundation that somebody holds, the bundle itself left out. */
+    /** Objects of Core Foundation that somebody holds, without the bundle. */
     size_t (*objects)();
-    /** References to what was no object of Core Foundation. */
+    /** How often something was retained or released that is no Core Foundation object. */
     size_t (*misuses)();
-    /** The event that the application handles, without and with a Carbon event behind it. At first
-        it handles none. */
+    /** Sets the application's current event: one without a Carbon event, or with one of this kind.
+        At first there is no current event. */
     void (*handleEventWithoutReference)();
     void (*handleEventOfKind)(unsigned kind);
-    /** The copy constructor of std::string as the machine code calls it; for arm64 alone. */
+    /** The copy constructor of std::string as the machine code calls it; null but for arm64. */
     using CopyText = void*(void* made, const void* original);
     CopyText* copyText;
 };

@@ -1,8 +1,9 @@
-// How a call of Darwin's is offered to the image where Linux's of the same name is another one:
+// Defines a function that the image calls where Darwin's function differs from Linux's of that
+// name:
 //
 //   DARWIN_CALL(int, pthread_mutex_lock)(Mutex* lock) { ... }
 //
-// make-image finds such functions by their names and binds the image to them.
+// make-image finds these functions by their names and has the image call them.
 #pragma once
 
 #define DARWIN_CALL(result, name)                                                                  \
@@ -10,7 +11,7 @@
 
 namespace macho {
 
-/** Ends the program with a word about what the image did. */
+/** Prints what the image did wrong, and ends the program. */
 [[noreturn]] void endProgram(const char* what, const void* where);
 
 } // namespace macho

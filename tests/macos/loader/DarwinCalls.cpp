@@ -1,4 +1,4 @@
-// Calls of Darwin's C library that Linux's has under another name or takes in another way.
+// Functions of Darwin's C library that Linux has under another name or with other arguments.
 #include "tests/macos/loader/DarwinCall.h"
 
 #include <cerrno>
@@ -18,8 +18,8 @@ void endProgram(const char* what, const void* where)
 
 } // namespace macho
 
-/** The numbers that the plug-in's libraries ask for, ERANGE and EBUSY, are the same on both: those
-    of Darwin's sys/errno.h. */
+/** The libraries in the plug-in compare errno with ERANGE and EBUSY, which have the same numbers in
+    Darwin's sys/errno.h. */
 DARWIN_CALL(int*, __error)()
 {
     return &errno;
@@ -35,7 +35,7 @@ DARWIN_CALL(void, bzero)(void* memory, size_t size)
     std::memset(memory, 0, size);
 }
 
-/** What functions put below their return address and look for again when they return. */
+/** Functions store it below their return address and compare it when they return. */
 extern "C" {
 __attribute__((visibility("hidden"))) extern uint64_t darwin___stack_chk_guard;
 uint64_t darwin___stack_chk_guard = 0x00C0FFEE5AFEA55A;
@@ -48,8 +48,7 @@ DARWIN_CALL(void, __stack_chk_fail)()
 
 DARWIN_CALL(void, dyld_stub_binder)()
 {
-    macho::endProgram("a call was bound at its first use, though all are bound when it is loaded",
-                      nullptr);
+    macho::endProgram("a call was not bound when the image was loaded", nullptr);
 }
 
 /** Darwin's <dlfcn.h>: RTLD_LAZY 1, RTLD_NOW 2, RTLD_LOCAL 4, which is RTLD_NOLOAD here,
@@ -68,11 +67,11 @@ DARWIN_CALL(void*, dlopen)(const char* path, int mode)
 }
 
 #if defined(__aarch64__)
-// Apple's variable arguments on arm64 are all on the stack, eight bytes each, by Apple's "Writing
-// ARM64 code for Apple platforms"; Linux's begin in registers. A Linux va_list of which all
-// registers count as read goes on with the stack: its five fields are the stack, the ends of both
-// kinds of saved registers, and how much of each is unread. Both calls have three arguments before
-// the variable ones.
+// On arm64 Apple passes all variable arguments on the stack, eight bytes each (Apple's "Writing
+// ARM64 code for Apple platforms"); Linux passes the first ones in registers. So these functions
+// make a Linux va_list that says that all registers are used up. Its five fields are the stack, the
+// ends of the two areas of saved registers, and how much of each is unread. Both functions have
+// three arguments before the variable ones.
 #define VARIADIC_CALL(name, withList)                                                              \
     asm(".text\n"                                                                                  \
         ".hidden darwin_" name "\n"                                                                \

@@ -1,6 +1,6 @@
 // Darwin's mutexes and condition variables, in the memory that the image has for them. Sizes and
-// marks are those of Darwin's sys/_pthread/_pthread_types.h and pthread_impl.h. One that nobody
-// made or that is gone ends the program, which neither Darwin nor Linux does.
+// marks are those of Darwin's sys/_pthread/_pthread_types.h and pthread_impl.h. Using one that was
+// never initialised or is destroyed ends the program, which neither Darwin nor Linux does.
 #include "tests/macos/loader/DarwinCall.h"
 
 #include <cerrno>
@@ -55,8 +55,8 @@ struct Attributes {
 };
 static_assert(sizeof(Attributes) <= 16, "Darwin's have 16 bytes");
 
-/** Held while a lock is made at its first use, which two threads may do at once. Of the C library,
-    since nothing ends it with the module. */
+/** Held while a lock is made at its first use, which two threads may try at once. A lock of the C
+    library has no destructor that would end it with the module. */
 class Making {
 public:
     Making() { pthread_mutex_lock(&lock); }
@@ -68,7 +68,7 @@ private:
     static inline pthread_mutex_t lock = PTHREAD_MUTEX_INITIALIZER;
 };
 
-/** A mutex or a condition variable, made if this is the first use of one with the initialiser. */
+/** The lock, which is made now if it still holds the static initialiser. */
 template <typename Lock>
 Lock* made(Lock* lock)
 {
@@ -170,9 +170,8 @@ DARWIN_CALL(int, pthread_mutex_unlock)(Mutex* mutex)
     return pthread_mutex_unlock(real(mutex));
 }
 
-// The C++ library's, which are the same memory (LLVM's <__threading_support>): std::mutex's lock,
-// unlock and destructor, std::condition_variable's notify_all, wait and destructor. Apple's
-// destructors on arm64 return the object.
+// std::mutex and std::condition_variable hold nothing but these (LLVM's <__threading_support>).
+// Apple's destructors on arm64 return the object.
 
 DARWIN_CALL(void, _ZNSt3__15mutex4lockEv)(Mutex* mutex)
 {
@@ -195,7 +194,7 @@ DARWIN_CALL(void, _ZNSt3__118condition_variable10notify_allEv)(Condition* condit
     pthread_cond_broadcast(real(condition));
 }
 
-/** A std::unique_lock begins with the pointer to its mutex (LLVM's <__mutex_base>). */
+/** The first member of std::unique_lock is the pointer to its mutex (LLVM's <__mutex_base>). */
 DARWIN_CALL(void, _ZNSt3__118condition_variable4waitERNS_11unique_lockINS_5mutexEEE)
 (Condition* condition, Mutex** lock)
 {

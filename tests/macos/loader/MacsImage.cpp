@@ -6,7 +6,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-// The C library's, for what __cxa_atexit was told of a module.
+// Of the C library: runs the functions that a module gave to __cxa_atexit.
 extern "C" void __cxa_finalize(void* module);
 
 namespace macho {
@@ -16,13 +16,13 @@ struct sigaction before = {};
 
 void handle(int number, siginfo_t* info, void*)
 {
-    // The image can always be read; where it faults it was written.
+    // All of the image can be read, so a fault in it is a write.
     const auto* address = static_cast<const char*>(info->si_addr);
     if (address >= imageBegin && address < imageEnd) {
         constexpr char word[] = "macho: constant data of the image was written\n";
         [[maybe_unused]] const auto written = write(STDERR_FILENO, word, sizeof(word) - 1);
     }
-    // The instruction runs once more, and what would have happened without us happens.
+    // The instruction runs again and faults again, with the former handler.
     sigaction(number, &before, nullptr);
 }
 
@@ -50,7 +50,7 @@ MacsImage::MacsImage()
 
 MacsImage::~MacsImage()
 {
-    // The image told __cxa_atexit that it is the module which begins at its header.
+    // The image registered under the address of its header.
     __cxa_finalize(imageBegin);
     struct sigaction current = {};
     sigaction(SIGSEGV, nullptr, &current);

@@ -1,5 +1,5 @@
-// MacsImage: the bundle's machine code, which make-image has made a part of this module. Addresses
-// are those of the assembly's labels.
+// MacsImage: the bundle's machine code, which make-image made a part of this module. The addresses
+// are labels in the assembly that it wrote.
 #pragma once
 
 namespace macho {
@@ -20,9 +20,9 @@ extern const char imageTextsEnd[] __asm__("image__cfstring_end");
 }
 #pragma GCC visibility pop
 
-/** Takes the right to write code and constant data away, as macOS's loader does when everything is
-    bound, and runs the initialisers. Ends with what the image registered for its end. Until then a
-    write to constant data ends the program with a word, which a plain fault would not. */
+/** Makes code and constant data read-only, as macOS's loader does, and runs the initialisers. The
+    destructor runs what the image registered for its end. Until then a write to constant data ends
+    the program with a message that says so. */
 class MacsImage {
 public:
     MacsImage();

@@ -1,5 +1,5 @@
-// The Mac's basic types, for compiling macOS sources into a Linux program: those of Apple's own
-// MacTypes.h, which scripts/fetch-darwin fetches, in the sizes that it has for 64 bits.
+// The Mac's basic types for macOS sources in a Linux program, as in Apple's MacTypes.h for 64 bits,
+// which scripts/fetch-darwin fetches.
 #pragma once
 
 typedef unsigned char UInt8;

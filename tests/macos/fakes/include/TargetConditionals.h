@@ -1,5 +1,5 @@
-// Says "a Mac with an Intel processor" to macOS sources that are compiled into a Linux program.
-// The names are those of Apple's header, which scripts/fetch-darwin fetches.
+// Tells macOS sources in a Linux program that this is a Mac with an Intel processor. The names are
+// those of Apple's header, which scripts/fetch-darwin fetches.
 #pragma once
 
 #define TARGET_OS_MAC 1

@@ -1,4 +1,4 @@
-// What the calls that the machine code makes of Darwin's look like on Linux.
+// The functions that the machine code calls instead of Darwin's.
 #include <cstdint>
 #include <gmock/gmock.h>
 
@@ -17,12 +17,12 @@ void darwin__ZNSt3__118condition_variable10notify_allEv(void* condition);
 
 namespace {
 
-/** A Darwin mutex's memory, as zeros, which is how it is before anybody makes it. */
+/** Memory for a Darwin mutex that is not initialised: zeros. */
 struct Memory {
     alignas(16) uint64_t words[8] = {};
 };
 
-TEST(DarwinMutex, IsRecursiveWhenItIsMadeSo)
+TEST(DarwinMutex, LockIsRecursiveWhenTheAttributesSaySo)
 {
     Memory attributes;
     Memory mutex;
@@ -38,7 +38,7 @@ TEST(DarwinMutex, IsRecursiveWhenItIsMadeSo)
     EXPECT_EQ(darwin_pthread_mutex_destroy(mutex.words), 0);
 }
 
-TEST(DarwinMutex, IsMadeAtItsFirstUseWhenItBeginsWithTheInitialiser)
+TEST(DarwinMutex, LockMakesAMutexThatHoldsTheStaticInitialiser)
 {
     Memory mutex;
     mutex.words[0] = 0x32AAABA7;
@@ -48,7 +48,7 @@ TEST(DarwinMutex, IsMadeAtItsFirstUseWhenItBeginsWithTheInitialiser)
     EXPECT_EQ(darwin_pthread_mutex_destroy(mutex.words), 0);
 }
 
-TEST(DarwinMutex, EndsTheProgramWhenItWasNeverMadeOrIsGone)
+TEST(DarwinMutex, LockEndsTheProgramForAMutexThatWasNeverMadeOrIsGone)
 {
     Memory mutex;
     EXPECT_DEATH(darwin_pthread_mutex_lock(mutex.words), "mutex was used that nobody made");
@@ -61,7 +61,7 @@ TEST(DarwinMutex, EndsTheProgramWhenItWasNeverMadeOrIsGone)
                  "condition variable was used that nobody made");
 }
 
-TEST(DarwinDlopen, LoadsWhatIsOnlyToBeLocal)
+TEST(DarwinDlopen, LoadsWithDarwinsModeForLocal)
 {
     constexpr int kLazyLocal = 1 | 4;
     constexpr int kLazyNoLoad = 1 | 16;

@@ -10,7 +10,7 @@ int zeros[5000];
 extern int number;
 int number = 5;
 
-/** What the program looks at: pointers into the bundle, to an import, and four bytes beyond it. */
+/** Pointers into the bundle, to an import, and to the fourth byte of an import. */
 struct Pointers {
     int* toNumber;
     const char* toText;
@@ -36,7 +36,7 @@ int getOrder()
     return order;
 }
 
-/** Holds values in registers that it has to save, through which an exception of another's goes. */
+/** Saves registers, and an exception passes through it. */
 __attribute__((noinline)) int passOn(int a, int b, int c)
 {
     const int sum = a * b + c;

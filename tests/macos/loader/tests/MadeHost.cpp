@@ -1,4 +1,4 @@
-// Runs the bundle of Made.cpp and says what it sees; "write" writes its constant data.
+// Runs the bundle of Made.cpp and prints its values. With an argument it writes to constant data.
 #include "tests/macos/loader/MacsImage.h"
 
 #include <cstdio>

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Checks what make-image makes of a Mach-O file, and that it refuses with a word what it does not
-know: check_image.py LOADER, the folder of make-image.
+"""Checks make-image with a Mach-O file that it knows, and that it refuses files that it does not know:
+check_image.py LOADER, the folder of make-image.
 
-A small bundle is compiled and linked for macOS, then made a part of a Linux program and run; then
-single bytes of it are made wrong. That arm64's frames are right shows where the bundle runs.
+A small bundle is compiled and linked for macOS, then made a part of a Linux program and run. Then single
+bytes of it are changed. The tests that run the plug-in's code show that the frames for arm64 are right.
 """
 import pathlib
 import struct
@@ -42,7 +42,7 @@ def universal(part, processor):
 
 
 def make_image(folder, part, arch="x86_64", processor=X86_64, without=None):
-    """What make-image says of a file, and whether it takes it."""
+    """Runs make-image on the file."""
     (folder / "file").write_bytes(universal(part, processor))
     (folder / "imports").write_text("\n".join(name for name in IMPORTS if name != without))
     return run(LOADER / "make-image", folder / "file", arch, folder / "imports", folder / "image.s",
@@ -50,7 +50,7 @@ def make_image(folder, part, arch="x86_64", processor=X86_64, without=None):
 
 
 class Made:
-    """The bundle's bytes, in which something is made wrong."""
+    """The bundle's bytes, to be changed."""
 
     def __init__(self, content):
         self.bytes = bytearray(content)
@@ -89,7 +89,7 @@ def put_opcodes(table, *opcodes):
 
 
 def put_encoding(encoding):
-    """For each function that shares one, in the place of the first encoding of all."""
+    """Replaces the first encoding, which several functions share."""
     return lambda made: made.put(made.unwind_info() + 28, encoding)
 
 
@@ -97,7 +97,7 @@ def cut(size):
     return lambda made: made.bytes.__delitem__(slice(size, None))
 
 
-# What is wrong, who makes it so, and a part of what make-image says.
+# What is wrong, the change that makes it wrong, and a part of make-image's message.
 REFUSED = (
     ("no Mach-O file", lambda made: made.put(0, 0), "not a Mach-O file"),
     ("cut short in the header", cut(20), "truncated or malformed object"),

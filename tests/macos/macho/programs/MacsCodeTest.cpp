@@ -1,5 +1,5 @@
-// What the Mac's machine code asks of a Mac, in a scripted host with a scripted library: the run
-// loop's timer, the application's current event, and Core Foundation's objects.
+// What the plug-in's Mac code asks of macOS, in a scripted host with a scripted library: timers,
+// the application's current event, and Core Foundation's objects.
 #include "tests/doubles/MacsCode.h"
 #include "tests/plugin/PlugInFixture.h"
 
@@ -30,12 +30,12 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(library) << "this program runs under with-simulator --library";
-        // A range of one value has no texts to fetch, which takes most of the time.
+        // Fetching the texts of values takes most of the time; a range of one value has none.
         library->defaultParameter = {0, 0, 0, 0, {}};
         library->setParameter(kVolume1, {0, 0, 4, 0, {}});
         PlugInFixture::SetUp();
         mac = doubles::macSystem();
-        ASSERT_TRUE(mac) << "the plug-in's code is no Mac's";
+        ASSERT_TRUE(mac) << "the plug-in is not the Mac's";
         ASSERT_EQ(initialize(), kResultOk);
         startProcessor();
         controller->setComponentHandler(&host.handler);
@@ -54,7 +54,7 @@ protected:
         EXPECT_THAT(host.ledger(), IsEmpty());
     }
 
-    /** What the library gets of some distances. */
+    /** The library's calls when the host passes these distances to onWheel. */
     std::vector<std::string> turnWheel(const std::vector<float>& distances)
     {
         const auto view = owned(controller->createView(ViewType::kEditor));
@@ -66,7 +66,7 @@ protected:
     }
 };
 
-/** A host whose changes of the editor wait for the timer. */
+/** In such a host the editor's changes wait for the timer. */
 class MacsCodeInANamelessHost : public MacsCode {
 protected:
     MacsCodeInANamelessHost()
@@ -82,7 +82,7 @@ protected:
     }
 };
 
-TEST_F(MacsCodeInANamelessHost, TicksEvery50MillisecondsOnTheSystemsRunLoop)
+TEST_F(MacsCodeInANamelessHost, TimerTicksEvery50MillisecondsOnTheSystemsRunLoop)
 {
     EXPECT_EQ(mac->timers(), 1u);
     EXPECT_NEAR(mac->delay(), 0.05, 1e-6);
@@ -90,7 +90,7 @@ TEST_F(MacsCodeInANamelessHost, TicksEvery50MillisecondsOnTheSystemsRunLoop)
     EXPECT_NEAR(mac->tolerance(), 0.005, 1e-6) << "a tenth of the interval";
 }
 
-TEST_F(MacsCodeInANamelessHost, PassesTheEditorsChangesOnInATickOfItsOwnThread)
+TEST_F(MacsCodeInANamelessHost, TimerTickPassesTheEditorsChangesToTheHostOnItsOwnThread)
 {
     library->turn(kVolume1, 1);
     std::thread(mac->fireTimers).join();
@@ -100,13 +100,13 @@ TEST_F(MacsCodeInANamelessHost, PassesTheEditorsChangesOnInATickOfItsOwnThread)
                 ElementsAre("host.performEdit(37012000, 0.25)"));
 }
 
-TEST_F(MacsCodeInANamelessHost, LeavesTheDistanceOfAScrollEventAsItIs)
+TEST_F(MacsCodeInANamelessHost, OnWheelKeepsTheDistanceOfAScrollEvent)
 {
     mac->handleEventOfKind(kScrollEvent);
     EXPECT_THAT(turnWheel({3}), ElementsAre("library.onWheel(3)"));
 }
 
-TEST_F(MacsCode, HalvesTheDistanceOfAScrollEventFromTwoOn)
+TEST_F(MacsCode, OnWheelHalvesTheDistanceOfAScrollEventFromTwoOn)
 {
     mac->handleEventOfKind(kScrollEvent);
     EXPECT_THAT(turnWheel({1.5F, 2, 3, -1.5F, -2, -3, 0.25F}),
@@ -115,28 +115,28 @@ TEST_F(MacsCode, HalvesTheDistanceOfAScrollEventFromTwoOn)
                             "library.onWheel(1)"));
 }
 
-TEST_F(MacsCode, LeavesTheDistanceOfAnotherEventAsItIs)
+TEST_F(MacsCode, OnWheelKeepsTheDistanceOfAnyOtherEvent)
 {
     const auto unchanged = ElementsAre("library.onWheel(2)", "library.onWheel(-3)");
     EXPECT_THAT(turnWheel({2, -3}), unchanged) << "no event";
     mac->handleEventWithoutReference();
-    EXPECT_THAT(turnWheel({2, -3}), unchanged) << "no Carbon event";
+    EXPECT_THAT(turnWheel({2, -3}), unchanged) << "an event without a Carbon event";
     for (const unsigned kind : {0U, 1U, 5U, 10U, 12U, 0xFFFFFFFFU}) {
         mac->handleEventOfKind(kind);
         EXPECT_THAT(turnWheel({2, -3}), unchanged) << kind;
     }
 }
 
-/** The SDK writes numbers with Core Foundation's formats. */
-TEST_F(MacsCode, WritesNumbersAsTexts)
+/** The SDK formats numbers with Core Foundation. */
+TEST_F(MacsCode, GetParamStringByValueWritesNumbers)
 {
     String128 text = {};
     EXPECT_EQ(controller->getParamStringByValue(kVolume1, 0.5, text), kResultOk);
     EXPECT_EQ(std::u16string(reinterpret_cast<const char16_t*>(text)), u"2");
 }
 
-/** Unwound through the Mac's frames by their own tables. */
-TEST_F(MacsCode, LetsNoExceptionOfTheLibraryOut)
+/** The exception is unwound through the Mac's frames by the Mac's tables. */
+TEST_F(MacsCode, OnWheelLetsNoExceptionOfTheLibraryOut)
 {
     library->throwAt("onWheel");
     const auto view = owned(controller->createView(ViewType::kEditor));
@@ -145,9 +145,9 @@ TEST_F(MacsCode, LetsNoExceptionOfTheLibraryOut)
 }
 
 #ifdef __aarch64__
-/** Apple's callers on arm64 may go on with what a constructor returns. No call of today's code
-   does, so that only this test tells. */
-TEST_F(MacsCode, GetsTheObjectBackFromTheLibrarysConstructors)
+/** Apple's callers on arm64 may use what a constructor returns. The plug-in's code does not today,
+    so no other test checks it. */
+TEST_F(MacsCode, ConstructorsOfTheCppLibraryReturnTheObject)
 {
     const std::string original(100, 'x');
     std::aligned_storage_t<sizeof(std::string), alignof(std::string)> memory;
@@ -158,7 +158,7 @@ TEST_F(MacsCode, GetsTheObjectBackFromTheLibrarysConstructors)
 }
 #endif
 
-TEST_F(MacsCode, IsLoadedAnewAfterItWasUnloaded)
+TEST_F(MacsCode, ModuleIsLoadedAgainAfterItWasUnloaded)
 {
     TearDown();
     EXPECT_EQ(doubles::macSystem(), nullptr);

@@ -1,4 +1,4 @@
-// The host-calls search's plug-in as the module makes it: a Mac's machine code.
+// The plug-in that the fuzz target host-calls tries: made by the module of the Mac's machine code.
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/HostCallsPlugIn.h"
 
