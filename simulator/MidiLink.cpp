@@ -72,7 +72,7 @@ void MidiLink::sendValue(size_t index, int32 value)
 
 void MidiLink::sendValues()
 {
-    for (size_t index = 0; index < ParameterModel::size; ++index)
+    for (size_t index = 0; index < InstrumentParameters::size; ++index)
         sendValue(index, instrument.parameters.value(index));
 }
 
@@ -90,7 +90,7 @@ void MidiLink::sendProgram(int32 part, int32 number)
 
 void MidiLink::sendSound()
 {
-    for (int32 part = 0; part < ParameterModel::parts; ++part) {
+    for (int32 part = 0; part < InstrumentParameters::parts; ++part) {
         const int32 voice = parts[static_cast<size_t>(part)].voice;
         if (voice != unknown)
             sendVoice(part, voice / valuesOfAByte, voice % valuesOfAByte);
@@ -142,7 +142,7 @@ void MidiLink::takeProgram(const MidiMessage& message)
     if (!instrument.takeVoice(message.channel(), part.bank, number))
         return;
     part.voice = part.bank * valuesOfAByte + number;
-    for (size_t column = 0; column < ParameterModel::partParameters; ++column) {
+    for (size_t column = 0; column < InstrumentParameters::partParameters; ++column) {
         const size_t index = instrument.parameters.findInPart(message.channel(), column);
         known[index] = instrument.parameters.value(index);
     }

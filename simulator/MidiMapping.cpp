@@ -1,6 +1,6 @@
 #include "simulator/MidiMapping.h"
 
-#include "simulator/ParameterModel.h"
+#include "simulator/InstrumentParameters.h"
 
 #include <algorithm>
 
@@ -10,7 +10,7 @@ namespace simulator {
 
 namespace {
 
-constexpr std::array<int32, ParameterModel::partParameters> controllers{
+constexpr std::array<int32, InstrumentParameters::partParameters> controllers{
     7,                 // volume
     10,                // pan
     74,                // cutoff

@@ -1,4 +1,4 @@
-#include "simulator/ParameterModel.h"
+#include "simulator/InstrumentParameters.h"
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ struct PartParameter {
 };
 
 // In the order of the editor's columns.
-constexpr std::array<PartParameter, ParameterModel::partParameters> partTable{{
+constexpr std::array<PartParameter, InstrumentParameters::partParameters> partTable{{
     {37, 12, ValueText::Plain, 100},   // volume
     {37, 13, ValueText::Pan, 64},      // pan
     {37, 53, ValueText::Signed64, 64}, // cutoff
@@ -63,7 +63,7 @@ std::string panText(int32 value)
 
 } // namespace
 
-ParameterModel::ParameterModel()
+InstrumentParameters::InstrumentParameters()
 {
     std::array<const PartParameter*, partParameters> ascending{};
     std::transform(partTable.begin(), partTable.end(), ascending.begin(),
@@ -83,7 +83,7 @@ ParameterModel::ParameterModel()
     rows[index].stepped = true;
 }
 
-size_t ParameterModel::find(uint32 id) const
+size_t InstrumentParameters::find(uint32 id) const
 {
     const auto found =
         std::lower_bound(rows.begin(), rows.end(), id,
@@ -93,34 +93,34 @@ size_t ParameterModel::find(uint32 id) const
     return static_cast<size_t>(found - rows.begin());
 }
 
-size_t ParameterModel::findInPart(int32 part, size_t column) const
+size_t InstrumentParameters::findInPart(int32 part, size_t column) const
 {
     if (part < 0 || part >= parts || column >= partParameters)
         return none;
     return find(partId(partTable[column], part));
 }
 
-int32 ParameterModel::stepCount(size_t index) const
+int32 InstrumentParameters::stepCount(size_t index) const
 {
     return rows[index].stepped ? maximum(index) - minimum(index) : 0;
 }
 
-int32 ParameterModel::clamped(size_t index, int32 value) const
+int32 InstrumentParameters::clamped(size_t index, int32 value) const
 {
     return std::clamp(value, minimum(index), maximum(index));
 }
 
-void ParameterModel::setValue(size_t index, int32 value)
+void InstrumentParameters::setValue(size_t index, int32 value)
 {
     rows[index].value.store(clamped(index, value));
 }
 
-void ParameterModel::replaceValue(size_t index, int32 expected, int32 value)
+void InstrumentParameters::replaceValue(size_t index, int32 expected, int32 value)
 {
     rows[index].value.compare_exchange_strong(expected, clamped(index, value));
 }
 
-bool ParameterModel::valueText(size_t index, int32 value, std::string& text) const
+bool InstrumentParameters::valueText(size_t index, int32 value, std::string& text) const
 {
     text.clear();
     if (value < minimum(index) || value > maximum(index))
@@ -142,7 +142,7 @@ bool ParameterModel::valueText(size_t index, int32 value, std::string& text) con
     return true;
 }
 
-int32 ParameterModel::fromNormalized(size_t index, double normalized) const
+int32 InstrumentParameters::fromNormalized(size_t index, double normalized) const
 {
     const double limited = normalized > 0. ? std::min(normalized, 1.) : 0.; // 0 for NaN as well
     return static_cast<int32>(minimum(index) + ((maximum(index) - minimum(index)) * limited + 0.5));

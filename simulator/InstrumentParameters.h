@@ -1,4 +1,4 @@
-// ParameterModel: the simulated instrument's parameters and their current values.
+// InstrumentParameters: the simulated instrument's parameters and their current values.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -22,7 +22,7 @@ enum class ValueText {
 
 /** Sixteen parts with fourteen parameters each, and the edit flag. Nothing waits, and only
     valueText allocates. [any thread, also the audio thread] */
-class ParameterModel {
+class InstrumentParameters {
 public:
     static constexpr int32 parts = 16;
     static constexpr size_t partParameters = 14;
@@ -30,7 +30,7 @@ public:
     static constexpr size_t none = size; ///< the result of find for an unknown ID
     static constexpr uint32 editFlag = 201005000;
 
-    ParameterModel();
+    InstrumentParameters();
 
     /** Index of a parameter. The parameters are in ascending order of their IDs. */
     size_t find(uint32 id) const;
