@@ -36,13 +36,18 @@ function(vstk2x_compile_together target)
   endif()
 endfunction()
 
-# vstk2x_compile_tests_together(target): and with gmock precompiled. ccache takes what was precompiled into
-# account by the options.
-function(vstk2x_compile_tests_together target)
-  vstk2x_compile_together(${target})
-  target_precompile_headers(${target} PRIVATE <gmock/gmock.h>)
+# vstk2x_precompile(target header...): compiles the headers once for all of the target's sources. ccache takes
+# what was precompiled into account by the options.
+function(vstk2x_precompile target)
+  target_precompile_headers(${target} PRIVATE ${ARGN})
   target_compile_options(${target} PRIVATE
     $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
+endfunction()
+
+# vstk2x_compile_tests_together(target): as one, and with gmock precompiled.
+function(vstk2x_compile_tests_together target)
+  vstk2x_compile_together(${target})
+  vstk2x_precompile(${target} <gmock/gmock.h>)
 endfunction()
 
 # vstk2x_linux_module(target): how a plug-in module for Linux is linked: ours, and one to compare with.
