@@ -13,24 +13,27 @@ struct PartParameter {
     uint32 number;
     ValueText text;
     int32 initialValue;
+    int32 controller;
 };
+
+constexpr int32 kNoController = InstrumentParameters::noController;
 
 // In the order of the editor's columns.
 constexpr std::array<PartParameter, InstrumentParameters::partParameters> partTable{{
-    {37, 12, ValueText::Plain, 100},   // volume
-    {37, 13, ValueText::Pan, 64},      // pan
-    {37, 53, ValueText::Signed64, 64}, // cutoff
-    {37, 54, ValueText::Signed64, 64}, // resonance
-    {37, 44, ValueText::Signed64, 64}, // attack
-    {37, 45, ValueText::Signed64, 64}, // decay
-    {37, 46, ValueText::Signed64, 64}, // sustain
-    {37, 47, ValueText::Signed64, 64}, // release
-    {37, 16, ValueText::Plain, 0},     // chorus send
-    {37, 15, ValueText::Plain, 40},    // reverb send
-    {19, 1, ValueText::Function, 0},   // assignable functions
-    {19, 2, ValueText::Function, 0},
-    {37, 56, ValueText::Signed64, 64}, // assignable knobs
-    {37, 57, ValueText::Signed64, 64},
+    {37, 12, ValueText::Plain, 100, 7},               // volume
+    {37, 13, ValueText::Pan, 64, 10},                 // pan
+    {37, 53, ValueText::Signed64, 64, 74},            // cutoff
+    {37, 54, ValueText::Signed64, 64, 71},            // resonance
+    {37, 44, ValueText::Signed64, 64, 73},            // attack
+    {37, 45, ValueText::Signed64, 64, 75},            // decay
+    {37, 46, ValueText::Signed64, 64, kNoController}, // sustain
+    {37, 47, ValueText::Signed64, 64, 72},            // release
+    {37, 16, ValueText::Plain, 0, 93},                // chorus send
+    {37, 15, ValueText::Plain, 40, 91},               // reverb send
+    {19, 1, ValueText::Function, 0, kNoController},   // assignable functions
+    {19, 2, ValueText::Function, 0, kNoController},
+    {37, 56, ValueText::Signed64, 64, kNoController}, // assignable knobs
+    {37, 57, ValueText::Signed64, 64, kNoController},
 }};
 
 constexpr std::array<const char*, 12> functionNames{
@@ -98,6 +101,11 @@ size_t InstrumentParameters::findInPart(int32 part, size_t column) const
     if (part < 0 || part >= parts || column >= partParameters)
         return none;
     return find(partId(partTable[column], part));
+}
+
+int32 InstrumentParameters::controllerOf(size_t column)
+{
+    return column < partTable.size() ? partTable[column].controller : noController;
 }
 
 int32 InstrumentParameters::stepCount(size_t index) const

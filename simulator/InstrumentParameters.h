@@ -29,6 +29,7 @@ public:
     static constexpr size_t size = parts * partParameters + 1;
     static constexpr size_t none = size; ///< the result of find for an unknown ID
     static constexpr uint32 editFlag = 201005000;
+    static constexpr int32 noController = -1;
 
     InstrumentParameters();
 
@@ -41,6 +42,9 @@ public:
         no part. */
     int32 part(size_t index) const { return static_cast<int32>(rows[index].id % 1000); }
     size_t column(size_t index) const { return rows[index].column; }
+
+    /** The MIDI controller of the parameters in a column, or noController. */
+    static int32 controllerOf(size_t column);
 
     int32 minimum(size_t) const { return 0; }
     int32 maximum(size_t index) const { return id(index) == editFlag ? 1 : 127; }

@@ -46,7 +46,8 @@ void MidiLink::receiveFromHost(const uint8* data, int32 length)
 
 bool MidiLink::isNews(size_t index, int32 value)
 {
-    return MidiMapping::controllerOf(instrument.parameters.column(index)) != MidiMapping::none &&
+    const size_t column = instrument.parameters.column(index);
+    return InstrumentParameters::controllerOf(column) != InstrumentParameters::noController &&
            known[index].exchange(value) != value;
 }
 
