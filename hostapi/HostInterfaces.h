@@ -1,8 +1,8 @@
-// HostInterfaces: all interfaces that a host's objects offer, and what those who implement them derive
-// from. Nobody calls a reserved slot, but each has to be there.
+// HostInterfaces: all interfaces that a host's objects offer, and bases for those who implement
+// them. Nobody calls a reserved slot, but each has to be there.
 //
 //   class Port final : public ReservedSlots<IHostPort> { ... };    // all but the reserved slots
-//   void reserved(int slot) override { complain(slot); }           // for who wants to know
+//   void reserved(int slot) override { complain(slot); }           // who wants to know
 #pragma once
 
 #include "hostapi/IBusDescriptor.h"
