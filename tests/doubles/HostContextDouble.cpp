@@ -93,6 +93,8 @@ void* HostContextDouble::face(const TUID queried)
 #if SMTG_OS_LINUX
     if (is(Linux::IRunLoop::iid))
         return newReference<Linux::IRunLoop>(&runLoop);
+#else
+    static_cast<void>(runLoop); // plug-ins use the system's
 #endif
     return Counted::face(queried);
 }

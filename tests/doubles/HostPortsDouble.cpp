@@ -102,17 +102,17 @@ public:
         return ports.handlerResult;
     }
 
-    tresult PLUGIN_API setMidiOutputPorts(IHostPort** list, int32 count, IHostPort** list2,
+    tresult PLUGIN_API setMidiOutputPorts(IHostPort** first, int32 count, IHostPort** second,
                                           int32 count2) override
     {
         std::vector<std::string> set;
-        std::string names = list ? "[ " : "null";
-        for (int32 i = 0; list && i < count; ++i) {
-            set.push_back(books.nameOf(list[i]));
+        std::string names = first ? "[ " : "null";
+        for (int32 i = 0; first && i < count; ++i) {
+            set.push_back(books.nameOf(first[i]));
             names += set.back() + " ";
         }
-        names += list ? "]" : "";
-        const bool same = list == list2 && count == count2;
+        names += first ? "]" : "";
+        const bool same = first == second && count == count2;
         if (!called("setMidiOutputPorts", names, count, same ? "same" : "different"))
             return kResultFalse;
         ports.midiPorts = set;
