@@ -1,4 +1,5 @@
 #include "editorlib/TavrinSynthCategory.h"
+#include "tests/doubles/Parameters.h"
 #include "tests/simulator/SimulatorFixture.h"
 
 #include <cstring>
