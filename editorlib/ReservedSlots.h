@@ -1,92 +1,12 @@
-// ReservedSlots: the interfaces of host and editor library for those who implement them. Nobody
-// calls a reserved slot, but each has to be there.
-//
-//   class Port final : public ReservedSlots<IHostPort> { ... };    // all but the reserved slots
-//   void reserved(int slot) override { complain(slot); }           // for who wants to know
+// ReservedSlots: the interfaces of the editor library for those who implement them, beside those of
+// the host.
 #pragma once
 
 #include "editorlib/VstIEditorConnect.h"
 #include "editorlib/VstIObserver.h"
-#include "hostapi/IBusDescriptor.h"
-#include "hostapi/IConnector.h"
-#include "hostapi/IDevice.h"
-#include "hostapi/IDeviceList.h"
-#include "hostapi/IHostPort.h"
-#include "hostapi/IValue.h"
+#include "hostapi/HostInterfaces.h"
 
 namespace Steinberg {
-
-/** An interface with one operation behind all of its reserved slots. */
-template <class Interface>
-class ReservedSlot : public Interface {
-protected:
-    ~ReservedSlot() = default;
-
-    /** Somebody called this slot. */
-    virtual void reserved(int /*slot*/) {}
-};
-
-/** An interface without reserved slots. */
-template <class Interface>
-class ReservedSlots : public ReservedSlot<Interface> {
-};
-
-template <>
-class ReservedSlots<IBusDescriptor> : public ReservedSlot<IBusDescriptor> {
-public:
-    void PLUGIN_API reserved4() override { reserved(4); }
-    void PLUGIN_API reserved5() override { reserved(5); }
-};
-
-template <>
-class ReservedSlots<IConnector> : public ReservedSlot<IConnector> {
-public:
-    void PLUGIN_API reserved3() override { reserved(3); }
-};
-
-template <>
-class ReservedSlots<IDevice> : public ReservedSlot<IDevice> {
-public:
-    void PLUGIN_API reserved4() override { reserved(4); }
-    void PLUGIN_API reserved5() override { reserved(5); }
-    void PLUGIN_API reserved6() override { reserved(6); }
-    void PLUGIN_API reserved7() override { reserved(7); }
-    void PLUGIN_API reserved9() override { reserved(9); }
-};
-
-template <>
-class ReservedSlots<IDeviceList> : public ReservedSlot<IDeviceList> {
-public:
-    void PLUGIN_API reserved3() override { reserved(3); }
-    void PLUGIN_API reserved4() override { reserved(4); }
-    void PLUGIN_API reserved5() override { reserved(5); }
-};
-
-template <>
-class ReservedSlots<IHostPort> : public ReservedSlot<IHostPort> {
-public:
-    void PLUGIN_API reserved8() override { reserved(8); }
-    void PLUGIN_API reserved10() override { reserved(10); }
-};
-
-template <>
-class ReservedSlots<IValue> : public ReservedSlot<IValue> {
-public:
-    void PLUGIN_API reserved3() override { reserved(3); }
-    void PLUGIN_API reserved4() override { reserved(4); }
-    void PLUGIN_API reserved6() override { reserved(6); }
-    void PLUGIN_API reserved7() override { reserved(7); }
-    void PLUGIN_API reserved8() override { reserved(8); }
-    void PLUGIN_API reserved9() override { reserved(9); }
-    void PLUGIN_API reserved10() override { reserved(10); }
-    void PLUGIN_API reserved11() override { reserved(11); }
-    void PLUGIN_API reserved12() override { reserved(12); }
-    void PLUGIN_API reserved13() override { reserved(13); }
-    void PLUGIN_API reserved14() override { reserved(14); }
-    void PLUGIN_API reserved15() override { reserved(15); }
-    void PLUGIN_API reserved16() override { reserved(16); }
-    void PLUGIN_API reserved18() override { reserved(18); }
-};
 
 template <>
 class ReservedSlots<Vst::VstIObserver> : public ReservedSlot<Vst::VstIObserver> {

@@ -6,8 +6,6 @@
 
 namespace Steinberg {
 
-class IHostPort;
-
 /** [the thread of setAudioPortList, between initialize and terminate] */
 class IBusDescriptor : public FUnknown {
 public:

@@ -6,9 +6,6 @@
 
 namespace Steinberg {
 
-class IBusDescriptor;
-class IHostPort;
-
 /** [host main thread, or the library's thread in a port operation; from setComponentHandler
     to terminate] */
 class IComponentPortHandler : public FUnknown {

@@ -6,8 +6,6 @@
 
 namespace Steinberg {
 
-class IDevice;
-
 /** Threads as at IDevice. */
 class IConnector : public FUnknown {
 public:

@@ -7,8 +7,6 @@
 
 namespace Steinberg {
 
-class IValue;
-
 /** [host main thread, the thread of the update handler's notice, or the library's thread in
     editorPartSyncMidiCh; between initialize and terminate] */
 class IDevice : public FUnknown {

@@ -5,8 +5,6 @@
 
 namespace Steinberg {
 
-class IDevice;
-
 /** Threads as at IDevice. */
 class IDeviceList : public FUnknown {
 public:

@@ -12,8 +12,8 @@ public:
         @param iid an ID of HostInterfaceIDs.h, or the SDK's IUpdateHandler
         @param[out] obj a new reference, which the caller releases; not changed on failure
         @return kResultOk when obj was set
-        The host has one IPortRegistry, one IDeviceList and one IUpdateHandler, but makes a new
-        IBusDescriptor for each call. [host main thread, the thread of the update handler's notice,
+        The host has one object of each interface, unless the interface says that each call makes a
+        new one. [host main thread, the thread of the update handler's notice,
         or the library's thread in a port or routing operation; from initialize to terminate] */
     virtual tresult PLUGIN_API getHostInterface(const TUID iid, void** obj) = 0;
     static const FUID iid;

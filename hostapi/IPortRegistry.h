@@ -6,8 +6,6 @@
 
 namespace Steinberg {
 
-class IHostPort;
-
 /** Threads as at IHostPort. */
 class IPortRegistry : public FUnknown {
 public:

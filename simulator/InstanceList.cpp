@@ -21,7 +21,7 @@ struct InstanceList::Instance {
 
     const int number;
     std::shared_ptr<Instrument> instrument;
-    EditorLibrary editor;
+    SimulatedLibrary editor;
     SimulatedUser user;
 };
 

@@ -1,7 +1,7 @@
 // InstanceList: the instruments that live in this process.
 #pragma once
 
-#include "simulator/EditorLibrary.h"
+#include "simulator/SimulatedLibrary.h"
 #include "simulator/SimulatedUser.h"
 
 #include <list>

@@ -96,7 +96,7 @@ void Instrument::raiseNow(uint32 id, const Gesture& gesture)
 bool Instrument::turnKnob(uint32 id, const std::vector<int32>& newValues)
 {
     const size_t index = parameters.find(id);
-    if (index == ParameterModel::none || newValues.empty())
+    if (index == InstrumentParameters::none || newValues.empty())
         return false;
     Gesture gesture;
     for (const int32 value : newValues)
@@ -105,7 +105,7 @@ bool Instrument::turnKnob(uint32 id, const std::vector<int32>& newValues)
         return false;
     parameters.setValue(index, gesture.values.back());
     lastKnob = id;
-    if (id != ParameterModel::editFlag)
+    if (id != InstrumentParameters::editFlag)
         markEdited(&Instrument::raiseLater);
     for (const int32 value : gesture.values)
         midi.sendValue(index, value);
@@ -123,18 +123,18 @@ void Instrument::takeValue(size_t index, int32 value)
 
 void Instrument::markEdited(Raise raise)
 {
-    const size_t flag = parameters.find(ParameterModel::editFlag);
+    const size_t flag = parameters.find(InstrumentParameters::editFlag);
     if (parameters.value(flag) != 0)
         return;
     parameters.setValue(flag, 1);
-    (this->*raise)(ParameterModel::editFlag, {{1}, true});
+    (this->*raise)(InstrumentParameters::editFlag, {{1}, true});
 }
 
 void Instrument::automate(uint32 id, double normalized)
 {
     ++automationCount;
     const size_t index = parameters.find(id);
-    if (index == ParameterModel::none)
+    if (index == InstrumentParameters::none)
         return;
     parameters.setValue(index, parameters.fromNormalized(index, normalized));
     hostValues[index].normalized = normalized;
@@ -145,7 +145,7 @@ void Instrument::automate(uint32 id, double normalized)
 void Instrument::passHostValueOn(uint32 id)
 {
     const size_t index = parameters.find(id);
-    if (index == ParameterModel::none || !hostValues[index].waiting.exchange(false))
+    if (index == InstrumentParameters::none || !hostValues[index].waiting.exchange(false))
         return;
     const double normalized = hostValues[index].normalized;
     int value = 0;
@@ -182,7 +182,7 @@ bool Instrument::selectVoice(int32 part, int32 bank, int32 number, Raise raise)
         voiceBank = bank;
         voiceNumber = number;
     }
-    for (size_t column = 0; column < ParameterModel::partParameters; ++column) {
+    for (size_t column = 0; column < InstrumentParameters::partParameters; ++column) {
         const size_t index = parameters.findInPart(part, column);
         const int32 value = voiceValue(bank, number, column);
         parameters.setValue(index, value);
@@ -229,8 +229,8 @@ SoundState Instrument::sound() const
         state.bank = voiceBank;
         state.number = voiceNumber;
     }
-    for (size_t index = 0; index < ParameterModel::size; ++index)
-        if (parameters.id(index) != ParameterModel::editFlag)
+    for (size_t index = 0; index < InstrumentParameters::size; ++index)
+        if (parameters.id(index) != InstrumentParameters::editFlag)
             state.parameters.emplace_back(parameters.id(index), parameters.value(index));
     state.userBanks = userBanks.loaded();
     return state;
@@ -245,7 +245,7 @@ void Instrument::restore(const SoundState& state)
     }
     for (const auto& [id, value] : state.parameters) {
         const size_t index = parameters.find(id);
-        if (index == ParameterModel::none || id == ParameterModel::editFlag)
+        if (index == InstrumentParameters::none || id == InstrumentParameters::editFlag)
             continue;
         parameters.setValue(index, value);
         const int32 taken = parameters.clamped(index, value);
@@ -268,10 +268,10 @@ int32 Instrument::partThatPlays(int32 bank, int32 number) const
     int32 found = -1;
     if (!voiceExists(bank, number))
         return found;
-    size_t most = ParameterModel::partParameters / 2;
-    for (int32 part = 0; part < ParameterModel::parts; ++part) {
+    size_t most = InstrumentParameters::partParameters / 2;
+    for (int32 part = 0; part < InstrumentParameters::parts; ++part) {
         size_t same = 0;
-        for (size_t column = 0; column < ParameterModel::partParameters; ++column)
+        for (size_t column = 0; column < InstrumentParameters::partParameters; ++column)
             if (parameters.value(parameters.findInPart(part, column)) ==
                 voiceValue(bank, number, column))
                 ++same;
@@ -285,11 +285,11 @@ int32 Instrument::partThatPlays(int32 bank, int32 number) const
 
 void Instrument::markUnedited()
 {
-    const size_t flag = parameters.find(ParameterModel::editFlag);
+    const size_t flag = parameters.find(InstrumentParameters::editFlag);
     if (parameters.value(flag) == 0)
         return;
     parameters.setValue(flag, 0);
-    addGesture(ParameterModel::editFlag, {{0}, false});
+    addGesture(InstrumentParameters::editFlag, {{0}, false});
 }
 
 } // namespace simulator

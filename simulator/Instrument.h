@@ -1,11 +1,11 @@
-// Instrument: one simulated instrument. EditorLibrary and SimulatedUser share it.
+// Instrument: one simulated instrument. SimulatedLibrary and SimulatedUser share it.
 #pragma once
 
 #include "simulator/CallLog.h"
 #include "simulator/ControllerLink.h"
 #include "simulator/EditorObserver.h"
+#include "simulator/InstrumentParameters.h"
 #include "simulator/MidiLink.h"
-#include "simulator/ParameterModel.h"
 #include "simulator/SimulatorControl.h"
 #include "simulator/SoundState.h"
 #include "simulator/UserBanks.h"
@@ -73,7 +73,7 @@ public:
     /** Clears the edit flag, because the sound was stored or loaded. */
     void markUnedited();
 
-    ParameterModel parameters;
+    InstrumentParameters parameters;
     UserBanks userBanks;
     MidiLink midi{*this};
     ControllerLink controller;
@@ -105,7 +105,7 @@ private:
     int32 partThatPlays(int32 bank, int32 number) const;
     void record(AppliedList& list, SimulatorControl::Applied applied);
 
-    std::array<HostValue, ParameterModel::size> hostValues;
+    std::array<HostValue, InstrumentParameters::size> hostValues;
     mutable std::mutex observersMutex; ///< taken before the mutex of an observer
     std::vector<EditorObserver*> observers;
     mutable std::mutex voiceMutex; ///< guards everything below

@@ -46,7 +46,8 @@ void MidiLink::receiveFromHost(const uint8* data, int32 length)
 
 bool MidiLink::isNews(size_t index, int32 value)
 {
-    return MidiMapping::controllerOf(instrument.parameters.column(index)) != MidiMapping::none &&
+    const size_t column = instrument.parameters.column(index);
+    return InstrumentParameters::controllerOf(column) != InstrumentParameters::noController &&
            known[index].exchange(value) != value;
 }
 
@@ -72,7 +73,7 @@ void MidiLink::sendValue(size_t index, int32 value)
 
 void MidiLink::sendValues()
 {
-    for (size_t index = 0; index < ParameterModel::size; ++index)
+    for (size_t index = 0; index < InstrumentParameters::size; ++index)
         sendValue(index, instrument.parameters.value(index));
 }
 
@@ -90,7 +91,7 @@ void MidiLink::sendProgram(int32 part, int32 number)
 
 void MidiLink::sendSound()
 {
-    for (int32 part = 0; part < ParameterModel::parts; ++part) {
+    for (int32 part = 0; part < InstrumentParameters::parts; ++part) {
         const int32 voice = parts[static_cast<size_t>(part)].voice;
         if (voice != unknown)
             sendVoice(part, voice / valuesOfAByte, voice % valuesOfAByte);
@@ -142,7 +143,7 @@ void MidiLink::takeProgram(const MidiMessage& message)
     if (!instrument.takeVoice(message.channel(), part.bank, number))
         return;
     part.voice = part.bank * valuesOfAByte + number;
-    for (size_t column = 0; column < ParameterModel::partParameters; ++column) {
+    for (size_t column = 0; column < InstrumentParameters::partParameters; ++column) {
         const size_t index = instrument.parameters.findInPart(message.channel(), column);
         known[index] = instrument.parameters.value(index);
     }

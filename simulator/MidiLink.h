@@ -4,8 +4,8 @@
 #include "editorlib/VstIEffectInterface.h"
 #include "simulator/EchoMemory.h"
 #include "simulator/HostNotes.h"
+#include "simulator/InstrumentParameters.h"
 #include "simulator/MidiWire.h"
-#include "simulator/ParameterModel.h"
 
 #include <atomic>
 #include <memory>
@@ -77,9 +77,10 @@ private:
     Instrument& instrument;
     HostNotes notes;
     std::atomic<VstIEffectInterface*> effect{nullptr};
-    std::array<std::atomic<int32>, ParameterModel::size> known; ///< values that the other end has
-    std::array<EchoMemory, ParameterModel::size> echoes;
-    std::array<Part, ParameterModel::parts> parts;
+    /** The values that the other end has. */
+    std::array<std::atomic<int32>, InstrumentParameters::size> known;
+    std::array<EchoMemory, InstrumentParameters::size> echoes;
+    std::array<Part, InstrumentParameters::parts> parts;
     std::unique_ptr<MidiWire> wire;
 };
 

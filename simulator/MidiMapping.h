@@ -17,8 +17,6 @@ public:
     static constexpr uint8 allNotesOff = 123;
     static constexpr int32 none = -1;
 
-    /** The controller of a parameter, by its column in the editor, or none. */
-    static int32 controllerOf(size_t column);
     /** The column of the parameter that a controller sets, or none. */
     static int32 columnOf(uint8 controller);
 

@@ -8,7 +8,7 @@ namespace Steinberg {
 namespace Vst {
 namespace simulator {
 
-SimulatedUser::SimulatedUser(std::shared_ptr<Instrument> newInstrument, EditorLibrary& newEditor)
+SimulatedUser::SimulatedUser(std::shared_ptr<Instrument> newInstrument, SimulatedLibrary& newEditor)
 : instrument(std::move(newInstrument))
 , editor(newEditor)
 {
@@ -26,7 +26,7 @@ bool SimulatedUser::turnKnobThrough(uint32 id, const std::vector<int32>& values)
 
 bool SimulatedUser::choosePart(int32 part)
 {
-    if (part < 0 || part >= ParameterModel::parts)
+    if (part < 0 || part >= InstrumentParameters::parts)
         return false;
     instrument->shownPart = part;
     return instrument->controller.tell([part](VstIControllerInterface& controller) {
@@ -57,7 +57,7 @@ bool SimulatedUser::chooseMidiPort(const std::string& id)
 
 bool SimulatedUser::chooseProgram(int32 part, int32 program)
 {
-    if (part < 0 || part >= ParameterModel::parts || program < 0 || program > 127)
+    if (part < 0 || part >= InstrumentParameters::parts || program < 0 || program > 127)
         return false;
     instrument->midi.sendProgram(part, program);
     return true;
@@ -124,7 +124,7 @@ bool SimulatedUser::isHostReadyForSetPort()
 std::vector<uint32> SimulatedUser::parameterIds()
 {
     std::vector<uint32> ids;
-    for (size_t index = 0; index < ParameterModel::size; ++index)
+    for (size_t index = 0; index < InstrumentParameters::size; ++index)
         ids.push_back(instrument->parameters.id(index));
     return ids;
 }

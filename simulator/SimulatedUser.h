@@ -1,7 +1,7 @@
 // SimulatedUser: one simulated instrument as tools and tests see it.
 #pragma once
 
-#include "simulator/EditorLibrary.h"
+#include "simulator/SimulatedLibrary.h"
 #include "simulator/SimulatorControl.h"
 
 #include <memory>
@@ -13,7 +13,7 @@ namespace simulator {
 class SimulatedUser final : public SimulatorControl {
 public:
     /** @param editor the same instrument's object for the plug-in; must outlive this object */
-    SimulatedUser(std::shared_ptr<Instrument> instrument, EditorLibrary& editor);
+    SimulatedUser(std::shared_ptr<Instrument> instrument, SimulatedLibrary& editor);
 
     bool turnKnob(uint32 id, int32 value) override;
     bool turnKnobThrough(uint32 id, const std::vector<int32>& values) override;
@@ -32,7 +32,7 @@ public:
     bool isConnectAudioPortHost() override;
     bool isHostReadyForSetPort() override;
     int32 shownPart() override { return instrument->shownPart; }
-    bool edited() override { return parameterValue(ParameterModel::editFlag) != 0; }
+    bool edited() override { return parameterValue(InstrumentParameters::editFlag) != 0; }
     bool editorOpen() override { return editor.editorOpen(); }
     int32 parameterValue(uint32 id) override { return editor.getParameterValue(id); }
     std::vector<uint32> parameterIds() override;
@@ -60,7 +60,7 @@ public:
 
 private:
     const std::shared_ptr<Instrument> instrument;
-    EditorLibrary& editor;
+    SimulatedLibrary& editor;
 };
 
 } // namespace simulator

@@ -11,9 +11,8 @@
 
 namespace bench {
 
-/** The floor of the processor's lines: the calls that host and library must get, the tests that
-    decide about them, and one turn of the lock for each event that leaves, which is tried once. It
-    outlives no exception. */
+/** The floor of the lines about process: the calls that host and library must get, the tests before
+    them, and one try of the lock for each event that leaves. It catches no exceptions. */
 class BareProcessor final : public Steinberg::Vst::AudioEffect {
 public:
     explicit BareProcessor(Steinberg::Vst::VstIEditorConnect& library)

@@ -9,9 +9,8 @@ namespace bench {
 
 constexpr Steinberg::int32 kOurChannel = 5;
 
-/** MIDI tracks of which the last one plays on kOurChannel through this plug-in, the others
-    elsewhere.
-    @param withRack whether each is fed by an instrument of its own; this plug-in is the last */
+/** MIDI tracks. The last one plays this plug-in on kOurChannel, the others play other instruments.
+    @param withRack whether each track has an instrument of its own; the last one is this plug-in */
 inline Steinberg::Vst::play::Project projectOf(size_t tracks, bool withRack)
 {
     using Steinberg::Vst::play::Project;
@@ -30,8 +29,8 @@ inline Steinberg::Vst::play::Project projectOf(size_t tracks, bool withRack)
     return project;
 }
 
-/** The devices of such a project. The plug-in is not told of selections: nothing happens then but
-    what is measured. */
+/** The devices of such a project. The plug-in is not told of selections, so that nothing else is
+    measured. */
 struct Tracks {
     explicit Tracks(size_t count, bool withRack = false)
     : tree(Steinberg::owned(

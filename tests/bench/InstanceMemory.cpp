@@ -1,7 +1,8 @@
 // instance-memory: prints the bytes of heap that the parts of an instance take, and the editor's
-// texts as an array. A program of its own, whose heap has no holes that would hide an allocation;
-// the allocator's cache of freed pieces, which would too, is switched off from outside.
+// texts as an array. A program of its own, since holes in a used heap would hide allocations. So
+// would the allocator's cache of freed pieces, which is switched off from outside.
 #include "tests/bench/LinkedInstance.h"
+#include "tests/doubles/Parameters.h"
 
 #include <cstdio>
 #include <malloc.h>
@@ -13,9 +14,9 @@ using namespace Steinberg::Vst;
 using bench::BenchHost;
 using bench::LeanLibrary;
 
-constexpr size_t kParameters = 225;
+constexpr size_t kParameters = doubles::kParameters;
 /** Those of one part, whose texts all parts share, and the edit flag. */
-constexpr size_t kParametersWithTexts = 15;
+constexpr size_t kParametersWithTexts = doubles::kParametersOfAPart + 1;
 
 size_t heapBytes()
 {
@@ -23,7 +24,7 @@ size_t heapBytes()
     return info.uordblks + info.hblkhd;
 }
 
-/** @return what is still there of what make took when make has returned */
+/** @return the bytes that make takes and its result keeps */
 template <typename Make>
 size_t bytesOf(Make&& make)
 {
@@ -66,9 +67,7 @@ int main()
     LeanLibrary library;
     BenchHost host(library, false);
     // What the first instance in a process sets up for all of them is not counted.
-    {
-        const bench::LinkedInstance first(host);
-    }
+    bench::warmUp(host);
     const size_t all = bytesOf([&] { return std::make_unique<bench::LinkedInstance>(host); });
     const size_t processor = bytesOf([&] {
         auto made = owned(new VstK2x);

@@ -1,10 +1,7 @@
 // Many instances in one project.
 #include "tests/bench/Blocks.h"
-#include "tests/bench/Lines.h"
 #include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
-
-#include <memory>
 
 namespace bench {
 
@@ -12,7 +9,7 @@ namespace {
 
 using namespace Steinberg::Vst;
 
-constexpr size_t kInstances = 64;
+constexpr int kInstances = 64;
 constexpr int kBlocks = 50;
 
 /** A note and a parameter in, a note out: more than a song brings in 32 samples. */
@@ -29,20 +26,18 @@ void manyInstances(benchmark::State& state)
 {
     LeanLibrary library;
     BenchHost host(library, true);
-    std::vector<std::unique_ptr<LinkedInstance>> instances;
-    for (size_t number = 0; number < kInstances; ++number)
-        instances.push_back(std::make_unique<LinkedInstance>(host));
+    const auto instances = linkedInstances(host, kInstances);
     Block block;
     block.addNote(60);
     block.addChange(37012000, 1);
     compare(state, kBlocks, {[&] {
                 for (int number = 0; number < kBlocks; ++number)
-                    for (auto& instance : instances)
+                    for (const auto& instance : instances)
                         play(*instance, block);
             }},
             {[&] {
                 for (int number = 0; number < kBlocks; ++number)
-                    for (size_t again = 0; again < kInstances; ++again)
+                    for (int again = 0; again < kInstances; ++again)
                         play(*instances[0], block);
             }});
 }

@@ -1,6 +1,7 @@
 #include "tests/bench/LeanLibrary.h"
 
 #include "editorlib/EntryPoints.h"
+#include "tests/doubles/Parameters.h"
 
 #include <dlfcn.h>
 
@@ -9,7 +10,7 @@ namespace bench {
 LeanLibrary* LeanLibrary::current = nullptr;
 
 LeanLibrary::LeanLibrary(int32 highest)
-: observers(225)
+: observers(doubles::kParameters)
 , highestValue(highest)
 {
     for (size_t value = 0; value < texts.size(); ++value)

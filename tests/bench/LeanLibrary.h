@@ -7,6 +7,7 @@
 #include "editorlib/ReservedSlots.h"
 
 #include <array>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -31,12 +32,12 @@ public:
 };
 
 /** Every parameter has the editor values 0 to highest, with the same texts. */
-class LeanLibrary : public Steinberg::ReservedSlots<Steinberg::Vst::VstIEditorConnect> {
+class LeanLibrary final : public Steinberg::ReservedSlots<Steinberg::Vst::VstIEditorConnect> {
 public:
     /** @param highest at most 127 */
     explicit LeanLibrary(int32 highest = 127);
 
-    /** The library that the entry points in this program speak for. */
+    /** The library whose observers the entry point in this program gives. */
     static LeanLibrary* current;
 
     /** The next of the observers, which are there beforehand and used again and again. */
@@ -59,6 +60,7 @@ public:
     {
         lastId = id;
         sum += value;
+        ++changes;
     }
     int32 getParameterValue(uint32) override { return 0; }
     int32 getParameterMin(uint32) override { return 0; }
@@ -68,22 +70,26 @@ public:
         text = texts[static_cast<size_t>(value)];
         return 0;
     }
-    void setStateChunk(const void*, int32) override {}
-    std::vector<char> getStateChunk() override { return {}; }
+    void setStateChunk(const void*, int32 size) override { lastSize = size; }
+    std::vector<char> getStateChunk() override { return state; }
     void receiveHostMidi(const uint8* data, int32 length) override
     {
         bytes += static_cast<unsigned>(data[0] + data[1] + data[2] + length);
     }
-    int32 getCategoryName(int32, char*) override { return 1; }
-    int32 getSubCategoryName(int32, int32, char*) override { return 1; }
+    int32 getCategoryName(int32, char* text) override { return answer(text, "Organ"); }
+    int32 getSubCategoryName(int32, int32, char* text) override { return answer(text, "Pipe"); }
     int32 applyPreset(int32, int32) override { return 0; }
-    int32 getVoiceDataString(int32, int32, char*) override { return 1; }
+    int32 getVoiceDataString(int32, int32, char* text) override { return answer(text, "32:Voice"); }
     int32 findParameter(int32, int32, uint32&) override { return 1; }
     void onHostPortsReady(bool) override {}
     void onInitialStartFileLoad(bool) override {}
     void syncPartToMidiChannel(int32) override {}
-    std::vector<char> getUserBankData(int32, int32) override { return {}; }
-    int32 applyUserBank(int32, int32, const char*, int32) override { return 0; }
+    std::vector<char> getUserBankData(int32, int32) override { return bank; }
+    int32 applyUserBank(int32, int32, const char*, int32 size) override
+    {
+        lastSize = size;
+        return 0;
+    }
     void setEffectInterface(Steinberg::Vst::VstIEffectInterface*) override {}
     void setControllerInterface(Steinberg::Vst::VstIControllerInterface*) override {}
     int32 getLatencyMode() override { return 0; }
@@ -100,20 +106,30 @@ public:
     int32 getStateFormat() override { return 0; }
 
     std::array<std::string, 128> texts;
+    std::vector<char> state;
+    std::vector<char> bank; ///< of every user bank
+    int32 lastSize = 0;     ///< of the state or the bank that was given last
     double sum = 0;
+    int changes = 0; ///< calls of hostParameterChanged
     uint32 lastId = 0;
     unsigned bytes = 0;
 
 private:
+    static int32 answer(char* buffer, const char* text)
+    {
+        std::strcpy(buffer, text);
+        return 0;
+    }
+
     std::vector<LeanObserver> observers;
     size_t nextIndex = 0;
     int32 highestValue;
 };
 
-/** The library as somebody sees it who does not know what it is: calls stay virtual calls. */
+/** The same library. The compiler does not know its class here, so that its calls stay virtual. */
 Steinberg::Vst::VstIEditorConnect& opaque(LeanLibrary& library);
 
-/** This program as the library's handle: its entry points stand in it. */
+/** The library's handle: this program's own, since the entry point is in it. */
 void* libraryHandle();
 
 } // namespace bench

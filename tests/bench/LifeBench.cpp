@@ -1,9 +1,9 @@
 // A whole life of an instance.
 #include "basics/Utf.h"
 #include "editorlib/EntryPoints.h"
-#include "tests/bench/Lines.h"
 #include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
+#include "tests/doubles/Parameters.h"
 
 #include "base/thread/include/flock.h"
 #include "public.sdk/source/vst/vstparameters.h"
@@ -19,11 +19,10 @@ namespace {
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
-constexpr int kParameters = 225;
-constexpr int kAskedForStepCount = 33; ///< two a part, and the edit flag
+constexpr int kAskedForStepCount = 2 * doubles::kParts + 1; ///< two a part, and the edit flag
 constexpr auto kTitle = "Assignable Function 16-1";
 
-/** The SDK's parameter with what an editor's parameter has besides. */
+/** The SDK's parameter, with the lock and the texts of an editor's parameter. */
 class BareParameter final : public Parameter {
 public:
     explicit BareParameter(ParamID id)
@@ -36,7 +35,7 @@ public:
     std::vector<std::string> texts;
 };
 
-/** What a life asks of the library, in a life's order, and what has to be kept of the answers. */
+/** The calls of a life into the library, in their order, and what it must keep of the answers. */
 class BareLife {
 public:
     explicit BareLife(LeanLibrary& lean)
@@ -46,7 +45,7 @@ public:
         library.setControllerInterface(nullptr);
         library.setHostType(2);
         library.start();
-        for (uint32 id = 0; id < kParameters; ++id)
+        for (uint32 id = 0; id < doubles::kParameters; ++id)
             addParameter(id);
         library.setEffectInterface(nullptr);
         library.setEffectOption(false);
@@ -109,8 +108,8 @@ private:
     std::vector<VstIObserver*> observers;
 };
 
-/** As a host that has just started has it: the heap gives its memory back, and every page of the
-    life has to come from the system. */
+/** As in a host that has just started: the heap has no free memory, so that every page comes from
+    the system. */
 void releaseFreeMemory()
 {
     malloc_trim(0);

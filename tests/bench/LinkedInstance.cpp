@@ -1,5 +1,7 @@
 #include "tests/bench/LinkedInstance.h"
 
+#include <malloc.h>
+
 namespace bench {
 
 using namespace Steinberg;
@@ -26,6 +28,20 @@ LinkedInstance::~LinkedInstance()
     editController->setComponentHandler(nullptr);
     editController->terminate();
     component->terminate();
+}
+
+std::vector<std::unique_ptr<LinkedInstance>> linkedInstances(BenchHost& host, int count)
+{
+    std::vector<std::unique_ptr<LinkedInstance>> instances(static_cast<size_t>(count));
+    for (auto& instance : instances)
+        instance = std::make_unique<LinkedInstance>(host);
+    return instances;
+}
+
+void warmUp(BenchHost& host)
+{
+    linkedInstances(host, 1);
+    malloc_trim(0);
 }
 
 } // namespace bench

@@ -7,6 +7,9 @@
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 
+#include <memory>
+#include <vector>
+
 namespace bench {
 
 /** A controller and a processor: made, initialised and connected; ended in the reverse order. */
@@ -34,5 +37,24 @@ private:
     Steinberg::IPtr<Steinberg::Vst::VstK2xController> editController;
     Steinberg::Vst::IAudioProcessor* audio; ///< component's face, so that calls are the host's
 };
+
+/** One instance with a library and a host of its own. */
+struct LinkedScene {
+    explicit LinkedScene(bool unicode = true)
+    : host(library, unicode)
+    {
+    }
+
+    LeanLibrary library;
+    BenchHost host;
+    LinkedInstance instance{host};
+};
+
+/** Many instances in one host, which outlives them. */
+std::vector<std::unique_ptr<LinkedInstance>> linkedInstances(BenchHost& host, int count);
+
+/** Sets up what the first instance in a process sets up for all of them, and gives the rest of its
+    memory back. */
+void warmUp(BenchHost& host);
 
 } // namespace bench

@@ -1,7 +1,6 @@
 // The processor's block: what the library sends.
 #include "tests/bench/BareProcessor.h"
 #include "tests/bench/Blocks.h"
-#include "tests/bench/Lines.h"
 #include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 

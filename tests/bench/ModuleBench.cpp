@@ -1,5 +1,4 @@
 // The module file, beside sample plug-ins of the SDK.
-#include "tests/bench/Lines.h"
 #include "tests/bench/OtherProgram.h"
 #include "tests/bench/Table.h"
 
@@ -45,12 +44,8 @@ void scan(benchmark::State& state, const char* scanner, const Peer& peer)
 
 void fileSize(benchmark::State& state, const Peer& peer)
 {
-    for (auto iteration : state) {
-        static_cast<void>(iteration);
-        state.SetIterationTime(1);
-    }
-    report(state, static_cast<double>(std::filesystem::file_size(OUR_MODULE)),
-           static_cast<double>(std::filesystem::file_size(peer.module)));
+    reportOnce(state, static_cast<double>(std::filesystem::file_size(OUR_MODULE)),
+               static_cast<double>(std::filesystem::file_size(peer.module)));
 }
 
 template <typename Record>
@@ -62,7 +57,7 @@ Record recordAt(const std::vector<char>& bytes, size_t offset)
     return record;
 }
 
-/** What the loader has to put right before the module can run. */
+/** The addresses that the loader fills in before the module can run. */
 double relocationsOf(const char* module)
 {
     std::ifstream stream(module, std::ios::binary);
@@ -80,11 +75,7 @@ double relocationsOf(const char* module)
 
 void relocations(benchmark::State& state, const Peer& peer)
 {
-    for (auto iteration : state) {
-        static_cast<void>(iteration);
-        state.SetIterationTime(1);
-    }
-    report(state, relocationsOf(OUR_MODULE), relocationsOf(peer.module));
+    reportOnce(state, relocationsOf(OUR_MODULE), relocationsOf(peer.module));
 }
 
 } // namespace

@@ -7,12 +7,11 @@
 // Each side has a folder of its own.
 #include "editorlib/EditorLibraryNames.h"
 #include "presets/VstK2xPresetCreater.h"
-#include "tests/bench/Lines.h"
 #include "tests/bench/Table.h"
+#include "tests/doubles/TemporaryHome.h"
 #include "tools/common/VoiceWalk.h"
 #include "tools/make-presets/EditorConnection.h"
 
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -27,21 +26,6 @@ using namespace Steinberg::Vst;
 namespace fs = std::filesystem;
 
 using Voices = std::map<unsigned, std::map<unsigned, std::string>>;
-
-/** A folder that lasts as long as this object. */
-class ScratchFolder {
-public:
-    ScratchFolder()
-    {
-        std::string name = (fs::temp_directory_path() / "preset-bench.XXXXXX").string();
-        path = mkdtemp(name.data());
-    }
-    ~ScratchFolder() { fs::remove_all(path); }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    fs::path path;
-};
 
 struct File {
     std::string name;
@@ -100,17 +84,17 @@ void presetLibrary(benchmark::State& state)
 {
     const makepresets::EditorConnection library(editorLibraryPath());
     Voices voices = allVoices(library.get());
-    const ScratchFolder home;
-    const ScratchFolder floor;
-    setenv("HOME", home.path.c_str(), 1);
+    const doubles::TemporaryHome home;
     writeOurs(library.get(), voices);
-    const std::vector<File> files = readBack(home.path);
+    const std::vector<File> files = readBack(home.home());
     if (files.empty())
         return fail(state, "the generator wrote no file");
-    if (!writeFloor(floor.path, files))
+    const fs::path floor = home.home() + "/floor";
+    fs::create_directory(floor);
+    if (!writeFloor(floor, files))
         return fail(state, "the floor could not write its files");
     compare(state, static_cast<double>(files.size()), {[&] { writeOurs(library.get(), voices); }},
-            {[&] { writeFloor(floor.path, files); }});
+            {[&] { writeFloor(floor, files); }});
 }
 
 } // namespace

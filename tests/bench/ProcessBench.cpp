@@ -1,7 +1,6 @@
 // The processor's block: what the host brings.
 #include "tests/bench/BareProcessor.h"
 #include "tests/bench/Blocks.h"
-#include "tests/bench/Lines.h"
 #include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
@@ -26,11 +25,9 @@ void runBlocks(IAudioProcessor* processor, ProcessData& data, int count)
 
 void compareBlocks(benchmark::State& state, ProcessData& data, int count)
 {
-    LeanLibrary library;
-    BenchHost host(library, true);
-    LinkedInstance instance(host);
-    const IPtr<BareProcessor> bare = owned(new BareProcessor(opaque(library)));
-    IAudioProcessor* ours = unknown<IAudioProcessor>(&instance.processor());
+    LinkedScene scene;
+    const IPtr<BareProcessor> bare = owned(new BareProcessor(opaque(scene.library)));
+    IAudioProcessor* ours = unknown<IAudioProcessor>(&scene.instance.processor());
     IAudioProcessor* floor = unknown<IAudioProcessor>(bare);
     compare(state, count, {[&] { runBlocks(ours, data, count); }},
             {[&] { runBlocks(floor, data, count); }});

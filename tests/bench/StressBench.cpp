@@ -1,8 +1,7 @@
-// The audio thread beside the library's threads, on the clock on the wall: a block each
-// millisecond, with real-time priority where the system gives it. STRESS_SECONDS changes the twelve
-// seconds that each row of blocks takes; it needs ten for its 99.99th percentile.
+// The audio thread beside the library's threads, by the wall clock: a block each millisecond, with
+// real-time priority where the system gives it. STRESS_SECONDS changes the twelve seconds that each
+// row of blocks takes; it needs ten for its 99.99th percentile.
 #include "tests/bench/Blocks.h"
-#include "tests/bench/Lines.h"
 #include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
@@ -52,7 +51,7 @@ bool isRealTimeAllowed()
     return allowed;
 }
 
-/** From now on the calling thread, and those that it makes, share one core. */
+/** Keeps the calling thread, and those that it makes from now on, on one core. */
 void stayOnOneCore()
 {
     cpu_set_t cores;
@@ -106,8 +105,8 @@ public:
 private:
     void write(LinkedInstance& instance, long rate) const
     {
-        // Not quite a fraction of the millisecond: the events meet the block at each of its
-        // moments.
+        // A little shorter than a fraction of the block's millisecond, so that in time an event
+        // comes at every moment of a block.
         const long period = rate > 0 ? kSecond / rate - 9 : 0;
         for (long next = now(); !stop; next += period) {
             if (rate > 0)
@@ -126,8 +125,8 @@ private:
     std::vector<std::thread> threads;
 };
 
-/** One row of blocks for each load, in turns of a second, so that all of them meet the machine in
-    the same mood. */
+/** One row of blocks for each load. They take turns of a second, so that what else the machine does
+    slows all of them alike. */
 class Stress {
 public:
     Stress()
@@ -159,7 +158,7 @@ private:
     {
         if (load.oneCore)
             stayOnOneCore();
-        const Beside others(load, instance);
+        const Beside others(load, scene.instance);
         row.reserve(row.size() + static_cast<size_t>(length / kMillisecond) + 1);
         takeRealTimePriority();
         const long end = now() + length;
@@ -167,14 +166,12 @@ private:
             sleepUntil(next);
             block.out.clear();
             const long start = now();
-            instance.process(block.data);
+            scene.instance.process(block.data);
             row.push_back(static_cast<double>(now() - start) / kSecond);
         }
     }
 
-    LeanLibrary library;
-    BenchHost host{library, true};
-    LinkedInstance instance{host};
+    LinkedScene scene;
     Block block;
     std::array<std::vector<double>, kLoads> times;
 };
@@ -194,12 +191,7 @@ void addStressLine(const std::string& what, const std::string& against, Loads lo
     Line line{what, against, Unit::seconds, aim, true};
     line.runs = 1;
     addLine(line, [=](benchmark::State& state) {
-        for (auto iteration : state) {
-            static_cast<void>(iteration);
-            stress();
-            state.SetIterationTime(1);
-        }
-        report(state, (stress().*figure)(load), (stress().*figure)(beside));
+        reportOnce(state, (stress().*figure)(load), (stress().*figure)(beside));
     });
 }
 

@@ -1,7 +1,6 @@
 // The host's tracks and ports.
 #include "basics/Utf.h"
 #include "tests/bench/BigStudio.h"
-#include "tests/bench/Lines.h"
 #include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
@@ -14,7 +13,7 @@ namespace {
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
-/** As many works as make up this many tracks or ports, so that the small ones can be timed. */
+/** Tracks or ports that are gone through in one timing: shorter lists several times. */
 constexpr int kTogether = 10'000;
 
 constexpr int32 kUnits = 256; ///< of an output's text

@@ -1,5 +1,4 @@
 // Parameter texts, to the user and back.
-#include "tests/bench/Lines.h"
 #include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
 
@@ -42,10 +41,8 @@ std::u16string textOf(int value)
 
 void toText(benchmark::State& state)
 {
-    LeanLibrary library;
-    BenchHost host(library, true);
-    LinkedInstance instance(host);
-    IEditController* controller = unknown<IEditController>(&instance.controller());
+    LinkedScene scene;
+    IEditController* controller = unknown<IEditController>(&scene.instance.controller());
     std::map<std::pair<ParamID, int>, std::u16string> texts;
     for (int part = 0; part < kParts; ++part)
         for (int value = 0; value < kValues; ++value)
@@ -67,10 +64,8 @@ void toText(benchmark::State& state)
 
 void fromText(benchmark::State& state)
 {
-    LeanLibrary library;
-    BenchHost host(library, true);
-    LinkedInstance instance(host);
-    IEditController* controller = unknown<IEditController>(&instance.controller());
+    LinkedScene scene;
+    IEditController* controller = unknown<IEditController>(&scene.instance.controller());
     std::vector<std::u16string> typed;
     std::map<std::pair<ParamID, std::u16string>, double> values;
     for (int value = 0; value < kValues; ++value) {

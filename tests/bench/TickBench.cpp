@@ -1,7 +1,7 @@
 // The timer's tick.
-#include "tests/bench/Lines.h"
 #include "tests/bench/LinkedInstance.h"
 #include "tests/bench/Table.h"
+#include "tests/doubles/Parameters.h"
 
 #include "base/thread/include/flock.h"
 
@@ -18,9 +18,8 @@ using Base::Thread::FGuard;
 using Base::Thread::FLock;
 
 constexpr int kTicks = 500;
-constexpr size_t kObservers = 225;
 
-/** Value changes that wait. Each leaves under the lock that its calls are made with. */
+/** Value changes that wait. The host is called while the lock is held. */
 class BareQueue {
 public:
     void push(ParamID id, ParamValue value)
@@ -49,22 +48,20 @@ private:
 
 void idleTick(benchmark::State& state)
 {
-    LeanLibrary library;
-    BenchHost host(library, true);
-    LinkedInstance instance(host);
+    LinkedScene scene;
     std::vector<VstIObserver*> observers;
-    for (size_t number = 0; number < kObservers; ++number)
-        observers.push_back(unknown<VstIObserver>(library.nextObserver()));
+    for (int number = 0; number < doubles::kParameters; ++number)
+        observers.push_back(unknown<VstIObserver>(scene.library.nextObserver()));
     BareQueue none;
     compare(state, kTicks, {[&] {
                 for (int tick = 0; tick < kTicks; ++tick)
-                    instance.controller().notificationEvent();
+                    scene.instance.controller().notificationEvent();
             }},
             {[&] {
                 for (int tick = 0; tick < kTicks; ++tick) {
                     for (VstIObserver* observer : observers)
                         observer->checkChange();
-                    none.deliverTo(instance.controller());
+                    none.deliverTo(scene.instance.controller());
                 }
             }});
 }
@@ -72,10 +69,8 @@ void idleTick(benchmark::State& state)
 /** A knob that is turned and turned, in a host whose events wait for the tick. */
 void queuedTick(benchmark::State& state, int events)
 {
-    LeanLibrary library;
-    BenchHost host(library, false);
-    LinkedInstance instance(host);
-    VstK2xController& controller = instance.controller();
+    LinkedScene scene(false);
+    VstK2xController& controller = scene.instance.controller();
     const auto idOf = [](int event) { return 37012000u + static_cast<ParamID>(event % 16); };
     const auto valueOf = [](int event) { return (event % 101) / 100.0; };
     const auto queue = [&] {
@@ -96,7 +91,7 @@ void queuedTick(benchmark::State& state, int events)
 
 void addTickLines()
 {
-    addLine({"tick, 225 observers, nothing changed", "their calls, a look into the queue",
+    addLine({"tick, all observers, nothing changed", "their calls, a look into the queue",
              Unit::seconds, 1.1},
             idleTick);
     for (const int events : {1'000, 10'000, 100'000})

@@ -1,10 +1,9 @@
-// benchmarks: prints what the plug-in costs beside what nobody can save, or beside its peers.
+// benchmarks: prints what the plug-in costs beside the least that it could, or beside its peers.
 //
 //   scripts/benchmarks                                     builds and prints the whole table
 //   scripts/benchmarks --benchmark_filter='process.*'      lines of this kind only
 //
 // docs/performance.md says what each line is about. Google Benchmark's options work here too.
-#include "tests/bench/Lines.h"
 #include "tests/bench/Table.h"
 
 #include <future>
@@ -12,8 +11,8 @@
 
 namespace {
 
-/** A thread that does nothing. The C library's locks cost half in a program without a second one,
-    and no host is such a program. */
+/** A thread that does nothing. In a program with a single thread the C library's locks cost half,
+    and hosts have several. */
 class SecondThread {
 public:
     ~SecondThread()

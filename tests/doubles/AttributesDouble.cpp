@@ -62,7 +62,7 @@ tresult AttributesDouble::setBinary(AttrID id, const void* data, uint32 sizeInBy
     return asked("setBinary", id) ? kept->setBinary(id, data, sizeInBytes) : kResultFalse;
 }
 
-/** Nonsense is success with half the bytes, or with none of the bytes that the size promises. */
+/** Wrong answers are half the bytes, or a size with null for the bytes. */
 tresult AttributesDouble::getBinary(AttrID id, const void*& data, uint32& sizeInBytes)
 {
     if (!asked("getBinary", id))

@@ -1,8 +1,8 @@
-// AttributesDouble: the attributes of a host's message, each of which can fail or be less than what
-// was set.
+// AttributesDouble: the attributes of a host's message. A call of each can fail or give less than
+// what was set.
 //
 //   host.failAt("message(1).getBinary");       // the attribute is missing
-//   nonsense: a binary of half its bytes, a text of another's, a number that nobody set
+//   wrong answers: half the bytes or none, a number that nobody set
 #pragma once
 
 #include "pluginterfaces/base/smartpointer.h"
@@ -11,7 +11,7 @@
 
 namespace doubles {
 
-/** Keeps what it is given in the SDK's list. Part of its message: nobody holds a reference. */
+/** Keeps the attributes in the SDK's list. Lives with its message: nobody holds a reference. */
 class AttributesDouble final : public Counted<Steinberg::Vst::IAttributeList> {
 public:
     AttributesDouble(HostBooks& host, const std::string& messageName);
@@ -29,7 +29,7 @@ public:
     Steinberg::tresult PLUGIN_API getBinary(AttrID id, const void*& data,
                                             Steinberg::uint32& sizeInBytes) override;
 
-    /** The empty list behind it, to fill without asking the test. */
+    /** Makes the list behind it new, for the host to fill: no calls that a test sees. */
     Steinberg::Vst::IAttributeList& renew();
 
 private:

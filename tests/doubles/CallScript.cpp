@@ -45,16 +45,6 @@ void CallScript::throwAt(const std::string& call)
     namedFaults.push_back({call, Fault::kThrow});
 }
 
-void CallScript::failAtCall(size_t n)
-{
-    setFaultAtCall(n, Fault::kFail);
-}
-
-void CallScript::throwAtCall(size_t n)
-{
-    setFaultAtCall(n, Fault::kThrow);
-}
-
 void CallScript::talkNonsenseAtCall(size_t n, Nonsense what)
 {
     setFaultAtCall(n, Fault::kNonsense, what);
@@ -96,11 +86,6 @@ int CallScript::told(int answer, int most)
     if (tells(Nonsense::kWrong))
         return kNonsense;
     return tells(Nonsense::kHuge) ? most : answer;
-}
-
-bool CallScript::toldFlag(bool answer)
-{
-    return tells(Nonsense::kWrong) != answer;
 }
 
 bool CallScript::toldWithoutObject()

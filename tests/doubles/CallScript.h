@@ -1,5 +1,5 @@
-// CallScript: what happens at a call into a double. Records it, and lets a test step in, make it
-// fail or make it throw. ScriptedHost and ScriptedLibrary are one each.
+// CallScript: what happens at a call into a double. It records the call, and a test can step in,
+// let it fail or let it throw. The base class of ScriptedHost and ScriptedLibrary.
 //
 //   host.onCall = [&](const std::string& text) { if (text == "...") controller.terminate(); };
 //   host.failAt("portRegistry.getPortByIndex(2)");   // answers null, false, kResultFalse, nothing
@@ -18,20 +18,19 @@
 
 namespace doubles {
 
-/** What a call throws that was told to. */
+/** What a call throws that a test wants to throw. */
 class ScriptedFailure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/** What a call answers that makes no sense. Which of them it can depends on what it answers with.
- */
+/** Wrong answers of a call. Which of them a call can give depends on the type of its answer. */
 enum class Nonsense {
-    kWrong, ///< -7; a flag the other way; success without the object that it stands for
+    kWrong, ///< -7; true for false, false for true; or success without the object
     kHuge,  ///< the largest number, with nothing behind it
     kEmptyText,
     kBrokenText,  ///< lone surrogates, or bytes that are no UTF-8
-    kEndlessText, ///< longer than any buffer, and so without a terminator where there is one
+    kEndlessText, ///< longer than any buffer: fills it without a terminator
 };
 
 /** Calls come from any thread; tests set the hook and the faults while none is under way. */
@@ -53,19 +52,19 @@ public:
     void throwAt(const std::string& call);
 
     /** The n-th call from now (1 is the next one) fails or throws. Interface queries count too. */
-    void failAtCall(size_t n);
-    void throwAtCall(size_t n);
+    void failAtCall(size_t n) { setFaultAtCall(n, Fault::kFail); }
+    void throwAtCall(size_t n) { setFaultAtCall(n, Fault::kThrow); }
 
-    /** The n-th call from now answers nonsense of that kind, where it has such an answer;
-        nonsenseTold tells whether it did. */
+    /** The n-th call from now gives such a wrong answer, if its type has one. nonsenseTold says
+        whether it did. */
     void talkNonsenseAtCall(size_t n, Nonsense what = Nonsense::kWrong);
     bool nonsenseTold() const;
     static constexpr int kNonsense = -7;
     void clearFaults();
 
-    /** From now on keeps which nonsense each call could have answered. */
+    /** From now on notes for each call which wrong answers it can give. */
     void watchAnswers();
-    /** Whether the n-th call since then could have. */
+    /** Whether the n-th call since then can give this one. */
     bool hadAnswer(size_t n, Nonsense what) const;
 
     /** Calls since the last failAtCall, throwAtCall or clearFaults. */
@@ -83,13 +82,13 @@ public:
     /** The same without a record. */
     bool asked(const std::string& text);
 
-    // For doubles: the answer to the call that was just asked, or nonsense as the test said.
-    /** @param most a number that the asker can go through one by one, where it is to */
+    // For doubles, behind called or asked: the call's own answer, or the wrong one of the test.
+    /** @param most the answer for kHuge: as many as the caller can go through one by one */
     int told(int answer, int most = std::numeric_limits<int>::max());
-    bool toldFlag(bool answer);
+    bool toldFlag(bool answer) { return tells(Nonsense::kWrong) != answer; }
     /** Whether the call answers success and gives no object. */
     bool toldWithoutObject();
-    /** Which text instead of its own, if any. */
+    /** Which wrong text the call gives instead of its own, if any. */
     std::optional<Nonsense> toldText();
 
 private:
@@ -114,7 +113,7 @@ private:
     std::atomic<bool> talksNonsense{false}; ///< in the call that was asked last
     std::atomic<bool> toldNonsense{false};
     bool watched = false;
-    std::vector<unsigned> answers; ///< by call: one bit for each kind of nonsense
+    std::vector<unsigned> answers; ///< by call: a bit for each Nonsense
 };
 
 } // namespace doubles

@@ -1,5 +1,5 @@
-// Counted: a HostObject with its interfaces. Facet: an interface that a larger object hands out,
-// counted on its own so that the ledger names the interface that was not released.
+// Counted: a HostObject with its interfaces. Facet: an interface of a larger object. It has a
+// reference count of its own, so that the ledger names the interface that was not released.
 //
 //   class Registry final : public Counted<IPortRegistry> { using Counted::Counted; ... };
 #pragma once
@@ -19,7 +19,7 @@ public:
     Steinberg::tresult PLUGIN_API queryInterface(const Steinberg::TUID queried, void** obj) override
     {
         *obj = nullptr;
-        if (!books.offers(getName(), queried))
+        if (!books.isOffered(getName(), queried))
             return Steinberg::kNoInterface;
         if (books.script.toldWithoutObject())
             return Steinberg::kResultOk;
@@ -56,7 +56,7 @@ protected:
     }
 };
 
-/** Every interface query goes to the whole. */
+/** Asked for another interface, it asks the larger object. */
 template <class Interface>
 class Facet : public Counted<Interface> {
 public:

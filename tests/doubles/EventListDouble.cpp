@@ -52,15 +52,4 @@ tresult EventListDouble::addEvent(Vst::Event& event)
     return kResultOk;
 }
 
-tresult EventListDouble::queryInterface(const TUID queried, void** obj)
-{
-    *obj = nullptr;
-    if (!FUnknownPrivate::iidEqual(queried, FUnknown::iid) &&
-        !FUnknownPrivate::iidEqual(queried, Vst::IEventList::iid))
-        return kNoInterface;
-    addRef();
-    *obj = static_cast<Vst::IEventList*>(this);
-    return kResultOk;
-}
-
 } // namespace doubles

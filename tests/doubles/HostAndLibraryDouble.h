@@ -1,5 +1,5 @@
-// HostAndLibraryDouble: a scripted host and a scripted library as the controller's collaborators
-// see them, and in the controller's place the dependent that the host tells of changes.
+// HostAndLibraryDouble: a scripted host and a scripted library for tests of ports and routing
+// without a controller. A dependent of its own hears of the host's changes in its place.
 //
 //   HostAndLibraryDouble outside(host, &library);        // or nullptr: unbound
 //   TrackRouting routing(outside, outside.dependent);    // the object under test, alone
@@ -25,7 +25,7 @@ public:
         library.setPluginInfo(connection, nullptr);
     }
 
-    /** Gives the host's objects back, so that its ledger is that of the object under test. */
+    /** Gives the host's objects back, so that the ledger shows what the object under test holds. */
     void release();
 
 private:

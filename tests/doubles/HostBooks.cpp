@@ -4,19 +4,7 @@
 
 #include "editorlib/IExtensionVSTServiceGetter.h"
 #include "editorlib/IExternalPlugin.h"
-#include "hostapi/HostInterfaceIDs.h"
-#include "hostapi/IBusDescriptor.h"
-#include "hostapi/IComponentFactory.h"
-#include "hostapi/IComponentPortHandler.h"
-#include "hostapi/IConnector.h"
-#include "hostapi/IDevice.h"
-#include "hostapi/IDeviceList.h"
-#include "hostapi/IHostApplicationA.h"
-#include "hostapi/IHostApplicationW.h"
-#include "hostapi/IHostClasses.h"
-#include "hostapi/IHostPort.h"
-#include "hostapi/IPortRegistry.h"
-#include "hostapi/IValue.h"
+#include "hostapi/HostInterfaces.h"
 #include "pluginterfaces/base/ipluginbase.h"
 #include "pluginterfaces/base/iupdatehandler.h"
 #include "pluginterfaces/gui/iplugview.h"
@@ -46,11 +34,17 @@ void HostBooks::enter(std::unique_ptr<HostObject> object)
     objects.push_back(std::move(object));
 }
 
-bool HostBooks::offers(const std::string& asked, const TUID queried)
+bool HostBooks::isOffered(const std::string& asked, const TUID queried)
 {
     const std::string text = "query(" + asked + ", " + interfaceName(queried) + ")";
     const bool goesOn = traceQueries ? script.called(text) : script.asked(text);
     return goesOn && !isHidden(queried);
+}
+
+FUnknown* HostBooks::offered(const TUID queried)
+{
+    const auto found = offers.find(key(FUID::fromTUID(queried)));
+    return found == offers.end() ? nullptr : found->second();
 }
 
 const char16* HostBooks::told(const HostText& own)
@@ -91,18 +85,6 @@ std::string interfaceName(const TUID queried)
     };
     static const std::vector<Row> rows = {
         {FUnknown::iid, "FUnknown"},
-        {IHostClasses::iid, "IHostClasses"},
-        {IComponentFactory::iid, "IComponentFactory"},
-        {IHostApplicationW::iid, "IHostApplicationW"},
-        {IHostApplicationA::iid, "IHostApplicationA"},
-        {IPortRegistry::iid, "IPortRegistry"},
-        {IHostPort::iid, "IHostPort"},
-        {IComponentPortHandler::iid, "IComponentPortHandler"},
-        {IBusDescriptor::iid, "IBusDescriptor"},
-        {IDeviceList::iid, "IDeviceList"},
-        {IDevice::iid, "IDevice"},
-        {IValue::iid, "IValue"},
-        {IConnector::iid, "IConnector"},
         {FUID::fromTUID(IDeviceNotUnicodeID), "IDeviceNotUnicodeID"},
         {FUID::fromTUID(IValueNotUnicodeID), "IValueNotUnicodeID"},
         {IExtensionVSTServiceGetter::iid, "IExtensionVSTServiceGetter"},
@@ -119,6 +101,8 @@ std::string interfaceName(const TUID queried)
 #if SMTG_OS_LINUX
         {Linux::IRunLoop::iid, "IRunLoop"},
 #endif
+#define VSTK2X_ROW(Interface, ...) {Interface::iid, #Interface},
+        VSTK2X_HOST_INTERFACES(VSTK2X_ROW)
     };
     for (const auto& row : rows)
         if (FUnknownPrivate::iidEqual(queried, row.iid))

@@ -1,8 +1,8 @@
-// HostBooks: owns every object of a scripted host, knows which interfaces the host offers and which
-// objects are not back where they belong.
+// HostBooks: owns every object of a scripted host. Knows which interfaces the host offers, and
+// which references the plug-in has not given back.
 //
 //   auto& port = books.make<HostPortDouble>("A");   // lives until the host ends
-//   books.hide(IPortRegistry::iid);                 // the host does not have it for anybody
+//   books.hide(IPortRegistry::iid);                 // no object of the host offers it
 //   books.unbalanced();                             // {"bus(1): expected 0, is 1"}
 #pragma once
 
@@ -13,6 +13,7 @@
 
 #include <array>
 #include <deque>
+#include <map>
 #include <memory>
 #include <set>
 #include <unordered_map>
@@ -47,15 +48,22 @@ public:
         return hidden.count(key(Steinberg::FUID::fromTUID(queried))) > 0;
     }
 
-    /** Whether the host offers the interface now: a question that tests can step into, recorded as
+    /** Whether the host offers the interface now. A call that a test can let fail; recorded as
         "query(context, IHostClasses)" when traceQueries is set. */
-    bool offers(const std::string& asked, const Steinberg::TUID queried);
+    bool isOffered(const std::string& asked, const Steinberg::TUID queried);
 
-    /** The host's text in its character set, or nonsense as the test said. */
+    /** IHostClasses gives what get gives: a new reference, or null. */
+    void offer(const Steinberg::FUID& iid, std::function<Steinberg::FUnknown*()> get)
+    {
+        offers[key(iid)] = std::move(get);
+    }
+    Steinberg::FUnknown* offered(const Steinberg::TUID queried);
+
+    /** The text in the host's character set, or the wrong one that the test wants. */
     const Steinberg::char16* told(const HostText& own);
 
-    /** "name: expected n, is m" for every object that is not back at its count, and a line for each
-        that was released too often in between. */
+    /** "name: expected n, is m" for every object with another count than expected, and a line for
+        each that was released too often in between. */
     std::vector<std::string> unbalanced() const;
 
     /** The object behind any of the host's pointers, or null. */
@@ -77,9 +85,10 @@ private:
     std::deque<std::unique_ptr<HostObject>> objects;
     std::unordered_map<const Steinberg::FUnknown*, HostObject*> byUnknown;
     std::set<Key> hidden;
+    std::map<Key, std::function<Steinberg::FUnknown*()>> offers;
 };
 
-/** "IHostClasses" for an ID that the plug-in's boundary knows, else the ID's 32 digits. */
+/** "IHostClasses" and the like; for an unknown ID its 32 digits. */
 std::string interfaceName(const Steinberg::TUID queried);
 
 } // namespace doubles

@@ -49,7 +49,6 @@ class HostContextDouble::Classes final : public Facet<IHostClasses> {
 public:
     Classes(HostBooks& host, HostContextDouble& context)
     : Facet(host, "hostClasses", context)
-    , parts(context.parts)
     {
     }
 
@@ -61,42 +60,21 @@ public:
             *obj = nullptr;
             return kResultOk;
         }
-        void* found = object(queried);
+        auto* found = books.offered(queried);
         if (!found)
             return kNoInterface;
         *obj = found;
         return kResultOk;
     }
-
-private:
-    void* object(const TUID queried)
-    {
-        const auto is = [&](const FUID& other) {
-            return FUnknownPrivate::iidEqual(queried, other);
-        };
-        if (is(IPortRegistry::iid))
-            return newReference(&parts.ports.getRegistry());
-        if (is(IDeviceList::iid))
-            return newReference(&parts.devices.getList());
-        if (is(IUpdateHandler::iid))
-            return newReference<IUpdateHandler>(&parts.updates);
-        if (is(IComponentFactory::iid))
-            return newReference(&parts.service.getFactory());
-        if (is(IBusDescriptor::iid))
-            return static_cast<IBusDescriptor*>(parts.ports.makeBus());
-        return nullptr;
-    }
-
-    const HostParts& parts;
 };
 
 HostContextDouble::HostContextDouble(HostBooks& host, const HostFamily& family,
-                                     const HostParts& hostParts)
+                                     HostRunLoopDouble& hostRunLoop)
 : Counted(host, "context")
 , name(family.name)
 , versionText(family.versionText)
 , characterSet(family.unicode ? kResultOk : kResultFalse)
-, parts(hostParts)
+, runLoop(hostRunLoop)
 , applicationW(host.make<ApplicationW>(*this))
 , applicationA(host.make<ApplicationA>(*this))
 , classes(host.make<Classes>(*this))
@@ -114,7 +92,9 @@ void* HostContextDouble::face(const TUID queried)
         return newReference<IHostClasses>(&classes);
 #if SMTG_OS_LINUX
     if (is(Linux::IRunLoop::iid))
-        return newReference<Linux::IRunLoop>(&parts.runLoop);
+        return newReference<Linux::IRunLoop>(&runLoop);
+#else
+    static_cast<void>(runLoop); // plug-ins use the system's
 #endif
     return Counted::face(queried);
 }

@@ -1,36 +1,24 @@
-// HostContextDouble: the host context of initialize(), the door to everything else of the host.
+// HostContextDouble: the host context of initialize(), which gives the host's other objects.
 //
 //   controller.initialize(&host.context);
-//   host.hide(IHostClasses::iid);             // from now on the host has it no more
+//   host.hide(IHostClasses::iid);             // not offered any more
 //   host.failAt("createInstance");            // no more messages
 //   trace: "hostClasses.getHostInterface(IPortRegistry)", "hostApplicationW.getCharacterSet()"
 #pragma once
 
 #include "pluginterfaces/vst/ivsthostapplication.h"
-#include "tests/doubles/HostDevicesDouble.h"
-#include "tests/doubles/HostPortsDouble.h"
 #include "tests/doubles/HostRunLoopDouble.h"
-#include "tests/doubles/HostServiceDouble.h"
 #include "tools/host/HostFamily.h"
 
 namespace doubles {
 
 using Steinberg::Vst::play::HostFamily;
 
-/** What IHostClasses hands out. */
-struct HostParts {
-    HostUpdatesDouble& updates;
-    HostDevicesDouble& devices;
-    HostPortsDouble& ports;
-    HostServiceDouble& service;
-    HostRunLoopDouble& runLoop;
-};
-
 /** Offers IHostApplication, IHostApplicationW, IHostApplicationA, IHostClasses and the run loop,
     each unless hidden. */
 class HostContextDouble final : public Counted<Steinberg::Vst::IHostApplication> {
 public:
-    HostContextDouble(HostBooks& host, const HostFamily& family, const HostParts& parts);
+    HostContextDouble(HostBooks& host, const HostFamily& family, HostRunLoopDouble& runLoop);
 
     // The host's answers; texts stay what they are while the plug-in may hold them.
     HostText name;
@@ -49,7 +37,7 @@ private:
     class ApplicationA;
     class Classes;
 
-    HostParts parts;
+    HostRunLoopDouble& runLoop;
     ApplicationW& applicationW;
     ApplicationA& applicationA;
     Classes& classes;

@@ -28,7 +28,7 @@ public:
     HostValueDouble& value(const std::string& name);
     void dropValue(const std::string& name) { values.erase(name); }
 
-    /** Makes the device offer IConnector, and lets it feed the track too. */
+    /** Offers IConnector, which says that this device feeds the track, too. */
     void connectTo(HostDeviceDouble& track);
     void offerConnector();
 

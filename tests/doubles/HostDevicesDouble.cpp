@@ -27,12 +27,13 @@ private:
 HostDevicesDouble::HostDevicesDouble(HostBooks& host, HostUpdatesDouble& notices)
 : books(host)
 , updates(notices)
-, list(host.make<List>(*this))
 , mixerDevice(&addDevice("Mixer"))
 , vstMixerDevice(&addDevice("VST Mixer"))
 , rackFolder(&vstMixerDevice->addChild("Rack", "VST Project Instruments"))
 {
     mixerDevice->value("selected").integer = -1;
+    auto& list = host.make<List>(*this);
+    host.offer(IDeviceList::iid, [&list] { return newReference(&list); });
 }
 
 HostDeviceDouble& HostDevicesDouble::addDevice(const std::string& name)
@@ -98,11 +99,6 @@ void HostDevicesDouble::removeTrack(size_t index)
 {
     mixerDevice->children.erase(mixerDevice->children.begin() + static_cast<std::ptrdiff_t>(index));
     tellTracksChanged();
-}
-
-void HostDevicesDouble::tellTracksChanged()
-{
-    updates.tell(mixerDevice, IDependent::kChanged);
 }
 
 void HostDevicesDouble::tell(HostObject& object, int32 message)

@@ -36,15 +36,13 @@ public:
     /** What a user does: select a track (-1 for none), delete one. Dependents are told. */
     void select(Steinberg::int32 index);
     void removeTrack(size_t index);
-    void tellTracksChanged();
+    void tellTracksChanged() { updates.tell(mixerDevice, Steinberg::IDependent::kChanged); }
 
-    /** Dependents are told kDestroyed and the like without any other change. */
+    /** Tells the dependents kDestroyed and the like; nothing else changes. */
     void tell(HostObject& object, Steinberg::int32 message);
 
-    /** findDevice does not find it any more; what points at it stays valid. */
+    /** findDevice does not find it any more. The object stays. */
     void removeDevice(const std::string& name) { found.erase(name); }
-
-    Steinberg::IDeviceList& getList() { return list; }
 
 private:
     class List;
@@ -55,7 +53,6 @@ private:
 
     HostBooks& books;
     HostUpdatesDouble& updates;
-    Steinberg::IDeviceList& list;
     std::map<std::string, HostDeviceDouble*> found;
     HostDeviceDouble* mixerDevice;
     HostDeviceDouble* vstMixerDevice;

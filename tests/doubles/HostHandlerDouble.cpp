@@ -4,39 +4,16 @@ namespace doubles {
 
 using namespace Steinberg;
 
-class HostHandlerDouble::PortHandler final : public Facet<IComponentPortHandler> {
-public:
-    PortHandler(HostBooks& host, HostObject& handler, HostPortsDouble& hostPorts)
-    : Facet(host, "portHandler", handler)
-    , ports(hostPorts)
-    {
-    }
-
-    tresult PLUGIN_API setAudioInputBuses(int32 first, int32 second, IBusDescriptor** buses,
-                                          int32 count) override
-    {
-        return ports.setAudioInputBuses(first, second, buses, count);
-    }
-    tresult PLUGIN_API setMidiOutputPorts(IHostPort** first, int32 count, IHostPort** second,
-                                          int32 count2) override
-    {
-        return ports.setMidiOutputPorts(first, count, second, count2);
-    }
-
-private:
-    HostPortsDouble& ports;
-};
-
 HostHandlerDouble::HostHandlerDouble(HostBooks& host, HostPortsDouble& ports)
 : Counted(host, "host")
-, portHandler(host.make<PortHandler>(*this, ports))
+, portHandler(ports.makeHandler(*this))
 {
 }
 
 void* HostHandlerDouble::face(const TUID queried)
 {
     if (FUnknownPrivate::iidEqual(queried, IComponentPortHandler::iid))
-        return newReference<IComponentPortHandler>(&portHandler);
+        return newReference(&portHandler);
     return Counted::face(queried);
 }
 

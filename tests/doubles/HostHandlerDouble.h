@@ -2,12 +2,11 @@
 //
 //   controller.setComponentHandler(&host.handler);
 //   host.handler.editResult = kResultFalse;
-//   host.handler.unpairedEdits() is empty when begin, perform and end came as they must
+//   host.handler.unpairedEdits() is empty after begin, perform, end in this order
 //   trace: "host.beginEdit(37012000)", "host.performEdit(37012000, 0.5)", "host.endEdit(37012000)"
 //          "host.restartComponent(8)"
 #pragma once
 
-#include "hostapi/IComponentPortHandler.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "tests/doubles/HostPortsDouble.h"
 
@@ -34,11 +33,9 @@ protected:
     void* face(const Steinberg::TUID queried) override;
 
 private:
-    class PortHandler;
-
     void complain(Steinberg::Vst::ParamID id, const char* complaint);
 
-    PortHandler& portHandler;
+    Steinberg::IComponentPortHandler& portHandler;
     mutable std::mutex mutex;
     std::set<Steinberg::Vst::ParamID> open;
     std::vector<std::string> complaints;

@@ -1,5 +1,5 @@
-// HostObject: what every object of a scripted host has: a name, a reference count and a record of
-// its calls. Counted.h adds the interfaces.
+// HostObject: the name and the reference count of an object of a scripted host. Counted.h adds the
+// interfaces.
 //
 //   object.getName()          "port(A)", as in the trace and the ledger
 //   object.getReferences()    1 for an object that only the host holds
@@ -14,8 +14,8 @@ namespace doubles {
 
 class HostBooks;
 
-/** Starts with one reference, which is the host's own. Memory stays until the host ends, so that an
-    object that was released too often is reported and does not crash. [any thread] */
+/** Starts with one reference, the host's own. It lives until the host ends, so that the ledger can
+    report an object that was released too often. [any thread] */
 class HostObject {
 public:
     HostObject(HostBooks& host, std::string givenName);

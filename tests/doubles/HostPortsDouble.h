@@ -4,19 +4,21 @@
 //   host.ports.midiOutput("M", "Port1");    host.ports.addNull();
 //   plug-in: setAudioPortList({"A", "B", null, null})
 //   host.ports.inputBuses == {"3: port(A) port(B)", "3: null null"}
-//   trace: "portRegistry.getPortByIndex(0)", "portHandler.setMidiOutputPorts(port(M), 1, same)"
+//   trace: "portRegistry.getPortByIndex(0)", "portHandler.setMidiOutputPorts([ port(M) ], 1, same)"
+//          "bus(1).setArrangement(3)", "bus(1).setChannelPort(0, port(A))"
 #pragma once
 
 #include "hostapi/IComponentPortHandler.h"
 #include "hostapi/IPortRegistry.h"
-#include "tests/doubles/BusDescriptorDouble.h"
 #include "tests/doubles/HostPortDouble.h"
 
 #include <optional>
 
 namespace doubles {
 
-/** Ports stay in memory when they are removed from the registry. */
+/** Ports stay in memory when they are removed from the registry. The host makes a new bus at each
+    request and takes it over in setAudioInputBuses: from then on the plug-in must not release it.
+    One that was never handed over must be released. */
 class HostPortsDouble {
 public:
     explicit HostPortsDouble(HostBooks& host);
@@ -42,21 +44,18 @@ public:
     std::vector<std::string> midiPorts;  ///< of the last call
     std::vector<std::string> removedFromAllMidiInputs;
 
-    // For the host context and the component handler.
     Steinberg::IPortRegistry& getRegistry() { return registry; }
-    BusDescriptorDouble* makeBus();
-    Steinberg::tresult setAudioInputBuses(Steinberg::int32 first, Steinberg::int32 second,
-                                          Steinberg::IBusDescriptor** buses,
-                                          Steinberg::int32 count);
-    Steinberg::tresult setMidiOutputPorts(Steinberg::IHostPort** ports, Steinberg::int32 count,
-                                          Steinberg::IHostPort** ports2, Steinberg::int32 count2);
+
+    /** The port handler of a component handler. */
+    Steinberg::IComponentPortHandler& makeHandler(HostObject& componentHandler);
 
 private:
+    class Bus;
+    class Handler;
     class Registry;
 
     HostBooks& books;
     Steinberg::IPortRegistry& registry;
-    int busesMade = 0;
 };
 
 } // namespace doubles

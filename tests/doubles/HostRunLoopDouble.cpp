@@ -20,8 +20,8 @@ HostRunLoopDouble::HostRunLoopDouble(HostBooks& host)
 
 #if SMTG_OS_LINUX
 
-/** A handler that is still registered may be gone with its plug-in: it is in the ledger, and not
-    released here. */
+/** A handler that is still registered may be destroyed already, so it is not released here. The
+    ledger reports it. */
 HostRunLoopDouble::~HostRunLoopDouble()
 {
     for (auto& timer : timers)

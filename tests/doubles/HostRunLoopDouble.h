@@ -1,6 +1,6 @@
-// HostRunLoopDouble: the host's run loop on Linux. Its timers tick when the test says so. Where the
-// plug-in is the Mac's code, the timers on the fake Mac's run loop stand among them. On a Mac it
-// holds none, since the system has a loop of its own.
+// HostRunLoopDouble: the host's run loop on Linux. Its timers tick when the test says so, and with
+// them those on the fake Mac's run loop, where the plug-in is the Mac's code. On a Mac it has no
+// timers: the plug-in uses the system's own loop.
 //
 //   host.runLoop.tick();                              // every timer once, in registration order
 //   host.runLoop.intervals() == {50}
@@ -25,7 +25,7 @@ public:
     void tick();
     std::vector<Steinberg::uint64> intervals() const;
 
-    /** Lets go of every timer, also of those that it refused to take out. */
+    /** Drops every timer, also one that was not unregistered because the call failed. */
     void forgetTimers() { timers.clear(); }
 
     /** "timers: expected 0, is 1" while any is registered. */
@@ -66,8 +66,7 @@ public:
 
 #endif
 
-/** Of calls in a trace, those that there are on this system: a host's run loop is asked on Linux.
- */
+/** Leaves out the calls of a run loop on a system whose plug-in does not use the host's. */
 std::vector<std::string> onThisSystem(std::vector<std::string> calls);
 
 } // namespace doubles

@@ -117,9 +117,10 @@ private:
 };
 
 HostServiceDouble::HostServiceDouble(HostBooks& host)
-: factory(host.make<Factory>(*this))
-, service(host.make<Service>(*this))
+: service(host.make<Service>(*this))
 {
+    auto& factory = host.make<Factory>(*this);
+    host.offer(IComponentFactory::iid, [&factory] { return newReference(&factory); });
 }
 
 void HostServiceDouble::offer(Vst::VstIEditorConnect* newConnection, void* newLibraryHandle)

@@ -1,5 +1,5 @@
-// HostServiceDouble: the host's component factory, the service component it makes, and the service
-// behind that. Without offer() the factory makes nothing, as in a host without the extension.
+// HostServiceDouble: the host's component factory, the service component that it makes, and that
+// component's service. Before offer() the factory makes nothing, as in a host without the service.
 //
 //   host.service.offer(&library, handle);     // the connection and the handle for setPluginInfo
 //   host.service.registerResult = kResultFalse;    host.service.setsPluginInfo = false;
@@ -14,7 +14,7 @@
 
 namespace doubles {
 
-/** A component's ledger count is 0 once it was destroyed and its getter released. */
+/** The ledger wants a component destroyed and its getter released. */
 class HostServiceDouble {
 public:
     explicit HostServiceDouble(HostBooks& host);
@@ -44,14 +44,11 @@ public:
     std::vector<Steinberg::IExternalPlugin*> registered; ///< borrowed, in order of registration
     Steinberg::FUnknown* initializeContext = nullptr;    ///< what the component was started with
 
-    Steinberg::IComponentFactory& getFactory() { return factory; }
-
 private:
     class Factory;
     class Component;
     class Service;
 
-    Steinberg::IComponentFactory& factory;
     Steinberg::IExtensionVSTService& service;
     int componentsMade = 0;
 };

@@ -15,10 +15,11 @@ using Guard = std::lock_guard<std::recursive_mutex>;
 HostUpdatesDouble::HostUpdatesDouble(HostBooks& host)
 : Counted(host, "updateHandler")
 {
+    host.offer(IUpdateHandler::iid, [this] { return newReference<IUpdateHandler>(this); });
 }
 
-/** Objects are compared by their FUnknown, as interfaces of one object differ in address. Our own
-    objects are not queried: that would be a call of the host to itself in the tests' counts. */
+/** Objects are compared by their FUnknown, since interfaces of one object differ in address. The
+    host's own objects are not queried, so that tests do not count the query as the plug-in's. */
 FUnknown* HostUpdatesDouble::identity(FUnknown* object) const
 {
     if (auto* known = books.find(object))

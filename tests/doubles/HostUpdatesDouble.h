@@ -1,6 +1,6 @@
-// HostUpdatesDouble: the host's update handler, with the SDK's semantics: it holds no references,
-// a dependent that is added twice is told twice, one that is removed during a notice is not told
-// any more, and a deferred notice is dropped with the last dependent.
+// HostUpdatesDouble: the host's update handler. As in the SDK it holds no references. A dependent
+// that was added twice is told twice. One that is removed during a notice is not told any more. A
+// deferred notice is dropped with the last dependent.
 //
 //   host.updates.tell(value, IDependent::kChanged);   // the host's notice; at once, or
 //   host.updates.deferred = true;                     // ... kept until

@@ -1,5 +1,5 @@
-// InProcessLibrary: a scripted library whose entry points stand in the test program itself, for
-// tests of the controller without a file.
+// InProcessLibrary: a scripted library whose entry points are in the test program itself, for tests
+// of the controller without a library's file.
 //
 //   doubles::InProcessLibrary library(trace);
 //   host.service.offer(&library, library.handle());   // the controller looks its entries up there
@@ -16,8 +16,8 @@ public:
     explicit InProcessLibrary(Trace& trace);
     ~InProcessLibrary() override;
 
-    /** A dynamic-library handle in which getVSTEditorConnectObject and getVSTObserverObject are
-        found; both speak for this object. Valid as long as this object. */
+    /** A handle of dlopen, in which dlsym finds getVSTEditorConnectObject and getVSTObserverObject.
+        Both give this object's. Valid as long as this object. */
     void* handle() const { return program; }
 
 private:

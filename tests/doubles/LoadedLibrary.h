@@ -1,5 +1,4 @@
-// LoadedLibrary: the scripted library that stands under a path as a file, as the plug-in will load
-// it, and the ScriptedLibrary behind it.
+// LoadedLibrary: the ScriptedLibrary in a library file, which the plug-in loads from the same path.
 //
 //   doubles::LoadedLibrary loaded(trace);             // the fixed path, or the second argument
 //   ASSERT_TRUE(loaded);
@@ -7,9 +6,9 @@
 //   ...plug-in...
 //   EXPECT_EQ(trace.count("library.start()"), 1u);
 //
-// Which file stands there decides what it lacks. Test programs know them all by macros with the
-// targets' names: VSTK2X_SCRIPTED_LIBRARY, VSTK2X_SCRIPTED_LIBRARY_WITHOUT_CONNECT (the entry
-// point), ..._WITHOUT_OBSERVER (the other one), ..._NULL_CONNECTION (stores null).
+// Test programs have the path of each such file in a macro with its target's name:
+// VSTK2X_SCRIPTED_LIBRARY, VSTK2X_SCRIPTED_LIBRARY_WITHOUT_CONNECT (no getVSTEditorConnectObject),
+// ..._WITHOUT_OBSERVER (no getVSTObserverObject), ..._NULL_CONNECTION (gives null).
 #pragma once
 
 #include "tests/doubles/ScriptedLibrary.h"
@@ -17,9 +16,8 @@
 
 namespace doubles {
 
-/** Declare it before the plug-in, so that it outlives it. Holds the file loaded, so that records
-   survive the plug-in's own closing. The library behind is new for each LoadedLibrary as far as
-   tests can tell: it is renewed here and at the end. */
+/** Declare it before the plug-in, so that it outlives it. Holds the file loaded, so that its
+    records stay when the plug-in closes it. Each one begins with a new ScriptedLibrary. */
 class LoadedLibrary {
 public:
     /** Where the plug-in looks for it. Lives until the process is gone. */

@@ -7,7 +7,7 @@
 
 namespace doubles {
 
-/** It may fail to take or give its ID, and to give its attributes, which may fail in turn. */
+/** A test can let every call fail, also those of its attributes. */
 class MessageDouble final : public Counted<Steinberg::Vst::IMessage> {
 public:
     MessageDouble(HostBooks& host, const std::string& name);
@@ -16,7 +16,7 @@ public:
     void PLUGIN_API setMessageID(const char* newId) override;
     Steinberg::Vst::IAttributeList* PLUGIN_API getAttributes() override;
 
-    /** Without asking the test: it is the host's own message. */
+    /** Fills a message of the host's own: no calls that a test sees. */
     void makeUp(const char* newId, const char* attribute, const void* data,
                 Steinberg::uint32 sizeInBytes);
     void makeUp(const char* newId, const char* attribute, Steinberg::int64 value);

@@ -1,6 +1,6 @@
-// NonsenseText: what a host or library says in place of a text of its own.
+// NonsenseText: the wrong texts that a host or library can give.
 //
-//   told(script, "Tavrin 1")                   // an 8-bit text, or what the test said instead
+//   told(script, "Tavrin 1")                   // an 8-bit text, or the wrong one of the test
 //   told(script, port.displayName).get(true)   // a host's text likewise
 #pragma once
 
@@ -11,10 +11,10 @@ namespace doubles {
 
 using Steinberg::Vst::play::HostText;
 
-/** More than any buffer that is handed across the boundary holds. */
+/** Longer than any buffer between plug-in, host and library. */
 constexpr size_t kEndlessText = 5000;
 
-/** A text of as many bytes fills the buffers that the library gets, without a terminator. */
+/** @param endless the length of an endless text, in bytes */
 inline std::string nonsenseBytes(Nonsense what, size_t endless = kEndlessText)
 {
     switch (what) {
@@ -33,7 +33,7 @@ inline std::string told(CallScript& script, const std::string& own, size_t endle
     return nonsense ? nonsenseBytes(*nonsense, endless) : own;
 }
 
-/** The same units to a host of either character set; the object lives as long as the program. */
+/** The same units in either character set. The text lives as long as the program. */
 inline const HostText& nonsenseText(Nonsense what)
 {
     static const HostText empty("");

@@ -6,22 +6,6 @@ namespace doubles {
 
 using namespace Steinberg;
 
-namespace {
-
-template <class Interface>
-tresult query(Interface* object, const TUID queried, void** obj)
-{
-    *obj = nullptr;
-    if (!FUnknownPrivate::iidEqual(queried, FUnknown::iid) &&
-        !FUnknownPrivate::iidEqual(queried, Interface::iid))
-        return kNoInterface;
-    object->addRef();
-    *obj = object;
-    return kResultOk;
-}
-
-} // namespace
-
 int32 ParameterQueueDouble::getPointCount()
 {
     return static_cast<int32>(points.size());
@@ -45,11 +29,6 @@ tresult ParameterQueueDouble::addPoint(int32 sampleOffset, Vst::ParamValue value
     return kResultOk;
 }
 
-tresult ParameterQueueDouble::queryInterface(const TUID queried, void** obj)
-{
-    return query<Vst::IParamValueQueue>(this, queried, obj);
-}
-
 ParameterQueueDouble&
 ParameterChangesDouble::add(Vst::ParamID id, const std::vector<ParameterQueueDouble::Point>& points)
 {
@@ -60,7 +39,7 @@ ParameterChangesDouble::add(Vst::ParamID id, const std::vector<ParameterQueueDou
 
 int ParameterChangesDouble::foreignReferences() const
 {
-    int result = references - 1;
+    int result = getReferences() - 1;
     for (const auto& queue : queues)
         result += queue.getReferences() - 1;
     return result;
@@ -82,11 +61,6 @@ Vst::IParamValueQueue* ParameterChangesDouble::addParameterData(const Vst::Param
 {
     index = getParameterCount();
     return &add(id, {});
-}
-
-tresult ParameterChangesDouble::queryInterface(const TUID queried, void** obj)
-{
-    return query<Vst::IParameterChanges>(this, queried, obj);
 }
 
 } // namespace doubles

@@ -8,16 +8,16 @@
 #pragma once
 
 #include "pluginterfaces/vst/ivstparameterchanges.h"
+#include "tests/doubles/StackObject.h"
 
-#include <atomic>
 #include <deque>
 #include <set>
 #include <vector>
 
 namespace doubles {
 
-/** One parameter's points; counts references and deletes nothing, as below. */
-class ParameterQueueDouble final : public Steinberg::Vst::IParamValueQueue {
+/** One parameter's points. */
+class ParameterQueueDouble final : public StackObject<Steinberg::Vst::IParamValueQueue> {
 public:
     struct Point {
         Steinberg::int32 sampleOffset;
@@ -29,14 +29,10 @@ public:
     , id(parameter)
     {
     }
-    ParameterQueueDouble(const ParameterQueueDouble&) = delete;
-    ParameterQueueDouble& operator=(const ParameterQueueDouble&) = delete;
-    virtual ~ParameterQueueDouble() = default;
 
     std::vector<Point> points;
     std::set<Steinberg::int32> unreadable;
     bool throws = false; ///< at every getPoint
-    int getReferences() const { return references; }
 
     Steinberg::Vst::ParamID PLUGIN_API getParameterId() override { return id; }
     Steinberg::int32 PLUGIN_API getPointCount() override;
@@ -46,24 +42,13 @@ public:
                                            Steinberg::Vst::ParamValue value,
                                            Steinberg::int32& index) override;
 
-    Steinberg::tresult PLUGIN_API queryInterface(const Steinberg::TUID queried,
-                                                 void** obj) override;
-    Steinberg::uint32 PLUGIN_API addRef() override { return static_cast<unsigned>(++references); }
-    Steinberg::uint32 PLUGIN_API release() override { return static_cast<unsigned>(--references); }
-
 private:
     const Steinberg::Vst::ParamID id;
-    std::atomic<int> references{1};
 };
 
-/** On the test's stack: one reference of its own, release deletes nothing. Not in the trace. */
-class ParameterChangesDouble final : public Steinberg::Vst::IParameterChanges {
+/** Not in the trace. */
+class ParameterChangesDouble final : public StackObject<Steinberg::Vst::IParameterChanges> {
 public:
-    ParameterChangesDouble() = default;
-    ParameterChangesDouble(const ParameterChangesDouble&) = delete;
-    ParameterChangesDouble& operator=(const ParameterChangesDouble&) = delete;
-    virtual ~ParameterChangesDouble() = default;
-
     ParameterQueueDouble& add(Steinberg::Vst::ParamID id,
                               const std::vector<ParameterQueueDouble::Point>& points);
     void addNull() { list.push_back(nullptr); }
@@ -76,15 +61,9 @@ public:
     Steinberg::Vst::IParamValueQueue* PLUGIN_API addParameterData(const Steinberg::Vst::ParamID& id,
                                                                   Steinberg::int32& index) override;
 
-    Steinberg::tresult PLUGIN_API queryInterface(const Steinberg::TUID queried,
-                                                 void** obj) override;
-    Steinberg::uint32 PLUGIN_API addRef() override { return static_cast<unsigned>(++references); }
-    Steinberg::uint32 PLUGIN_API release() override { return static_cast<unsigned>(--references); }
-
 private:
     std::deque<ParameterQueueDouble> queues;
     std::vector<ParameterQueueDouble*> list;
-    std::atomic<int> references{1};
 };
 
 } // namespace doubles

@@ -3,7 +3,7 @@
 //   controller.connect(&host.peer);
 //   host.peer.received[0] == {"VST_CONNECT_MESSAGE_ID", library address, nullopt}
 //   host.peer.notifyResults = {kResultFalse};      // of the first message; later ones succeed
-//   host.peer.forwardTo = processor;               // and its answer is passed back
+//   host.peer.forwardTo = processor;               // its answer is the peer's
 //   trace: "peer.notify(VST_CONNECT_MESSAGE_ID)"
 #pragma once
 

@@ -1,5 +1,5 @@
-// Builds the bytes of preset files from the container's definition, apart from the code that writes
-// them.
+// The bytes of preset files, built from the definition of the format: what the plug-in writes is
+// compared with them.
 #pragma once
 
 #include <cstdint>

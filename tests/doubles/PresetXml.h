@@ -1,5 +1,5 @@
-// The attributes of a preset file as the media browser reads them, apart from the code that writes
-// them.
+// The attributes of a preset file as the media browser reads them: what the plug-in writes is
+// compared with them.
 #pragma once
 
 #include <string>

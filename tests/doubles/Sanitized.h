@@ -1,5 +1,5 @@
-// VSTK2X_SANITIZED: defined where the address, leak or thread sanitizer watches, for tests of what
-// it would not allow: little address space, or memory that the SDK never frees.
+// VSTK2X_SANITIZED: defined in a build with the address, leak or thread sanitizer, for tests of
+// what these do not allow: little address space, or memory that the SDK never frees.
 #pragma once
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)

@@ -16,8 +16,7 @@ ScriptedHost::ScriptedHost(Trace& trace, const HostFamily& family)
 , devices(books, updates)
 , service(books)
 , runLoop(books.make<HostRunLoopDouble>())
-, context(
-      books.make<HostContextDouble>(family, HostParts{updates, devices, ports, service, runLoop}))
+, context(books.make<HostContextDouble>(family, runLoop))
 , handler(books.make<HostHandlerDouble>(ports))
 , peer(books.make<PeerDouble>())
 {

@@ -11,7 +11,9 @@
 #pragma once
 
 #include "tests/doubles/HostContextDouble.h"
+#include "tests/doubles/HostDevicesDouble.h"
 #include "tests/doubles/HostHandlerDouble.h"
+#include "tests/doubles/HostServiceDouble.h"
 #include "tests/doubles/PeerDouble.h"
 
 namespace doubles {

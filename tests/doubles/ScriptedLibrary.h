@@ -6,7 +6,7 @@
 //   library.turn(37012000, 65);                             // begin, value, end on this thread
 //   library.controller->getAudioPortList();                 // calls into the plug-in
 //   trace: "library.setHostType(0)", "library.receiveHostMidi(90 3C 7F)"
-//   EXPECT_THAT(library.complaints(), IsEmpty());           // nothing was used after its end
+//   EXPECT_THAT(library.complaints(), IsEmpty());           // no call came after destroy
 //
 // Arguments in the trace: texts as they stand, pointers as "null" or "object", note bytes in
 // hexadecimal, other data as "4 bytes" (and kept in a field), observers by their parameter ID.
@@ -132,17 +132,17 @@ public:
 
     // ---- VstIEditorConnect -----------------------------------------------------------------
     void destroy() override;
-    void start() override;
-    void attachService() override;
-    void detachService() override;
+    void start() override { call("start"); }
+    void attachService() override { call("attachService"); }
+    void detachService() override { call("detachService"); }
     int32 prepareEditor(void* parent, const char* platformType) override;
     int32 getEditorRect(Steinberg::ViewRect* rect) override;
     int32 openEditor(void* parent, const Steinberg::ViewRect* rect) override;
-    int32 closeEditor() override;
-    int32 editorOpened() override;
+    int32 closeEditor() override { return call("closeEditor") ? told(closeResult) : 1; }
+    int32 editorOpened() override { return call("editorOpened") ? 0 : 1; }
     int32 addObserver(Steinberg::Vst::VstIObserver* observer) override;
     int32 removeObserver(Steinberg::Vst::VstIObserver* observer) override;
-    void parametersReady() override;
+    void parametersReady() override { call("parametersReady"); }
     int32 getParameterStepCount(uint32 id) override;
     void hostParameterChanged(uint32 id, double value) override;
     int32 getParameterValue(uint32 id) override;
@@ -157,25 +157,25 @@ public:
     int32 applyPreset(int32 bank, int32 number) override;
     int32 getVoiceDataString(int32 bank, int32 number, char* buffer) override;
     int32 findParameter(int32 xPos, int32 yPos, uint32& id) override;
-    void onHostPortsReady(bool state) override;
-    void onInitialStartFileLoad(bool state) override;
-    void syncPartToMidiChannel(int32 channel) override;
+    void onHostPortsReady(bool ready) override { call("onHostPortsReady", ready); }
+    void onInitialStartFileLoad(bool load) override { call("onInitialStartFileLoad", load); }
+    void syncPartToMidiChannel(int32 channel) override { call("syncPartToMidiChannel", channel); }
     std::vector<char> getUserBankData(int32 bank, int32 number) override;
     int32 applyUserBank(int32 bank, int32 number, const char* data, int32 size) override;
     void setEffectInterface(Steinberg::Vst::VstIEffectInterface* newEffect) override;
     void setControllerInterface(Steinberg::Vst::VstIControllerInterface* newController) override;
-    int32 getLatencyMode() override;
+    int32 getLatencyMode() override { return call("getLatencyMode") ? told(latencyMode) : 0; }
     int32 getFirstStartState() override;
     bool isDisplayAudioPort(const char* displayName) override;
-    void setEffectOption(bool option) override;
+    void setEffectOption(bool option) override { call("setEffectOption", option); }
     bool matchRegularExpression(const char* pattern, const char* text) override;
-    int32 onFocus(bool state) override;
+    int32 onFocus(bool focused) override { return call("onFocus", focused) ? 0 : 1; }
     bool onKeyDown(char character, Steinberg::int16 keyCode, Steinberg::int16 modifiers) override;
     bool onKeyUp(char character, Steinberg::int16 keyCode, Steinberg::int16 modifiers) override;
     bool onWheel(float distance) override;
     int32 setStateText(const Steinberg::char16* text) override;
-    void setHostType(int32 hostType) override;
-    int32 getStateFormat() override;
+    void setHostType(int32 hostType) override { call("setHostType", hostType); }
+    int32 getStateFormat() override { return call("getStateFormat") ? told(stateFormat) : 0; }
 
 private:
     template <typename... Arguments>

@@ -17,7 +17,7 @@ namespace {
 constexpr size_t kBufferSize = 30;
 constexpr int kMostValues = 3000; ///< of a parameter, each of which has a text to ask for
 
-// From one end of the numbers to the other, backwards.
+// A rectangle whose right side is as far left of its left side as it can be.
 constexpr int32 kFarLeft = std::numeric_limits<int32>::min();
 constexpr int32 kFarRight = std::numeric_limits<int32>::max();
 
@@ -70,21 +70,6 @@ void ScriptedLibrary::destroy()
     destroyed = true;
 }
 
-void ScriptedLibrary::start()
-{
-    call("start");
-}
-
-void ScriptedLibrary::attachService()
-{
-    call("attachService");
-}
-
-void ScriptedLibrary::detachService()
-{
-    call("detachService");
-}
-
 int32 ScriptedLibrary::prepareEditor(void* newParent, const char* platformType)
 {
     if (!call("prepareEditor", newParent, platformType))
@@ -110,21 +95,6 @@ int32 ScriptedLibrary::openEditor(void* newParent, const ViewRect* newRect)
         return 1;
     parent = newParent;
     return openResult;
-}
-
-int32 ScriptedLibrary::closeEditor()
-{
-    return call("closeEditor") ? told(closeResult) : 1;
-}
-
-int32 ScriptedLibrary::editorOpened()
-{
-    return call("editorOpened") ? 0 : 1;
-}
-
-void ScriptedLibrary::parametersReady()
-{
-    call("parametersReady");
 }
 
 int32 ScriptedLibrary::getParameterStepCount(uint32 id)
@@ -227,21 +197,6 @@ int32 ScriptedLibrary::findParameter(int32 xPos, int32 yPos, uint32& id)
     return found ? 0 : 1;
 }
 
-void ScriptedLibrary::onHostPortsReady(bool ready)
-{
-    call("onHostPortsReady", ready);
-}
-
-void ScriptedLibrary::onInitialStartFileLoad(bool load)
-{
-    call("onInitialStartFileLoad", load);
-}
-
-void ScriptedLibrary::syncPartToMidiChannel(int32 channel)
-{
-    call("syncPartToMidiChannel", channel);
-}
-
 std::vector<char> ScriptedLibrary::getUserBankData(int32 bank, int32 number)
 {
     return call("getUserBankData", bank, number) && userBank
@@ -269,11 +224,6 @@ void ScriptedLibrary::setControllerInterface(VstIControllerInterface* newControl
     call("setControllerInterface", newController);
 }
 
-int32 ScriptedLibrary::getLatencyMode()
-{
-    return call("getLatencyMode") ? told(latencyMode) : 0;
-}
-
 int32 ScriptedLibrary::getFirstStartState()
 {
     return call("getFirstStartState") ? told(firstStartState) : 0;
@@ -285,22 +235,12 @@ bool ScriptedLibrary::isDisplayAudioPort(const char* displayName)
            toldFlag(displaysPort && displaysPort(displayName));
 }
 
-void ScriptedLibrary::setEffectOption(bool option)
-{
-    call("setEffectOption", option);
-}
-
 bool ScriptedLibrary::matchRegularExpression(const char* pattern, const char* text)
 {
     if (!call("matchRegularExpression", pattern, text) || !pattern || !text)
         return false;
     return toldFlag(matches ? matches(pattern, text)
                             : std::regex_search(text, std::regex(pattern, std::regex::extended)));
-}
-
-int32 ScriptedLibrary::onFocus(bool focused)
-{
-    return call("onFocus", focused) ? 0 : 1;
 }
 
 bool ScriptedLibrary::onKeyDown(char character, int16 keyCode, int16 modifiers)
@@ -327,16 +267,6 @@ int32 ScriptedLibrary::setStateText(const char16* text)
         return 1;
     stateTextsSet.push_back(units);
     return told(stateTextResult);
-}
-
-void ScriptedLibrary::setHostType(int32 hostType)
-{
-    call("setHostType", hostType);
-}
-
-int32 ScriptedLibrary::getStateFormat()
-{
-    return call("getStateFormat") ? told(stateFormat) : 0;
 }
 
 } // namespace doubles

@@ -77,15 +77,4 @@ tresult StreamDouble::tell(int64* result)
     return kResultOk;
 }
 
-tresult StreamDouble::queryInterface(const TUID queried, void** obj)
-{
-    *obj = nullptr;
-    if (!FUnknownPrivate::iidEqual(queried, FUnknown::iid) &&
-        !FUnknownPrivate::iidEqual(queried, IBStream::iid))
-        return kNoInterface;
-    addRef();
-    *obj = static_cast<IBStream*>(this);
-    return kResultOk;
-}
-
 } // namespace doubles

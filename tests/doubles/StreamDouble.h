@@ -8,25 +8,21 @@
 #pragma once
 
 #include "pluginterfaces/base/ibstream.h"
+#include "tests/doubles/StackObject.h"
 
-#include <atomic>
 #include <optional>
 #include <string>
 
 namespace doubles {
 
-/** Lives on the test's stack: starts with one reference, which is the test's, and release deletes
-    nothing. One thread at a time. */
-class StreamDouble final : public Steinberg::IBStream {
+/** One thread at a time. */
+class StreamDouble final : public StackObject<Steinberg::IBStream> {
 public:
     StreamDouble() = default;
     explicit StreamDouble(const std::string& bytes)
     : data(bytes)
     {
     }
-    StreamDouble(const StreamDouble&) = delete;
-    StreamDouble& operator=(const StreamDouble&) = delete;
-    virtual ~StreamDouble() = default;
 
     std::string data;
     Steinberg::int64 position = 0;
@@ -40,7 +36,6 @@ public:
     bool seekable = true;
 
     size_t callCount = 0;
-    int getReferences() const { return references; }
 
     Steinberg::tresult PLUGIN_API read(void* buffer, Steinberg::int32 size,
                                        Steinberg::int32* sizeRead) override;
@@ -50,15 +45,8 @@ public:
                                        Steinberg::int64* result) override;
     Steinberg::tresult PLUGIN_API tell(Steinberg::int64* result) override;
 
-    Steinberg::tresult PLUGIN_API queryInterface(const Steinberg::TUID queried,
-                                                 void** obj) override;
-    Steinberg::uint32 PLUGIN_API addRef() override { return static_cast<unsigned>(++references); }
-    Steinberg::uint32 PLUGIN_API release() override { return static_cast<unsigned>(--references); }
-
 private:
     bool goesOn();
-
-    std::atomic<int> references{1};
 };
 
 } // namespace doubles

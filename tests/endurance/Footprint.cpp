@@ -8,15 +8,14 @@
 #include <malloc.h>
 #include <unistd.h>
 
-// A sanitizer's allocator keeps freed memory back and tells nothing of it; leaks are its own
-// matter.
+// A sanitizer's allocator keeps freed memory and does not say how much. It looks for leaks itself.
 #ifdef VSTK2X_SANITIZED
 #define JUDGES_MEMORY 0
 #else
 #define JUDGES_MEMORY 1
 #endif
 
-// Under an emulator what is resident is the emulator's, which keeps the code that it translated.
+// An emulator's own memory grows with the code that it has translated.
 #if defined(VSTK2X_MACHO) && defined(__aarch64__)
 #define JUDGES_RESIDENT 0
 #else

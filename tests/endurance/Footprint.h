@@ -8,7 +8,7 @@ namespace endurance {
 
 struct Footprint {
     std::size_t heapBytes = 0;     ///< handed out by the allocator
-    std::size_t residentBytes = 0; ///< in memory, whatever for; 0 under an emulator
+    std::size_t residentBytes = 0; ///< of the whole process; 0 under an emulator
     std::size_t handles = 0;       ///< open files and the like
     std::size_t threads = 0;
 
@@ -18,8 +18,7 @@ struct Footprint {
     std::string text() const;
 };
 
-/** Whether nothing grew from one to the other but by the allocator's own noise; if something did, a
-    line on stderr says what.
+/** Whether nothing grew by more than the allocator's own noise. Says on stderr what did.
     @param heapSlack, residentSlack bytes that may come on top */
 bool isFlat(const Footprint& before, const Footprint& after, std::size_t heapSlack,
             std::size_t residentSlack);

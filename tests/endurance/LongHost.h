@@ -1,5 +1,5 @@
-// LongHost: play's host for a long session. It counts edits and keeps no record, so that what grows
-// is not its own.
+// LongHost: play's host for a long session. It counts edits and keeps no record: memory that grows
+// must be the plug-in's.
 #pragma once
 
 #include "tests/doubles/MacsCode.h"

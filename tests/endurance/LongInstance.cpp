@@ -34,6 +34,15 @@ bool isAnswer(const Event& played, const Event& heard)
 
 } // namespace
 
+Counts& Counts::operator+=(const Counts& more)
+{
+    for (const auto count : {&Counts::blocks, &Counts::notesIn, &Counts::notesOut,
+                             &Counts::wrongNotes, &Counts::automation, &Counts::gestures,
+                             &Counts::presets, &Counts::views, &Counts::states, &Counts::failures})
+        this->*count += more.*count;
+    return *this;
+}
+
 LongInstance::LongInstance(LongHost& longHost, unsigned seed)
 : host(longHost)
 , random(seed)

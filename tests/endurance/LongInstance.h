@@ -1,4 +1,4 @@
-// LongInstance: one plug-in of a long session, with a musician and a user who never tire.
+// LongInstance: one instance in a long session, and what its user does there.
 #pragma once
 
 #include "tests/endurance/LongHost.h"
@@ -24,10 +24,12 @@ struct Counts {
     uint64_t views = 0;
     uint64_t states = 0;   ///< saved and restored
     uint64_t failures = 0; ///< calls of the plug-in that did not answer as they must
+
+    Counts& operator+=(const Counts& more);
 };
 
-/** Created, initialised, connected and active; the destructor goes all the way back. What it does
-    is drawn from its seed, so that a run can be had again. Throws when it cannot be started. */
+/** Created, initialised, connected and active; the destructor goes all the way back. Its random
+    choices follow from the seed, so that a run can be repeated. Throws when it cannot start. */
 class LongInstance {
 public:
     static constexpr int kBlockSize = 512; ///< samples

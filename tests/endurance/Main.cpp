@@ -3,11 +3,10 @@
 #include "tests/endurance/Footprint.h"
 #include "tests/endurance/LongInstance.h"
 
-#include <algorithm>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
+#include <iostream>
+#include <map>
 #include <memory>
 #include <unistd.h>
 
@@ -15,8 +14,8 @@ namespace {
 
 using namespace endurance;
 
-// Nothing may stay behind of a life. In a session the instrument's last calls change, and their
-// texts with them.
+// A life may leave nothing behind. In a session the simulated instrument keeps the texts of its
+// last calls, and those vary in length.
 constexpr size_t kHeapSlackOfLives = 1024;
 constexpr size_t kHeapSlackOfSession = 16 * 1024;
 constexpr size_t kResidentSlack = 1024 * 1024;
@@ -24,30 +23,32 @@ constexpr size_t kResidentSlack = 1024 * 1024;
 /** Without it the allocator keeps freed memory aside for each size and counts it as in use. */
 constexpr const char* kTunables = "glibc.malloc.tcache_count=0";
 
-/** Minutes of presets, saves and views after which the simulated instrument's record of its newest
-    calls is full, with as much of each as later: memory is flat from then on. */
+/** The simulated instrument's record of its last calls grows until it is full. After so many
+    minutes of presets, saves and views it is, and memory must not grow any more. */
 constexpr int kMinutesRemembered = 1000;
 
-void print(const Counts& counts, const EditCounts& edits)
+void print(const Counts& counts)
 {
-    const auto number = [](uint64_t count) { return static_cast<unsigned long long>(count); };
-    std::printf("  blocks %llu, notes in %llu, notes out %llu, wrong notes %llu, automation %llu\n",
-                number(counts.blocks), number(counts.notesIn), number(counts.notesOut),
-                number(counts.wrongNotes), number(counts.automation));
-    std::printf("  user gestures %llu, begun %llu, performed %llu, ended %llu, out of order %llu\n",
-                number(counts.gestures), number(edits.begun), number(edits.performed),
-                number(edits.ended), number(edits.disordered));
-    std::printf("  presets %llu, views %llu, states %llu, failures %llu\n", number(counts.presets),
-                number(counts.views), number(counts.states), number(counts.failures));
+    std::cout << "  blocks " << counts.blocks << ", notes in " << counts.notesIn << ", notes out "
+              << counts.notesOut << ", wrong notes " << counts.wrongNotes << ", automation "
+              << counts.automation << "\n  gestures " << counts.gestures << ", presets "
+              << counts.presets << ", views " << counts.views << ", states " << counts.states
+              << ", failures " << counts.failures << '\n';
+}
+
+void print(const EditCounts& edits)
+{
+    std::cout << "  edits begun " << edits.begun << ", performed " << edits.performed << ", ended "
+              << edits.ended << ", out of order " << edits.disordered << '\n';
 }
 
 bool verdict(const Footprint& before, const Footprint& after, size_t heapSlack, bool nothingFailed)
 {
-    std::printf("  after warm-up: %s\n  at the end:    %s\n", before.text().c_str(),
-                after.text().c_str());
-    const bool flat = isFlat(before, after, heapSlack, kResidentSlack);
-    std::printf("  %s\n", flat && nothingFailed ? "ok" : "FAILED");
-    return flat && nothingFailed;
+    std::cout << "  after warm-up: " << before.text() << "\n  at the end:    " << after.text()
+              << '\n';
+    const bool good = isFlat(before, after, heapSlack, kResidentSlack) && nothingFailed;
+    std::cout << (good ? "  ok" : "  FAILED") << std::endl;
+    return good;
 }
 
 /** A stretch of host time: a tick each 50 ms, a gesture each 100 ms, a preset each 10 s, a save
@@ -79,7 +80,7 @@ double hoursOf(const Counts& counts)
            LongInstance::kSampleRate / 3600;
 }
 
-/** What play brings in a minute beside the music. */
+/** What play does in a minute besides the music. */
 void actForAMinute(LongHost& host, LongInstance& instance)
 {
     for (int preset = 0; preset < 6; ++preset) {
@@ -93,7 +94,7 @@ void actForAMinute(LongHost& host, LongInstance& instance)
 
 bool runSession(LongHost& host, double hours)
 {
-    std::printf("session of %g hours of host time\n", hours);
+    std::cout << "session of " << hours << " hours of host time" << std::endl;
     LongInstance instance(host, 1);
     for (int minute = 0; minute < kMinutesRemembered; ++minute)
         actForAMinute(host, instance);
@@ -102,38 +103,11 @@ bool runSession(LongHost& host, double hours)
     play(host, instance, hours);
     const Footprint after = Footprint::take();
     instance.settle();
-    std::printf("  host time %.2f hours\n", hoursOf(instance.counts));
-    print(instance.counts, instance.edits.counts);
+    std::cout << "  host time " << hoursOf(instance.counts) << " hours\n";
+    print(instance.counts);
+    print(instance.edits.counts);
     return verdict(before, after, kHeapSlackOfSession, instance.counts.failures == 0);
 }
-
-/** Of several instances together. */
-struct Totals {
-    uint64_t instances = 0;
-    size_t most = 1; ///< at once
-    uint64_t notesIn = 0;
-    uint64_t notesOut = 0;
-    uint64_t wrongNotes = 0;
-    uint64_t failures = 0;
-
-    void add(const Counts& counts)
-    {
-        ++instances;
-        notesIn += counts.notesIn;
-        notesOut += counts.notesOut;
-        wrongNotes += counts.wrongNotes;
-        failures += counts.failures;
-    }
-    void print() const
-    {
-        const auto number = [](uint64_t count) { return static_cast<unsigned long long>(count); };
-        std::printf(
-            "  instances ended %llu, at once %zu, notes in %llu, notes out %llu, wrong notes %llu, "
-            "failures %llu\n",
-            number(instances), most, number(notesIn), number(notesOut), number(wrongNotes),
-            number(failures));
-    }
-};
 
 /** One life with everything in it. */
 Counts live(LongHost& host, unsigned seed)
@@ -151,23 +125,23 @@ Counts live(LongHost& host, unsigned seed)
 
 bool runLives(LongHost& host, int cycles)
 {
-    std::printf("%d lives from creation to release\n", cycles);
+    std::cout << cycles << " lives from creation to release" << std::endl;
     constexpr int kWarmUp = 20;
-    Totals totals;
+    Counts counts;
     for (int cycle = 0; cycle < kWarmUp; ++cycle)
-        totals.failures += live(host, 1).failures;
+        counts.failures += live(host, 1).failures;
     const Footprint before = Footprint::take();
     for (int cycle = 0; cycle < cycles; ++cycle)
-        totals.add(live(host, static_cast<unsigned>(cycle + 1)));
+        counts += live(host, static_cast<unsigned>(cycle + 1));
     const Footprint after = Footprint::take();
-    totals.print();
-    std::printf("  timers left %zu\n", host.getTimerCount());
+    print(counts);
+    std::cout << "  timers left " << host.getTimerCount() << '\n';
     return verdict(before, after, kHeapSlackOfLives,
-                   totals.failures == 0 && host.getTimerCount() == 0);
+                   counts.failures == 0 && host.getTimerCount() == 0);
 }
 
 /** All at once, each with music of its own, ended in another order than they began. */
-void playTogether(LongHost& host, int instances, int blocks, Totals& totals)
+void playTogether(LongHost& host, int instances, int blocks, Counts& counts)
 {
     std::vector<std::unique_ptr<LongInstance>> all;
     for (int index = 0; index < instances; ++index)
@@ -179,10 +153,9 @@ void playTogether(LongHost& host, int instances, int blocks, Totals& totals)
         }
         host.tick();
     }
-    totals.most = std::max(totals.most, all.size());
     for (auto& instance : all) {
         instance->settle();
-        totals.add(instance->counts);
+        counts += instance->counts;
     }
     for (size_t index = 0; index < all.size(); index += 2)
         all[index].reset();
@@ -190,47 +163,40 @@ void playTogether(LongHost& host, int instances, int blocks, Totals& totals)
 
 bool runInstances(LongHost& host, int instances, int blocks)
 {
-    std::printf("%d instances in one process, %d blocks each\n", instances, blocks);
-    Totals totals;
+    std::cout << instances << " instances in one process, " << blocks << " blocks each, four times"
+              << std::endl;
+    Counts counts;
     for (int round = 0; round < 2; ++round)
-        playTogether(host, instances, blocks, totals);
+        playTogether(host, instances, blocks, counts);
     const Footprint before = Footprint::take();
     for (int round = 0; round < 2; ++round)
-        playTogether(host, instances, blocks, totals);
+        playTogether(host, instances, blocks, counts);
     const Footprint after = Footprint::take();
-    totals.print();
+    print(counts);
     return verdict(before, after, kHeapSlackOfLives,
-                   totals.failures == 0 && host.getTimerCount() == 0);
+                   counts.failures == 0 && host.getTimerCount() == 0);
 }
 
 int usage()
 {
-    std::fputs("usage: endurance [--hours H] [--cycles N] [--instances N [--blocks N]]\n"
-               "Each option that is given is run, in this order. Run it under with-simulator.\n",
-               stderr);
+    std::cerr << "usage: endurance [--hours H] [--cycles N] [--instances N [--blocks N]]\n"
+                 "Each option that is given is run, in this order. Run it under with-simulator.\n";
     return 2;
 }
 
 int run(int count, char** arguments)
 {
-    double hours = 0;
-    int cycles = 0;
-    int instances = 0;
-    int blocks = 50;
+    std::map<std::string, double> options{
+        {"--hours", 0}, {"--cycles", 0}, {"--instances", 0}, {"--blocks", 50}};
     for (int index = 1; index + 1 < count; index += 2) {
-        const char* name = arguments[index];
-        const char* value = arguments[index + 1];
-        if (std::strcmp(name, "--hours") == 0)
-            hours = std::atof(value);
-        else if (std::strcmp(name, "--cycles") == 0)
-            cycles = std::atoi(value);
-        else if (std::strcmp(name, "--instances") == 0)
-            instances = std::atoi(value);
-        else if (std::strcmp(name, "--blocks") == 0)
-            blocks = std::atoi(value);
-        else
+        const auto option = options.find(arguments[index]);
+        if (option == options.end())
             return usage();
+        option->second = std::atof(arguments[index + 1]);
     }
+    const double hours = options["--hours"];
+    const int cycles = static_cast<int>(options["--cycles"]);
+    const int instances = static_cast<int>(options["--instances"]);
     if (count % 2 == 0 || !(hours > 0 || cycles > 0 || instances > 0))
         return usage();
     LongHost host;
@@ -240,7 +206,7 @@ int run(int count, char** arguments)
     if (cycles > 0)
         good = runLives(host, cycles) && good;
     if (instances > 0)
-        good = runInstances(host, instances, blocks) && good;
+        good = runInstances(host, instances, static_cast<int>(options["--blocks"])) && good;
     return good ? 0 : 1;
 }
 
@@ -252,11 +218,10 @@ int main(int count, char** arguments)
         setenv("GLIBC_TUNABLES", kTunables, 1);
         execv("/proc/self/exe", arguments);
     }
-    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     try {
         return run(count, arguments);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "endurance: %s\n", error.what());
+        std::cerr << "endurance: " << error.what() << '\n';
         return 1;
     }
 }

@@ -2,6 +2,7 @@
 #include "editorlib/VstIControllerInterface.h"
 #include "pluginterfaces/gui/iplugview.h"
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
+#include "tests/doubles/Parameters.h"
 #include "tests/faults/Scenario.h"
 
 namespace faults {
@@ -112,7 +113,7 @@ public:
         world.step("initialize",
                    [&] { EXPECT_EQ(world.controller->initialize(&context), kResultFalse); });
         EXPECT_THAT(world.trace.texts(), IsEmpty()) << "a second one changes nothing";
-        EXPECT_EQ(world.controller->getParameterCount(), 225);
+        EXPECT_EQ(world.controller->getParameterCount(), doubles::kParameters);
         starts = 0; // since the trace was cleared
         world.end();
     }

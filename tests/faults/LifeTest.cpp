@@ -1,4 +1,5 @@
 // A whole life of both components, from the factory to the last reference.
+#include "tests/doubles/Parameters.h"
 #include "tests/faults/Scenario.h"
 
 #include <dlfcn.h>
@@ -38,8 +39,9 @@ public:
         EXPECT_EQ(world.trace.count(ending), 1u);
         EXPECT_EQ(world.trace.count("library.setControllerInterface(null)"), 1u);
         EXPECT_EQ(world.trace.count("library.setEffectInterface(null)"), 1u);
-        EXPECT_EQ(world.calls({"library.getVSTObserverObject"}).size(), 225u);
-        EXPECT_EQ(world.calls({"library.removeObserver"}).size(), 225u);
+        EXPECT_EQ(world.calls({"library.getVSTObserverObject"}).size(),
+                  size_t{doubles::kParameters});
+        EXPECT_EQ(world.calls({"library.removeObserver"}).size(), size_t{doubles::kParameters});
         EXPECT_EQ(world.library.controller, nullptr);
         EXPECT_EQ(world.library.effect, nullptr);
     }
@@ -198,7 +200,7 @@ public:
     void expectStated(const Fault& fault) override
     {
         EXPECT_EQ(world.trace.count("library.parametersReady()"), 1u);
-        EXPECT_EQ(world.calls({"library.getParameterValue("}).size(), 225u);
+        EXPECT_EQ(world.calls({"library.getParameterValue("}).size(), size_t{doubles::kParameters});
         const size_t connections = world.trace.count("library.setEffectInterface(object)");
         if (!fault.in("controller.connect") || !isAboutAMessage(fault)) {
             EXPECT_EQ(connections, 1u);

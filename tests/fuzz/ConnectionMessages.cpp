@@ -1,13 +1,11 @@
-// The processor between its messages: connected, told, disconnected and used in any order, with
-// messages that lack what they should carry. An input is a row of operations; a model of a few
-// fields says what each must do.
+// Messages to the processor in any order, also some that lack what they should carry, and its use
+// in between. An input is a list of operations; a model of a few fields says what each must do.
 #include "processor/VstK2x.h"
 #include "tests/doubles/EventListDouble.h"
 #include "tests/doubles/ParameterChangesDouble.h"
 #include "tests/doubles/ScriptedLibrary.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/LimitedMemory.h"
-#include "tests/fuzz/LoneObject.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
 
@@ -34,7 +32,7 @@ constexpr const char* kAttributes[] = {"VST_CONNECT_BINARY_ID", "VST_ISUNICODE_H
                                        "VST_DISCONNECT_BINARY_ID", "other"};
 
 /** Numbers and bytes by their name, on the stack. A name has one or the other. */
-class Attributes : public fuzz::LoneObject<IAttributeList> {
+class Attributes : public doubles::StackObject<IAttributeList> {
 public:
     tresult PLUGIN_API setInt(AttrID id, int64 value) override
     {
@@ -78,7 +76,7 @@ private:
 };
 
 /** A message whose ID or attributes a host may have left out. */
-class BareMessage : public fuzz::LoneObject<IMessage> {
+class BareMessage : public doubles::StackObject<IMessage> {
 public:
     BareMessage(const char* messageID, IAttributeList* attributeList)
     : id(messageID)
@@ -150,11 +148,11 @@ private:
         const bool bare = input.byte() == 255;
         BareMessage message(name, bare ? nullptr : &attributes);
         FUZZ_CHECK(processor->notify(&message) == kResultOk);
-        FUZZ_CHECK(message.references == 1 && attributes.references == 1);
+        FUZZ_CHECK(message.getReferences() == 1 && attributes.getReferences() == 1);
         checkMessage(id, bare ? nullptr : address, bare ? 0 : flag);
     }
 
-    /** Addresses are those of a library or null: the two halves share a process and trust it. */
+    /** Addresses are a library's or null: the processor trusts its controller's address. */
     void addAttribute(IAttributeList& attributes, VstIEditorConnect*& address, int64& flag)
     {
         const size_t name = input.below(std::size(kAttributes));
@@ -228,7 +226,7 @@ private:
                                 : mode == 0 || mode == 1 ? 1.0
                                                          : 0.0) *
                                sampleRate / 1000;
-        // A rate that gives no 32-bit number of samples gives none at all.
+        // It is 0 where the number of samples does not fit in 32 bits.
         const bool fits = samples >= 0 && samples < 4294967296.0;
         FUZZ_CHECK(latency == (fits ? static_cast<uint32>(samples) : 0));
     }

@@ -44,7 +44,7 @@ public:
     IPtr<VstK2xController> controller = owned(new VstK2xController);
 };
 
-/** A field that is not wholly there keeps what it was before. */
+/** A field that is cut off keeps its former value. */
 int32 fieldAt(const std::string& bytes, size_t offset, int32 before)
 {
     if (bytes.size() >= offset + sizeof(before))

@@ -27,7 +27,7 @@ Function next(const char* name)
 
 } // namespace
 
-// These stand in the program and so come before the system's.
+// The program's own functions are found before the system's.
 extern "C" {
 
 __attribute__((visibility("default"))) void* dlopen(const char* path, int flags) noexcept
@@ -35,12 +35,12 @@ __attribute__((visibility("default"))) void* dlopen(const char* path, int flags)
     static const auto real = next<void* (*)(const char*, int)>("dlopen");
     if (!isEditorLibrary(path))
         return real(path, flags);
-    // Of its functions only those that are called, and none of its names for others.
+    // Functions are bound when they are called, and others do not see the library's names.
     FUZZ_CHECK(flags == RTLD_LAZY);
     if (!fileExists)
         return nullptr;
     ++opened;
-    // The program's own handle is counted by nobody and stays the same.
+    // The system does not count the program's own handle, which is always the same.
     lastHandle = real(nullptr, flags);
     return lastHandle;
 }

@@ -1,5 +1,5 @@
-// EditorLibraryFile: the editor library's file, played by this program itself: what the plug-in
-// opens under its fixed path is here this program's own handle.
+// EditorLibraryFile: stands in for the editor library's file. When the plug-in opens its fixed
+// path, it gets this program's own handle.
 #pragma once
 
 namespace fuzz {
@@ -13,7 +13,7 @@ public:
     EditorLibraryFile& operator=(const EditorLibraryFile&) = delete;
     ~EditorLibraryFile();
 
-    /** How often it was opened less how often it was closed. */
+    /** How often it is open. */
     int openCount() const;
 };
 

@@ -22,8 +22,7 @@ void HostCallsScene::createController()
     unknown->release();
 }
 
-/** A controller that is left initialised would leave its address with library and host; a host that
-    does that is beyond help. */
+/** Terminates it first: library and host would keep the address of an initialised one. */
 void HostCallsScene::releaseController()
 {
     auto& released = controller();
@@ -31,7 +30,7 @@ void HostCallsScene::releaseController()
         return;
     terminate(released);
     released = {};
-    // One that could not ask for the host's update handler at its end could not take leave there.
+    // One that did not get the host's update handler at its end is still a dependent there.
     if (faulty)
         host.updates.forgetDependents();
 }
@@ -82,7 +81,7 @@ void HostCallsScene::createProcessor()
     unknown->release();
 }
 
-/** Whoever is connected to it keeps it alive. */
+/** Disconnects it first: a controller that is connected to it would keep it alive. */
 void HostCallsScene::releaseProcessor()
 {
     auto& released = processor();
@@ -134,38 +133,6 @@ IConnectionPoint* HostCallsScene::anyPeer(bool ofController)
     return controllers[index].object.get();
 }
 
-void HostCallsScene::connectController()
-{
-    auto& connected = controller();
-    auto* peer = anyPeer(true);
-    if (connected.object)
-        connected.object->connect(peer);
-}
-
-void HostCallsScene::disconnectController()
-{
-    auto& disconnected = controller();
-    auto* peer = anyPeer(true);
-    if (disconnected.object)
-        disconnected.object->disconnect(peer);
-}
-
-void HostCallsScene::connectProcessor()
-{
-    auto& connected = processor();
-    auto* peer = anyPeer(false);
-    if (connected.object)
-        connected.object->connect(peer);
-}
-
-void HostCallsScene::disconnectProcessor()
-{
-    auto& disconnected = processor();
-    auto* peer = anyPeer(false);
-    if (disconnected.object)
-        disconnected.object->disconnect(peer);
-}
-
 void HostCallsScene::setHandler()
 {
     auto& told = controller();
@@ -187,7 +154,7 @@ void HostCallsScene::createView()
     shown.attached = false;
 }
 
-/** Often enough after its controller was ended or given up. */
+/** Often after its controller was terminated or released. */
 void HostCallsScene::releaseView()
 {
     if (!inNested)

@@ -1,6 +1,5 @@
-// The plug-in whose calls are searched: this program's own code, or the module in the place of the
-// build's bundle. The operations go through the classes' virtual functions, which are in the same
-// places in both.
+// The plug-in that is tested: this program's own code, or the module of another build. Its virtual
+// functions are called through this program's classes, since their tables are the same.
 #pragma once
 
 #include "controller/VstK2xController.h"
@@ -11,8 +10,8 @@ namespace fuzz {
 Steinberg::FUnknown* newController();
 Steinberg::FUnknown* newProcessor();
 
-/** Whether the controller has an editor connection, or has none, as expected. Where the code is
-    another build's nobody can look into it, and whatever is expected holds. */
+/** Whether the controller has an editor connection, or has none, as expected. Always true for the
+    module of another build, whose fields cannot be read. */
 bool isConnection(const Steinberg::Vst::VstK2xController& controller, bool expected);
 
 } // namespace fuzz

@@ -6,12 +6,14 @@
 #include "hostapi/IHostClasses.h"
 #include "hostapi/IPortRegistry.h"
 #include "pluginterfaces/base/iupdatehandler.h"
+#include "tests/doubles/Parameters.h"
 
 namespace fuzz {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 using doubles::HostFamily;
+using doubles::kVolume1;
 
 namespace {
 
@@ -26,8 +28,6 @@ HostFamily familyOf(FuzzInput& input)
     return input.oneOf(families);
 }
 
-constexpr unsigned kVolume1 = 37012000;
-
 } // namespace
 
 HostCallsScene::HostCallsScene(FuzzInput& bytes)
@@ -36,7 +36,7 @@ HostCallsScene::HostCallsScene(FuzzInput& bytes)
 , file(bytes.byte() % 4 != 0)
 {
     factory.setHostContext(&host.context);
-    // A range of one value has no texts to fetch, which takes most of the time.
+    // For a range of one value no texts are fetched, which would take most of the time.
     serviceLibrary.defaultParameter = {0, 0, 0, 0, {}};
     serviceLibrary.setParameter(kVolume1, {2, 0, 4, 0, {}});
     serviceLibrary.connectionFor = [this] { return newLibrary(); };
@@ -77,7 +77,7 @@ VstIEditorConnect* HostCallsScene::newLibrary()
     return &library;
 }
 
-/** The one that was loaded last comes first. */
+/** Index 0 is the one that was loaded last. */
 doubles::ScriptedLibrary& HostCallsScene::anyLibrary()
 {
     const size_t index = input.below(fileLibraries.size() + 1);
@@ -130,7 +130,8 @@ void HostCallsScene::checkAfterStep() const
     for (const auto& controller : controllers)
         if (controller.object && !nested && !faulty) {
             FUZZ_CHECK(controller.object->getUnitCount() == 17);
-            FUZZ_CHECK(controller.object->getParameterCount() == (controller.bound ? 225 : 0));
+            FUZZ_CHECK(controller.object->getParameterCount() ==
+                       (controller.bound ? doubles::kParameters : 0));
         }
     if (nested || faulty)
         return;

@@ -1,6 +1,6 @@
-// HostCallsScene: a host with up to two instances of the plug-in, which it creates, connects, uses
-// and gives up in any order. Each operation takes what it needs from the input and checks what the
-// host may rely on; close() gives everything back, and then every reference must be where it was.
+// HostCallsScene: a host with up to two instances of the plug-in. It creates, connects, uses and
+// ends them in any order. Each operation reads what it needs from the input, and checks what a host
+// may rely on. close() gives everything back, and no reference may be missing or left.
 #pragma once
 
 #include "controller/VstK2xController.h"
@@ -32,6 +32,7 @@ public:
 private:
     using VstK2xController = Steinberg::Vst::VstK2xController;
     using VstK2x = Steinberg::Vst::VstK2x;
+    using IConnectionPoint = Steinberg::Vst::IConnectionPoint;
 
     static constexpr size_t kInstances = 2;
     static constexpr size_t kViews = 3;
@@ -68,10 +69,18 @@ private:
     void releaseProcessor();
     void initializeProcessor();
     void terminateProcessor();
-    void connectController();
-    void disconnectController();
-    void connectProcessor();
-    void disconnectProcessor();
+    void connectController() { join(controller(), &IConnectionPoint::connect, true); }
+    void disconnectController() { join(controller(), &IConnectionPoint::disconnect, true); }
+    void connectProcessor() { join(processor(), &IConnectionPoint::connect, false); }
+    void disconnectProcessor() { join(processor(), &IConnectionPoint::disconnect, false); }
+    template <class End>
+    void join(End& end, Steinberg::tresult (IConnectionPoint::*operation)(IConnectionPoint*),
+              bool isController)
+    {
+        auto* peer = anyPeer(isController);
+        if (end.object)
+            (end.object->*operation)(peer);
+    }
     void setHandler();
     void createView();
     void releaseView();
@@ -99,7 +108,7 @@ private:
     Controller& controller() { return controllers[input.below(kInstances)]; }
     Processor& processor() { return processors[input.below(kInstances)]; }
     View& view() { return views[input.below(kViews)]; }
-    Steinberg::Vst::IConnectionPoint* anyPeer(bool ofController);
+    IConnectionPoint* anyPeer(bool ofController);
     unsigned anyParameter();
     bool isAlive(const Steinberg::Vst::VstIEffectInterface* effect) const;
     bool isAlive(const Steinberg::Vst::VstIControllerInterface* face) const;

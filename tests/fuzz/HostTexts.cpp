@@ -4,9 +4,9 @@
 #include "hostapi/IHostApplicationW.h"
 #include "support/CharacterConvert.h"
 #include "support/DAWInfo.h"
+#include "tests/doubles/StackObject.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/LimitedMemory.h"
-#include "tests/fuzz/LoneObject.h"
 #include "tests/fuzz/TextModel.h"
 
 #include <algorithm>
@@ -23,7 +23,7 @@ enum Options : uint8_t {
     kNoName = 2,
     kNoVersion = 4,
     kNoHost = 8,
-    kUsedBuffers = 16, ///< what follows a text's first zero stands behind it in the host's buffer
+    kUsedBuffers = 16, ///< behind a text's terminator stands the rest of a former text
 };
 
 std::u16string upToZero(const std::u16string& text)
@@ -44,8 +44,8 @@ std::string bytesOf(const std::u16string& text)
     return bytes.substr(0, bytes.find('\0'));
 }
 
-/** A text as the host hands it out, in memory that ends with two zero bytes, or one for packed
-    8-bit text: the text's terminator, unless the buffer was used before. */
+/** A text as the host hands it out. Its memory ends with two zero bytes, or with one for 8-bit
+    text: the text's own terminator, or in a used buffer the one of a former text. */
 class HostBuffer {
 public:
     HostBuffer(const std::u16string& text, uint8_t options)
@@ -127,7 +127,7 @@ void checkEightBitText(const std::string& text, const std::string& needle, int b
 }
 
 /** A host of which only the texts matter, on the stack. */
-class TextHost : public fuzz::LoneObject<IHostApplicationW> {
+class TextHost : public doubles::StackObject<IHostApplicationW> {
 public:
     TextHost(const std::u16string& name, const std::u16string& version, uint8_t hostOptions)
     : nameBuffer(name, hostOptions)
@@ -213,7 +213,7 @@ void checkHost(const std::u16string& name, const std::u16string& version, uint8_
     const bool noHost = (options & kNoHost) != 0;
     TextHost host(name, version, options);
     const DAWInfo info(noHost ? nullptr : &host);
-    FUZZ_CHECK(host.references == 1);
+    FUZZ_CHECK(host.getReferences() == 1);
 
     const bool hasName = !noHost && (options & kNoName) == 0;
     FUZZ_CHECK(info.getHostType() ==

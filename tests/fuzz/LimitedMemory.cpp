@@ -3,7 +3,6 @@
 #include <atomic>
 #include <cstdlib>
 #include <limits>
-#include <new>
 
 namespace fuzz {
 
@@ -25,65 +24,28 @@ LimitedMemory::~LimitedMemory()
 
 } // namespace fuzz
 
-// The sanitizers' own operator new ends the process where memory has run out; ours throws, as the
-// one does that users have. It takes from malloc, which the sanitizers go on watching.
-void* operator new(size_t size, const std::nothrow_t& /*tag*/) noexcept
+namespace {
+
+// The sanitizers' own operator new ends the process when memory has run out. This one throws, as
+// the C++ library's does. The sanitizers still watch malloc, which it uses.
+void* takeMemory(size_t size) noexcept
 {
     return size > fuzz::limit ? nullptr : std::malloc(size ? size : 1);
 }
 
-void* operator new[](size_t size, const std::nothrow_t& tag) noexcept
-{
-    return operator new(size, tag);
-}
-
-void* operator new(size_t size)
-{
-    void* memory = operator new(size, std::nothrow);
-    if (!memory)
-        throw std::bad_alloc();
-    return memory;
-}
-
-void* operator new[](size_t size)
-{
-    return operator new(size);
-}
-
-void operator delete(void* memory) noexcept
+void giveMemory(void* memory) noexcept
 {
     std::free(memory);
 }
 
-void operator delete[](void* memory) noexcept
-{
-    std::free(memory);
-}
+} // namespace
 
-void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete[](void* memory, size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
+#include "tests/doubles/OperatorNew.h"
 
 extern "C" {
 
-// What the sanitizers do unless the environment says otherwise. calloc has a limit here: the
-// fuzzer's own tables fit in.
+// The sanitizers' options, unless the environment has others. The limit is for calloc, and leaves
+// room for the fuzzer's own tables.
 __attribute__((used, visibility("default"))) const char* __asan_default_options()
 {
     return "max_allocation_size_mb=64:allocator_may_return_null=1:detect_leaks=1:"
@@ -95,8 +57,8 @@ __attribute__((used, visibility("default"))) const char* __ubsan_default_options
     return "halt_on_error=1:print_stacktrace=1";
 }
 
-// A host that throws when a timer is registered or taken out: the SDK's timer is lost then, since
-// at its end it would ask that host again and end the process.
+// When the host throws as a timer is registered or unregistered, the SDK's timer is not destroyed:
+// its destructor would call that host again and end the process.
 __attribute__((used, visibility("default"))) const char* __lsan_default_suppressions()
 {
     return "leak:createLinuxTimer\n";

@@ -1,5 +1,5 @@
-// LimitedMemory: no more than 8 MiB at once. A size field may claim two gigabytes, and a search
-// that took them each time would try nothing else; beyond the limit, memory has run out.
+// LimitedMemory: no more than 8 MiB at once; beyond that memory has run out. A size field may claim
+// two gigabytes, and a search would spend its time with allocating them.
 #pragma once
 
 #include <cstddef>

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kMostChanges = 8;
 constexpr std::size_t kLongestPiece = 32;
 
-/** Where size fields, codes and characters turn. */
+/** Numbers at which the meaning of size fields, codes and characters changes. */
 constexpr std::int64_t kEdges[] = {
     0,   1,   -1,     2,      16,     100,        101,         127,        128,
     255, 256, 0x7FFF, 0x8000, 0xD800, 0x7FFFFFFF, -2147483648, 0xFFFFFFFF, 0x7FF0000000000000};
@@ -35,85 +35,60 @@ std::string Mutator::next()
 
 void Mutator::change(std::string& input)
 {
-    constexpr void (Mutator::*kinds[])(std::string&) = {
-        &Mutator::setByte, &Mutator::flipBit, &Mutator::setNumber, &Mutator::addToNumber,
-        &Mutator::insert,  &Mutator::repeat,  &Mutator::erase,     &Mutator::cross};
-    (this->*kinds[draw(std::size(kinds))])(input);
+    const std::size_t place = draw(input.size() + 1);
+    const std::size_t length = 1 + draw(kLongestPiece);
+    switch (draw(8)) {
+    case 0:
+        return void(input.erase(place, length));
+    case 1:
+        return void(input.insert(place, randomPiece(length)));
+    case 2:
+        return void(input.insert(place, std::string(input, draw(place + 1), length)));
+    case 3: {
+        const std::string& other = kept[draw(kept.size())];
+        return void(input.replace(place, input.size(), other, draw(other.size() + 1)));
+    }
+    default:
+        return changeNumber(input);
+    }
 }
 
-void Mutator::setByte(std::string& input)
-{
-    if (!input.empty())
-        input[placeFor(1, input)] = static_cast<char>(draw(256));
-}
-
-void Mutator::flipBit(std::string& input)
-{
-    if (input.empty())
-        return;
-    char& byte = input[placeFor(1, input)];
-    byte = static_cast<char>(byte ^ (1 << draw(8)));
-}
-
-void Mutator::setNumber(std::string& input)
+void Mutator::changeNumber(std::string& input)
 {
     const std::size_t width = kWidths[draw(std::size(kWidths))];
     if (input.size() < width)
         return;
-    const std::int64_t number = kEdges[draw(std::size(kEdges))];
-    std::memcpy(&input[placeFor(width, input)], &number, width);
-}
-
-void Mutator::addToNumber(std::string& input)
-{
-    const std::size_t width = kWidths[draw(std::size(kWidths))];
-    if (input.size() < width)
-        return;
-    char* place = &input[placeFor(width, input)];
+    char* place = &input[draw(input.size() - width + 1)];
     std::uint64_t number = 0;
     std::memcpy(&number, place, width);
-    number += draw(33);
-    number -= 16;
+    switch (draw(4)) {
+    case 0:
+        number = static_cast<std::uint64_t>(kEdges[draw(std::size(kEdges))]);
+        break;
+    case 1:
+        number += draw(33);
+        number -= 16;
+        break;
+    case 2:
+        number ^= std::uint64_t{1} << draw(8 * width);
+        break;
+    default:
+        number ^= draw(256);
+    }
     std::memcpy(place, &number, width);
 }
 
-void Mutator::insert(std::string& input)
+std::string Mutator::randomPiece(std::size_t length)
 {
-    std::string piece(1 + draw(kLongestPiece), '\0');
+    std::string piece(length, '\0');
     for (char& byte : piece)
         byte = static_cast<char>(draw(256));
-    input.insert(draw(input.size() + 1), piece);
-}
-
-void Mutator::repeat(std::string& input)
-{
-    if (input.empty())
-        return;
-    const std::string piece = input.substr(draw(input.size()), 1 + draw(kLongestPiece));
-    input.insert(draw(input.size() + 1), piece);
-}
-
-void Mutator::erase(std::string& input)
-{
-    if (!input.empty())
-        input.erase(draw(input.size()), 1 + draw(kLongestPiece));
-}
-
-void Mutator::cross(std::string& input)
-{
-    const std::string& other = kept[draw(kept.size())];
-    input.resize(draw(input.size() + 1));
-    input += other.substr(draw(other.size() + 1));
+    return piece;
 }
 
 std::uint32_t Mutator::draw(std::size_t below)
 {
     return static_cast<std::uint32_t>(random() % below);
-}
-
-std::size_t Mutator::placeFor(std::size_t bytes, const std::string& input)
-{
-    return draw(input.size() - bytes + 1);
 }
 
 } // namespace fuzz

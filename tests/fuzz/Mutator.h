@@ -1,4 +1,4 @@
-// Mutator: inputs like those that are kept, for a search where there is no libFuzzer.
+// Mutator: makes inputs out of the kept ones, for a search without libFuzzer.
 //
 //   fuzz::Mutator mutator(kept);
 //   const std::string input = mutator.next();
@@ -12,7 +12,7 @@
 
 namespace fuzz {
 
-/** Every object that is made from the same inputs in the same order gives the same row. */
+/** Made from the same kept inputs, it gives the same inputs in the same order. */
 class Mutator {
 public:
     static constexpr std::size_t kMaxSize = 1024;
@@ -25,21 +25,12 @@ public:
 
 private:
     void change(std::string& input);
-    void setByte(std::string& input);
-    void flipBit(std::string& input);
-    void setNumber(std::string& input);
-    void addToNumber(std::string& input);
-    void insert(std::string& input);
-    void repeat(std::string& input);
-    void erase(std::string& input);
-    void cross(std::string& input);
-
+    void changeNumber(std::string& input);
+    std::string randomPiece(std::size_t length);
     std::uint32_t draw(std::size_t below);
-    /** A place for so many bytes in an input that has as many. */
-    std::size_t placeFor(std::size_t bytes, const std::string& input);
 
     const std::vector<std::string> kept;
-    std::mt19937 random{1}; ///< the standard says what it gives, unlike the distributions
+    std::mt19937 random{1}; ///< the same numbers with every C++ library
 };
 
 } // namespace fuzz

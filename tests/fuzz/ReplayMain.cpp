@@ -55,7 +55,7 @@ void runOnce(const std::string& bytes)
 int replay(const Paths& paths)
 {
     for (const auto& path : paths) {
-        // The name stands there if the input ends the process.
+        // Before the input runs, in case it ends the process.
         std::printf("%s\n", path.c_str());
         std::fflush(stdout);
         runOnce(bytesOf(path));
@@ -72,7 +72,7 @@ fuzz::Mutator mutatorOf(const Paths& paths)
     return fuzz::Mutator(std::move(kept));
 }
 
-/** Makes the row once more up to the input that nobody came back from. */
+/** Makes the inputs again, up to the one that ended the process. */
 int keepBroken(const Paths& paths, unsigned long run)
 {
     auto mutator = mutatorOf(paths);
@@ -81,11 +81,11 @@ int keepBroken(const Paths& paths, unsigned long run)
         input = mutator.next();
     const auto name = "broken-input-" + std::to_string(run);
     std::ofstream(name, std::ios::binary) << input;
-    std::printf("input %lu broke it, and is kept as %s\n", run, name.c_str());
+    std::printf("input %lu ended the process, and is kept as %s\n", run, name.c_str());
     return 1;
 }
 
-/** In a process of its own, so that an input that ends it can be told. */
+/** In a process of its own, so that an input that ends it can be reported. */
 int search(const Paths& paths, unsigned long runs)
 {
     void* shared = mmap(nullptr, sizeof(unsigned long), PROT_READ | PROT_WRITE,
@@ -118,7 +118,7 @@ int main(int argc, char** argv)
 {
     const bool searches = argc > 2 && std::strcmp(argv[1], "--runs") == 0;
     const auto paths = inputsIn(argv + (searches ? 3 : 1), argv + argc);
-    // A folder that is empty, or in another place by now, must not look like success.
+    // No success when the folder is empty or was moved.
     if (paths.empty()) {
         std::fputs("no inputs\n", stderr);
         return 1;

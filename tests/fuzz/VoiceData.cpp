@@ -1,8 +1,9 @@
 // The library's texts of voices and its user banks, written as preset files. An input is
 //   bank, number, types, options, the category's names, the voice's text, the bank's data
-// The texts name files, so what counts is also where the files are.
+// The texts become file names, so it is also checked where the files are.
 #include "presets/TavrinSynthCategory.h"
 #include "presets/VstK2xPresetCreater.h"
+#include "tests/doubles/PresetFileBytes.h"
 #include "tests/doubles/ScriptedLibrary.h"
 #include "tests/doubles/TemporaryHome.h"
 #include "tests/fuzz/FuzzInput.h"
@@ -24,7 +25,7 @@ enum Options : uint8_t {
     kOverwrite = 4,   ///< of the map
     kStands = 8,      ///< a file of that name is there already
     kThrows = 16,     ///< the library, at every question for a name
-    kOtherFolder = 32 ///< an output folder that is none
+    kOtherFolder = 32 ///< a number that stands for no output folder
 };
 
 constexpr char kForbidden[] = "\\/,:*?\"<>|";
@@ -133,12 +134,11 @@ uint32 bitOf(int32 bank)
 
 std::string controllerStateOf(const Voice& voice)
 {
-    using fuzz::integerBytes;
-    const auto front = integerBytes(voice.bank) + integerBytes(voice.number);
+    using doubles::le32;
+    const auto front = le32(voice.bank) + le32(voice.number);
     if (!isUserBank(voice.bank))
-        return integerBytes(1) + front;
-    return integerBytes(2) + front + integerBytes(static_cast<int32>(voice.userBank.size())) +
-           voice.userBank;
+        return le32(1) + front;
+    return le32(2) + front + le32(static_cast<int32>(voice.userBank.size())) + voice.userBank;
 }
 
 /** Results of the pieces, which need no folder. */
@@ -186,7 +186,7 @@ void write(VstK2xPresetCreater& creater, const Voice& voice, const std::string& 
                              (voice.options & kOverwrite) != 0, false);
 }
 
-/** Folders cannot hold a file of that name, or the SDK's stream cannot be told it. */
+/** No folder can hold a file of that name, or the SDK's stream cannot take the name. */
 bool isAwkward(const std::string& fileName)
 {
     return fileName.size() > 240 || fileName.find('\0') != std::string::npos;

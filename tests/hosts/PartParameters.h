@@ -2,6 +2,8 @@
 // simulator starts with.
 #pragma once
 
+#include "tests/doubles/Parameters.h"
+
 #include <array>
 #include <string>
 
@@ -14,10 +16,10 @@ struct PartParameter {
     const char* text;  ///< of this value
 };
 
-constexpr int kParts = 16;
-constexpr int kAutomatable = 224; ///< before the edit flag, which is the last
+using doubles::kAutomatable; ///< before the edit flag, which is the last
+using doubles::kParameters;
 
-constexpr std::array<PartParameter, 14> kPartParameters{
+constexpr std::array<PartParameter, doubles::kParametersOfAPart> kPartParameters{
     {{37012000, "Volume N", 100, "100"},
      {37013000, "Pan N", 64, "C"},
      {37053000, "Cutoff N", 64, "+0"},
@@ -33,7 +35,7 @@ constexpr std::array<PartParameter, 14> kPartParameters{
      {37056000, "Assignable Knob 1", 64, "+0"},
      {37057000, "Assignable Knob 2", 64, "+0"}}};
 
-/** One of all parts' parameters: a host's index, 0 to 223. */
+/** One of all parts' parameters: a host's index, 0 to kAutomatable - 1. */
 struct ExpectedParameter {
     unsigned id;
     std::string title;

@@ -3,7 +3,6 @@
 #include "tests/doubles/Sanitized.h"
 
 #include <cstdlib>
-#include <new>
 
 namespace {
 
@@ -18,14 +17,14 @@ std::size_t doubles::allocationCount()
 
 #ifdef VSTK2X_SANITIZED
 
-// Of the sanitizers' run-time; GCC comes without the header that declares it.
+// A function of the sanitizers' run-time. GCC has no header that declares it.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*)(const volatile void*,
                                                                   std::size_t),
                                                          void (*)(const volatile void*));
 
 namespace {
 
-// A sanitizer has operators of its own, which look for errors, and tells whoever asks.
+// A sanitizer has an operator new of its own, which calls these hooks.
 const int installed = __sanitizer_install_malloc_and_free_hooks(
     [](const volatile void*, std::size_t) { ++allocations; }, [](const volatile void*) {});
 
@@ -35,44 +34,19 @@ const int installed = __sanitizer_install_malloc_and_free_hooks(
 
 namespace {
 
-void* allocate(std::size_t size)
+void* takeMemory(std::size_t size) noexcept
 {
     ++allocations;
-    if (void* memory = std::malloc(size > 0 ? size : 1))
-        return memory;
-    throw std::bad_alloc();
+    return std::malloc(size > 0 ? size : 1);
+}
+
+void giveMemory(void* memory) noexcept
+{
+    std::free(memory);
 }
 
 } // namespace
 
-// A loaded library binds to these too, as the program's own come first.
-void* operator new(std::size_t size)
-{
-    return allocate(size);
-}
+#include "tests/doubles/OperatorNew.h"
 
-void* operator new[](std::size_t size)
-{
-    return allocate(size);
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete[](void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete[](void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 #endif

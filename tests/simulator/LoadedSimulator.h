@@ -3,10 +3,9 @@
 
 #include "editorlib/VstIEditorConnect.h"
 #include "simulator/SimulatorControl.h"
+#include "tools/common/LibraryHandle.h"
 
-#include <dlfcn.h>
 #include <stdexcept>
-#include <string>
 
 namespace doubles {
 
@@ -17,35 +16,23 @@ using Steinberg::Vst::VstIObserver;
 /** The library's file, loaded with every symbol bound. */
 class LoadedSimulator {
 public:
-    explicit LoadedSimulator(const std::string& file = SIMULATOR_FILE)
-    : handle(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL))
+    explicit LoadedSimulator(const std::string& path = SIMULATOR_FILE)
+    : file(path, RTLD_NOW)
     {
-        if (!handle)
-            throw std::runtime_error(dlerror());
-        find(connect, "getVSTEditorConnectObject");
-        find(observe, "getVSTObserverObject");
-        find(control, Steinberg::Vst::getSimulatorControlName);
+        if (!file)
+            throw std::runtime_error(file.refusal());
+        if (!connect || !observe || !control)
+            throw std::runtime_error(path + " lacks an entry point");
     }
-    ~LoadedSimulator() { dlclose(handle); }
-    LoadedSimulator(const LoadedSimulator&) = delete;
-    LoadedSimulator& operator=(const LoadedSimulator&) = delete;
-
-    void (*connect)(VstIEditorConnect**) = nullptr;
-    void (*observe)(VstIObserver**, void*, int, int, int, int, void (*)(void*, unsigned, int),
-                    VstIObserver::ParamModeType, void (*)(void*, unsigned),
-                    void (*)(void*, unsigned)) = nullptr;
-    Steinberg::Vst::GetSimulatorControl control = nullptr;
 
 private:
-    template <typename Function>
-    void find(Function& function, const char* name)
-    {
-        function = reinterpret_cast<Function>(dlsym(handle, name));
-        if (!function)
-            throw std::runtime_error(std::string("not exported: ") + name);
-    }
+    const Steinberg::Vst::tools::LibraryHandle file;
 
-    void* handle;
+public:
+    const Steinberg::Vst::GetEditorConnect connect = file.connectEntry();
+    const Steinberg::Vst::GetObserver observe = file.observerEntry();
+    const Steinberg::Vst::GetSimulatorControl control =
+        file.find<Steinberg::Vst::GetSimulatorControl>(Steinberg::Vst::getSimulatorControlName);
 };
 
 } // namespace doubles

@@ -1,3 +1,4 @@
+#include "tests/doubles/Parameters.h"
 #include "tests/simulator/SimulatorFixture.h"
 
 namespace {
@@ -56,11 +57,11 @@ TEST_F(SimulatorState, GetStateChunkBeginsWithNameVersionAndVoice)
     editor->applyPreset(2, 4);
     const auto bytes = editor->getStateChunk();
     std::vector<char> expected{'R', 'S', 'I', 'M'};
-    put(expected, 1);   // version
-    put(expected, 2);   // bank
-    put(expected, 4);   // number
-    put(expected, 224); // 16 parts of 14 parameters
-    ASSERT_EQ(20u + 224u * 8u + 4u, bytes.size());
+    put(expected, 1); // version
+    put(expected, 2); // bank
+    put(expected, 4); // number
+    put(expected, kAutomatable);
+    ASSERT_EQ(20u + kAutomatable * 8u + 4u, bytes.size());
     EXPECT_EQ(expected, std::vector<char>(bytes.begin(), bytes.begin() + 20));
 }
 
@@ -76,7 +77,7 @@ TEST_F(SimulatorState, SetStateChunkTellsTheControllerButNotTheHost)
     watch(trace, {volume1});
     setState(bytes);
     tick();
-    EXPECT_EQ(224u, controller.managed.size());
+    EXPECT_EQ(size_t{kAutomatable}, controller.managed.size());
     EXPECT_EQ(33, controller.managed[volume1]);
     EXPECT_EQ(0u, controller.managed.count(editFlag));
     EXPECT_TRUE(trace.texts().empty());

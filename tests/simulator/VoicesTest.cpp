@@ -1,4 +1,5 @@
 #include "editorlib/TavrinSynthCategory.h"
+#include "tests/doubles/Parameters.h"
 #include "tests/simulator/SimulatorFixture.h"
 
 #include <cstring>
@@ -158,12 +159,12 @@ TEST_F(SimulatorVoices, ApplyPresetReportsTheShownPartsParametersAsTurnedKnobs)
     for (const uint32 id : user->parameterIds())
         if (id % 1000 == 2)
             part3.push_back(id);
-    ASSERT_EQ(14u, part3.size());
+    ASSERT_EQ(size_t{kParametersOfAPart}, part3.size());
     watch(trace, part3);
     EXPECT_EQ(0, editor->applyPreset(1, 2));
     tick();
     for (const std::string kind : {"begin", "value", "end"})
-        EXPECT_EQ(14u, trace.textsOf({kind}).size());
+        EXPECT_EQ(part3.size(), trace.textsOf({kind}).size());
     EXPECT_EQ(elsewhere, editor->getParameterValue(volume1));
     EXPECT_FALSE(user->edited());
     stopWatching();

@@ -10,19 +10,8 @@
 #include "editorlib/VstIControllerInterface.h"
 #include "editorlib/VstIEditorConnect.h"
 #include "editorlib/VstIEffectInterface.h"
-#include "hostapi/IBusDescriptor.h"
-#include "hostapi/IComponentFactory.h"
-#include "hostapi/IComponentPortHandler.h"
-#include "hostapi/IConnector.h"
-#include "hostapi/IDevice.h"
-#include "hostapi/IDeviceList.h"
+#include "hostapi/HostInterfaces.h"
 #include "hostapi/IExternalEffectUsingSKI.h"
-#include "hostapi/IHostApplicationA.h"
-#include "hostapi/IHostApplicationW.h"
-#include "hostapi/IHostClasses.h"
-#include "hostapi/IHostPort.h"
-#include "hostapi/IPortRegistry.h"
-#include "hostapi/IValue.h"
 #include "processor/VstK2x.h"
 
 #include <algorithm>
@@ -208,7 +197,6 @@ TEST(BinaryContract, ServiceTables)
     expectNoDestructorInTable<IExtensionVSTServiceGetter>();
     expectNoDestructorInTable<IExtensionVSTService>();
     expectNoDestructorInTable<IExternalPlugin>();
-    expectNoDestructorInTable<IComponentFactory>();
 }
 
 TEST(BinaryContract, HostTables)
@@ -281,17 +269,8 @@ TEST(BinaryContract, ReservedSlotsOfTheHostAreNamedByTheirNumbers)
 
 TEST(BinaryContract, HostTablesHoldNoDestructor)
 {
-    expectNoDestructorInTable<IHostClasses>();
-    expectNoDestructorInTable<IHostApplicationW>();
-    expectNoDestructorInTable<IHostApplicationA>();
-    expectNoDestructorInTable<IPortRegistry>();
-    expectNoDestructorInTable<IHostPort>();
-    expectNoDestructorInTable<IComponentPortHandler>();
-    expectNoDestructorInTable<IBusDescriptor>();
-    expectNoDestructorInTable<IDeviceList>();
-    expectNoDestructorInTable<IDevice>();
-    expectNoDestructorInTable<IValue>();
-    expectNoDestructorInTable<IConnector>();
+#define EXPECT_NO_DESTRUCTOR(Interface, ...) expectNoDestructorInTable<Interface>();
+    VSTK2X_HOST_INTERFACES(EXPECT_NO_DESTRUCTOR)
     expectNoDestructorInTable<IExternalEffectUsingSKI>();
 }
 

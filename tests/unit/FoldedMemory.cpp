@@ -5,7 +5,6 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
-#include <new>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -50,16 +49,13 @@ void* mapFolded(std::size_t size)
     return area;
 }
 
-void* allocate(std::size_t size)
+void* takeMemory(std::size_t size) noexcept
 {
-    void* memory = folds && size >= kLeastFolded && !foldedBlock ? mapFolded(size)
-                                                                 : std::malloc(size > 0 ? size : 1);
-    if (!memory)
-        throw std::bad_alloc();
-    return memory;
+    return folds && size >= kLeastFolded && !foldedBlock ? mapFolded(size)
+                                                         : std::malloc(size > 0 ? size : 1);
 }
 
-void giveBack(void* memory)
+void giveMemory(void* memory) noexcept
 {
     if (!memory || memory != foldedBlock) {
         std::free(memory);
@@ -71,35 +67,7 @@ void giveBack(void* memory)
 
 } // namespace
 
-void* operator new(std::size_t size)
-{
-    return allocate(size);
-}
-
-void* operator new[](std::size_t size)
-{
-    return allocate(size);
-}
-
-void operator delete(void* memory) noexcept
-{
-    giveBack(memory);
-}
-
-void operator delete[](void* memory) noexcept
-{
-    giveBack(memory);
-}
-
-void operator delete(void* memory, std::size_t /*size*/) noexcept
-{
-    giveBack(memory);
-}
-
-void operator delete[](void* memory, std::size_t /*size*/) noexcept
-{
-    giveBack(memory);
-}
+#include "tests/doubles/OperatorNew.h"
 
 namespace unit {
 

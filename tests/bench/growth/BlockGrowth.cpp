@@ -2,6 +2,7 @@
 #include "tests/bench/Blocks.h"
 #include "tests/bench/growth/Growth.h"
 #include "tests/bench/LinkedInstance.h"
+#include "tests/doubles/Parameters.h"
 
 namespace bench::growth {
 
@@ -12,13 +13,9 @@ using namespace Steinberg::Vst;
 
 constexpr auto kSubject = "a block";
 constexpr ParamID kFirstId = 37012000;
-constexpr int kParameters = 16;
 
 /** An instance and what its host gives it. */
-struct Playing {
-    LeanLibrary library;
-    BenchHost host{library, true};
-    LinkedInstance instance{host};
+struct Playing : LinkedScene {
     Block block;
 
     double time()
@@ -83,10 +80,10 @@ void addBlockSeries()
     add("length", "samples", steps(16, 2, 8192), ofLength);
     add("notes in", "notes", steps(1, 4, 16'384), ofNotes);
     add("notes out, written and sent", "notes", {1, 3, 10, 30, 99}, ofOutgoing);
-    add("parameters", "parameters", {1, 3, 10, 30, 100, 225},
+    add("parameters", "parameters", {1, 3, 10, 30, 100, doubles::kParameters},
         [](int count) { return ofParameters(count, 1); });
     add("points of 16 parameters", "points", steps(1, 4, 4096),
-        [](int points) { return ofParameters(kParameters, points); });
+        [](int points) { return ofParameters(16, points); });
 }
 
 } // namespace bench::growth

@@ -22,7 +22,7 @@ std::vector<Series>& allSeries()
     return all;
 }
 
-/** How many sizes of each series are measured, from the smallest on, and whether once is enough. */
+/** How many sizes of each series are measured, from the smallest on, and how thoroughly. */
 struct Extent {
     size_t sizes = SIZE_MAX;
     int batches = kBatches;

@@ -23,7 +23,7 @@ struct Series {
 /** Sizes from first on, each factor times the one before, up to last. */
 std::vector<int> steps(int first, int factor, int last);
 
-/** Adds a series behind the others. */
+/** Adds a series at the end. */
 void addSeries(Series series);
 
 // The series by subject, in the order in which they are printed.
@@ -49,7 +49,7 @@ double timeOf(const std::function<void()>& work, const std::function<void()>& pr
     that process failed. */
 double inFreshProcess(const std::function<double()>& work);
 
-/** Resident bytes of the process that no file stands behind. */
+/** Resident bytes of the process, without those of mapped files. */
 double residentBytes();
 
 /** From now on the two smallest sizes of each series are measured, once. */
@@ -60,9 +60,8 @@ void beShort();
     Throws what is wrong. */
 void printSeries(const std::vector<std::string>& parts);
 
-/** Prints what users meet for several lengths of a block: by how much the times of the library's
-    notes are off, how many automation values reach the library, and how many of its events
-    arrive. */
+/** Prints what users notice at several lengths of a block: the jitter of the library's notes, how
+    many automation values reach the library, and how many of its events arrive. */
 void printLimits();
 
 } // namespace bench::growth

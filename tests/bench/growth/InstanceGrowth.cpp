@@ -1,7 +1,7 @@
 // Many instances in one process.
 #include "tests/bench/Blocks.h"
 #include "tests/bench/growth/Growth.h"
-#include "tests/bench/growth/Instances.h"
+#include "tests/bench/LinkedInstance.h"
 
 namespace bench::growth {
 
@@ -25,25 +25,25 @@ void addInstances(const char* name, Cost cost, std::function<double(BenchHost&, 
 double memory(BenchHost& host, int count)
 {
     const double before = residentBytes();
-    const Instances instances(host, count);
+    const auto instances = linkedInstances(host, count);
     return residentBytes() - before;
 }
 
 double life(BenchHost& host, int count)
 {
-    return timeOnce([&] { const Instances instances(host, count); });
+    return timeOnce([&] { linkedInstances(host, count); });
 }
 
 /** A note and a parameter in, a note out. */
 double block(BenchHost& host, int count)
 {
     constexpr uint8 note[] = {0x90, 60, 100};
-    const Instances instances(host, count);
+    const auto instances = linkedInstances(host, count);
     Block given;
     given.addNote(60);
     given.addChange(37012000, 1);
     return timeOf([&] {
-        for (const auto& instance : instances.all) {
+        for (const auto& instance : instances) {
             given.out.clear();
             instance->writeMidi(note, sizeof(note));
             instance->process(given.data);
@@ -53,9 +53,9 @@ double block(BenchHost& host, int count)
 
 double tick(BenchHost& host, int count)
 {
-    const Instances instances(host, count);
+    const auto instances = linkedInstances(host, count);
     return timeOf([&] {
-        for (const auto& instance : instances.all)
+        for (const auto& instance : instances)
             instance->controller().notificationEvent();
     });
 }

@@ -1,5 +1,5 @@
-// What users meet, by the length of a block. Time is counted in samples and not on a clock, so that
-// the figures are the same on every machine.
+// What users notice, by the length of a block. Time is counted in samples and not on a clock, so
+// that the figures are the same on every machine.
 #include "tests/bench/Blocks.h"
 #include "tests/bench/growth/Growth.h"
 #include "tests/bench/LinkedInstance.h"
@@ -21,8 +21,8 @@ const std::vector<int> kLengths = steps(64, 2, 8192);
 const std::vector<int> kRates = {1'000, 3'000}; ///< events a second
 constexpr int kHighestRate = 100'000;
 
-/** An instance that is given blocks one behind the other. */
-class Session {
+/** An instance that processes one block after another. */
+class Session : LinkedScene {
 public:
     explicit Session(int length)
     : samples(length)
@@ -56,8 +56,8 @@ public:
         return safe;
     }
 
-    /** Of the notes that the library sends at every sample of a block: by how many seconds the
-        longest wait until a note's place in the host's time is longer than the shortest. */
+    /** The library sends a note at every sample of a block. By how many seconds the one that waits
+        longest for its place in the host's time waits longer than the one that waits shortest. */
     double jitter()
     {
         double shortest = kSeconds;
@@ -74,8 +74,7 @@ public:
         return longest - shortest;
     }
 
-    /** Of a parameter that the host gives a value for every sample: the values that reach the
-        library, a second. */
+    /** The values a second that reach the library, of a parameter with one for every sample. */
     double automationValues()
     {
         block.changes.clearQueue();
@@ -88,12 +87,6 @@ public:
     }
 
 private:
-    class CountingLibrary : public LeanLibrary {
-    public:
-        void hostParameterChanged(uint32, double) override { ++changes; }
-        int changes = 0;
-    };
-
     /** @return the events that it brought to the host */
     int32 sendBlock()
     {
@@ -102,9 +95,6 @@ private:
         return block.out.getEventCount();
     }
 
-    CountingLibrary library;
-    BenchHost host{library, true};
-    LinkedInstance instance{host};
     Block block;
     int samples;
 };

@@ -1,7 +1,7 @@
 // The preset library's generator.
 #include "presets/VstK2xPresetCreater.h"
-#include "tests/bench/growth/FullLibrary.h"
 #include "tests/bench/growth/Growth.h"
+#include "tests/bench/LeanLibrary.h"
 #include "tests/doubles/TemporaryHome.h"
 
 #include <map>
@@ -30,7 +30,7 @@ struct Voices {
 double timeOfWriting(Voices& voices, const std::vector<const char*>* excluded, size_t written)
 {
     const doubles::TemporaryHome home;
-    FullLibrary library;
+    LeanLibrary library;
     VstK2xPresetCreater creater(library);
     const double seconds = timeOf([&] {
         creater.setVoiceDataInfo(voices.byBank, VstK2xPresetCreater::kAllVoiceBanks,

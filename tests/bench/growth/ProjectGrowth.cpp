@@ -1,6 +1,6 @@
 // Whole projects as a host loads them, with the simulated editor library in its place.
 #include "tests/bench/growth/Growth.h"
-#include "tests/bench/growth/Instances.h"
+#include "tests/bench/LinkedInstance.h"
 
 #include "public.sdk/source/common/memorystream.h"
 
@@ -11,6 +11,8 @@ namespace bench::growth {
 namespace {
 
 using namespace Steinberg;
+
+using Project = std::vector<std::unique_ptr<LinkedInstance>>;
 
 /** What the project holds of an instance. */
 IPtr<MemoryStream> savedState(BenchHost& host)
@@ -24,15 +26,14 @@ IPtr<MemoryStream> savedState(BenchHost& host)
 }
 
 /** Creates every instance and gives it its state, in both of its components. */
-void load(BenchHost& host, int count, MemoryStream& state, Instances& project)
+void load(BenchHost& host, MemoryStream& state, Project& project)
 {
-    for (int number = 0; number < count; ++number) {
-        project.all.push_back(std::make_unique<LinkedInstance>(host));
-        LinkedInstance& instance = *project.all.back();
+    for (auto& instance : project) {
+        instance = std::make_unique<LinkedInstance>(host);
         state.seek(0, IBStream::kIBSeekSet, nullptr);
-        instance.processor().setState(&state);
+        instance->processor().setState(&state);
         state.seek(0, IBStream::kIBSeekSet, nullptr);
-        instance.controller().setComponentState(&state);
+        instance->controller().setComponentState(&state);
     }
 }
 
@@ -43,9 +44,9 @@ void addProject(const char* name, Cost cost)
                        BenchHost host;
                        warmUp(host);
                        const auto state = savedState(host);
-                       Instances project(host, 0);
+                       Project project(static_cast<size_t>(count));
                        const double before = residentBytes();
-                       const double seconds = timeOnce([&] { load(host, count, *state, project); });
+                       const double seconds = timeOnce([&] { load(host, *state, project); });
                        return cost == Cost::seconds ? seconds : residentBytes() - before;
                    });
                }});

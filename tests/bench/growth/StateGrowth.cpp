@@ -1,7 +1,6 @@
 // States and user banks of any size.
 #include "presets/VstK2xPresetCreater.h"
 #include "presets/VstK2xUserBank.h"
-#include "tests/bench/growth/FullLibrary.h"
 #include "tests/bench/growth/Growth.h"
 #include "tests/bench/LinkedInstance.h"
 #include "tests/doubles/TemporaryHome.h"
@@ -20,7 +19,7 @@ using namespace Steinberg::Vst;
 const std::vector<int> kSizes = steps(1024, 8, 64 << 20);
 
 /** An instance whose library has a state of this many bytes. */
-struct Saving {
+struct Saving : LinkedScene {
     explicit Saving(int size) { library.state.assign(static_cast<size_t>(size), 'x'); }
 
     /** @return the stream, at its start */
@@ -31,10 +30,6 @@ struct Saving {
         stream->seek(0, IBStream::kIBSeekSet, nullptr);
         return stream;
     }
-
-    FullLibrary library;
-    BenchHost host{library, true};
-    LinkedInstance instance{host};
 };
 
 double saveState(int size)
@@ -63,7 +58,7 @@ double loadState(int size)
 double storeBank(int size)
 {
     const doubles::TemporaryHome home;
-    FullLibrary library;
+    LeanLibrary library;
     library.bank.assign(static_cast<size_t>(size), 'x');
     VstK2xPresetCreater creater(library);
     const double seconds = timeOf([&] {
@@ -78,17 +73,15 @@ double storeBank(int size)
 
 double loadBank(int size)
 {
-    FullLibrary library;
-    BenchHost host(library, true);
-    LinkedInstance instance(host);
+    LinkedScene scene;
     std::vector<char> bank(static_cast<size_t>(size), 'x');
     const auto stream = owned(new MemoryStream);
     VstK2xUserBank(stream).storeEditControllerUserBankData(8, 0, size, bank.data());
     const double seconds = timeOf([&] {
         stream->seek(0, IBStream::kIBSeekSet, nullptr);
-        instance.controller().setState(stream);
+        scene.instance.controller().setState(stream);
     });
-    if (library.lastSize != size)
+    if (scene.library.lastSize != size)
         throw std::runtime_error("the user bank did not come back");
     return seconds;
 }

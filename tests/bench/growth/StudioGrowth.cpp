@@ -55,7 +55,7 @@ double listPorts(int count)
     return timeOf([&] { controller.getAudioPortList(); });
 }
 
-/** Connects four inputs that are not there, for each of which all ports are looked through. */
+/** Connects four inputs that do not exist: all ports are searched for each of them. */
 double connectPorts(int count)
 {
     LeanLibrary library;

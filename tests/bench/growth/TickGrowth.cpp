@@ -8,10 +8,11 @@ namespace {
 
 using Steinberg::Vst::VstK2xController;
 
-struct Waiting {
-    LeanLibrary library;
-    BenchHost host{library, false};
-    LinkedInstance instance{host};
+struct Waiting : LinkedScene {
+    Waiting()
+    : LinkedScene(false)
+    {
+    }
 
     void queue(int events)
     {

@@ -50,7 +50,7 @@ void waitFor(const std::string& what, Condition&& condition)
     }
 }
 
-/** All that is on its way is here. */
+/** What has arrived, once nothing more arrives. */
 std::vector<live::JackPeer::Message> allOf(live::JackPeer& recorder)
 {
     size_t count = 0;
@@ -113,7 +113,7 @@ private:
     SimulatorControl* simulator;
 };
 
-/** As simple as a program can be that sends notes at their time. */
+/** The simplest program that sends notes at their times. */
 class Floor {
 public:
     explicit Floor(const std::string& port)

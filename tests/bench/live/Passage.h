@@ -23,14 +23,14 @@ struct Passage {
 class Times {
 public:
     /** Takes the notes that are due before the end, which came in their order.
-        @param end in samples @return how many of them did not come, or came as others */
+        @param end in samples @return how many of them did not come, or with other bytes */
     int64_t add(const Steinberg::Vst::play::Song& song, int64_t end, int sampleRate, int blockSize,
                 const Passage& passage, const std::vector<live::JackPeer::Message>& received);
 
     size_t notes() const { return latencies.size(); }
     /** From the begin of a note's block to the port. @param part 0 to 1: 0.5 for the median */
     double latency(double part) const { return at(latencies, part); }
-    /** How wide the middle 98 % of the notes lie around their times in the song. */
+    /** From the earliest to the latest of the middle 98 %, against their times in the song. */
     double jitter() const { return at(lates, 0.99) - at(lates, 0.01); }
 
 private:

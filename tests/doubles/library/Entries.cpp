@@ -1,6 +1,5 @@
 // The scripted library as a real dynamic library: the two entry points of an editor library, and
-// one by which a test reaches the ScriptedLibrary behind them. Built once complete and once for
-// each way in which a library can be wrong.
+// one that gives the test the ScriptedLibrary. Built complete, and once for each defect.
 #include "tests/doubles/library/Entries.h"
 
 using namespace Steinberg::Vst;
@@ -23,8 +22,8 @@ std::unique_ptr<doubles::ScriptedLibrary>& library()
 
 extern "C" {
 
-/** A fresh library that records into the test's trace, or into its own for null. What the one
-    before handed out is dead. */
+/** Makes a new library, which records into the test's trace, or into its own for null. Objects of
+    the one before are destroyed. */
 VSTK2X_TEST_EXPORT doubles::ScriptedLibrary* renewScriptedLibrary(doubles::Trace* trace)
 {
     library() = std::make_unique<doubles::ScriptedLibrary>(trace ? *trace : ownTrace());

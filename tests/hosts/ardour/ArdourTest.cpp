@@ -63,7 +63,7 @@ TEST_F(Ardour, MakesATrackWithTheInstrument)
 
 TEST_F(Ardour, ShowsTheParameters)
 {
-    tried("224 parameters that can be automated: titles, ranges, start values");
+    tried("parameters that can be automated: titles, ranges, start values");
     const auto parameters = run->recorded.all("parameter");
     ASSERT_THAT(parameters, SizeIs(kAutomatable));
     for (int index = 0; index < kAutomatable; ++index) {
@@ -113,17 +113,18 @@ TEST_F(Ardour, RecordsWhatComesOutOfMidiOut)
 
 TEST_F(Ardour, AutomatesParameters)
 {
-    tried("automation: a lane while the transport rolls, and 223 parameters set one by one");
+    tried("automation: a lane while the transport rolls, and all other parameters set one by one");
     const auto& session = run->recorded;
     EXPECT_THAT(session.all("set"), ElementsAre(Values{"1", "1"}));
-    EXPECT_GE(std::stoi("0" + session.reported("automation")), 224);
+    EXPECT_GE(std::stoi("0" + session.reported("automation")), kAutomatable);
     // The lane ends at three quarters: 95.25, which is 95.
     EXPECT_THAT(session.parameters(), Contains("parameter 37012000 95"));
-    // Host's index 1, 14, 222 and 223, each at its own number modulo 128.
-    for (const std::string line : {"parameter 37013000 1", "parameter 37012001 14",
-                                   "parameter 37056015 94", "parameter 37057015 95"})
-        EXPECT_THAT(session.parameters(), Contains(line));
-    EXPECT_THAT(session.parameters(), SizeIs(225));
+    // Each at its host's index modulo 128.
+    for (const int index : {1, doubles::kParametersOfAPart, kAutomatable - 2, kAutomatable - 1})
+        EXPECT_THAT(session.parameters(),
+                    Contains("parameter " + std::to_string(expectedParameter(index).id) + " " +
+                             std::to_string(index % 128)));
+    EXPECT_THAT(session.parameters(), SizeIs(kParameters));
 }
 
 TEST_F(Ardour, RestoresTheSessionInANewProcess)
@@ -135,8 +136,9 @@ TEST_F(Ardour, RestoresTheSessionInANewProcess)
     const Values instance{"RDL3/RDL5 VST", kUniqueId, "Tavrin Corporation"};
     EXPECT_THAT(session.all("instance"), ElementsAre(instance)) << session.messages();
     EXPECT_THAT(session.all("active"), ElementsAre(Values{"false"}));
-    // Magic, version, voice, two counts; an ID and a value for each of the 224.
-    EXPECT_EQ(session.count("call setStateChunk(" + std::to_string(6 * 4 + 224 * 8) + ")"), 1u);
+    // Magic, version, voice, two counts; an ID and a value for each that can be automated.
+    EXPECT_EQ(session.count("call setStateChunk(" + std::to_string(6 * 4 + kAutomatable * 8) + ")"),
+              1u);
     EXPECT_EQ(session.parameters(), run->recorded.parameters());
     hosts::found("all parameters as they were");
 }
@@ -148,7 +150,8 @@ TEST_F(Ardour, SendsTheControllersValuesAfterTheState)
     tried("the same with the plug-in running");
     const auto& session = run->active;
     EXPECT_THAT(session.all("active"), ElementsAre(Values{"true"})) << session.messages();
-    EXPECT_EQ(session.count("call setStateChunk(" + std::to_string(6 * 4 + 224 * 8) + ")"), 1u);
+    EXPECT_EQ(session.count("call setStateChunk(" + std::to_string(6 * 4 + kAutomatable * 8) + ")"),
+              1u);
     for (const std::string line : {"parameter 37013000 64", "parameter 37012001 100",
                                    "parameter 37056015 64", "parameter 37057015 64"})
         EXPECT_THAT(session.parameters(), Contains(line));

@@ -109,7 +109,7 @@ end
 
 -- All but the one that has a lane.
 local function set_parameters(processor)
-  for index = 1, 223 do
+  for index = 1, processor:to_insert():plugin(0):parameter_count() - 1 do
     assert(ARDOUR.LuaAPI.set_processor_param(processor, index, (index % 128) / 127))
   end
   ARDOUR.LuaAPI.wait_for_process_callback(8, 10000)

@@ -49,7 +49,7 @@ TEST_F(Juce, ListsParametersByPartWithTheirTexts)
     const auto instance = host.create();
     ASSERT_TRUE(instance);
     const auto& parameters = instance->getParameters();
-    ASSERT_EQ(parameters.size(), 225);
+    ASSERT_EQ(parameters.size(), kParameters);
     for (int index = 0; index < kAutomatable; ++index) {
         const auto expected = expectedParameter(index);
         EXPECT_EQ(parameters[index]->getName(128), juce::String(expected.title));
@@ -57,8 +57,8 @@ TEST_F(Juce, ListsParametersByPartWithTheirTexts)
             << expected.title;
         EXPECT_TRUE(parameters[index]->isAutomatable()) << expected.title;
     }
-    EXPECT_EQ(parameters[224]->getName(128), "");
-    EXPECT_FALSE(parameters[224]->isAutomatable());
+    EXPECT_EQ(parameters[kAutomatable]->getName(128), "");
+    EXPECT_FALSE(parameters[kAutomatable]->isAutomatable());
 }
 
 TEST_F(Juce, GroupsParametersByUnit)
@@ -69,7 +69,7 @@ TEST_F(Juce, GroupsParametersByUnit)
     std::vector<std::string> names;
     for (const auto* group : instance->getParameterTree().getSubgroups(true)) {
         names.push_back(group->getName().toStdString());
-        EXPECT_EQ(group->getParameters(false).size(), 14) << names.back();
+        EXPECT_EQ(group->getParameters(false).size(), doubles::kParametersOfAPart) << names.back();
     }
     std::vector<std::string> expected{"Part1 / Voice"};
     for (int part = 2; part <= 16; ++part)
@@ -222,18 +222,18 @@ TEST_F(Juce, PlaysASong)
 
 TEST_F(Juce, AutomatesParameters)
 {
-    tried(kJuceHost, "automation of all 224 parameters");
+    tried(kJuceHost, "automation of all parameters");
     const auto instance = host.create();
     ASSERT_TRUE(instance);
     auto* simulator = newestSimulator();
     ASSERT_TRUE(simulator);
     const auto& parameters = instance->getParameters();
-    for (int index = 0; index < 224; ++index)
+    for (int index = 0; index < kAutomatable; ++index)
         parameters[index]->setValue(static_cast<float>(index % 128) / 127);
     juce::AudioBuffer<float> audio(4, JuceHost::blockSize);
     juce::MidiBuffer midi;
     instance->processBlock(audio, midi);
-    EXPECT_EQ(simulator->automationReceived(), 224u);
+    EXPECT_EQ(simulator->automationReceived(), uint64_t{kAutomatable});
     // The second parameter of the first part, and the eleventh of the last.
     EXPECT_EQ(simulator->parameterValue(kPan1), 1);
     EXPECT_EQ(simulator->parameterValue(19001015), 220 % 128);

@@ -1,5 +1,6 @@
 // What the validator leaves out, in the same hosting classes.
 #include "tests/hosts/sdk/SdkHost.h"
+#include "tests/doubles/Parameters.h"
 #include "tests/hosts/HostsTable.h"
 
 #include "pluginterfaces/base/keycodes.h"
@@ -288,10 +289,10 @@ TEST_F(SdkHosting, EndsEachInstance)
 TEST_F(SdkHosting, HasAnEditFlagThatIsNoControl)
 {
     tried(kSdkHost, "the parameter at which the validator stops: the edit flag");
-    ASSERT_EQ(plugIn.controller->getParameterCount(), 225);
+    ASSERT_EQ(plugIn.controller->getParameterCount(), doubles::kParameters);
     ParameterInfo info{};
-    ASSERT_EQ(plugIn.controller->getParameterInfo(224, info), kResultOk);
-    EXPECT_EQ(info.id, 201005000u);
+    ASSERT_EQ(plugIn.controller->getParameterInfo(doubles::kAutomatable, info), kResultOk);
+    EXPECT_EQ(info.id, doubles::kEditFlag);
     EXPECT_EQ(info.title[0], 0);
     EXPECT_EQ(info.flags, 0);
     EXPECT_EQ(info.unitId, -1);

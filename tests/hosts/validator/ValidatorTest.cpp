@@ -23,7 +23,8 @@ const std::string kHost = "SDK's validator " + std::string(kVstVersionString);
 // unit. The test asks every parameter for a title and stops at the first error. The flag is the
 // last parameter, so all others have been through the test.
 const std::string kExpectedFailure = "General Tests / Scan Parameters";
-const std::string kExpectedError = "ERROR: =>Parameter 224 (id=201005000): has no title!!!";
+const auto kExpectedError = "ERROR: =>Parameter " + std::to_string(kAutomatable) +
+                            " (id=" + std::to_string(doubles::kEditFlag) + "): has no title!!!";
 
 struct Report {
     std::vector<std::string> passed; ///< "SUITE / TEST", with the test's description
@@ -98,8 +99,7 @@ private:
     // It lists what it finds without a judgement.
     static void expectAllParameters(const std::string& text)
     {
-        EXPECT_THAT(text,
-                    HasSubstr("exports " + std::to_string(kAutomatable + 1) + " parameter(s)"));
+        EXPECT_THAT(text, HasSubstr("exports " + std::to_string(kParameters) + " parameter(s)"));
         for (int index = 0; index < kAutomatable; ++index) {
             const auto expected = expectedParameter(index);
             EXPECT_THAT(text, HasSubstr("(id=" + std::to_string(expected.id) + "): [title=\"" +

@@ -1,4 +1,5 @@
 // Bound by a host-side service, while a library stands in the fixed place that must stay untouched.
+#include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
 
 #include "hostapi/IComponentFactory.h"
@@ -41,7 +42,7 @@ TEST_F(ServiceBinding, InitializeAndTerminateCallLibraryAndServiceInOrder)
                 ElementsAre(kCreate, "component(1).getService()", "service.registerPlugin(object)",
                             "library.attachService()", "library.setControllerInterface(object)",
                             "library.setHostType(0)", "library.start()", kGiveBack));
-    EXPECT_EQ(controller->getParameterCount(), 225);
+    EXPECT_EQ(controller->getParameterCount(), doubles::kParameters);
     trace.clear();
 
     startProcessor();

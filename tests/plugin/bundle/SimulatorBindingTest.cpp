@@ -1,4 +1,5 @@
 // Bound to the library file in its fixed place: the simulator, as it ships with this build.
+#include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
 
 namespace {
@@ -27,7 +28,7 @@ TEST_F(SimulatorBinding, InitializeLoadsTheFileAndTerminateUnloadsIt)
     ASSERT_EQ(initialize(), kResultOk);
     EXPECT_TRUE(isLibraryLoaded());
     EXPECT_EQ(hostTypeSeen(), 2);
-    EXPECT_EQ(controller->getParameterCount(), 225);
+    EXPECT_EQ(controller->getParameterCount(), doubles::kParameters);
     startProcessor();
     stopProcessor();
     EXPECT_EQ(controller->terminate(), kResultOk);
@@ -44,7 +45,7 @@ TEST_F(SimulatorBinding, TerminateLeavesTheFileToTheOtherInstance)
     ASSERT_EQ(second->initialize(&host.context), kResultOk);
     EXPECT_EQ(controller->terminate(), kResultOk);
     EXPECT_TRUE(isLibraryLoaded());
-    EXPECT_EQ(second->getParameterCount(), 225);
+    EXPECT_EQ(second->getParameterCount(), doubles::kParameters);
     EXPECT_EQ(hostTypeSeen(), 2);
     EXPECT_EQ(second->terminate(), kResultOk);
     EXPECT_FALSE(isLibraryLoaded());
@@ -58,7 +59,7 @@ TEST_F(SimulatorBinding, InitializeTakesANullContextMoreThanOnce)
     ASSERT_EQ(controller->initialize(nullptr), kResultOk);
     EXPECT_EQ(hostTypeSeen(), 2);
     EXPECT_EQ(controller->initialize(nullptr), kResultOk); // by the context it would know the first
-    EXPECT_EQ(controller->getParameterCount(), 225);
+    EXPECT_EQ(controller->getParameterCount(), doubles::kParameters);
     EXPECT_EQ(controller->terminate(), kResultOk);
     EXPECT_FALSE(isLibraryLoaded());
 }

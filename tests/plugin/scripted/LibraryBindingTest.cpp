@@ -1,5 +1,6 @@
 // Bound to the library file in its fixed place: the scripted library, which records every call.
 #include "tests/doubles/MacsCode.h"
+#include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
 
 namespace {
@@ -59,7 +60,7 @@ TEST_F(LibraryBinding, TerminateEndsInOrder)
         expected.push_back("library.removeObserver(" + id + ")");
         expected.push_back("observer(" + id + ").destroy()");
     }
-    ASSERT_EQ(expected.size(), before + 2u * 225u);
+    ASSERT_EQ(expected.size(), before + size_t{2 * doubles::kParameters});
     expected.emplace_back("library.destroy()");
     trace.clear();
     EXPECT_EQ(controller->terminate(), kResultOk);
@@ -78,7 +79,7 @@ TEST_F(LibraryBinding, InitializeTakesALibraryWhoseEntryPointsStoreNothing)
     library->storesConnection = true;
     library->storesObservers = false;
     EXPECT_EQ(initialize(), kResultOk);
-    EXPECT_EQ(controller->getParameterCount(), 225);
+    EXPECT_EQ(controller->getParameterCount(), doubles::kParameters);
     EXPECT_EQ(controller->terminate(), kResultOk);
     EXPECT_FALSE(isLeftLoaded());
 }

@@ -1,4 +1,5 @@
 // The library has no entry point for observers: parameters exist, nobody watches them.
+#include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
 
 namespace {
@@ -17,7 +18,7 @@ TEST_F(WithoutObserver, BindsAllTheSame)
 {
     ASSERT_TRUE(library);
     ASSERT_EQ(initialize(), kResultOk);
-    EXPECT_EQ(controller->getParameterCount(), 225);
+    EXPECT_EQ(controller->getParameterCount(), doubles::kParameters);
     startProcessor();
     host.runLoop.tick();
     stopProcessor();

@@ -1,4 +1,4 @@
-// ParameterModel: the simulated instrument's parameters and their current values.
+// InstrumentParameters: the simulated instrument's parameters and their current values.
 #pragma once
 
 #include "pluginterfaces/base/ftypes.h"
@@ -22,15 +22,16 @@ enum class ValueText {
 
 /** Sixteen parts with fourteen parameters each, and the edit flag. Nothing waits, and only
     valueText allocates. [any thread, also the audio thread] */
-class ParameterModel {
+class InstrumentParameters {
 public:
     static constexpr int32 parts = 16;
     static constexpr size_t partParameters = 14;
     static constexpr size_t size = parts * partParameters + 1;
     static constexpr size_t none = size; ///< the result of find for an unknown ID
     static constexpr uint32 editFlag = 201005000;
+    static constexpr int32 noController = -1;
 
-    ParameterModel();
+    InstrumentParameters();
 
     /** Index of a parameter. The parameters are in ascending order of their IDs. */
     size_t find(uint32 id) const;
@@ -41,6 +42,9 @@ public:
         no part. */
     int32 part(size_t index) const { return static_cast<int32>(rows[index].id % 1000); }
     size_t column(size_t index) const { return rows[index].column; }
+
+    /** The MIDI controller of the parameters in a column, or noController. */
+    static int32 controllerOf(size_t column);
 
     int32 minimum(size_t) const { return 0; }
     int32 maximum(size_t index) const { return id(index) == editFlag ? 1 : 127; }

@@ -1,4 +1,4 @@
-#include "simulator/ParameterModel.h"
+#include "simulator/InstrumentParameters.h"
 
 #include <algorithm>
 
@@ -13,24 +13,27 @@ struct PartParameter {
     uint32 number;
     ValueText text;
     int32 initialValue;
+    int32 controller;
 };
 
+constexpr int32 kNoController = InstrumentParameters::noController;
+
 // In the order of the editor's columns.
-constexpr std::array<PartParameter, ParameterModel::partParameters> partTable{{
-    {37, 12, ValueText::Plain, 100},   // volume
-    {37, 13, ValueText::Pan, 64},      // pan
-    {37, 53, ValueText::Signed64, 64}, // cutoff
-    {37, 54, ValueText::Signed64, 64}, // resonance
-    {37, 44, ValueText::Signed64, 64}, // attack
-    {37, 45, ValueText::Signed64, 64}, // decay
-    {37, 46, ValueText::Signed64, 64}, // sustain
-    {37, 47, ValueText::Signed64, 64}, // release
-    {37, 16, ValueText::Plain, 0},     // chorus send
-    {37, 15, ValueText::Plain, 40},    // reverb send
-    {19, 1, ValueText::Function, 0},   // assignable functions
-    {19, 2, ValueText::Function, 0},
-    {37, 56, ValueText::Signed64, 64}, // assignable knobs
-    {37, 57, ValueText::Signed64, 64},
+constexpr std::array<PartParameter, InstrumentParameters::partParameters> partTable{{
+    {37, 12, ValueText::Plain, 100, 7},               // volume
+    {37, 13, ValueText::Pan, 64, 10},                 // pan
+    {37, 53, ValueText::Signed64, 64, 74},            // cutoff
+    {37, 54, ValueText::Signed64, 64, 71},            // resonance
+    {37, 44, ValueText::Signed64, 64, 73},            // attack
+    {37, 45, ValueText::Signed64, 64, 75},            // decay
+    {37, 46, ValueText::Signed64, 64, kNoController}, // sustain
+    {37, 47, ValueText::Signed64, 64, 72},            // release
+    {37, 16, ValueText::Plain, 0, 93},                // chorus send
+    {37, 15, ValueText::Plain, 40, 91},               // reverb send
+    {19, 1, ValueText::Function, 0, kNoController},   // assignable functions
+    {19, 2, ValueText::Function, 0, kNoController},
+    {37, 56, ValueText::Signed64, 64, kNoController}, // assignable knobs
+    {37, 57, ValueText::Signed64, 64, kNoController},
 }};
 
 constexpr std::array<const char*, 12> functionNames{
@@ -63,7 +66,7 @@ std::string panText(int32 value)
 
 } // namespace
 
-ParameterModel::ParameterModel()
+InstrumentParameters::InstrumentParameters()
 {
     std::array<const PartParameter*, partParameters> ascending{};
     std::transform(partTable.begin(), partTable.end(), ascending.begin(),
@@ -83,7 +86,7 @@ ParameterModel::ParameterModel()
     rows[index].stepped = true;
 }
 
-size_t ParameterModel::find(uint32 id) const
+size_t InstrumentParameters::find(uint32 id) const
 {
     const auto found =
         std::lower_bound(rows.begin(), rows.end(), id,
@@ -93,34 +96,39 @@ size_t ParameterModel::find(uint32 id) const
     return static_cast<size_t>(found - rows.begin());
 }
 
-size_t ParameterModel::findInPart(int32 part, size_t column) const
+size_t InstrumentParameters::findInPart(int32 part, size_t column) const
 {
     if (part < 0 || part >= parts || column >= partParameters)
         return none;
     return find(partId(partTable[column], part));
 }
 
-int32 ParameterModel::stepCount(size_t index) const
+int32 InstrumentParameters::controllerOf(size_t column)
+{
+    return column < partTable.size() ? partTable[column].controller : noController;
+}
+
+int32 InstrumentParameters::stepCount(size_t index) const
 {
     return rows[index].stepped ? maximum(index) - minimum(index) : 0;
 }
 
-int32 ParameterModel::clamped(size_t index, int32 value) const
+int32 InstrumentParameters::clamped(size_t index, int32 value) const
 {
     return std::clamp(value, minimum(index), maximum(index));
 }
 
-void ParameterModel::setValue(size_t index, int32 value)
+void InstrumentParameters::setValue(size_t index, int32 value)
 {
     rows[index].value.store(clamped(index, value));
 }
 
-void ParameterModel::replaceValue(size_t index, int32 expected, int32 value)
+void InstrumentParameters::replaceValue(size_t index, int32 expected, int32 value)
 {
     rows[index].value.compare_exchange_strong(expected, clamped(index, value));
 }
 
-bool ParameterModel::valueText(size_t index, int32 value, std::string& text) const
+bool InstrumentParameters::valueText(size_t index, int32 value, std::string& text) const
 {
     text.clear();
     if (value < minimum(index) || value > maximum(index))
@@ -142,7 +150,7 @@ bool ParameterModel::valueText(size_t index, int32 value, std::string& text) con
     return true;
 }
 
-int32 ParameterModel::fromNormalized(size_t index, double normalized) const
+int32 InstrumentParameters::fromNormalized(size_t index, double normalized) const
 {
     const double limited = normalized > 0. ? std::min(normalized, 1.) : 0.; // 0 for NaN as well
     return static_cast<int32>(minimum(index) + ((maximum(index) - minimum(index)) * limited + 0.5));

@@ -1,4 +1,4 @@
-#include "simulator/EditorLibrary.h"
+#include "simulator/SimulatedLibrary.h"
 
 #include "pluginterfaces/base/keycodes.h"
 #include "simulator/Voices.h"
@@ -41,43 +41,43 @@ std::string presence(const void* pointer)
 
 } // namespace
 
-EditorLibrary::EditorLibrary(std::shared_ptr<Instrument> newInstrument,
-                             std::function<void()> newEnd)
+SimulatedLibrary::SimulatedLibrary(std::shared_ptr<Instrument> newInstrument,
+                                   std::function<void()> newEnd)
 : instrument(std::move(newInstrument))
 , end(std::move(newEnd))
 {
 }
 
-void EditorLibrary::destroy()
+void SimulatedLibrary::destroy()
 {
     const auto last = end; // a copy, since the call deletes this object
     instrument->letGo();
     last();
 }
 
-void EditorLibrary::start()
+void SimulatedLibrary::start()
 {
     instrument->log.add("start()");
 }
 
-void EditorLibrary::attachService()
+void SimulatedLibrary::attachService()
 {
     instrument->log.add("attachService()");
 }
 
-void EditorLibrary::detachService()
+void SimulatedLibrary::detachService()
 {
     instrument->log.add("detachService()");
 }
 
-int32 EditorLibrary::prepareEditor(void* parent, const char* platformType)
+int32 SimulatedLibrary::prepareEditor(void* parent, const char* platformType)
 {
     instrument->log.add(std::string("prepareEditor(") + (platformType ? platformType : "null") +
                         ")");
     return result(parent != nullptr && platformType != nullptr);
 }
 
-int32 EditorLibrary::getEditorRect(ViewRect* rect)
+int32 SimulatedLibrary::getEditorRect(ViewRect* rect)
 {
     if (!rect)
         return notDone;
@@ -85,84 +85,84 @@ int32 EditorLibrary::getEditorRect(ViewRect* rect)
     return done;
 }
 
-int32 EditorLibrary::openEditor(void* parent, const ViewRect* rect)
+int32 SimulatedLibrary::openEditor(void* parent, const ViewRect* rect)
 {
     instrument->log.add("openEditor()");
     open = parent && rect;
     return result(open);
 }
 
-int32 EditorLibrary::closeEditor()
+int32 SimulatedLibrary::closeEditor()
 {
     instrument->log.add("closeEditor()");
     return result(open.exchange(false));
 }
 
-int32 EditorLibrary::editorOpened()
+int32 SimulatedLibrary::editorOpened()
 {
     instrument->log.add("editorOpened()");
     return result(open);
 }
 
-int32 EditorLibrary::addObserver(VstIObserver* observer)
+int32 SimulatedLibrary::addObserver(VstIObserver* observer)
 {
     return result(instrument->addObserver(observer));
 }
 
-int32 EditorLibrary::removeObserver(VstIObserver* observer)
+int32 SimulatedLibrary::removeObserver(VstIObserver* observer)
 {
     return result(instrument->removeObserver(observer));
 }
 
-void EditorLibrary::parametersReady()
+void SimulatedLibrary::parametersReady()
 {
     instrument->log.add("parametersReady()");
 }
 
-int32 EditorLibrary::getParameterStepCount(uint32 id)
+int32 SimulatedLibrary::getParameterStepCount(uint32 id)
 {
     const auto& parameters = instrument->parameters;
     const size_t index = parameters.find(id);
-    return index != ParameterModel::none ? parameters.stepCount(index) : 0;
+    return index != InstrumentParameters::none ? parameters.stepCount(index) : 0;
 }
 
-void EditorLibrary::hostParameterChanged(uint32 id, double value)
+void SimulatedLibrary::hostParameterChanged(uint32 id, double value)
 {
     instrument->automate(id, value);
 }
 
-int32 EditorLibrary::getParameterValue(uint32 id)
+int32 SimulatedLibrary::getParameterValue(uint32 id)
 {
     const auto& parameters = instrument->parameters;
     const size_t index = parameters.find(id);
-    return index != ParameterModel::none ? parameters.value(index) : 0;
+    return index != InstrumentParameters::none ? parameters.value(index) : 0;
 }
 
-int32 EditorLibrary::getParameterMin(uint32 id)
+int32 SimulatedLibrary::getParameterMin(uint32 id)
 {
     const auto& parameters = instrument->parameters;
     const size_t index = parameters.find(id);
-    return index != ParameterModel::none ? parameters.minimum(index) : 0;
+    return index != InstrumentParameters::none ? parameters.minimum(index) : 0;
 }
 
-int32 EditorLibrary::getParameterMax(uint32 id)
+int32 SimulatedLibrary::getParameterMax(uint32 id)
 {
     const auto& parameters = instrument->parameters;
     const size_t index = parameters.find(id);
-    return index != ParameterModel::none ? parameters.maximum(index) : 0;
+    return index != InstrumentParameters::none ? parameters.maximum(index) : 0;
 }
 
-int32 EditorLibrary::getParameterValueString(uint32 id, int32 value, std::string& valueText)
+int32 SimulatedLibrary::getParameterValueString(uint32 id, int32 value, std::string& valueText)
 {
     const auto& parameters = instrument->parameters;
     const size_t index = parameters.find(id);
-    if (index != ParameterModel::none)
+    if (index != InstrumentParameters::none)
         return result(parameters.valueText(index, value, valueText));
     valueText.clear();
     return notDone;
 }
 
-void EditorLibrary::setStateChunk(const void* data, int32 size)
+void SimulatedLibrary::setStateChunk(const void* data, int32 size)
 {
     SoundState state;
     const bool valid = SoundState::fromBytes(data, size, state);
@@ -171,76 +171,76 @@ void EditorLibrary::setStateChunk(const void* data, int32 size)
         instrument->restore(state);
 }
 
-std::vector<char> EditorLibrary::getStateChunk()
+std::vector<char> SimulatedLibrary::getStateChunk()
 {
     instrument->log.add("getStateChunk()");
     instrument->markUnedited();
     return instrument->sound().toBytes();
 }
 
-void EditorLibrary::receiveHostMidi(const uint8* data, int32 length)
+void SimulatedLibrary::receiveHostMidi(const uint8* data, int32 length)
 {
     instrument->midi.receiveFromHost(data, length);
 }
 
-int32 EditorLibrary::getCategoryName(int32 mainCategory, char* buffer)
+int32 SimulatedLibrary::getCategoryName(int32 mainCategory, char* buffer)
 {
     return result(writeCategoryName(mainCategory, buffer));
 }
 
-int32 EditorLibrary::getSubCategoryName(int32 mainCategory, int32 subCategory, char* buffer)
+int32 SimulatedLibrary::getSubCategoryName(int32 mainCategory, int32 subCategory, char* buffer)
 {
     return result(writeSubCategoryName(mainCategory, subCategory, buffer));
 }
 
-int32 EditorLibrary::applyPreset(int32 bank, int32 number)
+int32 SimulatedLibrary::applyPreset(int32 bank, int32 number)
 {
     instrument->log.add("applyPreset(" + text(bank, number) + ")");
     return result(instrument->applyVoice(bank, number));
 }
 
-int32 EditorLibrary::getVoiceDataString(int32 bank, int32 number, char* buffer)
+int32 SimulatedLibrary::getVoiceDataString(int32 bank, int32 number, char* buffer)
 {
     return result(writeVoiceData(bank, number, buffer));
 }
 
 // The editor has a row for each part and a column for each parameter.
-int32 EditorLibrary::findParameter(int32 xPos, int32 yPos, uint32& id)
+int32 SimulatedLibrary::findParameter(int32 xPos, int32 yPos, uint32& id)
 {
     if (xPos < 0 || xPos >= width || yPos < 0 || yPos >= height)
         return notDone;
-    const auto columns = static_cast<int32>(ParameterModel::partParameters);
-    const int32 part = yPos * ParameterModel::parts / height;
+    const auto columns = static_cast<int32>(InstrumentParameters::partParameters);
+    const int32 part = yPos * InstrumentParameters::parts / height;
     const auto& parameters = instrument->parameters;
     id = parameters.id(parameters.findInPart(part, static_cast<size_t>(xPos * columns / width)));
     return done;
 }
 
-void EditorLibrary::onHostPortsReady(bool state)
+void SimulatedLibrary::onHostPortsReady(bool state)
 {
     instrument->log.add("onHostPortsReady(" + text(state) + ")");
 }
 
-void EditorLibrary::onInitialStartFileLoad(bool state)
+void SimulatedLibrary::onInitialStartFileLoad(bool state)
 {
     instrument->log.add("onInitialStartFileLoad(" + text(state) + ")");
 }
 
-void EditorLibrary::syncPartToMidiChannel(int32 channel)
+void SimulatedLibrary::syncPartToMidiChannel(int32 channel)
 {
     instrument->log.add("syncPartToMidiChannel(" + std::to_string(channel) + ")");
     instrument->lastChannelTold = channel;
     ++instrument->channelsTold;
-    if (channel >= 0 && channel < ParameterModel::parts)
+    if (channel >= 0 && channel < InstrumentParameters::parts)
         instrument->shownPart = channel;
 }
 
-std::vector<char> EditorLibrary::getUserBankData(int32 bank, int32 number)
+std::vector<char> SimulatedLibrary::getUserBankData(int32 bank, int32 number)
 {
     return instrument->userBanks.get(bank, number);
 }
 
-int32 EditorLibrary::applyUserBank(int32 bank, int32 number, const char* data, int32 size)
+int32 SimulatedLibrary::applyUserBank(int32 bank, int32 number, const char* data, int32 size)
 {
     instrument->log.add("applyUserBank(" + text(bank, number) + ", " + std::to_string(size) + ")");
     std::vector<char> bytes;
@@ -249,31 +249,31 @@ int32 EditorLibrary::applyUserBank(int32 bank, int32 number, const char* data, i
     return result(instrument->applyUserBank(bank, number, std::move(bytes)));
 }
 
-void EditorLibrary::setEffectInterface(VstIEffectInterface* effect)
+void SimulatedLibrary::setEffectInterface(VstIEffectInterface* effect)
 {
     instrument->log.add("setEffectInterface(" + presence(effect) + ")");
     instrument->midi.setEffect(effect);
 }
 
-void EditorLibrary::setControllerInterface(VstIControllerInterface* controller)
+void SimulatedLibrary::setControllerInterface(VstIControllerInterface* controller)
 {
     instrument->log.add("setControllerInterface(" + presence(controller) + ")");
     instrument->controller.set(controller);
 }
 
 // True for the ports with the instrument's sound.
-bool EditorLibrary::isDisplayAudioPort(const char* displayName)
+bool SimulatedLibrary::isDisplayAudioPort(const char* displayName)
 {
     return displayName && std::strncmp(displayName, "Tavrin RDL3/RDL5", 16) == 0;
 }
 
-void EditorLibrary::setEffectOption(bool option)
+void SimulatedLibrary::setEffectOption(bool option)
 {
     instrument->log.add("setEffectOption(" + text(option) + ")");
 }
 
 // By the C library: its time depends on the length of the text only, and it throws nothing.
-bool EditorLibrary::matchRegularExpression(const char* pattern, const char* candidate)
+bool SimulatedLibrary::matchRegularExpression(const char* pattern, const char* candidate)
 {
     if (!pattern || !candidate || std::strlen(pattern) > longestPattern)
         return false;
@@ -285,31 +285,31 @@ bool EditorLibrary::matchRegularExpression(const char* pattern, const char* cand
     return matches;
 }
 
-int32 EditorLibrary::onFocus(bool state)
+int32 SimulatedLibrary::onFocus(bool state)
 {
     instrument->log.add("onFocus(" + text(state) + ")");
     return done;
 }
 
 // The arrow keys step through the parts; all other keys are left to the host.
-bool EditorLibrary::onKeyDown(char, int16 keyCode, int16)
+bool SimulatedLibrary::onKeyDown(char, int16 keyCode, int16)
 {
     const int32 part = instrument->shownPart;
     if (!open || (keyCode != KEY_UP && keyCode != KEY_DOWN))
         return false;
     const int32 next = keyCode == KEY_UP ? part - 1 : part + 1;
-    if (next >= 0 && next < ParameterModel::parts)
+    if (next >= 0 && next < InstrumentParameters::parts)
         instrument->shownPart = next;
     return true;
 }
 
-bool EditorLibrary::onKeyUp(char, int16 keyCode, int16)
+bool SimulatedLibrary::onKeyUp(char, int16 keyCode, int16)
 {
     return open && (keyCode == KEY_UP || keyCode == KEY_DOWN);
 }
 
 // Turns the knob that the user touched last.
-bool EditorLibrary::onWheel(float distance)
+bool SimulatedLibrary::onWheel(float distance)
 {
     const uint32 knob = instrument->lastKnob;
     if (!open || knob == 0 || !(std::fabs(distance) <= 127.f)) // true for NaN as well
@@ -318,7 +318,7 @@ bool EditorLibrary::onWheel(float distance)
         knob, {getParameterValue(knob) + static_cast<int32>(std::lround(distance))});
 }
 
-int32 EditorLibrary::setStateText(const char16* stateText)
+int32 SimulatedLibrary::setStateText(const char16* stateText)
 {
     SoundState state;
     const bool valid = SoundState::fromText(stateText, state);
@@ -328,7 +328,7 @@ int32 EditorLibrary::setStateText(const char16* stateText)
     return result(valid);
 }
 
-void EditorLibrary::setHostType(int32 hostType)
+void SimulatedLibrary::setHostType(int32 hostType)
 {
     instrument->log.add("setHostType(" + std::to_string(hostType) + ")");
     host = hostType;

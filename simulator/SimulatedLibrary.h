@@ -1,4 +1,4 @@
-// EditorLibrary: the simulated editor library as the plug-in sees it.
+// SimulatedLibrary: the simulated editor library as the plug-in sees it.
 #pragma once
 
 #include "editorlib/ReservedSlots.h"
@@ -13,13 +13,13 @@ namespace Vst {
 namespace simulator {
 
 /** Every operation accepts any arguments. Result codes: 0 done, 1 not done. */
-class EditorLibrary final : public ReservedSlots<VstIEditorConnect> {
+class SimulatedLibrary final : public ReservedSlots<VstIEditorConnect> {
 public:
     static constexpr int32 width = 1016; ///< of the editor, in pixels
     static constexpr int32 height = 710;
 
     /** @param end the last thing that destroy calls; deletes this object */
-    EditorLibrary(std::shared_ptr<Instrument> instrument, std::function<void()> end);
+    SimulatedLibrary(std::shared_ptr<Instrument> instrument, std::function<void()> end);
 
     int32 hostType() const { return host; }
     bool editorOpen() const { return open; }

@@ -1,1 +1,0 @@
-#include "tests/doubles/Trace.h"
