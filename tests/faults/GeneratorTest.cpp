@@ -6,8 +6,6 @@
 #include "tests/faults/OwnCode.h"
 #include "tests/faults/Scenario.h"
 
-#include <dlfcn.h>
-
 namespace faults {
 namespace {
 
@@ -15,24 +13,19 @@ using doubles::BufferAnswer;
 using doubles::le32;
 using doubles::presetFileBytes;
 using doubles::presetXml;
+using Steinberg::Vst::tools::LibraryHandle;
 using testing::IsEmpty;
 
-/** Loaded for all tests. */
-void* generatorFile()
+/** The generator's file, loaded once for all tests. */
+const LibraryHandle& generatorFile()
 {
-    static void* const loaded = [] {
-        void* file = dlopen(GENERATOR_FILE, RTLD_NOW);
-        EXPECT_NE(file, nullptr) << dlerror();
+    static const LibraryHandle loaded = [] {
+        LibraryHandle file(GENERATOR_FILE, RTLD_NOW);
+        EXPECT_TRUE(file) << file.refusal();
         learnOwnCode(GENERATOR_FILE);
         return file;
     }();
     return loaded;
-}
-
-template <typename Function>
-Function* generator(const char* name)
-{
-    return reinterpret_cast<Function*>(dlsym(generatorFile(), name));
 }
 
 /** Texts of a library that has all kinds of them. The second "Grand" finds the first one's file;
@@ -75,7 +68,7 @@ class WritingVoices : public Scenario {
 public:
     void setUp() override
     {
-        write = generator<decltype(writeVoices)>("writeVoices");
+        write = generatorFile().find<decltype(&writeVoices)>("writeVoices");
         ASSERT_TRUE(write);
         wholeFiles(); // before anybody counts objects
         world.library.categoryName = [](int main) {
@@ -154,7 +147,7 @@ public:
 
     void setUp() override
     {
-        write = generator<decltype(writeVoice)>("writeVoice");
+        write = generatorFile().find<decltype(&writeVoice)>("writeVoice");
         ASSERT_TRUE(write);
         world.library.userBank = [](int, int) { return std::vector<char>{'a', 'b', 'c'}; };
         const auto state = bank == 8 ? le32(2) + le32(8) + le32(5) + le32(3) + "abc"

@@ -1,8 +1,6 @@
 // A whole life of both components, from the factory to the last reference.
 #include "tests/faults/Scenario.h"
 
-#include <dlfcn.h>
-
 namespace faults {
 namespace {
 
@@ -150,17 +148,10 @@ public:
         // A getter without service makes the library stay as if it were a service's.
         EXPECT_EQ(world.file->closeAndAskWhetherStillLoaded(), isKeptOpen);
         if (isKeptOpen)
-            closeTheFileForThePlugIn();
+            doubles::LoadedLibrary::closeAll();
     }
 
 private:
-    static void closeTheFileForThePlugIn()
-    {
-        void* handle = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
-        dlclose(handle);
-        dlclose(handle);
-    }
-
     bool isKeptOpen = false;
 };
 

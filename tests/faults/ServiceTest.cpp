@@ -2,8 +2,6 @@
 // library in the fixed place takes over.
 #include "tests/faults/Scenario.h"
 
-#include <dlfcn.h>
-
 namespace faults {
 namespace {
 
@@ -99,10 +97,7 @@ public:
     {
         const bool isKept = world.file->closeAndAskWhetherStillLoaded();
         EXPECT_TRUE(isKept || !lack.keepsLibrary);
-        while (void* handle = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD)) {
-            dlclose(handle);
-            dlclose(handle); // what the plug-in left to a service that is none
-        }
+        doubles::LoadedLibrary::closeAll();
     }
 
 private:

@@ -4,8 +4,6 @@
 #include "tests/faults/OwnCode.h"
 #include "tests/faults/SystemFaults.h"
 
-#include <dlfcn.h>
-
 namespace faults {
 
 using namespace Steinberg;
@@ -20,8 +18,8 @@ Module::Ptr loadPlugIn()
     std::string error;
     auto module = Module::create(BUNDLE_FOLDER, error);
     EXPECT_TRUE(module) << error;
-    // Never unloaded: the leak sanitizer names what was left by the code that stands there.
-    dlopen(MODULE_FILE, RTLD_LAZY);
+    // Never unloaded, so that the leak sanitizer can name the code that left something behind.
+    const tools::LibraryHandle kept(MODULE_FILE, RTLD_LAZY | RTLD_NODELETE);
     learnOwnCode(MODULE_FILE);
     return module;
 }

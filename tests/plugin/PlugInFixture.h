@@ -7,7 +7,6 @@
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "pluginterfaces/vst/ivstmessage.h"
 #include "public.sdk/source/vst/hosting/module.h"
-#include "simulator/SimulatorControl.h"
 #include "tests/doubles/LoadedLibrary.h"
 #include "tests/doubles/ScriptedHost.h"
 
@@ -49,16 +48,6 @@ protected:
     /** The life-cycle calls into library, service and service component; parameter questions and
         observers left out. */
     Texts lifeCycle() const;
-
-    /** Whether a file stands loaded in the editor library's place. */
-    static bool isLibraryLoaded();
-
-    /** Closes that file as often as it is open. */
-    static void closeLibrary();
-
-    /** The newest connection of that file where it is the simulator, else null. Valid while
-        something keeps it loaded. */
-    static Steinberg::Vst::SimulatorControl* simulator();
 
     /** How the host's component factory is asked for the service, and gets it back. */
     static const std::string kCreate;

@@ -1,8 +1,6 @@
 // JuceHost: the built bundle in JUCE's plug-in host.
 #pragma once
 
-#include "simulator/SimulatorControl.h"
-
 #include <juce_audio_processors/juce_audio_processors.h>
 #include <memory>
 #include <string>
@@ -29,11 +27,5 @@ private:
     juce::ScopedJuceInitialiser_GUI messageThread;
     juce::VST3PluginFormat format;
 };
-
-/** The simulator behind the newest instance; null without one. */
-Steinberg::Vst::SimulatorControl* newestSimulator();
-
-/** Whether any instance still holds the editor library. */
-bool isLibraryLoaded();
 
 } // namespace hosts

@@ -2,6 +2,7 @@
 #include "tests/hosts/HostsTable.h"
 #include "tests/hosts/PartParameters.h"
 #include "tests/tools/ScratchFolder.h"
+#include "tools/common/LoadedSimulator.h"
 
 #include <algorithm>
 #include <array>
@@ -11,6 +12,8 @@
 namespace {
 
 using namespace hosts;
+using Steinberg::Vst::tools::findSimulator;
+using Steinberg::Vst::tools::LibraryHandle;
 using testing::ElementsAreArray;
 
 constexpr unsigned kPan1 = 37013000;
@@ -39,7 +42,7 @@ TEST_F(Juce, ScanListsTheInstrument)
     for (const unsigned word : {0x13EEE348u, 0x4D664261u, 0xB90352CEu, 0x35DD18B4u})
         unique = unique * 31 + word;
     EXPECT_EQ(static_cast<unsigned>(plugIn.uniqueId), unique);
-    EXPECT_FALSE(isLibraryLoaded()); // the scan cleaned up after itself
+    EXPECT_FALSE(LibraryHandle::isLoaded()); // the scan cleaned up after itself
     hosts::found("one instrument, right name, vendor, category, version and unique ID");
 }
 
@@ -205,7 +208,7 @@ TEST_F(Juce, PlaysASong)
         << "install the Debian package openttd-openmsx, which has " SONG_FILE;
     const auto instance = host.create();
     ASSERT_TRUE(instance);
-    auto* simulator = newestSimulator();
+    auto* simulator = findSimulator();
     ASSERT_TRUE(simulator);
     Playback playback(*instance);
     playback.play(song);
@@ -225,7 +228,7 @@ TEST_F(Juce, AutomatesParameters)
     tried(kJuceHost, "automation of all 224 parameters");
     const auto instance = host.create();
     ASSERT_TRUE(instance);
-    auto* simulator = newestSimulator();
+    auto* simulator = findSimulator();
     ASSERT_TRUE(simulator);
     const auto& parameters = instance->getParameters();
     for (int index = 0; index < 224; ++index)
@@ -246,16 +249,16 @@ TEST_F(Juce, RestoresItsStateInANewInstance)
     {
         const auto instance = host.create();
         ASSERT_TRUE(instance);
-        auto* simulator = newestSimulator();
+        auto* simulator = findSimulator();
         ASSERT_TRUE(simulator);
         simulator->turnKnob(kPan1, 17);
         simulator->turnKnob(19001015, 5);
         instance->getStateInformation(saved);
     }
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
     const auto instance = host.create();
     ASSERT_TRUE(instance);
-    auto* simulator = newestSimulator();
+    auto* simulator = findSimulator();
     ASSERT_TRUE(simulator);
     EXPECT_EQ(simulator->parameterValue(kPan1), 64);
     instance->setStateInformation(saved.getData(), static_cast<int>(saved.getSize()));
@@ -283,10 +286,10 @@ TEST_F(Juce, CreatesAndDestroysFiftyInstances)
         juce::MidiBuffer midi(juce::MidiMessage::noteOn(1, 60, 0.5f));
         instance->processBlock(audio, midi);
         ASSERT_EQ(midi.getNumEvents(), 1);
-        ASSERT_EQ(newestSimulator()->noteOnsReceived(0), 1u);
+        ASSERT_EQ(findSimulator()->noteOnsReceived(0), 1u);
     }
     unsetenv("SIMULATOR_REPORT");
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
     const auto lines = juce::StringArray::fromLines(doubles::ScratchFolder::read(report));
     for (const auto* line : {"begin 1", "note-ons 0 1", "end 1"})
         EXPECT_EQ(std::count(lines.begin(), lines.end(), juce::String(line)), 50) << line;

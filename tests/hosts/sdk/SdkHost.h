@@ -44,7 +44,6 @@ public:
     static constexpr double sampleRate = 48000;
 
     explicit SdkInstance(const SdkHost& host);
-    ~SdkInstance();
     SdkInstance(const SdkInstance&) = delete;
     SdkInstance& operator=(const SdkInstance&) = delete;
 
@@ -72,9 +71,6 @@ public:
 
 private:
     Steinberg::IPtr<Steinberg::Vst::PlugProvider> provider;
-    void* library = nullptr;
-
-    void findSimulator();
 };
 
 /** Simulated instruments that have not ended. */

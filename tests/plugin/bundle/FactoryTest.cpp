@@ -5,11 +5,9 @@
 #include "public.sdk/source/vst/utility/stringconvert.h"
 
 #include <cstring>
-#include <dlfcn.h>
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
-#include <utility>
 
 namespace {
 
@@ -22,13 +20,9 @@ class Factory : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        handle = dlopen(MODULE_FILE, RTLD_LAZY);
-        ASSERT_NE(handle, nullptr) << dlerror();
-        entry = find<bool (*)(void*)>("ModuleEntry");
-        leave = find<bool (*)()>("ModuleExit");
-        get = find<IPluginFactory* (*)()>("GetPluginFactory");
+        ASSERT_TRUE(module) << module.refusal();
         ASSERT_TRUE(entry && leave && get);
-        ASSERT_TRUE(entry(handle));
+        ASSERT_TRUE(entry(module.get()));
         factory = owned(get());
         ASSERT_TRUE(factory);
     }
@@ -37,24 +31,16 @@ protected:
     {
         factory = nullptr;
         EXPECT_TRUE(!leave || leave());
-        if (handle)
-            dlclose(handle);
-    }
-
-    template <typename Function>
-    Function find(const char* name) const
-    {
-        return reinterpret_cast<Function>(dlsym(handle, name));
     }
 
     static std::string hex(const TUID id) { return VST3::UID::fromTUID(id).toString(); }
 
     void expectClass(int32 index, const ClassRow& row) const;
 
-    void* handle = nullptr;
-    bool (*entry)(void*) = nullptr;
-    bool (*leave)() = nullptr;
-    IPluginFactory* (*get)() = nullptr;
+    tools::LibraryHandle module{MODULE_FILE};
+    bool (*entry)(void*) = module.find<bool (*)(void*)>("ModuleEntry");
+    bool (*leave)() = module.find<bool (*)()>("ModuleExit");
+    IPluginFactory* (*get)() = module.find<IPluginFactory* (*)()>("GetPluginFactory");
     IPtr<IPluginFactory> factory;
 };
 
@@ -221,23 +207,20 @@ TEST_F(ModuleEntry, AndExitTakeANullHandleAndAnyNumberOfCalls)
     EXPECT_TRUE(entry(nullptr));
     for (int call = 0; call < 4; ++call)
         EXPECT_TRUE(leave()); // two more than entries
-    EXPECT_TRUE(entry(handle));
-    EXPECT_TRUE(entry(handle));
+    EXPECT_TRUE(entry(module.get()));
+    EXPECT_TRUE(entry(module.get()));
     EXPECT_EQ(factory->countClasses(), 2);
 }
 
 TEST_F(ModuleEntry, AndExitLeaveTheModuleToBeUnloaded)
 {
-    EXPECT_TRUE(entry(handle));
+    EXPECT_TRUE(entry(module.get()));
     factory = nullptr;
     EXPECT_TRUE(leave());
     EXPECT_TRUE(leave());
-    dlclose(std::exchange(handle, nullptr));
+    module.close();
     leave = nullptr;
-    void* still = dlopen(MODULE_FILE, RTLD_LAZY | RTLD_NOLOAD);
-    EXPECT_EQ(still, nullptr) << "the module stays loaded";
-    if (still)
-        dlclose(still);
+    EXPECT_FALSE(tools::LibraryHandle::isLoaded(MODULE_FILE));
 }
 
 class ModuleInfo : public Factory {

@@ -5,14 +5,13 @@
 #include "hostapi/IHostClasses.h"
 #include "tests/doubles/InProcessLibrary.h"
 
-#include <dlfcn.h>
-
 namespace {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using tools::LibraryHandle;
 
 class ServiceBinding : public plugin::PlugInFixture {
 protected:
@@ -61,9 +60,9 @@ TEST_F(ServiceBinding, InitializeAndTerminateCallLibraryAndServiceInOrder)
 TEST_F(ServiceBinding, InitializeLoadsNoLibraryFile)
 {
     ASSERT_EQ(initialize(), kResultOk);
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
     controller->terminate();
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
 }
 
 TEST_F(ServiceBinding, TerminateDoesNotCloseTheServicesLibrary)
@@ -71,20 +70,17 @@ TEST_F(ServiceBinding, TerminateDoesNotCloseTheServicesLibrary)
     doubles::Trace fileTrace;
     doubles::LoadedLibrary file(fileTrace, VSTK2X_SCRIPTED_LIBRARY);
     ASSERT_TRUE(file);
-    void* second = dlopen(VSTK2X_SCRIPTED_LIBRARY, RTLD_LAZY);
+    LibraryHandle second(VSTK2X_SCRIPTED_LIBRARY);
     host.service.offer(&*file, file.handle());
     ASSERT_EQ(initialize(), kResultOk);
     controller->terminate();
     releaseComponents();
 
     // Two handles are open; had the plug-in closed one, closing the other would unload the file.
-    dlclose(second);
-    second = dlopen(VSTK2X_SCRIPTED_LIBRARY, RTLD_LAZY | RTLD_NOLOAD);
-    EXPECT_NE(second, nullptr);
+    second.close();
+    EXPECT_TRUE(LibraryHandle::isLoaded(VSTK2X_SCRIPTED_LIBRARY));
     EXPECT_EQ(fileTrace.count("library.destroy()"), 0u);
     EXPECT_THAT(file->complaints(), IsEmpty());
-    if (second)
-        dlclose(second);
     EXPECT_FALSE(file.closeAndAskWhetherStillLoaded()) << "the plug-in opened it once more";
 }
 
@@ -106,10 +102,10 @@ TEST_F(ServiceBinding, InitializeTakesTheLibraryFileWithoutAComponentFactory)
 {
     host.hide(IComponentFactory::iid);
     ASSERT_EQ(initialize(), kResultOk); // by the library in the fixed place
-    EXPECT_TRUE(isLibraryLoaded());
+    EXPECT_TRUE(LibraryHandle::isLoaded());
     EXPECT_THAT(lifeCycle(), IsEmpty());
     controller->terminate();
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
 }
 
 } // namespace

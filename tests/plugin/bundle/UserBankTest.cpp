@@ -6,6 +6,7 @@
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/doubles/PresetXml.h"
 #include "tests/doubles/TemporaryHome.h"
+#include "tools/common/LoadedSimulator.h"
 
 namespace {
 
@@ -58,7 +59,7 @@ TEST_F(UserBank, StoreAndLoadPresetGiveTheInstrumentTheSameBytes)
     const std::string file = "My Kit Shelf.vstpreset"; // the bank's name
     ASSERT_EQ(initialize(), kResultOk);
     startProcessor();
-    SimulatorControl* user = simulator();
+    SimulatorControl* user = tools::findSimulator();
     ASSERT_TRUE(user);
 
     const auto data = awkwardBytes();

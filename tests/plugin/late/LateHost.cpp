@@ -6,8 +6,7 @@
 //   refusing   the host keeps, and that takes no timer out
 // or none. The user turns a knob before, which the controller hears of at a tick. Prints what
 // happens.
-#include "simulator/SimulatorControl.h"
-#include "tests/doubles/LoadedLibrary.h"
+#include "tools/common/LoadedSimulator.h"
 
 #include "pluginterfaces/base/funknownimpl.h"
 #include "pluginterfaces/gui/iplugview.h"
@@ -20,7 +19,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <dlfcn.h>
 #include <string>
 #include <vector>
 
@@ -88,17 +86,6 @@ public:
     tresult PLUGIN_API restartComponent(int32) override { return kResultOk; }
 };
 
-SimulatorControl* simulator()
-{
-    void* library = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
-    if (!library)
-        return nullptr;
-    const auto get = reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
-    SimulatorControl* control = get ? get(-1) : nullptr;
-    dlclose(library);
-    return control;
-}
-
 class Host {
 public:
     Host() = default;
@@ -132,7 +119,7 @@ public:
             ->connect(FUnknownPtr<IConnectionPoint>(component));
         if (itsLoop == "lent")
             loop = nullptr;
-        SimulatorControl* user = simulator();
+        SimulatorControl* user = tools::findSimulator();
         return user && user->turnKnob(kVolume1, 1);
     }
 

@@ -138,7 +138,7 @@ TEST_F(RefusingService, InitializeWithANullHandleLoadsTheFileAndTerminateLeavesI
                             "library.start()", kGiveBack, "library.setControllerInterface(null)",
                             "library.detachService()", "service.unregisterPlugin(object)"));
     EXPECT_TRUE(isLeftLoaded());
-    closeLibrary();
+    doubles::LoadedLibrary::closeAll();
 }
 
 TEST_F(RefusingService, InitializeForgetsAfterTerminateWhoseLibraryItWas)
@@ -159,7 +159,7 @@ TEST_F(RefusingService, InitializeForgetsAfterTerminateWhoseLibraryItWas)
     EXPECT_EQ(trace.count("library.detachService()"), 1u);
     EXPECT_EQ(trace.count("library.destroy()"), 0u);
     EXPECT_TRUE(isLeftLoaded());
-    closeLibrary();
+    doubles::LoadedLibrary::closeAll();
 }
 
 TEST_F(RefusingService, InitializeChoosesServiceOrFileAnewAfterTerminate)

@@ -1,8 +1,7 @@
 // No library can be bound: there is no file, it lacks its entry point, or it stores null.
+#include "tests/doubles/InProcessLibrary.h"
 #include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
-
-#include <dlfcn.h>
 
 namespace {
 
@@ -98,13 +97,11 @@ TEST_F(Unbound, InitializeForgetsARefusingServicesConnection)
 TEST_F(Unbound, InitializeStillBindsAService)
 {
     doubles::Trace serviceTrace;
-    doubles::ScriptedLibrary serviceLibrary(serviceTrace);
-    void* program = dlopen(nullptr, RTLD_LAZY);
-    host.service.offer(&serviceLibrary, program);
+    doubles::InProcessLibrary serviceLibrary(serviceTrace);
+    host.service.offer(&serviceLibrary, serviceLibrary.handle());
     EXPECT_EQ(initialize(), kResultOk);
     EXPECT_EQ(serviceTrace.count("library.start()"), 1u);
     EXPECT_EQ(controller->terminate(), kResultOk);
-    dlclose(program);
 }
 
 } // namespace
