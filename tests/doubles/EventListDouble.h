@@ -20,7 +20,7 @@ Steinberg::Vst::Event noteOff(Steinberg::int16 channel, Steinberg::int16 pitch);
 /** On the test's stack: one reference of its own, release deletes nothing. Not recorded in the
     trace, and takes memory for an event only beyond what was reserved, so that tests can count what
     the plug-in itself allocates. */
-class EventListDouble final : public Steinberg::Vst::IEventList {
+class EventListDouble : public Steinberg::Vst::IEventList {
 public:
     EventListDouble() { events.reserve(1024); }
     EventListDouble(const EventListDouble&) = delete;

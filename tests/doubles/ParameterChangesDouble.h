@@ -17,7 +17,7 @@
 namespace doubles {
 
 /** One parameter's points; counts references and deletes nothing, as below. */
-class ParameterQueueDouble final : public Steinberg::Vst::IParamValueQueue {
+class ParameterQueueDouble : public Steinberg::Vst::IParamValueQueue {
 public:
     struct Point {
         Steinberg::int32 sampleOffset;
@@ -57,7 +57,7 @@ private:
 };
 
 /** On the test's stack: one reference of its own, release deletes nothing. Not in the trace. */
-class ParameterChangesDouble final : public Steinberg::Vst::IParameterChanges {
+class ParameterChangesDouble : public Steinberg::Vst::IParameterChanges {
 public:
     ParameterChangesDouble() = default;
     ParameterChangesDouble(const ParameterChangesDouble&) = delete;
@@ -66,6 +66,8 @@ public:
 
     ParameterQueueDouble& add(Steinberg::Vst::ParamID id,
                               const std::vector<ParameterQueueDouble::Point>& points);
+    /** Borrows a queue of the test's own. */
+    void add(ParameterQueueDouble& queue) { list.push_back(&queue); }
     void addNull() { list.push_back(nullptr); }
 
     /** References of this object and its queues beyond the test's own. */

@@ -17,7 +17,7 @@ namespace doubles {
 
 /** Lives on the test's stack: starts with one reference, which is the test's, and release deletes
     nothing. One thread at a time. */
-class StreamDouble final : public Steinberg::IBStream {
+class StreamDouble : public Steinberg::IBStream {
 public:
     StreamDouble() = default;
     explicit StreamDouble(const std::string& bytes)

@@ -66,9 +66,9 @@ public:
         HostBlock next(world.host); // what the host refused or failed to take is gone
         world.step("process", [&] { processor->process(next.data); });
         world.step("setActive", [&] { world.component->setActive(false); });
-        EXPECT_EQ(block.in.references, 1);
-        EXPECT_EQ(block.out.references, 1);
-        EXPECT_EQ(block.changes.references, 1);
+        EXPECT_EQ(block.in.getReferences(), 1);
+        EXPECT_EQ(block.out.getReferences(), 1);
+        EXPECT_EQ(block.changes.foreignReferences(), 0);
     }
 
     void expectDone() override

@@ -33,16 +33,16 @@ public:
         results.assign(3, -1);
         HostStream saved(world.host);
         world.step("getState", [&] { results[0] = component.getState(&saved); });
-        bytes = saved.bytes;
+        bytes = saved.data;
         HostStream restored(world.host, le32(0) + le32(5) + "state");
         world.step("setState, binary", [&] { results[1] = component.setState(&restored); });
         HostStream text(world.host, std::string("H\0i\0", 4));
         world.library.stateFormat = 1;
         world.step("setState, text", [&] { results[2] = component.setState(&text); });
         world.library.stateFormat = 0;
-        EXPECT_EQ(saved.references, 1);
-        EXPECT_EQ(restored.references, 1);
-        EXPECT_EQ(text.references, 1);
+        EXPECT_EQ(saved.getReferences(), 1);
+        EXPECT_EQ(restored.getReferences(), 1);
+        EXPECT_EQ(text.getReferences(), 1);
     }
 
     void expectDone() override
@@ -169,9 +169,9 @@ public:
         world.step("other", [&] { results[2] = controller.setState(&other); });
         HostStream saved(world.host);
         world.step("getState", [&] { results[3] = controller.getState(&saved); });
-        EXPECT_EQ(saved.bytes, "");
-        EXPECT_EQ(preset.references, 1);
-        EXPECT_EQ(userBank.references, 1);
+        EXPECT_EQ(saved.data, "");
+        EXPECT_EQ(preset.getReferences(), 1);
+        EXPECT_EQ(userBank.getReferences(), 1);
     }
 
     void expectDone() override

@@ -35,7 +35,7 @@ TEST_P(ProcessCalls, TakeTheQueuesLockOnceForEachEvent)
 {
     fillQueue();
     process();
-    EXPECT_EQ(out.count, 100);
+    EXPECT_EQ(out.events.size(), 100u);
     EXPECT_EQ(turnsOfTheLock(), 100u);
 }
 
@@ -51,10 +51,10 @@ TEST_P(ProcessCalls, LeaveTheAllocatorAloneOnBothSidesOfTheQueue)
         EXPECT_EQ(preparing.count(CallRecord::kUnlock), 107u);
         EXPECT_EQ(preparing.size(), 214u);
         process();
-        EXPECT_EQ(out.count, 7);
+        EXPECT_EQ(out.events.size(), 7u);
         EXPECT_EQ(turnsOfTheLock(), 7u);
         record.clear();
-        out.count = 0;
+        out.events.clear();
     }
 }
 
@@ -63,7 +63,7 @@ TEST_P(ProcessCalls, ReachHostAndLibraryWithNoLockHeld)
     fillInput();
     fillQueue();
     process();
-    EXPECT_EQ(out.count, 100);
+    EXPECT_EQ(out.events.size(), 100u);
     EXPECT_EQ(library.callsUnderLock, 0);
     EXPECT_EQ(in.callsUnderLock, 0);
     EXPECT_EQ(out.callsUnderLock, 0);
@@ -75,7 +75,7 @@ TEST_P(ProcessCalls, StayTheSameWhenTheLibraryAnswersFromInside)
     library.answers = true;
     process();
     // 256 answers into a queue that is emptied at each 101st: 56 are left.
-    EXPECT_EQ(out.count, 56);
+    EXPECT_EQ(out.events.size(), 56u);
     EXPECT_EQ(turnsOfTheLock(), 256u + 56u);
 }
 
@@ -107,7 +107,7 @@ TEST_P(ProcessCalls, EmptyTheQueueAloneWithoutALibrary)
     fillInput();
     process();
     EXPECT_EQ(library.received, 0);
-    EXPECT_EQ(out.count, 1);
+    EXPECT_EQ(out.events.size(), 1u);
     EXPECT_EQ(turnsOfTheLock(), 1u);
     record.clear();
     process();

@@ -93,7 +93,7 @@ TEST_P(ProcessCallsBesideAStoppedWriter, LeaveTheEventsInOrderToTheNextBlock)
         writeMidi(number);
     stopWriter(3);
     process();
-    EXPECT_EQ(out.count, 0);
+    EXPECT_THAT(out.events, IsEmpty());
     expectABoundedNumberOfTries();
     letWriterGoOn();
     process();
@@ -116,18 +116,17 @@ TEST_P(ProcessCallsBesideAStoppedWriter, TakeAnswersFromInsideAllTheSame)
 {
     writeMidi(0);
     stopWriter(1);
-    in.events[0] = note(Event::kNoteOnEvent, 2);
-    in.count = 1;
+    in.add(noteOn(0, 2, 1));
     library.answers = true;
     process();
-    EXPECT_EQ(out.count, 0);
+    EXPECT_THAT(out.events, IsEmpty());
     expectABoundedNumberOfTries();
     preparing.clear();
     std::thread([this] { writeMidi(3); }).join();
     EXPECT_EQ(preparing.count(CallRecord::kTryInVain), 1u);
     EXPECT_EQ(preparing.size(), 1u);
     letWriterGoOn();
-    in.count = 0;
+    in.events.clear();
     process();
     EXPECT_THAT(pitches(), ElementsAre(0, 1, 2, 3));
 }
@@ -139,7 +138,7 @@ TEST_P(ProcessCallsBesideAStoppedWriter, KeepTheNewestOfAHundredAndOne)
     fillQueue();
     writeMidi(101);
     process();
-    EXPECT_EQ(out.count, 0);
+    EXPECT_THAT(out.events, IsEmpty());
     letWriterGoOn();
     process();
     EXPECT_THAT(pitches(), ElementsAre(99, 101));
@@ -150,10 +149,10 @@ TEST_P(ProcessCallsBesideAStoppedWriter, DoNotWaitForAnEventThatIsNotInTheQueueY
     StoppedWriter early(*library.effect, 60, CallRecord::kTryLock);
     process();
     EXPECT_EQ(record.size(), 0u);
-    EXPECT_EQ(out.count, 0);
+    EXPECT_THAT(out.events, IsEmpty());
     early.finish();
     process();
-    EXPECT_EQ(out.count, 1);
+    EXPECT_EQ(out.events.size(), 1u);
     EXPECT_EQ(early.record.count(CallRecord::kTryLock), 1u);
     EXPECT_EQ(early.record.count(CallRecord::kUnlock), 1u);
     EXPECT_EQ(early.record.size(), 2u);
