@@ -1,4 +1,4 @@
-// The preset library, written from a map of voices, with a library and a file system that fail.
+// VstK2xPresetCreater writes preset files from a map of voices while library and file system fail.
 #include "tests/faults/generator/Generator.h"
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/doubles/PresetXml.h"
@@ -28,8 +28,8 @@ const LibraryHandle& generatorFile()
     return loaded;
 }
 
-/** Texts of a library that has all kinds of them. The second "Grand" finds the first one's file;
-    a name with a zero byte has none. */
+/** Good and bad texts. Both voices named "Grand" have the same file, which the first one writes. A
+    name with a zero byte gets no file. */
 Voices hostileVoices()
 {
     Voices voices;
@@ -51,7 +51,7 @@ std::string voiceFile(int number)
                            presetXml("Piano", "A. Piano", "Acoustic"));
 }
 
-/** By name; a file can be another voice's of the same name. */
+/** For each file's name the contents that it may have, the usual one first. */
 using Files = std::map<std::string, std::set<std::string>>;
 
 const Files& wholeFiles()
@@ -70,7 +70,7 @@ public:
     {
         write = generatorFile().find<decltype(&writeVoices)>("writeVoices");
         ASSERT_TRUE(write);
-        wholeFiles(); // before anybody counts objects
+        wholeFiles(); // made before objects are counted
         world.library.categoryName = [](int main) {
             return BufferAnswer{main == 0 ? "Acoustic Piano" : "Keyboard", 0};
         };
@@ -98,7 +98,7 @@ public:
             EXPECT_EQ(found[name], *contents.begin()) << name;
     }
 
-    /** One voice fails alone, unless there is no folder, or no disk or memory any more. */
+    /** Only one file is missing, unless the folder is missing or disk or memory stay full. */
     void expectStated(const Fault& fault) override
     {
         size_t whole = 0;
@@ -119,7 +119,7 @@ public:
         }
     }
 
-    /** An unknown category is none; the voice is written all the same. */
+    /** A voice whose category is unknown is still written. */
     void expectBelieved(const Fault& fault) override
     {
         for (const auto& [name, contents] : wholeFiles())
@@ -137,7 +137,7 @@ private:
     std::map<std::string, std::string> found;
 };
 
-/** What the generator says of one file, and what stands there then. */
+/** The generator's result for one file, and the file itself. */
 class WritingOneVoice : public Scenario {
 public:
     explicit WritingOneVoice(int whichBank)
@@ -171,7 +171,7 @@ public:
         EXPECT_EQ(found, whole);
     }
 
-    /** "Written" is said of whole files only. */
+    /** The result 0, "written", is given for whole files only. */
     void expectStated(const Fault& fault) override
     {
         if (result == 0) {
@@ -199,13 +199,13 @@ private:
     int result = -1;
 };
 
-TEST(Faults, OnePresetFile)
+TEST(Faults, CreatePresetFile)
 {
     injectFaults("one preset file", [] { return std::make_unique<WritingOneVoice>(0); });
     injectFaults("one user bank file", [] { return std::make_unique<WritingOneVoice>(8); });
 }
 
-TEST(Faults, PresetLibrary)
+TEST(Faults, SetVoiceDataInfo)
 {
     injectFaults<WritingVoices>("preset library");
 }

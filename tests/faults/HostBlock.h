@@ -1,5 +1,5 @@
-// HostBlock: what a host hands to process(). HostStream: a stream of the host's. Each call of them can
-// fail like any other call of the host.
+// HostBlock: what a host hands to process(). HostStream: a stream of the host's. Each call of them
+// can fail like any other call of the host.
 //
 //   HostBlock block(host);  block.in.add(noteOn(0, 60, 1));  processor->process(block.data);
 //   HostStream stream(host, "bytes");  component->setState(&stream);
@@ -81,8 +81,7 @@ struct HostBlock {
     Steinberg::Vst::ProcessData data;
 };
 
-/** Reads and writes of all streams. The faulty one moves one byte less than asked, or none, and
-    answers kResultOk. */
+/** Transfers of all streams. The faulty one moves a byte less or none and answers kResultOk. */
 struct Transfers {
     size_t count = 0;
     size_t faulty = 0; ///< which one; 0: none

@@ -1,5 +1,5 @@
-// A host-side service that offers less than it should, with everything else failing too: the
-// library in the fixed place takes over.
+// A host-side service that lacks something, while other calls fail too: the plug-in uses the
+// library in the fixed place.
 #include "tests/faults/Scenario.h"
 
 namespace faults {
@@ -11,7 +11,7 @@ using doubles::HostServiceDouble;
 using testing::AnyOf;
 using testing::IsEmpty;
 
-/** What is wrong with a service, and whether the library then stays as if it were the service's. */
+/** What a service lacks, and whether the library then stays loaded as if it were the service's. */
 struct Lack {
     const char* name;
     void (*apply)(HostServiceDouble&);
@@ -68,13 +68,13 @@ public:
         expectNothingElse();
     }
 
-    /** The host's failures change who ends the library, and never whether it works. */
+    /** After a fault of the host another side may end the library, but it always works. */
     void expectStated(const Fault& fault) override
     {
         EXPECT_EQ(world.initializeResult, kResultOk);
         EXPECT_EQ(world.terminateResult, kResultOk);
         if (fault.hit("IPluginBase") && !fault.is(Kind::kHostThrows)) {
-            // One that need not be started works as it is.
+            // A component that does not offer IPluginBase is used without being started.
             EXPECT_EQ(world.trace.count("library.start()") + offeredTrace.count("library.start()"),
                       1u);
             world.host.service.registered.clear();
@@ -101,7 +101,7 @@ public:
     }
 
 private:
-    /** Of the connection that was offered nothing is used. */
+    /** The connection that the service offered was not used. */
     void expectNothingElse()
     {
         EXPECT_THAT(offeredTrace.texts(),
@@ -114,7 +114,7 @@ private:
     doubles::ScriptedLibrary offered{offeredTrace};
 };
 
-TEST(Faults, ServicesThatLackSomething)
+TEST(Faults, InitializeWithAServiceThatLacksSomething)
 {
     for (const Lack& lack : kLacks)
         injectFaults(lack.name, [&] { return std::make_unique<LackingService>(lack); },

@@ -1,5 +1,5 @@
-// PartParameters: the parameters of a part as hosts are to see them, in order, and what the
-// simulator starts with.
+// PartParameters: the parameters of a part in the order in which hosts list them, with the values
+// that the simulator starts with.
 #pragma once
 
 #include <array>
@@ -8,14 +8,14 @@
 namespace hosts {
 
 struct PartParameter {
-    unsigned firstId;  ///< the first part's; the others' follow
-    const char* title; ///< N stands for the part's number
+    unsigned firstId;  ///< of part 1; part N has this plus N - 1
+    const char* title; ///< N is replaced by the part's number
     int value;         ///< editor value, 0 to 127
     const char* text;  ///< of this value
 };
 
 constexpr int kParts = 16;
-constexpr int kAutomatable = 224; ///< before the edit flag, which is the last
+constexpr int kAutomatable = 224; ///< all parameters but the last, the edit flag
 
 constexpr std::array<PartParameter, 14> kPartParameters{
     {{37012000, "Volume N", 100, "100"},
@@ -33,7 +33,7 @@ constexpr std::array<PartParameter, 14> kPartParameters{
      {37056000, "Assignable Knob 1", 64, "+0"},
      {37057000, "Assignable Knob 2", 64, "+0"}}};
 
-/** One of all parts' parameters: a host's index, 0 to 223. */
+/** What a host shows for its parameter index 0 to 223. */
 struct ExpectedParameter {
     unsigned id;
     std::string title;

@@ -18,14 +18,14 @@ std::size_t doubles::allocationCount()
 
 #ifdef VSTK2X_SANITIZED
 
-// Of the sanitizers' run-time; GCC comes without the header that declares it.
+// A function of the sanitizers' run-time. GCC has no header that declares it.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*)(const volatile void*,
                                                                   std::size_t),
                                                          void (*)(const volatile void*));
 
 namespace {
 
-// A sanitizer has operators of its own, which look for errors, and tells whoever asks.
+// A sanitizer has an operator new of its own, which calls these hooks.
 const int installed = __sanitizer_install_malloc_and_free_hooks(
     [](const volatile void*, std::size_t) { ++allocations; }, [](const volatile void*) {});
 
@@ -45,7 +45,7 @@ void* allocate(std::size_t size)
 
 } // namespace
 
-// A loaded library binds to these too, as the program's own come first.
+// A loaded library calls these too, because the loader looks in the program first.
 void* operator new(std::size_t size)
 {
     return allocate(size);

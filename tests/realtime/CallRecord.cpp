@@ -163,7 +163,7 @@ int pthread_mutex_trylock(pthread_mutex_t* lock) noexcept
 {
     static Original<int(pthread_mutex_t*)> original("pthread_mutex_trylock");
     const int result = original(lock);
-    note(result == 0 ? CallRecord::kTryLock : CallRecord::kTryInVain, lock);
+    note(result == 0 ? CallRecord::kTryLock : CallRecord::kFailedTry, lock);
     return result;
 }
 
@@ -210,8 +210,8 @@ RECORDED(pthread_mutex_unlock, kUnlock, lock, (pthread_mutex_t* lock) noexcept, 
 RECORDED(pthread_rwlock_rdlock, kLock, lock, (pthread_rwlock_t* lock) noexcept, (lock));
 RECORDED(pthread_rwlock_wrlock, kLock, lock, (pthread_rwlock_t* lock) noexcept, (lock));
 RECORDED(pthread_rwlock_unlock, kUnlock, lock, (pthread_rwlock_t* lock) noexcept, (lock));
-RECORDED(pthread_spin_lock, kLock, const_cast<const int*>(lock), (pthread_spinlock_t* lock) noexcept,
-         (lock));
+RECORDED(pthread_spin_lock, kLock, const_cast<const int*>(lock),
+         (pthread_spinlock_t* lock) noexcept, (lock));
 RECORDED(pthread_spin_unlock, kUnlock, const_cast<const int*>(lock),
          (pthread_spinlock_t* lock) noexcept, (lock));
 RECORDED(pthread_cond_wait, kWait, condition, (pthread_cond_t* condition, pthread_mutex_t* lock),

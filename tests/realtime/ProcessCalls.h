@@ -23,11 +23,11 @@ using namespace Steinberg::Vst;
 /** Counts the calls that a thread makes while it holds a lock. */
 class LockWatch {
 public:
-    const CallRecord* watched = nullptr; ///< of that thread
+    const CallRecord* calls = nullptr; ///< of that thread
     int callsUnderLock = 0;
 
 protected:
-    void look() { callsUnderLock += watched && watched->getHeld() > 0 ? 1 : 0; }
+    void look() { callsUnderLock += calls && calls->getHeld() > 0 ? 1 : 0; }
 };
 
 class WatchedEventList final : public EventListDouble, public LockWatch {
@@ -90,7 +90,7 @@ protected:
         data.inputEvents = &in;
         data.outputEvents = &out;
         data.inputParameterChanges = &changes;
-        library.watched = in.watched = out.watched = &record;
+        library.calls = in.calls = out.calls = &record;
         midiLock = lockOfWriteMidi();
     }
 
@@ -165,8 +165,8 @@ protected:
         EXPECT_EQ(processor->process(data), kResultOk);
     }
 
-    /** How often the block took the queue's lock. Fails if it did anything else, needed a second try,
-        or did not release the lock before it took it again. */
+    /** How often the block took the queue's lock. Fails if it did anything else, needed a second
+        try, or did not release the lock before it took it again. */
     size_t turnsOfTheLock() const
     {
         size_t turns = 0;

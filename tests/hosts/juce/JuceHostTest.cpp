@@ -37,12 +37,12 @@ TEST_F(Juce, ScanListsTheInstrument)
     EXPECT_TRUE(plugIn.isInstrument);
     EXPECT_EQ(plugIn.numInputChannels, 0);
     EXPECT_EQ(plugIn.numOutputChannels, 4);
-    // The four words of the class ID, each added to 31 times what came before, in 32 bits.
+    // JUCE's hash of the class ID: each of its four words is added to 31 times the hash so far.
     unsigned unique = 0;
     for (const unsigned word : {0x13EEE348u, 0x4D664261u, 0xB90352CEu, 0x35DD18B4u})
         unique = unique * 31 + word;
     EXPECT_EQ(static_cast<unsigned>(plugIn.uniqueId), unique);
-    EXPECT_FALSE(LibraryHandle::isLoaded()); // the scan cleaned up after itself
+    EXPECT_FALSE(LibraryHandle::isLoaded()); // the scan ended what it made
     hosts::found("one instrument, right name, vendor, category, version and unique ID");
 }
 
@@ -105,7 +105,7 @@ TEST_F(Juce, ReadsValueTextsBack)
     EXPECT_EQ(parameters[10]->getText(1.f / 127, 128), "Arpeggio Hold");
 }
 
-/** A song's messages with their times in samples, and how many notes it has on each channel. */
+/** A song's messages with their times in samples, and its notes and their ends by channel. */
 struct Song {
     struct Message {
         juce::int64 sample;
@@ -151,7 +151,7 @@ std::string noteText(const juce::MidiMessage& note)
            (note.isNoteOn() ? " on" : " off");
 }
 
-/** Plays a song block by block, as fast as it goes. */
+/** Plays a song block by block, as fast as possible. */
 class Playback {
 public:
     explicit Playback(juce::AudioPluginInstance& newInstance)
@@ -237,7 +237,7 @@ TEST_F(Juce, AutomatesParameters)
     juce::MidiBuffer midi;
     instance->processBlock(audio, midi);
     EXPECT_EQ(simulator->automationReceived(), 224u);
-    // The second parameter of the first part, and the eleventh of the last.
+    // The second parameter of part 1, and the eleventh of part 16.
     EXPECT_EQ(simulator->parameterValue(kPan1), 1);
     EXPECT_EQ(simulator->parameterValue(19001015), 220 % 128);
 }
@@ -262,7 +262,7 @@ TEST_F(Juce, RestoresItsStateInANewInstance)
     ASSERT_TRUE(simulator);
     EXPECT_EQ(simulator->parameterValue(kPan1), 64);
     instance->setStateInformation(saved.getData(), static_cast<int>(saved.getSize()));
-    // A host could send its own idea of the parameters with the next block.
+    // With the next block a host could send parameter values of its own.
     juce::AudioBuffer<float> audio(4, JuceHost::blockSize);
     juce::MidiBuffer midi;
     instance->processBlock(audio, midi);
@@ -293,7 +293,7 @@ TEST_F(Juce, CreatesAndDestroysFiftyInstances)
     const auto lines = juce::StringArray::fromLines(doubles::ScratchFolder::read(report));
     for (const auto* line : {"begin 1", "note-ons 0 1", "end 1"})
         EXPECT_EQ(std::count(lines.begin(), lines.end(), juce::String(line)), 50) << line;
-    // The scan before each made none that is left either.
+    // The scans before made no other instruments.
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
                             [](const auto& line) { return line.startsWith("begin"); }),
               50);

@@ -1,4 +1,4 @@
-// What the validator leaves out, in the same hosting classes.
+// What the SDK's validator does not test, in the same hosting classes.
 #include "tests/hosts/sdk/SdkHost.h"
 #include "tests/hosts/HostsTable.h"
 
@@ -33,8 +33,8 @@ protected:
     void SetUp() override { ASSERT_TRUE(plugIn); }
 };
 
-/** Sends four notes a block to one channel, each with its end, and looks at what comes back. Runs
-    until stop, and for kBlocks at the least. */
+/** Sends four notes a block to one channel, each with its note-off, and compares what comes back.
+    Runs until stop, for kBlocks at least. */
 class AudioThread {
 public:
     AudioThread(const SdkInstance& instance, int channel)
@@ -56,7 +56,7 @@ public:
     /** Notes sent until stop. */
     uint32 notes() const { return static_cast<uint32>(blocks * kNotesABlock); }
 
-    int wrongBlocks = 0; ///< whose output was not the notes that went in; after stop
+    int wrongBlocks = 0; ///< blocks whose output was not their input; valid after stop
 
 private:
     std::atomic<int> blocks{0};
@@ -81,7 +81,7 @@ private:
             ++wrongBlocks;
     }
 
-    // The simulator sends each note on: at full velocity, and its end as a note-on of velocity 0.
+    // Each event comes back as a note-on: at full velocity, or at 0 for a note-off.
     static bool isEcho(const std::vector<Event>& output, int channel, int block)
     {
         if (output.size() != kEventsABlock)
@@ -105,7 +105,7 @@ void expectAllNotes(const AudioThread& audio, const SdkInstance& instance, int c
     EXPECT_EQ(instance.simulator->noteOffsReceived(channel), audio.notes());
 }
 
-/** Everything that a host's window and project do while the audio runs. */
+/** What a host's main thread does with parameters and state while the audio runs. */
 void useMainThread(const SdkInstance& instance, int round)
 {
     String128 text{};
@@ -170,7 +170,7 @@ TEST_F(SdkHosting, TakesSetActiveAnyNumberOfTimes)
     auto note = noteEvent(0, 60, 1.f);
     input.addEvent(note);
     EXPECT_THAT(plugIn.process(&input), SizeIs(1));
-    // An inactive component takes nothing from the library that would wait for the next start.
+    // What the library sends to an inactive component is not kept for the next start.
     plugIn.component->setActive(false);
     EXPECT_THAT(plugIn.process(&input), SizeIs(0));
     plugIn.component->setActive(true);
@@ -225,7 +225,7 @@ TEST_F(SdkHosting, ProcessesWhileTheEditorIsOpen)
     tried(kSdkHost, "audio on a thread of its own while the editor view is open and used");
     auto view = owned(plugIn.controller->createView(ViewType::kEditor));
     ASSERT_TRUE(view);
-    // Only the simulator gets to see the window's handle, and it does not draw.
+    // Only the simulator gets the window's handle, and it does not draw.
     int window = 0;
     ASSERT_EQ(view->attached(&window, kPlatformTypeNSView), kResultOk);
     EXPECT_TRUE(plugIn.simulator->editorOpen());
@@ -284,8 +284,8 @@ TEST_F(SdkHosting, EndsEachInstance)
     EXPECT_EQ(liveInstruments(), 1);
 }
 
-// The one parameter at which the validator's own test ends.
-TEST_F(SdkHosting, HasAnEditFlagThatIsNoControl)
+// At this parameter the validator's own test ends.
+TEST_F(SdkHosting, GetParameterInfoShowsTheEditFlagAsNoControl)
 {
     tried(kSdkHost, "the parameter at which the validator stops: the edit flag");
     ASSERT_EQ(plugIn.controller->getParameterCount(), 225);

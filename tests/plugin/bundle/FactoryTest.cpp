@@ -1,4 +1,4 @@
-// The module's class factory, as the host reads it.
+// The module's class factory and moduleinfo.json.
 #include "tests/doubles/MacsCode.h"
 #include "tests/plugin/PlugInFixture.h"
 
@@ -46,7 +46,7 @@ protected:
 
 class ModuleEntry : public Factory {};
 
-/** A host's context that can be asked for nothing. */
+/** A host's context whose queryInterface throws. */
 class ThrowingContext final : public FUnknown {
 public:
     tresult PLUGIN_API queryInterface(const TUID, void**) override { throw 1; }
@@ -54,7 +54,7 @@ public:
     uint32 PLUGIN_API release() override { return 1; }
 };
 
-/** Every byte of a fixed text field: the text, and zeros to its end. */
+/** The text in a field of fixed size, whose other bytes must be zeros. */
 template <size_t size>
 std::string field(const char (&bytes)[size])
 {
@@ -67,7 +67,7 @@ std::string field(const char (&bytes)[size])
     return text.substr(0, end);
 }
 
-/** In which the two classes differ; they are of the same version. */
+/** What differs between the two classes. */
 struct ClassRow {
     const char* id;
     const char* category;
@@ -196,7 +196,7 @@ TEST_F(Factory, SetHostContextLetsNoExceptionOfTheContextOut)
     const FUnknownPtr<IPluginFactory3> third(factory);
     ASSERT_TRUE(third);
     ThrowingContext context;
-    // The SDK takes a host's context for a Linux host's run loop, and nowhere else.
+    // Only on Linux the SDK asks the host's context, for a run loop.
     const auto expected = doubles::kIsMacsCode ? kNotImplemented : kResultFalse;
     EXPECT_NO_THROW(EXPECT_EQ(third->setHostContext(&context), expected));
     EXPECT_NO_THROW(third->setHostContext(nullptr));
@@ -206,7 +206,7 @@ TEST_F(ModuleEntry, AndExitTakeANullHandleAndAnyNumberOfCalls)
 {
     EXPECT_TRUE(entry(nullptr));
     for (int call = 0; call < 4; ++call)
-        EXPECT_TRUE(leave()); // two more than entries
+        EXPECT_TRUE(leave()); // two more exits than entries
     EXPECT_TRUE(entry(module.get()));
     EXPECT_TRUE(entry(module.get()));
     EXPECT_EQ(factory->countClasses(), 2);

@@ -1,4 +1,4 @@
-// Bound by a host-side service, while a library stands in the fixed place that must stay untouched.
+// The plug-in uses the library of a host-side service and does not load the one in the fixed place.
 #include "tests/plugin/PlugInFixture.h"
 
 #include "hostapi/IComponentFactory.h"
@@ -76,7 +76,7 @@ TEST_F(ServiceBinding, TerminateDoesNotCloseTheServicesLibrary)
     controller->terminate();
     releaseComponents();
 
-    // Two handles are open; had the plug-in closed one, closing the other would unload the file.
+    // The file is open twice. If the plug-in had closed it once, this would unload it.
     second.close();
     EXPECT_TRUE(LibraryHandle::isLoaded(VSTK2X_SCRIPTED_LIBRARY));
     EXPECT_EQ(fileTrace.count("library.destroy()"), 0u);
@@ -87,7 +87,7 @@ TEST_F(ServiceBinding, TerminateDoesNotCloseTheServicesLibrary)
 TEST_F(ServiceBinding, InitializeStartsAndStopsAComponentThatOffersIt)
 {
     host.service.offersPluginBase = true;
-    host.service.terminateResult = kResultFalse; // forced all the same
+    host.service.terminateResult = kResultFalse; // is ignored
     ASSERT_EQ(initialize(), kResultOk);
     EXPECT_THAT(lifeCycle(),
                 ElementsAre(kCreate, "component(1).initialize(context)",

@@ -1,4 +1,4 @@
-// Bound to the library file in its fixed place: the simulator, as it ships with this build.
+// The plug-in loads the simulator from the editor library's fixed place.
 #include "tests/plugin/PlugInFixture.h"
 
 #include "tools/common/LoadedSimulator.h"
@@ -60,7 +60,8 @@ TEST_F(SimulatorBinding, InitializeTakesANullContextMoreThanOnce)
 {
     ASSERT_EQ(controller->initialize(nullptr), kResultOk);
     EXPECT_EQ(hostTypeSeen(), 2);
-    EXPECT_EQ(controller->initialize(nullptr), kResultOk); // by the context it would know the first
+    // Without a context it cannot know that this is the second time.
+    EXPECT_EQ(controller->initialize(nullptr), kResultOk);
     EXPECT_EQ(controller->getParameterCount(), 225);
     EXPECT_EQ(controller->terminate(), kResultOk);
     EXPECT_FALSE(LibraryHandle::isLoaded());

@@ -1,4 +1,4 @@
-// Bound to the library file in its fixed place: the scripted library, which records every call.
+// The plug-in loads the scripted library from the fixed place. It records every call.
 #include "tests/doubles/MacsCode.h"
 #include "tests/plugin/PlugInFixture.h"
 
@@ -19,7 +19,7 @@ protected:
         PlugInFixture::SetUp();
     }
 
-    /** Ends the components and looks whether the plug-in has the file loaded still. */
+    /** Releases the components. @return whether the plug-in still has the file loaded */
     bool isLeftLoaded()
     {
         releaseComponents();

@@ -1,4 +1,5 @@
-// No library can be bound: there is no file, it lacks its entry point, or it stores null.
+// There is no usable library: no file, one without the entry point, or one that gives null. Each of
+// the three has a program of its own.
 #include "tests/doubles/InProcessLibrary.h"
 #include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
@@ -13,9 +14,9 @@ using testing::IsEmpty;
 
 class Unbound : public plugin::PlugInFixture {
 protected:
-    doubles::LoadedLibrary library{trace}; ///< false where there is no file
+    doubles::LoadedLibrary library{trace}; ///< false in the program without a file
 
-    /** Whatever the library holds, nothing but its entry point was called. */
+    /** Nothing of the library but its entry point was called. */
     void expectNothingCalled() const
     {
         EXPECT_THAT(trace.textsOf({"library.", "observer("}),
