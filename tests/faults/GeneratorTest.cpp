@@ -201,8 +201,8 @@ private:
 
 TEST(Faults, CreatePresetFile)
 {
-    injectFaults("one preset file", [] { return std::make_unique<WritingOneVoice>(0); });
-    injectFaults("one user bank file", [] { return std::make_unique<WritingOneVoice>(8); });
+    injectFaults("one preset file", scenario<WritingOneVoice>(0));
+    injectFaults("one user bank file", scenario<WritingOneVoice>(8));
 }
 
 TEST(Faults, SetVoiceDataInfo)

@@ -23,7 +23,7 @@ HostFamily nameless()
 /** The volume ranges from 0 to 4. */
 class Gesture : public Scenario {
 public:
-    Gesture(const HostFamily& family, std::optional<size_t> expectedAtOnce)
+    Gesture(const HostFamily& family, std::optional<size_t> expectedAtOnce = {})
     : Scenario(family)
     , expectedToldAtOnce(expectedAtOnce)
     {
@@ -96,27 +96,23 @@ private:
     TChar firstOfText = 0;
 };
 
-MakeScenario gestureIn(const HostFamily& family, std::optional<size_t> toldAtOnce = {})
-{
-    return [=] { return std::make_unique<Gesture>(family, toldAtOnce); };
-}
-
 TEST(Faults, EditorValueChangeInOtherHosts)
 {
     injectFaults("gestures, host without Unicode",
-                 gestureIn(HostFamily::withoutUnicode("Cubase", "7.5.1")), hostKinds());
-    injectFaults("gestures, plain host", gestureIn(HostFamily::plain()), hostKinds());
-    injectFaults("gestures, stand-alone host", gestureIn(HostFamily::standalone()), hostKinds());
+                 scenario<Gesture>(HostFamily::withoutUnicode("Cubase", "7.5.1")), hostKinds());
+    injectFaults("gestures, plain host", scenario<Gesture>(HostFamily::plain()), hostKinds());
+    injectFaults("gestures, stand-alone host", scenario<Gesture>(HostFamily::standalone()),
+                 hostKinds());
 }
 
 TEST(Faults, EditorValueChangeToldAtOnce)
 {
-    injectFaults("gestures, at once", gestureIn(HostFamily::cubase("7.5.1"), 3));
+    injectFaults("gestures, at once", scenario<Gesture>(HostFamily::cubase("7.5.1"), 3));
 }
 
 TEST(Faults, EditorValueChangeToldByTheTimer)
 {
-    injectFaults("gestures, by timer", gestureIn(nameless(), 0));
+    injectFaults("gestures, by timer", scenario<Gesture>(nameless(), 0));
 }
 
 } // namespace

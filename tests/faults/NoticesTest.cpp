@@ -106,16 +106,11 @@ private:
     bool isBroken = false;
 };
 
-MakeScenario noticesOf(const HostFamily& family)
-{
-    return [=] { return std::make_unique<Notices>(family); };
-}
-
 TEST(Faults, UpdateWithNoticesOfTheHost)
 {
-    injectFaults("notices", noticesOf(HostFamily::cubase("7.4.0")));
+    injectFaults("notices", scenario<Notices>(HostFamily::cubase("7.4.0")));
     injectFaults("notices, host without Unicode",
-                 noticesOf(HostFamily::withoutUnicode("Cubase", "7.4.0")), hostKinds());
+                 scenario<Notices>(HostFamily::withoutUnicode("Cubase", "7.4.0")), hostKinds());
 }
 
 } // namespace

@@ -26,7 +26,6 @@ public:
     void setUp() override
     {
         Scenario::setUp();
-        processor = FUnknownPtr<IAudioProcessor>(world.component);
         world.library.latencyMode = 2;
         world.library.onCall = [this](const std::string& text) {
             unsigned bytes[3];
@@ -40,15 +39,9 @@ public:
         };
     }
 
-    void tearDown() override
-    {
-        world.library.onCall = nullptr;
-        processor = nullptr;
-        Scenario::tearDown();
-    }
-
     void act() override
     {
+        const FUnknownPtr<IAudioProcessor> processor(world.component);
         world.trace.clear();
         ProcessSetup setup{kRealtime, kSample32, 64, 44100};
         world.step("setupProcessing", [&] { processor->setupProcessing(setup); });
@@ -142,7 +135,6 @@ public:
 
 private:
     const uint32 expectedLatency;
-    IPtr<IAudioProcessor> processor;
     tresult result = kResultFalse;
     uint32 latency = 0;
     std::vector<Event> sent;
@@ -152,19 +144,9 @@ private:
 /** The library sends more in one block than the queue holds. */
 class Overflow : public Scenario {
 public:
-    void setUp() override
-    {
-        Scenario::setUp();
-        processor = FUnknownPtr<IAudioProcessor>(world.component);
-    }
-    void tearDown() override
-    {
-        processor = nullptr;
-        Scenario::tearDown();
-    }
-
     void act() override
     {
+        const FUnknownPtr<IAudioProcessor> processor(world.component);
         world.step("setActive", [&] { world.component->setActive(true); });
         world.step("writeMidi", [&] {
             for (unsigned char pitch = 0; pitch <= 100; ++pitch) {
@@ -196,21 +178,16 @@ public:
     }
 
 private:
-    IPtr<IAudioProcessor> processor;
     std::vector<Event> sent;
 };
-
-MakeScenario playingIn(const HostFamily& family, uint32 latency)
-{
-    return [=] { return std::make_unique<Playing>(family, latency); };
-}
 
 TEST(Faults, ProcessInOtherHosts)
 {
     injectFaults("notes, host without Unicode",
-                 playingIn(HostFamily::withoutUnicode("Cubase", "7.5.1"), 0), hostKinds());
-    injectFaults("notes, plain host", playingIn(HostFamily::plain(), 0), hostKinds());
-    injectFaults("notes, stand-alone host", playingIn(HostFamily::standalone(), 220), hostKinds());
+                 scenario<Playing>(HostFamily::withoutUnicode("Cubase", "7.5.1"), 0), hostKinds());
+    injectFaults("notes, plain host", scenario<Playing>(HostFamily::plain(), 0), hostKinds());
+    injectFaults("notes, stand-alone host", scenario<Playing>(HostFamily::standalone(), 220),
+                 hostKinds());
 }
 
 TEST(Faults, WriteMidiMoreThanTheQueueHolds)

@@ -50,17 +50,11 @@ public:
         world.library.firstStartState = 1;
         world.library.displaysPort = [](const std::string& name) { return name == "Tavrin 2"; };
         Scenario::setUp();
-        skiEffect = FUnknownPtr<IExternalEffectUsingSKI>(world.controller);
-    }
-
-    void tearDown() override
-    {
-        skiEffect = nullptr;
-        Scenario::tearDown();
     }
 
     void act() override
     {
+        const FUnknownPtr<IExternalEffectUsingSKI> skiEffect(world.controller);
         world.host.ports.removedFromAllMidiInputs.clear();
         world.trace.clear();
         auto& plugIn = *world.library.controller;
@@ -291,7 +285,6 @@ private:
         }
     }
 
-    IPtr<IExternalEffectUsingSKI> skiEffect;
     const bool expectedConnectHost;
     bool connectHost = false;
     std::vector<std::string> audio;
@@ -301,23 +294,18 @@ private:
     bool isLeftHidden = false;
 };
 
-MakeScenario portsOf(const doubles::HostFamily& family, bool connectsInHost)
-{
-    return [=] { return std::make_unique<Ports>(family, connectsInHost); };
-}
-
 TEST(Faults, PortListsAndConnections)
 {
-    injectFaults("ports", portsOf(HostFamily::cubase("7.5.1"), false));
+    injectFaults("ports", scenario<Ports>(HostFamily::cubase("7.5.1"), false));
 }
 
 TEST(Faults, PortListsAndConnectionsInOtherHosts)
 {
     injectFaults("ports, host without Unicode",
-                 portsOf(HostFamily::withoutUnicode("Cubase", "7.5.1"), true), hostKinds());
-    injectFaults("ports, stand-alone host", portsOf(HostFamily::standalone(), false),
+                 scenario<Ports>(HostFamily::withoutUnicode("Cubase", "7.5.1"), true), hostKinds());
+    injectFaults("ports, stand-alone host", scenario<Ports>(HostFamily::standalone(), false),
                  {Kind::kHostAnswers, Kind::kHostThrows});
-    injectFaults("ports, plain host", portsOf(HostFamily::plain(), true), hostKinds());
+    injectFaults("ports, plain host", scenario<Ports>(HostFamily::plain(), true), hostKinds());
 }
 
 } // namespace

@@ -114,31 +114,28 @@ void addOutputNames(HostDevicesDouble& devices)
     devices.addMidiTrack("Other", "Synth 2 - Other VST", 4);
 }
 
-MakeScenario routingIn(const HostFamily& family, void (*addTracks)(HostDevicesDouble&))
-{
-    return [=] { return std::make_unique<Routing>(family, addTracks); };
-}
-
 TEST(Faults, TrackRoutingInOtherHosts)
 {
     // Such a host has other interface IDs, 8-bit texts and no version.
     injectFaults("track routing, host without Unicode",
-                 routingIn(HostFamily::withoutUnicode("Cubase", "7.5.1"), addOutputNames),
+                 scenario<Routing>(HostFamily::withoutUnicode("Cubase", "7.5.1"), &addOutputNames),
                  hostKinds());
     // Another product, which is a newer host from version 6.5 on.
-    injectFaults("track routing, other product", routingIn(HostFamily::nuendo("6.5.0"), addRack),
+    injectFaults("track routing, other product",
+                 scenario<Routing>(HostFamily::nuendo("6.5.0"), &addRack),
                  {Kind::kHostAnswers, Kind::kHostThrows});
 }
 
 TEST(Faults, TrackRoutingInANewerHost)
 {
-    injectFaults("track routing, newer host", routingIn(HostFamily::cubase("7.5.1"), addRack));
+    injectFaults("track routing, newer host",
+                 scenario<Routing>(HostFamily::cubase("7.5.1"), &addRack));
 }
 
 TEST(Faults, TrackRoutingInAnOlderHost)
 {
     injectFaults("track routing, older host",
-                 routingIn(HostFamily::cubase("7.4.0"), addOutputNames));
+                 scenario<Routing>(HostFamily::cubase("7.4.0"), &addOutputNames));
 }
 
 } // namespace

@@ -51,11 +51,17 @@ using MakeScenario = std::function<std::unique_ptr<Scenario>()>;
 void injectFaults(const char* name, const MakeScenario& make,
                   const std::vector<Kind>& kinds = allKinds());
 
+/** Makes scenarios of one class with these arguments. */
+template <class Tried, class... Arguments>
+MakeScenario scenario(const Arguments&... arguments)
+{
+    return [=] { return std::make_unique<Tried>(arguments...); };
+}
+
 template <class Tried>
 void injectFaults(const char* name, const std::vector<Kind>& kinds = allKinds())
 {
-    injectFaults(
-        name, [] { return std::make_unique<Tried>(); }, kinds);
+    injectFaults(name, scenario<Tried>(), kinds);
 }
 
 } // namespace faults

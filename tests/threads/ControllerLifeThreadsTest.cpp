@@ -143,7 +143,7 @@ protected:
         bound.end();
         EXPECT_EQ(told.handlers, 0) << "handlers that somebody still holds";
         RecordProperty("library threads: rounds", std::to_string(rounds)); // for scripts/figures
-        RecordProperty("library threads: edits sent and come", std::to_string(came));
+        RecordProperty("library threads: edits told to the host", std::to_string(came));
     }
 
     /** Makes each callback that a library thread may make, once. The value always differs from the

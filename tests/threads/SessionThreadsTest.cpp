@@ -204,7 +204,7 @@ protected:
         RecordProperty("session: blocks", std::to_string(blocks));
         RecordProperty("session: notes in and out", std::to_string(notes));
         RecordProperty("session: gestures begun and ended", std::to_string(gestures));
-        RecordProperty("session: rounds of the host", std::to_string(rounds));
+        RecordProperty("session: rounds of the main thread", std::to_string(rounds));
     }
 
     void run()

@@ -107,22 +107,4 @@ int liveInstruments()
     return count;
 }
 
-Event noteEvent(int channel, int pitch, float velocity)
-{
-    Event event{};
-    if (velocity > 0) {
-        event.type = Event::kNoteOnEvent;
-        event.noteOn.channel = static_cast<int16>(channel);
-        event.noteOn.pitch = static_cast<int16>(pitch);
-        event.noteOn.velocity = velocity;
-        event.noteOn.noteId = -1;
-    } else {
-        event.type = Event::kNoteOffEvent;
-        event.noteOff.channel = static_cast<int16>(channel);
-        event.noteOff.pitch = static_cast<int16>(pitch);
-        event.noteOff.noteId = -1;
-    }
-    return event;
-}
-
 } // namespace hosts

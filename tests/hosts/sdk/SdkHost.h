@@ -75,7 +75,4 @@ private:
 /** Simulated instruments that have not ended. */
 int liveInstruments();
 
-/** A note-on (velocity above 0) or a note-off (0) for the start of a block. */
-Steinberg::Vst::Event noteEvent(int channel, int pitch, float velocity);
-
 } // namespace hosts

@@ -1,5 +1,6 @@
 // What the SDK's validator does not test, in the same hosting classes.
 #include "tests/hosts/sdk/SdkHost.h"
+#include "tests/doubles/EventListDouble.h"
 #include "tests/hosts/HostsTable.h"
 
 #include "pluginterfaces/base/keycodes.h"
@@ -72,11 +73,13 @@ private:
     void processBlock(const SdkInstance& instance, int channel, int block)
     {
         EventList input(kEventsABlock);
-        for (int note = 0; note < kNotesABlock; ++note)
-            for (const float velocity : {0.5f, 0.f}) {
-                auto event = noteEvent(channel, (block + note) % 128, velocity);
-                input.addEvent(event);
-            }
+        for (int note = 0; note < kNotesABlock; ++note) {
+            const auto pitch = static_cast<int16>((block + note) % 128);
+            auto on = doubles::noteOn(static_cast<int16>(channel), pitch, 0.5f);
+            auto off = doubles::noteOff(static_cast<int16>(channel), pitch);
+            input.addEvent(on);
+            input.addEvent(off);
+        }
         if (!isEcho(instance.process(&input), channel, block))
             ++wrongBlocks;
     }
@@ -167,7 +170,7 @@ TEST_F(SdkHosting, TakesSetActiveAnyNumberOfTimes)
         EXPECT_EQ(plugIn.component->setActive(true), kResultOk);
     }
     EventList input;
-    auto note = noteEvent(0, 60, 1.f);
+    auto note = doubles::noteOn(0, 60, 1.f);
     input.addEvent(note);
     EXPECT_THAT(plugIn.process(&input), SizeIs(1));
     // What the library sends to an inactive component is not kept for the next start.
