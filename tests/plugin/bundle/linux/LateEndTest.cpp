@@ -32,7 +32,7 @@ protected:
         std::filesystem::temp_directory_path() / ("late-end." + std::to_string(getpid()));
 };
 
-TEST_F(LateEnd, OfAnInstanceWithoutTicksEndsTheInstrumentToo)
+TEST_F(LateEnd, TerminateWithoutARunLoopEndsTheInstrumentToo)
 {
     expect("", "main ends\nending\nended\n");
 }
@@ -47,7 +47,7 @@ TEST_F(LateEnd, FindsTheRunLoopThatTheHostLetGoOf)
     expect("lent", "main ends\nending\ntimer taken out\nrun loop deleted\nended\n");
 }
 
-TEST_F(LateEnd, IsNotDisturbedByTicksThatComeStill)
+TEST_F(LateEnd, TicksAfterTerminateDoNothing)
 {
     expect("refusing", "main ends\nknob turned\nending\nended\nrun loop deleted\n");
 }
