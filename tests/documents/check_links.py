@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Fails, and says where, when a document points at a file or heading that is not there, or shows a picture
-without words for those who do not see it: check_links.py PROJECT"""
+"""Fails, and says where, when a document links to a file or heading that does not exist, or has a picture
+without a text that describes it: check_links.py PROJECT"""
 import pathlib
 import re
 import sys
@@ -9,12 +9,12 @@ LINK = re.compile(r"(!?)\[([^\]]*)\]\(([^)\s]+)\)")
 
 
 def anchor(heading):
-    """A heading's anchor, as the hosts of repositories make it."""
+    """The anchor that sites for repositories make of a heading."""
     return re.sub(r"[^\w\- ]", "", heading.strip().lower()).replace(" ", "-")
 
 
 def text_of(document):
-    """Without the examples of code, in which anything may stand."""
+    """The document without its indented code examples."""
     lines = document.read_text(encoding="utf-8").splitlines()
     return "\n".join(line for line in lines if not line.startswith("    "))
 
@@ -28,11 +28,11 @@ def faults_of(document):
         if re.match(r"[a-z]+:", target):
             continue
         if picture and not words:
-            yield f"{target} has no words"
+            yield f"{target} has no describing text"
         name, _, heading = target.partition("#")
         aim = document.parent / name if name else document
         if not aim.exists():
-            yield f"{target} is not there"
+            yield f"{target} does not exist"
         elif heading and heading not in anchors_of(aim):
             yield f"{target} is no heading"
 

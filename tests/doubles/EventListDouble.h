@@ -19,7 +19,7 @@ Steinberg::Vst::Event noteOff(Steinberg::int16 channel, Steinberg::int16 pitch);
 
 /** Not in the trace. Takes memory only for more events than it has reserved, so that tests can
     count what the plug-in itself allocates. */
-class EventListDouble final : public StackObject<Steinberg::Vst::IEventList> {
+class EventListDouble : public StackObject<Steinberg::Vst::IEventList> {
 public:
     EventListDouble() { events.reserve(1024); }
 

@@ -42,4 +42,10 @@ bool LoadedLibrary::closeAndAskWhetherStillLoaded()
     return LibraryHandle::isLoaded(path);
 }
 
+void LoadedLibrary::closeAll()
+{
+    while (const LibraryHandle opened{kPath, RTLD_LAZY | RTLD_NOLOAD})
+        dlclose(opened.get()); // for whoever left it open; its own opening ends by itself
+}
+
 } // namespace doubles

@@ -36,6 +36,9 @@ public:
     /** Lets go of the file; whether something else still holds it loaded. */
     bool closeAndAskWhetherStillLoaded();
 
+    /** Closes the file under kPath as often as somebody left it open. */
+    static void closeAll();
+
 private:
     const std::string path;
     Steinberg::Vst::tools::LibraryHandle file;

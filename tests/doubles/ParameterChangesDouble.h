@@ -17,7 +17,7 @@
 namespace doubles {
 
 /** One parameter's points. */
-class ParameterQueueDouble final : public StackObject<Steinberg::Vst::IParamValueQueue> {
+class ParameterQueueDouble : public StackObject<Steinberg::Vst::IParamValueQueue> {
 public:
     struct Point {
         Steinberg::int32 sampleOffset;
@@ -47,10 +47,12 @@ private:
 };
 
 /** Not in the trace. */
-class ParameterChangesDouble final : public StackObject<Steinberg::Vst::IParameterChanges> {
+class ParameterChangesDouble : public StackObject<Steinberg::Vst::IParameterChanges> {
 public:
     ParameterQueueDouble& add(Steinberg::Vst::ParamID id,
                               const std::vector<ParameterQueueDouble::Point>& points);
+    /** Borrows a queue of the test's own. */
+    void add(ParameterQueueDouble& queue) { list.push_back(&queue); }
     void addNull() { list.push_back(nullptr); }
 
     /** References of this object and its queues beyond the test's own. */

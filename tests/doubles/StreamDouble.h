@@ -16,7 +16,7 @@
 namespace doubles {
 
 /** One thread at a time. */
-class StreamDouble final : public StackObject<Steinberg::IBStream> {
+class StreamDouble : public StackObject<Steinberg::IBStream> {
 public:
     StreamDouble() = default;
     explicit StreamDouble(const std::string& bytes)

@@ -1,4 +1,4 @@
-// The editor in the host's window, from its opening to its end.
+// The editor view in the host's window, from createView to removed.
 #include "pluginterfaces/gui/iplugview.h"
 #include "pluginterfaces/vst/ivstplugview.h"
 #include "tests/faults/Scenario.h"
@@ -62,7 +62,7 @@ public:
                                 "library.findParameter(10, 20)", "library.closeEditor()"));
     }
 
-    /** Only what failed says so, and only where the host is to hear it. */
+    /** Only the call that failed answers kResultFalse, if it reports failures at all. */
     void expectStated(const Fault& fault) override
     {
         if (!wasMade) {
@@ -85,8 +85,8 @@ public:
         }
     }
 
-    /** A number that is not 0 is a failure; a rectangle is taken as it is; "found" without saying
-        what is found. */
+    /** Any result but 0 is a failure, any rectangle is used, and a parameter that is found without
+        an ID is 0. */
     void expectBelieved(const Fault& fault) override
     {
         ASSERT_EQ(results.size(), 10u);
@@ -100,7 +100,7 @@ public:
     }
 
 private:
-    /** The first time it is asked for the view's size, which does not look at the result. */
+    /** getSize ignores whether the library's call succeeds; attached does not. */
     static bool isRectRefused(const Fault& fault)
     {
         return fault.hit("getEditorRect") && fault.in("attached");
@@ -119,7 +119,7 @@ private:
     bool wasMade = false;
 };
 
-TEST(Faults, EditorView)
+TEST(Faults, CreateViewToRemoved)
 {
     injectFaults<EditorInWindow>("editor view");
 }

@@ -1,4 +1,4 @@
-// Lives that go another way than from initialize to disconnect to terminate, once each.
+// Hosts that end the components in another way than disconnect and terminate.
 #include "editorlib/VstIControllerInterface.h"
 #include "pluginterfaces/gui/iplugview.h"
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
@@ -13,9 +13,9 @@ using namespace Steinberg::Vst;
 using doubles::HostFamily;
 using testing::IsEmpty;
 
-/** Goes on from a life that began without faults, to the last reference. Whatever fails on the way:
-    at the end the library has no controller of ours and no observer, and was ended once for each
-    start. */
+/** Starts the components without faults; what follows, up to the last release, has them. Whatever
+    fails, at the end the library has no controller and no observer of the plug-in, and was
+    destroyed once for each start. */
 class Ending : public Scenario {
 public:
     explicit Ending(const HostFamily& family = HostFamily::cubase("7.5.1"),
@@ -61,7 +61,7 @@ public:
             world.library.registered.clear();
         EXPECT_THAT(world.library.registered, testing::Each(nullptr));
         world.library.registered.clear();
-        if (!fault.isOutOfMemory()) { // for which there may be no controller at all
+        if (!fault.isOutOfMemory()) { // without memory there may be no controller at all
             EXPECT_EQ(world.terminateResult, kResultOk);
         }
     }
@@ -87,7 +87,7 @@ private:
     }
 };
 
-/** A host that forgets to disconnect, and goes on with the processor for a while. */
+/** A host that does not disconnect, and processes another block after terminate. */
 class StillConnected : public Ending {
 public:
     void goOn() override
@@ -101,7 +101,7 @@ public:
     }
 };
 
-/** The second one is refused, and the first one goes on. */
+/** The second initialize fails and changes nothing. */
 class InitializedTwice : public Ending {
 public:
     void goOn() override
@@ -112,7 +112,7 @@ public:
                    [&] { EXPECT_EQ(world.component->initialize(&context), kResultFalse); });
         world.step("initialize",
                    [&] { EXPECT_EQ(world.controller->initialize(&context), kResultFalse); });
-        EXPECT_THAT(world.trace.texts(), IsEmpty()) << "a second one changes nothing";
+        EXPECT_THAT(world.trace.texts(), IsEmpty()) << "a second initialize called somebody";
         EXPECT_EQ(world.controller->getParameterCount(), doubles::kParameters);
         starts = 0; // since the trace was cleared
         world.end();
@@ -180,7 +180,7 @@ public:
     }
 };
 
-/** The editor's window closes last. */
+/** The host closes the editor's window after terminate. */
 class ViewOutlives : public Ending {
 public:
     void goOn() override
@@ -197,13 +197,14 @@ public:
         world.step("onKeyDown", [&] { EXPECT_EQ(view->onKeyDown('a', 0, 0), kResultFalse); });
         world.step("onWheel", [&] { EXPECT_EQ(view->onWheel(1), kResultFalse); });
         world.step("removed", [&] { EXPECT_EQ(view->removed(), kResultOk); });
-        EXPECT_EQ(world.calls({"library."}).size(), calls) << "the library is gone";
+        EXPECT_EQ(world.calls({"library."}).size(), calls)
+            << "a view used the library after terminate";
         world.step("release", [&] { view = nullptr; });
         world.release();
     }
 };
 
-/** Ports are held and a track is followed to the very end. */
+/** The host ends the components while they use a port and observe a track. */
 class InTheMiddle : public Ending {
 public:
     InTheMiddle()
@@ -239,7 +240,7 @@ public:
     }
 
 private:
-    /** Only who can be asked can show it again. */
+    /** The host shows the port again, unless it failed at that or at finding the port. */
     void expectShown(const Fault& fault) const
     {
         const bool cannot = fault.hit("setDisplayed(true)") || fault.hit("findPortById") ||
@@ -261,7 +262,7 @@ public:
         world.end();
     }
 
-    /** Without a host nobody makes a message: the processor knows of no library. */
+    /** Only a host makes messages, so without one the processor is not told of the library. */
     void expectDone() override
     {
         Ending::expectDone();
@@ -270,48 +271,48 @@ public:
     }
 };
 
-TEST(FaultsAtTheEnd, StillConnected)
+TEST(FaultsAtTheEnd, TerminateWhileConnected)
 {
     injectFaults<StillConnected>("ended while connected", hostKinds());
 }
 
-TEST(FaultsAtTheEnd, InitializedTwice)
+TEST(FaultsAtTheEnd, InitializeTwice)
 {
     injectFaults<InitializedTwice>("initialized twice", hostKinds());
 }
 
-TEST(FaultsAtTheEnd, TerminatedTwice)
+TEST(FaultsAtTheEnd, TerminateTwice)
 {
     injectFaults<TerminatedTwice>("terminated twice", hostKinds());
 }
 
-TEST(FaultsAtTheEnd, NeverInitialized)
+TEST(FaultsAtTheEnd, TerminateWithoutInitialize)
 {
     injectFaults<NeverInitialized>("never initialized");
 }
 
-TEST(FaultsAtTheEnd, BackAfterTerminate)
+TEST(FaultsAtTheEnd, InitializeAfterTerminate)
 {
     injectFaults<BackAfterTerminate>("back after terminate",
                                      {Kind::kHostAnswers, Kind::kHostThrows});
 }
 
-TEST(FaultsAtTheEnd, Reconnected)
+TEST(FaultsAtTheEnd, ConnectAfterDisconnect)
 {
     injectFaults<Reconnected>("reconnected", hostKinds());
 }
 
-TEST(FaultsAtTheEnd, ViewOutlivesItsController)
+TEST(FaultsAtTheEnd, ViewCallsAfterTerminate)
 {
     injectFaults<ViewOutlives>("view outlives its controller", hostKinds());
 }
 
-TEST(FaultsAtTheEnd, WithPortsAndATrack)
+TEST(FaultsAtTheEnd, TerminateWithAPortAndATrack)
 {
     injectFaults<InTheMiddle>("ended with ports and a track", hostKinds());
 }
 
-TEST(FaultsAtTheEnd, WithoutAHostContext)
+TEST(FaultsAtTheEnd, InitializeWithoutAHostContext)
 {
     injectFaults<NoHostContext>("no host context", {Kind::kNoMemory});
 }

@@ -1,4 +1,4 @@
-// The class factory, made for a host that loads the plug-in.
+// The class factory, which a host gets when it loads the plug-in.
 #include "tests/faults/Scenario.h"
 
 namespace faults {
@@ -34,7 +34,7 @@ public:
         EXPECT_THAT(classes, ElementsAre("RDL3/RDL5 VST", "RDL3/RDL5 VST Controller"));
     }
 
-    /** A factory with both classes, or none, and that only without memory. */
+    /** The factory has both classes. Only without memory there is no factory. */
     void expectStated(const Fault& fault) override
     {
         if (isThere) {
@@ -52,7 +52,7 @@ private:
     std::vector<std::string> classes;
 };
 
-TEST(Faults, Factory)
+TEST(Faults, GetPluginFactory)
 {
     injectFaults<Loading>("factory");
 }

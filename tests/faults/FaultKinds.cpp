@@ -23,7 +23,7 @@ struct Row {
     Nonsense nonsense;
 };
 
-constexpr auto kNone = Nonsense::kWrong; // for what is no nonsense
+constexpr auto kNone = Nonsense::kWrong; // not used: the kind is no nonsense
 
 constexpr Row kRows[] = {
     {Kind::kHostAnswers, "host answers", Where::kHost, How::kAnswers, kNone},

@@ -1,12 +1,10 @@
-// The preset library, written from a map of voices, with a library and a file system that fail.
+// VstK2xPresetCreater writes preset files from a map of voices while library and file system fail.
 #include "tests/faults/generator/Generator.h"
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/doubles/PresetXml.h"
 #include "tests/doubles/TemporaryHome.h"
 #include "tests/faults/OwnCode.h"
 #include "tests/faults/Scenario.h"
-
-#include <dlfcn.h>
 
 namespace faults {
 namespace {
@@ -15,28 +13,23 @@ using doubles::BufferAnswer;
 using doubles::le32;
 using doubles::presetFileBytes;
 using doubles::presetXml;
+using Steinberg::Vst::tools::LibraryHandle;
 using testing::IsEmpty;
 
-/** Loaded for all tests. */
-void* generatorFile()
+/** The generator's file, loaded once for all tests. */
+const LibraryHandle& generatorFile()
 {
-    static void* const loaded = [] {
-        void* file = dlopen(GENERATOR_FILE, RTLD_NOW);
-        EXPECT_NE(file, nullptr) << dlerror();
+    static const LibraryHandle loaded = [] {
+        LibraryHandle file(GENERATOR_FILE, RTLD_NOW);
+        EXPECT_TRUE(file) << file.refusal();
         learnOwnCode(GENERATOR_FILE);
         return file;
     }();
     return loaded;
 }
 
-template <typename Function>
-Function* generator(const char* name)
-{
-    return reinterpret_cast<Function*>(dlsym(generatorFile(), name));
-}
-
-/** Texts of a library that has all kinds of them. The second "Grand" finds the first one's file;
-    a name with a zero byte has none. */
+/** Good and bad texts. Both voices named "Grand" have the same file, which the first one writes. A
+    name with a zero byte gets no file. */
 Voices hostileVoices()
 {
     Voices voices;
@@ -58,7 +51,7 @@ std::string voiceFile(int number)
                            presetXml("Piano", "A. Piano", "Acoustic"));
 }
 
-/** By name; a file can be another voice's of the same name. */
+/** For each file's name the contents that it may have, the usual one first. */
 using Files = std::map<std::string, std::set<std::string>>;
 
 const Files& wholeFiles()
@@ -75,9 +68,9 @@ class WritingVoices : public Scenario {
 public:
     void setUp() override
     {
-        write = generator<decltype(writeVoices)>("writeVoices");
+        write = generatorFile().find<decltype(&writeVoices)>("writeVoices");
         ASSERT_TRUE(write);
-        wholeFiles(); // before anybody counts objects
+        wholeFiles(); // made before objects are counted
         world.library.categoryName = [](int main) {
             return BufferAnswer{main == 0 ? "Acoustic Piano" : "Keyboard", 0};
         };
@@ -105,7 +98,7 @@ public:
             EXPECT_EQ(found[name], *contents.begin()) << name;
     }
 
-    /** One voice fails alone, unless there is no folder, or no disk or memory any more. */
+    /** Only one file is missing, unless the folder is missing or disk or memory stay full. */
     void expectStated(const Fault& fault) override
     {
         size_t whole = 0;
@@ -126,7 +119,7 @@ public:
         }
     }
 
-    /** An unknown category is none; the voice is written all the same. */
+    /** A voice whose category is unknown is still written. */
     void expectBelieved(const Fault& fault) override
     {
         for (const auto& [name, contents] : wholeFiles())
@@ -144,7 +137,7 @@ private:
     std::map<std::string, std::string> found;
 };
 
-/** What the generator says of one file, and what stands there then. */
+/** The generator's result for one file, and the file itself. */
 class WritingOneVoice : public Scenario {
 public:
     explicit WritingOneVoice(int whichBank)
@@ -154,7 +147,7 @@ public:
 
     void setUp() override
     {
-        write = generator<decltype(writeVoice)>("writeVoice");
+        write = generatorFile().find<decltype(&writeVoice)>("writeVoice");
         ASSERT_TRUE(write);
         world.library.userBank = [](int, int) { return std::vector<char>{'a', 'b', 'c'}; };
         const auto state = bank == 8 ? le32(2) + le32(8) + le32(5) + le32(3) + "abc"
@@ -178,7 +171,7 @@ public:
         EXPECT_EQ(found, whole);
     }
 
-    /** "Written" is said of whole files only. */
+    /** The result 0, "written", is given for whole files only. */
     void expectStated(const Fault& fault) override
     {
         if (result == 0) {
@@ -206,13 +199,13 @@ private:
     int result = -1;
 };
 
-TEST(Faults, OnePresetFile)
+TEST(Faults, CreatePresetFile)
 {
-    injectFaults("one preset file", [] { return std::make_unique<WritingOneVoice>(0); });
-    injectFaults("one user bank file", [] { return std::make_unique<WritingOneVoice>(8); });
+    injectFaults("one preset file", scenario<WritingOneVoice>(0));
+    injectFaults("one user bank file", scenario<WritingOneVoice>(8));
 }
 
-TEST(Faults, PresetLibrary)
+TEST(Faults, SetVoiceDataInfo)
 {
     injectFaults<WritingVoices>("preset library");
 }

@@ -1,5 +1,4 @@
-// A user's gestures in the editor, told to the host at once or from the timer, and the parameters'
-// texts.
+// A knob turned in the editor, which the host is told at once or from the timer; parameter texts.
 #include "editorlib/VstIControllerInterface.h"
 #include "tests/faults/Scenario.h"
 
@@ -13,7 +12,7 @@ using namespace Steinberg::Vst;
 using doubles::HostFamily;
 using testing::ElementsAre;
 
-/** A host that knows the extensions but has no name: changes wait for the timer. */
+/** A host with the extensions but without a name, so that edits wait for the timer. */
 HostFamily nameless()
 {
     auto family = HostFamily::cubase("7.5.1");
@@ -24,7 +23,7 @@ HostFamily nameless()
 /** The volume ranges from 0 to 4. */
 class Gesture : public Scenario {
 public:
-    Gesture(const HostFamily& family, std::optional<size_t> expectedAtOnce)
+    Gesture(const HostFamily& family, std::optional<size_t> expectedAtOnce = {})
     : Scenario(family)
     , expectedToldAtOnce(expectedAtOnce)
     {
@@ -33,7 +32,7 @@ public:
     void act() override
     {
         auto& controller = *world.controller;
-        // From another value than the one to come, which else would be no change.
+        // Another value first, so that the knob's new value is a change.
         world.step("setVSTManageParameter",
                    [&] { world.library.controller->setVSTManageParameter(kVolume1, 1); });
         world.trace.clear();
@@ -66,8 +65,8 @@ public:
         EXPECT_EQ(parsed, 0.25);
     }
 
-    /** The other two still reach a host that fails at one. Whatever else fails, the change is shown
-        and the host is told, at once or by the timer. */
+    /** A host that fails at one of the three calls still gets the other two. Whatever else fails,
+        the change is shown and the host is told of it, at once or from the timer. */
     void expectStated(const Fault& fault) override
     {
         if (fault.isOutOfMemory())
@@ -82,14 +81,14 @@ public:
     void expectBelieved(const Fault& fault) override { expectStated(fault); }
 
 private:
-    /** An event that cannot be queued is one less; a text that cannot be converted is none. */
+    /** Without memory an event may not be queued, and a text not converted. */
     void expectLess() const
     {
         EXPECT_LE(world.calls({"host."}).size(), 3u);
         EXPECT_TRUE(parsed == 0.25 || parsed == -1);
     }
 
-    const std::optional<size_t> expectedToldAtOnce; ///< calls before the timer; none: either way
+    const std::optional<size_t> expectedToldAtOnce; ///< calls before the timer; nullopt: any number
     size_t toldAtOnce = 0;
     ParamValue shown = -1;
     ParamValue parsed = -1;
@@ -97,27 +96,23 @@ private:
     TChar firstOfText = 0;
 };
 
-MakeScenario gestureIn(const HostFamily& family, std::optional<size_t> toldAtOnce = {})
-{
-    return [=] { return std::make_unique<Gesture>(family, toldAtOnce); };
-}
-
-TEST(Faults, GesturesInOtherHosts)
+TEST(Faults, EditorValueChangeInOtherHosts)
 {
     injectFaults("gestures, host without Unicode",
-                 gestureIn(HostFamily::withoutUnicode("Cubase", "7.5.1")), hostKinds());
-    injectFaults("gestures, plain host", gestureIn(HostFamily::plain()), hostKinds());
-    injectFaults("gestures, stand-alone host", gestureIn(HostFamily::standalone()), hostKinds());
+                 scenario<Gesture>(HostFamily::withoutUnicode("Cubase", "7.5.1")), hostKinds());
+    injectFaults("gestures, plain host", scenario<Gesture>(HostFamily::plain()), hostKinds());
+    injectFaults("gestures, stand-alone host", scenario<Gesture>(HostFamily::standalone()),
+                 hostKinds());
 }
 
-TEST(Faults, GesturesToldAtOnce)
+TEST(Faults, EditorValueChangeToldAtOnce)
 {
-    injectFaults("gestures, at once", gestureIn(HostFamily::cubase("7.5.1"), 3));
+    injectFaults("gestures, at once", scenario<Gesture>(HostFamily::cubase("7.5.1"), 3));
 }
 
-TEST(Faults, GesturesToldByTheTimer)
+TEST(Faults, EditorValueChangeToldByTheTimer)
 {
-    injectFaults("gestures, by timer", gestureIn(nameless(), 0));
+    injectFaults("gestures, by timer", scenario<Gesture>(nameless(), 0));
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "tests/doubles/Sanitized.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace faults {
 
@@ -14,79 +13,79 @@ using doubles::callText;
 
 namespace {
 
-constexpr int kMostEvents = 1000; ///< each of which is asked for
+constexpr int kMostEvents = 1000; ///< the plug-in asks for each of them
 
-#ifdef VSTK2X_SANITIZED // which looks after every byte of them
+#ifdef VSTK2X_SANITIZED // A sanitizer takes long over every byte of a state.
 constexpr int kMostBytes = 1 << 24;
 #else
 constexpr int kMostBytes = kMaxInt32;
 #endif
+
+/** How many of the bytes a stream moves: all, unless this is the faulty transfer. */
+int32 bytesToMove(int32 size)
+{
+    auto& transfers = HostStream::transfers;
+    if (++transfers.count != transfers.faulty || size == 0)
+        return size;
+    return transfers.movesNothing ? 0 : size - 1;
+}
 
 } // namespace
 
 int32 EventsOfHost::getEventCount()
 {
     return host.asked("events.getEventCount()")
-               ? host.told(static_cast<int32>(events.size()), kMostEvents)
+               ? host.told(EventListDouble::getEventCount(), kMostEvents)
                : 0;
 }
 
 tresult EventsOfHost::getEvent(int32 index, Event& event)
 {
-    const bool known = index >= 0 && static_cast<size_t>(index) < events.size();
-    if (!host.asked(callText("events", "getEvent", index)) || !known)
-        return kResultFalse;
-    event = events[static_cast<size_t>(index)];
-    return kResultOk;
+    return host.asked(callText("events", "getEvent", index))
+               ? EventListDouble::getEvent(index, event)
+               : kResultFalse;
 }
 
 tresult EventsOfHost::addEvent(Event& event)
 {
-    if (!host.asked("events.addEvent()"))
-        return kResultFalse;
-    events.push_back(event);
-    return kResultOk;
+    return host.asked("events.addEvent()") ? EventListDouble::addEvent(event) : kResultFalse;
+}
+
+void ChangesOfHost::add(ParamID id, double value)
+{
+    ParameterChangesDouble::add(queues.emplace_back(host, id, value));
 }
 
 int32 ChangesOfHost::getParameterCount()
 {
     return host.asked("changes.getParameterCount()")
-               ? host.told(static_cast<int32>(queues.size()), kMostEvents)
+               ? host.told(ParameterChangesDouble::getParameterCount(), kMostEvents)
                : 0;
 }
 
 IParamValueQueue* ChangesOfHost::getParameterData(int32 index)
 {
-    const bool known = index >= 0 && static_cast<size_t>(index) < queues.size();
-    return host.asked(callText("changes", "getParameterData", index)) && known
-               ? &queues[static_cast<size_t>(index)]
+    return host.asked(callText("changes", "getParameterData", index))
+               ? ParameterChangesDouble::getParameterData(index)
                : nullptr;
 }
 
 ParamID ChangesOfHost::Queue::getParameterId()
 {
-    return host.asked("queue.getParameterId()") ? id : 0;
+    return host.asked("queue.getParameterId()") ? ParameterQueueDouble::getParameterId() : 0;
 }
 
 int32 ChangesOfHost::Queue::getPointCount()
 {
-    return host.asked("queue.getPointCount()") ? host.told(1) : 0;
+    return host.asked("queue.getPointCount()") ? host.told(ParameterQueueDouble::getPointCount())
+                                               : 0;
 }
 
 tresult ChangesOfHost::Queue::getPoint(int32 index, int32& sampleOffset, ParamValue& point)
 {
-    if (!host.asked(callText("queue", "getPoint", index)) || index != 0)
-        return kResultFalse;
-    sampleOffset = 0;
-    point = value;
-    return kResultOk;
-}
-
-size_t HostStream::cut(size_t length)
-{
-    if (++transfers.count != transfers.faulty || length == 0)
-        return length;
-    return transfers.movesNothing ? 0 : length - 1;
+    return host.asked(callText("queue", "getPoint", index))
+               ? ParameterQueueDouble::getPoint(index, sampleOffset, point)
+               : kResultFalse;
 }
 
 tresult HostStream::read(void* buffer, int32 size, int32* sizeRead)
@@ -95,53 +94,36 @@ tresult HostStream::read(void* buffer, int32 size, int32* sizeRead)
         *sizeRead = 0;
     if (!host.asked(callText("stream", "read", size)) || size < 0)
         return kResultFalse;
-    const auto begin = std::min(position, bytes.size());
-    const auto length = cut(std::min(static_cast<size_t>(size), bytes.size() - begin));
-    std::memcpy(buffer, bytes.data() + begin, length);
-    position = begin + length;
+    const auto left = std::max<int64>(static_cast<int64>(data.size()) - position, 0);
+    const auto moved = bytesToMove(static_cast<int32>(std::min<int64>(size, left)));
+    const auto result = StreamDouble::read(buffer, moved, sizeRead);
     if (sizeRead)
-        *sizeRead = host.told(static_cast<int32>(length));
-    return kResultOk;
+        *sizeRead = host.told(*sizeRead);
+    return result;
 }
 
 tresult HostStream::write(void* buffer, int32 size, int32* sizeWritten)
 {
     if (sizeWritten)
         *sizeWritten = 0;
-    if (!host.asked(callText("stream", "write", size)) || size < 0)
-        return kResultFalse;
-    const auto length = cut(static_cast<size_t>(size));
-    bytes.resize(std::max(bytes.size(), position + length));
-    std::memcpy(bytes.data() + position, buffer, length);
-    position += length;
-    if (sizeWritten)
-        *sizeWritten = static_cast<int32>(length);
-    return kResultOk;
+    return host.asked(callText("stream", "write", size)) && size >= 0
+               ? StreamDouble::write(buffer, bytesToMove(size), sizeWritten)
+               : kResultFalse;
 }
 
 tresult HostStream::seek(int64 offset, int32 mode, int64* result)
 {
     if (!host.asked(callText("stream", "seek", offset, mode)))
         return kResultFalse;
-    int64 target = offset;
-    if (mode == kIBSeekCur)
-        target += static_cast<int64>(position);
-    if (mode == kIBSeekEnd)
-        target += static_cast<int64>(bytes.size());
-    if (target < 0)
-        return kInvalidArgument;
-    position = static_cast<size_t>(target);
-    if (result)
-        *result = host.told(static_cast<int32>(target), kMostBytes);
-    return kResultOk;
+    const auto done = StreamDouble::seek(offset, mode, result);
+    if (result && done == kResultOk)
+        *result = host.told(static_cast<int32>(*result), kMostBytes);
+    return done;
 }
 
 tresult HostStream::tell(int64* result)
 {
-    if (!host.asked("stream.tell()") || !result)
-        return kResultFalse;
-    *result = static_cast<int64>(position);
-    return kResultOk;
+    return host.asked("stream.tell()") ? StreamDouble::tell(result) : kResultFalse;
 }
 
 } // namespace faults

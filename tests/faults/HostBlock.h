@@ -1,47 +1,24 @@
-// HostBlock: what a host hands to process(), where each question to it can fail like any other call
-// of the host. HostStream: a stream of the host's, likewise.
+// HostBlock: what a host hands to process(). HostStream: a stream of the host's. Each call of them
+// can fail like any other call of the host.
 //
 //   HostBlock block(host);  block.in.add(noteOn(0, 60, 1));  processor->process(block.data);
 //   HostStream stream(host, "bytes");  component->setState(&stream);
 #pragma once
 
-#include "pluginterfaces/base/ibstream.h"
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
-#include "pluginterfaces/vst/ivstevents.h"
-#include "pluginterfaces/vst/ivstparameterchanges.h"
 #include "tests/doubles/CallScript.h"
-
-#include <deque>
+#include "tests/doubles/EventListDouble.h"
+#include "tests/doubles/ParameterChangesDouble.h"
+#include "tests/doubles/StreamDouble.h"
 
 namespace faults {
 
-/** On the stack: counts references and deletes nothing. */
-template <class Interface>
-class OnStack : public Interface {
-public:
-    OnStack() = default;
-    OnStack(const OnStack&) = delete;
-    OnStack& operator=(const OnStack&) = delete;
-    virtual ~OnStack() = default;
-
-    Steinberg::tresult PLUGIN_API queryInterface(const Steinberg::TUID, void** obj) override
-    {
-        *obj = nullptr;
-        return Steinberg::kNoInterface;
-    }
-    Steinberg::uint32 PLUGIN_API addRef() override { return static_cast<unsigned>(++references); }
-    Steinberg::uint32 PLUGIN_API release() override { return static_cast<unsigned>(--references); }
-
-    int references = 1;
-};
-
-class EventsOfHost final : public OnStack<Steinberg::Vst::IEventList> {
+class EventsOfHost final : public doubles::EventListDouble {
 public:
     explicit EventsOfHost(doubles::CallScript& script)
     : host(script)
     {
     }
-    std::vector<Steinberg::Vst::Event> events;
 
     Steinberg::int32 PLUGIN_API getEventCount() override;
     Steinberg::tresult PLUGIN_API getEvent(Steinberg::int32 index,
@@ -52,30 +29,25 @@ private:
     doubles::CallScript& host;
 };
 
-class ChangesOfHost final : public OnStack<Steinberg::Vst::IParameterChanges> {
+class ChangesOfHost final : public doubles::ParameterChangesDouble {
 public:
     explicit ChangesOfHost(doubles::CallScript& script)
     : host(script)
     {
     }
-    void add(Steinberg::Vst::ParamID id, double value) { queues.emplace_back(host, id, value); }
+
+    /** A parameter with one point. */
+    void add(Steinberg::Vst::ParamID id, double value);
 
     Steinberg::int32 PLUGIN_API getParameterCount() override;
     Steinberg::Vst::IParamValueQueue* PLUGIN_API getParameterData(Steinberg::int32 index) override;
-    Steinberg::Vst::IParamValueQueue* PLUGIN_API addParameterData(const Steinberg::Vst::ParamID&,
-                                                                  Steinberg::int32&) override
-    {
-        return nullptr;
-    }
 
 private:
-    /** One point. */
-    class Queue final : public OnStack<Steinberg::Vst::IParamValueQueue> {
+    class Queue final : public doubles::ParameterQueueDouble {
     public:
-        Queue(doubles::CallScript& script, Steinberg::Vst::ParamID parameter, double only)
-        : host(script)
-        , id(parameter)
-        , value(only)
+        Queue(doubles::CallScript& script, Steinberg::Vst::ParamID parameter, double value)
+        : ParameterQueueDouble(parameter, {{0, value}})
+        , host(script)
         {
         }
         Steinberg::Vst::ParamID PLUGIN_API getParameterId() override;
@@ -83,16 +55,9 @@ private:
         Steinberg::tresult PLUGIN_API getPoint(Steinberg::int32 index,
                                                Steinberg::int32& sampleOffset,
                                                Steinberg::Vst::ParamValue& point) override;
-        Steinberg::tresult PLUGIN_API addPoint(Steinberg::int32, Steinberg::Vst::ParamValue,
-                                               Steinberg::int32&) override
-        {
-            return Steinberg::kResultFalse;
-        }
 
     private:
         doubles::CallScript& host;
-        const Steinberg::Vst::ParamID id;
-        const double value;
     };
 
     doubles::CallScript& host;
@@ -116,8 +81,7 @@ struct HostBlock {
     Steinberg::Vst::ProcessData data;
 };
 
-/** Reads and writes of all streams, one of which moves one byte less than asked, or none, and calls
-    that a success. */
+/** Transfers of all streams. The faulty one moves a byte less or none and answers kResultOk. */
 struct Transfers {
     size_t count = 0;
     size_t faulty = 0; ///< which one; 0: none
@@ -126,15 +90,13 @@ struct Transfers {
     bool hasFailed() const { return faulty > 0 && count >= faulty; }
 };
 
-class HostStream final : public OnStack<Steinberg::IBStream> {
+class HostStream final : public doubles::StreamDouble {
 public:
-    explicit HostStream(doubles::CallScript& script, std::string content = {})
-    : bytes(std::move(content))
+    explicit HostStream(doubles::CallScript& script, const std::string& content = {})
+    : StreamDouble(content)
     , host(script)
     {
     }
-    std::string bytes;
-    size_t position = 0;
 
     static inline Transfers transfers;
 
@@ -147,8 +109,6 @@ public:
     Steinberg::tresult PLUGIN_API tell(Steinberg::int64* result) override;
 
 private:
-    static size_t cut(size_t length);
-
     doubles::CallScript& host;
 };
 

@@ -1,5 +1,5 @@
-// Input that is wrong already, with everything around it failing too: sizes without bytes behind,
-// and texts of the library that nobody can read.
+// Bad input while the calls around it fail too: states whose size is wrong, and value texts of the
+// library that are empty, broken or too long.
 #include "tests/doubles/NonsenseText.h"
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/faults/HostBlock.h"
@@ -15,7 +15,7 @@ using namespace Steinberg::Vst;
 using doubles::le32;
 using testing::ElementsAre;
 
-/** Sizes of two gigabytes with four bytes behind, below none, and streams that end in a number. */
+/** States of two gigabytes with four bytes, of a negative size, and cut inside a number. */
 class HostileStates : public Scenario {
 public:
     void setUp() override
@@ -40,7 +40,7 @@ public:
         give("negative state", component, le32(0) + le32(-1) + "abcd");
         give("later state", component, le32(1) + le32(4) + "abcd");
         give("cut state", component, le32(0));
-#ifndef VSTK2X_SANITIZED // which fills every byte of it
+#ifndef VSTK2X_SANITIZED // a sanitizer fills every byte of it
         give("huge state", component, le32(0) + le32(kMaxInt32) + "abcd");
 #else
         give("huge state", component, le32(0) + le32(1 << 20) + "abcd");
@@ -60,7 +60,7 @@ public:
         EXPECT_THAT(results, ElementsAre(kResultOk, kResultFalse, kResultOk, kResultFalse,
                                          kResultOk, kResultOk, kResultOk, kResultOk, kResultOk,
                                          kResultOk, kResultFalse, kResultFalse, kResultOk));
-        // Bytes that are not there are zeros; the bank of two gigabytes may not fit.
+        // Missing bytes become zeros. There may be no memory for the bank of two gigabytes.
         EXPECT_THAT(world.library.statesSet, ElementsAre(bytesOf("abcd")));
         ASSERT_GE(world.library.userBanksApplied.size(), 1u);
         EXPECT_EQ(world.library.userBanksApplied.back(), bytesOf("abc"));
@@ -68,8 +68,8 @@ public:
                   std::vector<std::string>{"library.applyPreset(-1, -1)"});
     }
 
-    /** Whatever fails: hosts hear of the processor's failures and of none of the controller's, and
-        nothing is longer than its size says. */
+    /** The processor reports its failures, the controller reports none, and the library gets
+        nothing longer than the size in the state. */
     void expectStated(const Fault&) override
     {
         expectHarmless();
@@ -100,7 +100,7 @@ private:
     std::vector<tresult> results;
 };
 
-/** The volume has five texts, asked for while the controller initializes. */
+/** The volume parameter has five texts, which the controller asks for in initialize. */
 class ValueTexts : public Scenario {
 public:
     void setUp() override { world.create(); }
@@ -127,13 +127,13 @@ public:
 
     void expectDone() override { EXPECT_THAT(texts, ElementsAre("0", "1", "2", "3", "4")); }
 
-    /** One text that is not given is empty; the others stay. */
+    /** A text that the library does not give is empty. The others are not affected. */
     void expectStated(const Fault& fault) override
     {
         expectOthers(fault.hit("getParameterValueString") ? "" : nullptr);
     }
 
-    /** What is no UTF-8 becomes a question mark a byte; a text is cut before its terminator. */
+    /** Each byte that is no UTF-8 becomes a question mark. A long text is cut and terminated. */
     void expectBelieved(const Fault& fault) override
     {
         if (fault.is(Kind::kLibraryBrokenText))
@@ -161,7 +161,7 @@ private:
     std::vector<std::string> texts;
 };
 
-// A Mac's code has an operator new of its own, which has two gigabytes to give and clears them.
+// Left out for the Mac's code, whose own operator new gives two gigabytes and has them cleared.
 #ifndef VSTK2X_MACHO
 TEST(Faults, HostileStates)
 {
@@ -169,7 +169,7 @@ TEST(Faults, HostileStates)
 }
 #endif
 
-TEST(Faults, ValueTexts)
+TEST(Faults, GetParamStringByValueOfBadTexts)
 {
     injectFaults<ValueTexts>("value texts", {Kind::kLibraryEmptyText, Kind::kLibraryBrokenText,
                                              Kind::kLibraryEndlessText});

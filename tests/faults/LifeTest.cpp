@@ -1,8 +1,6 @@
-// A whole life of both components, from the factory to the last reference.
+// Both components from createInstance to the last release.
 #include "tests/doubles/Parameters.h"
 #include "tests/faults/Scenario.h"
-
-#include <dlfcn.h>
 
 namespace faults {
 namespace {
@@ -46,8 +44,8 @@ public:
         EXPECT_EQ(world.library.effect, nullptr);
     }
 
-    /** Only a library that is not given, or no memory, keeps the controller from its start; it is
-        started once, and nothing is bound any more. */
+    /** initialize fails only without a library or without memory. The library is started once, and
+        at the end it has nothing of the plug-in. */
     void expectStated(const Fault& fault) override
     {
         if (!fault.isOutOfMemory()) {
@@ -66,7 +64,7 @@ public:
         world.library.registered.clear();
     }
 
-    /** Values, ranges and texts are taken as they are. */
+    /** The plug-in uses any value, range and text of the library. */
     void expectBelieved(const Fault& fault) override { expectStated(fault); }
 
     virtual size_t starts() const { return world.trace.count("library.start()"); }
@@ -102,8 +100,8 @@ public:
     }
 };
 
-/** The service's library lives on; the file in the fixed place is what is left when the service
-    fails. */
+/** The service's library must not be ended. When the service fails, the plug-in uses the file in
+    the fixed place. */
 class LifeWithService : public Life {
 public:
     LifeWithService()
@@ -133,7 +131,7 @@ public:
         EXPECT_EQ((*world.file)->controller, nullptr);
         EXPECT_THAT((*world.file)->liveObservers(), IsEmpty());
         if (fault.hit("unregisterPlugin"))
-            world.host.service.registered.clear(); // the service did not let it go
+            world.host.service.registered.clear(); // the service failed to remove it
         EXPECT_THAT(world.host.service.registered, IsEmpty());
         isKeptOpen = fault.hit("getService");
         const size_t loaded = world.fileTrace.count("library.getVSTEditorConnectObject()");
@@ -149,24 +147,16 @@ public:
     {
         EXPECT_FALSE(world.library.isDestroyed());
         EXPECT_THAT((*world.file)->complaints(), IsEmpty());
-        // A getter without service makes the library stay as if it were a service's.
+        // A getter without a service leaves the library loaded, as if it were the service's.
         EXPECT_EQ(world.file->closeAndAskWhetherStillLoaded(), isKeptOpen);
         if (isKeptOpen)
-            closeTheFileForThePlugIn();
+            doubles::LoadedLibrary::closeAll();
     }
 
 private:
-    static void closeTheFileForThePlugIn()
-    {
-        void* handle = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
-        dlclose(handle);
-        dlclose(handle);
-    }
-
     bool isKeptOpen = false;
 };
 
-/** Connected and taken apart again. */
 class Connecting : public Scenario {
 public:
     void setUp() override
@@ -195,8 +185,8 @@ public:
                                 "library.setEffectInterface(null)"));
     }
 
-    /** The parameters are refreshed and ready whatever became of the messages. The processor gets a
-        library only in a whole message. */
+    /** The parameters are refreshed and ready even if a message was not sent. The processor gets
+        the library only from a complete message. */
     void expectStated(const Fault& fault) override
     {
         EXPECT_EQ(world.trace.count("library.parametersReady()"), 1u);
@@ -205,7 +195,7 @@ public:
         if (!fault.in("controller.connect") || !isAboutAMessage(fault)) {
             EXPECT_EQ(connections, 1u);
         }
-        // A second message whose ID the host did not take is the first one again.
+        // If the host ignores the second message's ID, it looks like the first one.
         EXPECT_LE(connections, fault.hit("setMessageID") ? 2u : 1u);
         if (!fault.in("controller.disconnect") || !isAboutAMessage(fault)) {
             EXPECT_EQ(world.trace.count("library.setEffectInterface(null)"),
@@ -213,7 +203,7 @@ public:
         }
     }
 
-    /** Half an address is none. */
+    /** The processor ignores an address that is cut. */
     void expectBelieved(const Fault& fault) override
     {
         EXPECT_EQ(world.trace.count("library.parametersReady()"), 1u);
@@ -237,17 +227,17 @@ private:
     }
 };
 
-TEST(Faults, WholeLifeWithLibrary)
+TEST(Faults, InitializeToTerminateWithTheLibraryFile)
 {
     injectFaults<LifeWithLibrary>("whole life, library");
 }
 
-TEST(Faults, WholeLifeWithService)
+TEST(Faults, InitializeToTerminateWithAService)
 {
     injectFaults<LifeWithService>("whole life, service");
 }
 
-TEST(Faults, Connection)
+TEST(Faults, ConnectAndDisconnect)
 {
     injectFaults<Connecting>("connection");
 }

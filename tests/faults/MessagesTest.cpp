@@ -1,5 +1,4 @@
-// Messages between the components that are not what the other one sends, and a host that stands in
-// between.
+// Messages that the controller would not send, and a host that passes messages on itself.
 #include "editorlib/VstIEditorConnect.h"
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 #include "tests/doubles/MessageDouble.h"
@@ -67,7 +66,7 @@ public:
         EXPECT_EQ(latency, 220u);
     }
 
-    /** What a message does not hold is no library, and no Unicode host. */
+    /** A message without its ID or attribute changes nothing. */
     void expectStated(const Fault& fault) override
     {
         EXPECT_THAT(results, Each(kResultOk));
@@ -77,12 +76,12 @@ public:
         EXPECT_EQ(world.library.effect, nullptr);
         if (fault.hit("getLatencyMode")) {
             EXPECT_EQ(latency, fault.is(Kind::kLibraryAnswers) ? 44u : 0u);
-        } else if (!fault.in("Unicode") || !fault.hit("getMessageID")) { // asked more than once
+        } else if (!fault.in("Unicode") || !fault.hit("getMessageID")) { // called more than once
             EXPECT_EQ(latency, isLost || fault.in("Unicode") ? 0u : 220u);
         }
     }
 
-    /** Any number but 0 is a Unicode host. */
+    /** Any number but 0 says that the host has Unicode. */
     void expectBelieved(const Fault& fault) override
     {
         EXPECT_THAT(results, Each(kResultOk));
@@ -98,7 +97,7 @@ private:
     static constexpr auto kConnect = "VST_CONNECT_MESSAGE_ID";
     static constexpr auto kAddress = "VST_CONNECT_BINARY_ID";
 
-    /** The host's own doing, which does not fail: afterwards the call that does is the next one. */
+    /** Fills the message. These calls do not count as calls that can fail. */
     void set(const char* id, const char* attribute, const void* data, size_t size) const
     {
         message->makeUp(id, attribute, data, static_cast<uint32>(size));
@@ -114,7 +113,7 @@ private:
     uint32 latency = 0;
 };
 
-/** Hosts put an object of their own between the components. */
+/** The host connects each component to an object of its own, which passes messages on. */
 class HostInBetween : public Scenario {
 public:
     void setUp() override
@@ -155,7 +154,8 @@ public:
         EXPECT_EQ(world.library.effect, nullptr);
     }
 
-    /** Results are the sends'; a message that nobody makes is none that failed. */
+    /** connect fails if a message was not delivered. A message that the host does not make is left
+        out, which is no failure. */
     void expectStated(const Fault& fault) override
     {
         EXPECT_EQ(strange, kResultFalse);
@@ -183,7 +183,7 @@ public:
     }
 
 private:
-    /** Two messages say so, of which one came through. */
+    /** Two messages disconnect the processor, so one of them may be lost. */
     void expectLetGo(const Fault& fault) const
     {
         if (!fault.is(Kind::kNoMoreMemory)) {
@@ -196,12 +196,12 @@ private:
     tresult disconnected = -1;
 };
 
-TEST(Faults, HostileMessages)
+TEST(Faults, NotifyWithHostileMessages)
 {
     injectFaults<HostileMessages>("hostile messages");
 }
 
-TEST(Faults, HostInBetween)
+TEST(Faults, ConnectToAnObjectOfTheHost)
 {
     injectFaults<HostInBetween>("host in between", hostKinds());
 }

@@ -1,4 +1,5 @@
-// What a host tells of its objects: their end, fewer tracks, and objects that nobody asked for.
+// update() with notices of the host: an observed object ends, tracks are removed, and notices of
+// objects that the plug-in does not observe.
 #include "tests/faults/Scenario.h"
 
 namespace faults {
@@ -9,8 +10,8 @@ using doubles::HostFamily;
 using testing::ElementsAre;
 
 const std::string kSync = "library.syncPartToMidiChannel(3)";
-const std::string kSyncOfNone =
-    "library.syncPartToMidiChannel(0)"; // of a host that gives no number
+/** When the host does not give the channel. */
+const std::string kSyncWithoutChannel = "library.syncPartToMidiChannel(0)";
 const std::vector<std::string> kOfMixer = {"device(Mixer)", "value(Mixer.selected)"};
 const std::vector<std::string> kOfTrack = {"device(Mixer)", "value(Mixer.selected)",
                                            "value(Piano.output)", "value(Piano.channel)"};
@@ -66,11 +67,10 @@ public:
         EXPECT_EQ(fewer, kOfMixer);
     }
 
-    /** Only the track that is followed is told to the library, and what failed later takes nothing
-        of what was before it. */
+    /** The library is told of the selected track only. A fault does not change what came before. */
     void expectStated(const Fault& fault) override
     {
-        const std::string other = fault.hit("getInteger") ? kSyncOfNone : kSync;
+        const std::string other = fault.hit("getInteger") ? kSyncWithoutChannel : kSync;
         EXPECT_THAT(world.calls({"library."}), testing::Each(testing::AnyOf(kSync, other)));
         EXPECT_LE(world.calls({"library."}).size(), 2u);
         if (!fault.in("follow") && !fault.in("of no matter")) {
@@ -106,16 +106,11 @@ private:
     bool isBroken = false;
 };
 
-MakeScenario noticesOf(const HostFamily& family)
+TEST(Faults, UpdateWithNoticesOfTheHost)
 {
-    return [=] { return std::make_unique<Notices>(family); };
-}
-
-TEST(Faults, NoticesOfTheHost)
-{
-    injectFaults("notices", noticesOf(HostFamily::cubase("7.4.0")));
+    injectFaults("notices", scenario<Notices>(HostFamily::cubase("7.4.0")));
     injectFaults("notices, host without Unicode",
-                 noticesOf(HostFamily::withoutUnicode("Cubase", "7.4.0")), hostKinds());
+                 scenario<Notices>(HostFamily::withoutUnicode("Cubase", "7.4.0")), hostKinds());
 }
 
 } // namespace

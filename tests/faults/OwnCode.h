@@ -1,19 +1,19 @@
-// OwnCode: tells the plug-in's code from everybody else's in this process by its address.
+// OwnCode: tells by an address whether it is in the plug-in's code or in other code of the process.
 #pragma once
 
 #include <cstdint>
 
 namespace faults {
 
-/** Learns where a loaded file of the plug-in's code and the C++ runtime stand. A file that is
-    loaded later than this counts as somebody else's. */
+/** Remembers the addresses of a loaded file of the plug-in, three files at most, and of the C++
+    runtime. Call it again for each file, once it is loaded. */
 void learnOwnCode(const char* moduleFile);
 
 /** Whether an address is an instruction of the plug-in. */
 bool isOwnCode(std::uintptr_t address);
 
-/** Whether the call that returns to the address was made by the plug-in, be it through the C++
-    runtime. Looks at the calling thread's stack; takes no memory. */
+/** Whether the plug-in made the call that returns to the address, directly or through the C++
+    runtime. Reads the calling thread's stack; takes no memory. */
 bool isCalledByOwnCode(std::uintptr_t returnAddress);
 
 } // namespace faults

@@ -1,4 +1,4 @@
-// Notes, automation and MIDI of the library through process(); the latency.
+// process() with notes, automation and MIDI of the library; getLatencySamples.
 #include "editorlib/VstIEffectInterface.h"
 #include "tests/doubles/EventListDouble.h"
 #include "tests/faults/HostBlock.h"
@@ -14,7 +14,7 @@ using testing::ElementsAre;
 
 constexpr unsigned kPan1 = 37013000;
 
-/** The library sends every message that it gets back at once, as an instrument's driver does. */
+/** The library sends every message back at once, as an instrument's driver does. */
 class Playing : public Scenario {
 public:
     explicit Playing(const HostFamily& family = HostFamily::cubase("7.5.1"), uint32 expected = 220)
@@ -26,7 +26,6 @@ public:
     void setUp() override
     {
         Scenario::setUp();
-        processor = FUnknownPtr<IAudioProcessor>(world.component);
         world.library.latencyMode = 2;
         world.library.onCall = [this](const std::string& text) {
             unsigned bytes[3];
@@ -40,15 +39,9 @@ public:
         };
     }
 
-    void tearDown() override
-    {
-        world.library.onCall = nullptr;
-        processor = nullptr;
-        Scenario::tearDown();
-    }
-
     void act() override
     {
+        const FUnknownPtr<IAudioProcessor> processor(world.component);
         world.trace.clear();
         ProcessSetup setup{kRealtime, kSample32, 64, 44100};
         world.step("setupProcessing", [&] { processor->setupProcessing(setup); });
@@ -63,12 +56,12 @@ public:
         world.step("process", [&] { result = processor->process(block.data); });
         sent = block.out.events;
         failedInBlock = world.host.faultyText() + world.library.faultyText();
-        HostBlock next(world.host); // what the host refused or failed to take is gone
+        HostBlock next(world.host); // has none of the events that the host refused before
         world.step("process", [&] { processor->process(next.data); });
         world.step("setActive", [&] { world.component->setActive(false); });
-        EXPECT_EQ(block.in.references, 1);
-        EXPECT_EQ(block.out.references, 1);
-        EXPECT_EQ(block.changes.references, 1);
+        EXPECT_EQ(block.in.getReferences(), 1);
+        EXPECT_EQ(block.out.getReferences(), 1);
+        EXPECT_EQ(block.changes.foreignReferences(), 0);
     }
 
     void expectDone() override
@@ -93,8 +86,8 @@ public:
         }
     }
 
-    /** One that cannot be read holds back no other; a list that does not tell its length has none.
-        An event that the host does not take, or whose memory ran out, is one less. */
+    /** An event that cannot be read is skipped; the rest are still forwarded. A list without a
+        length counts as empty. An event that the host refuses or that finds no memory is lost. */
     void expectStated(const Fault& anyFault) override
     {
         Fault fault = anyFault;
@@ -114,14 +107,15 @@ public:
             changes = 1;
         EXPECT_EQ(world.calls({"library.hostParameterChanged"}).size(), changes);
         uint32 samples = expectedLatency;
-        if (fault.hit("getLatencyMode")) // mode 0 is 1 ms; an exception is no mode
+        if (fault.hit("getLatencyMode")) // mode 0 is 1 ms; after an exception there is no latency
             samples = fault.is(Kind::kLibraryAnswers) ? 44 : 0;
         EXPECT_EQ(latency, samples);
         EXPECT_GE(sent.size() + (fault.hit("addEvent") || fault.is(Kind::kNoMemory) ? 3 : 0),
                   notes - (fault.hit("receiveHostMidi") ? 1 : 0));
     }
 
-    /** What is not there is not readable; fewer than none are none. Other modes have no latency. */
+    /** Events beyond the list's end are skipped, and a negative length counts as 0. An unknown mode
+        has no latency. */
     void expectBelieved(const Fault& anyFault) override
     {
         Fault fault = anyFault;
@@ -141,29 +135,18 @@ public:
 
 private:
     const uint32 expectedLatency;
-    IPtr<IAudioProcessor> processor;
     tresult result = kResultFalse;
     uint32 latency = 0;
     std::vector<Event> sent;
-    std::string failedInBlock; ///< and not in the one after it
+    std::string failedInBlock; ///< the call that failed in the first block
 };
 
 /** The library sends more in one block than the queue holds. */
 class Overflow : public Scenario {
 public:
-    void setUp() override
-    {
-        Scenario::setUp();
-        processor = FUnknownPtr<IAudioProcessor>(world.component);
-    }
-    void tearDown() override
-    {
-        processor = nullptr;
-        Scenario::tearDown();
-    }
-
     void act() override
     {
+        const FUnknownPtr<IAudioProcessor> processor(world.component);
         world.step("setActive", [&] { world.component->setActive(true); });
         world.step("writeMidi", [&] {
             for (unsigned char pitch = 0; pitch <= 100; ++pitch) {
@@ -177,14 +160,14 @@ public:
         sent = block.out.events;
     }
 
-    /** The hundred before it are dropped for the newest. */
+    /** The queue drops the hundred events in it for the newest one. */
     void expectDone() override
     {
         ASSERT_EQ(sent.size(), 1u);
         EXPECT_EQ(sent[0].noteOn.pitch, 100);
     }
 
-    /** Those for which there was no memory are missing, and then there may be no overflow. */
+    /** Without memory events are lost, and the queue may not overflow. */
     void expectStated(const Fault& fault) override
     {
         if (fault.isOutOfMemory()) {
@@ -195,29 +178,24 @@ public:
     }
 
 private:
-    IPtr<IAudioProcessor> processor;
     std::vector<Event> sent;
 };
 
-MakeScenario playingIn(const HostFamily& family, uint32 latency)
-{
-    return [=] { return std::make_unique<Playing>(family, latency); };
-}
-
-TEST(Faults, PlayingInOtherHosts)
+TEST(Faults, ProcessInOtherHosts)
 {
     injectFaults("notes, host without Unicode",
-                 playingIn(HostFamily::withoutUnicode("Cubase", "7.5.1"), 0), hostKinds());
-    injectFaults("notes, plain host", playingIn(HostFamily::plain(), 0), hostKinds());
-    injectFaults("notes, stand-alone host", playingIn(HostFamily::standalone(), 220), hostKinds());
+                 scenario<Playing>(HostFamily::withoutUnicode("Cubase", "7.5.1"), 0), hostKinds());
+    injectFaults("notes, plain host", scenario<Playing>(HostFamily::plain(), 0), hostKinds());
+    injectFaults("notes, stand-alone host", scenario<Playing>(HostFamily::standalone(), 220),
+                 hostKinds());
 }
 
-TEST(Faults, MoreMidiThanTheQueueHolds)
+TEST(Faults, WriteMidiMoreThanTheQueueHolds)
 {
     injectFaults<Overflow>("more MIDI than the queue holds");
 }
 
-TEST(Faults, NotesAutomationAndMidiOut)
+TEST(Faults, ProcessNotesAutomationAndMidiOut)
 {
     injectFaults<Playing>("notes, automation, MIDI out");
 }

@@ -1,4 +1,4 @@
-// The host's ports: listed, taken, connected and let go.
+// The host's audio and MIDI ports: listed, connected and given back.
 #include "editorlib/VstIControllerInterface.h"
 #include "hostapi/IExternalEffectUsingSKI.h"
 #include "hostapi/IHostClasses.h"
@@ -19,7 +19,7 @@ using testing::IsEmpty;
 const std::vector<std::string> kTaken = {"3: port(A) port(B)", "3: null null"};
 const std::vector<std::string> kNoneTaken = {"3: null null", "3: null null"};
 
-/** @return every entry but those of a port, in order */
+/** @return the entries, in order, without those of one port */
 std::vector<std::string> without(std::vector<std::string> entries, const std::string& id)
 {
     entries.erase(std::remove_if(entries.begin(), entries.end(),
@@ -50,17 +50,11 @@ public:
         world.library.firstStartState = 1;
         world.library.displaysPort = [](const std::string& name) { return name == "Tavrin 2"; };
         Scenario::setUp();
-        skiEffect = FUnknownPtr<IExternalEffectUsingSKI>(world.controller);
-    }
-
-    void tearDown() override
-    {
-        skiEffect = nullptr;
-        Scenario::tearDown();
     }
 
     void act() override
     {
+        const FUnknownPtr<IExternalEffectUsingSKI> skiEffect(world.controller);
         world.host.ports.removedFromAllMidiInputs.clear();
         world.trace.clear();
         auto& plugIn = *world.library.controller;
@@ -98,17 +92,17 @@ public:
         EXPECT_EQ(world.trace.count("host.restartComponent(8)"), 1u);
     }
 
-    /** What fails in one operation is not seen in another, and the host is ready in any case. */
+    /** A fault affects only its operation. hostReadyForSetPortConnections always succeeds. */
     void expectStated(const Fault& fault) override
     {
-        // Only the host can show a port again, and it did not.
+        // The host failed when it was to show the port again.
         isLeftHidden = fault.hit("setDisplayed(true)") || fault.hit("findPortById");
         expectReady();
         if (!hasPorts()) {
             expectNoPorts();
             return;
         }
-        if (fault.is(Kind::kNoMoreMemory)) { // what needs none still works
+        if (fault.is(Kind::kNoMoreMemory)) {
             EXPECT_LE(audio.size(), 2u);
             EXPECT_LE(midi.size(), 1u);
             return;
@@ -143,7 +137,7 @@ public:
         EXPECT_EQ(isHeld, cannotLetGo);
     }
 
-    /** Nonsense about one port is no nonsense about another, nor in another operation. */
+    /** Nonsense in one operation does not affect another. */
     void expectBelieved(const Fault& fault) override
     {
         expectReady();
@@ -205,21 +199,20 @@ private:
         EXPECT_FALSE(world.library.controller->isConnectAudioPort());
     }
 
-    /** Without these there is nothing to do. */
+    /** Without these objects of the host an operation ends at once. */
     static bool isEnding(const Fault& fault)
     {
         return fault.hit("IPortRegistry") || fault.hit("IComponentPortHandler") ||
                fault.hit("IHostClasses");
     }
 
-    /** Wide units read as packed bytes end behind the first character. */
+    /** After these faults UTF-16 is taken for 8-bit text, which ends after one character. */
     static bool isAboutCharacters(const Fault& fault)
     {
         return fault.hit("IHostApplicationW") || fault.hit("getCharacterSet");
     }
 
-    /** A port that fails to say what it is, is not listed; the others are, unless the host
-        threw. */
+    /** A port that cannot be read is not listed. The others are, unless the host threw. */
     void expectLessAudio(const Fault& fault)
     {
         const std::vector<std::string> all = {"A=Tavrin 1", "B=Tavrin 2"};
@@ -241,7 +234,7 @@ private:
         }
     }
 
-    /** One whose ID cannot be read is listed all the same. */
+    /** A port whose ID or name cannot be read is still listed. */
     void expectLessMidi(const Fault& fault) const
     {
         if (fault.hit("port(M).getPortId") && !fault.is(Kind::kHostThrows)) {
@@ -260,7 +253,7 @@ private:
         }
     }
 
-    /** The buses are sent all the same, with no port where none could be taken. */
+    /** The host is given both buses, without the port that could not be used. */
     void expectLessTaken(const Fault& fault) const
     {
         if (isEnding(fault) || fault.hit("setAudioInputBuses") || fault.isOutOfMemory()) {
@@ -276,7 +269,7 @@ private:
         }
     }
 
-    /** Each half of a pair that is none becomes a question mark; the end is where the host says. */
+    /** Each lone surrogate becomes a question mark. A text is as long as the host says. */
     void expectNonsenseName(const Fault& fault)
     {
         const auto& list = fault.in("list audio") ? audio : midi;
@@ -292,7 +285,6 @@ private:
         }
     }
 
-    IPtr<IExternalEffectUsingSKI> skiEffect;
     const bool expectedConnectHost;
     bool connectHost = false;
     std::vector<std::string> audio;
@@ -302,23 +294,18 @@ private:
     bool isLeftHidden = false;
 };
 
-MakeScenario portsOf(const doubles::HostFamily& family, bool connectsInHost)
+TEST(Faults, PortListsAndConnections)
 {
-    return [=] { return std::make_unique<Ports>(family, connectsInHost); };
+    injectFaults("ports", scenario<Ports>(HostFamily::cubase("7.5.1"), false));
 }
 
-TEST(Faults, Ports)
-{
-    injectFaults("ports", portsOf(HostFamily::cubase("7.5.1"), false));
-}
-
-TEST(Faults, PortsInOtherHosts)
+TEST(Faults, PortListsAndConnectionsInOtherHosts)
 {
     injectFaults("ports, host without Unicode",
-                 portsOf(HostFamily::withoutUnicode("Cubase", "7.5.1"), true), hostKinds());
-    injectFaults("ports, stand-alone host", portsOf(HostFamily::standalone(), false),
+                 scenario<Ports>(HostFamily::withoutUnicode("Cubase", "7.5.1"), true), hostKinds());
+    injectFaults("ports, stand-alone host", scenario<Ports>(HostFamily::standalone(), false),
                  {Kind::kHostAnswers, Kind::kHostThrows});
-    injectFaults("ports, plain host", portsOf(HostFamily::plain(), true), hostKinds());
+    injectFaults("ports, plain host", scenario<Ports>(HostFamily::plain(), true), hostKinds());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// A user bank stored as a preset file, with a file system that fails.
+// storeUserBank writes a preset file while library and file system fail.
 #include "editorlib/VstIControllerInterface.h"
 #include "tests/doubles/NonsenseText.h"
 #include "tests/doubles/PresetFileBytes.h"
@@ -46,7 +46,7 @@ public:
         EXPECT_NE(content.find("List" + le32(3)), std::string::npos);
     }
 
-    /** Never anything outside, nor under another name, nor half a file that looks whole. */
+    /** There is this file or none, and none if its name, its folder or opening it failed. */
     void expectStated(const Fault& fault) override
     {
         EXPECT_TRUE(files.empty() || files == std::set<std::string>{kFile});
@@ -63,7 +63,7 @@ public:
     void expectBelieved(const Fault& fault) override
     {
         if (fault.hit("getVoiceDataString")) {
-            // Without any text the code is 0 and the name is none; other bytes are no code.
+            // Of an empty text the code is 0 and the name empty. Other nonsense has no code.
             const bool isEmpty =
                 fault.is(Kind::kLibraryNonsense) || fault.is(Kind::kLibraryEmptyText);
             EXPECT_EQ(files,
@@ -74,7 +74,7 @@ public:
         const auto content = home.content(kFile);
         if (fault.hit("getUserBankData"))
             expectBank(fault, content);
-        else // a category that is none
+        else // an unknown category
             EXPECT_NE(content.find("id=\"MusicalCategory\" value=\"\""), std::string::npos);
     }
 
@@ -96,7 +96,7 @@ private:
     std::set<std::string> files;
 };
 
-TEST(Faults, PresetFiles)
+TEST(Faults, StoreUserBank)
 {
     injectFaults<StoringUserBank>("preset files");
 }

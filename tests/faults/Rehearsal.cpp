@@ -9,7 +9,7 @@ namespace {
 
 constexpr unsigned long kLastOfPart16 = 37057015;
 
-/** Parameter IDs have eight digits or more and end with the part's index. */
+/** A parameter ID has eight digits or more. The last three are the part's index. */
 bool isAboutARepeatedParameter(const std::string& text)
 {
     static const bool everywhere = std::getenv("FAULTS_AT_EVERY_PART") != nullptr;

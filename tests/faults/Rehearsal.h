@@ -1,4 +1,4 @@
-// Rehearsal: one act of a scenario without a fault, for which calls a fault is worth trying at.
+// Rehearsal: runs an act without a fault, to find the calls at which faults are worth trying.
 #pragma once
 
 #include "tests/faults/Scenario.h"
@@ -7,14 +7,14 @@
 
 namespace faults {
 
-/** The plug-in does the same with every part's parameters, so a fault is tried at those of part 1,
-    at the last one of part 16 and at the edit flag; with FAULTS_AT_EVERY_PART set, at all. An
-    allocation belongs to the library's call before it. */
+/** The plug-in treats the parameters of all 16 parts alike. So faults are tried at the parameters
+    of part 1, at the last one of part 16 and at the edit flag; with FAULTS_AT_EVERY_PART set, at
+    all of them. An allocation counts as belonging to the library's call before it. */
 class Rehearsal {
 public:
     explicit Rehearsal(const MakeScenario& make);
 
-    /** Whether the fault would be another's again, or the call has no answer for such nonsense. */
+    /** Whether a fault here repeats another one, or the call cannot answer such nonsense. */
     bool isIdle(Kind kind, size_t call) const;
 
 private:
@@ -23,7 +23,7 @@ private:
     bool isRepeated = false;
     std::vector<bool> libraryCalls;
     std::vector<bool> allocations;
-    std::map<Kind, std::vector<bool>> answers; ///< whether each call has one for such nonsense
+    std::map<Kind, std::vector<bool>> answers; ///< whether each call can answer such nonsense
 };
 
 } // namespace faults

@@ -1,4 +1,4 @@
-// The host's tracks and the synthesizer's parts, in both generations of hosts.
+// Selected tracks and channel changes reach the library's parts, in newer and older hosts.
 #include "editorlib/VstIControllerInterface.h"
 #include "tests/faults/Scenario.h"
 
@@ -9,7 +9,7 @@ using doubles::HostDevicesDouble;
 using doubles::HostFamily;
 using testing::ElementsAre;
 
-/** Tracks 0 and 1 play the plug-in on the channels 3 and 4; track 2 plays another one. */
+/** Tracks 0 and 1 play the plug-in on channels 3 and 4. Track 2 plays another plug-in. */
 class Routing : public Scenario {
 public:
     Routing(const HostFamily& family, void (*addTracks)(HostDevicesDouble&))
@@ -53,11 +53,11 @@ public:
         for (const auto& text : told)
             EXPECT_THAT(text, testing::HasSubstr("library.syncPartToMidiChannel("));
         expectToldBefore(fault, told);
-        if (fault.isLibraryFailure()) { // which is not the host's, nor the next notice's
+        if (fault.isLibraryFailure()) { // does not affect host or later notices
             EXPECT_EQ(told.size(), 4u);
             EXPECT_EQ(selected, 1);
         }
-        // A dependent that the host did not take, or kept, changes what it tells from then on.
+        // When the host failed to add or remove a dependent, its later notices differ.
         isBroken = fault.hit("addDependent") || fault.hit("removeDependent") ||
                    fault.hit("IUpdateHandler");
         if (isBroken)
@@ -73,7 +73,7 @@ public:
     }
 
 private:
-    /** What came before the fault is as if there were none. */
+    /** What came before the fault is as without it. */
     static void expectToldBefore(const Fault& fault, const std::vector<std::string>& told)
     {
         size_t count = 0;
@@ -95,7 +95,7 @@ private:
     bool isBroken = false;
 };
 
-/** A host that knows which instrument a track plays through: of MIDI and instrument tracks. */
+/** A newer host connects its MIDI and instrument tracks to the instruments that they play. */
 void addRack(HostDevicesDouble& devices)
 {
     auto& first = devices.addMidiTrack("Piano", "elsewhere", 3);
@@ -106,7 +106,7 @@ void addRack(HostDevicesDouble& devices)
     instrument.children[0]->connectTo(second);
 }
 
-/** One that knows the names of the tracks' outputs only. */
+/** An older host gives only the names of the tracks' outputs. */
 void addOutputNames(HostDevicesDouble& devices)
 {
     devices.addMidiTrack("Piano", kRoutedHere, 3);
@@ -114,31 +114,28 @@ void addOutputNames(HostDevicesDouble& devices)
     devices.addMidiTrack("Other", "Synth 2 - Other VST", 4);
 }
 
-MakeScenario routingIn(const HostFamily& family, void (*addTracks)(HostDevicesDouble&))
-{
-    return [=] { return std::make_unique<Routing>(family, addTracks); };
-}
-
 TEST(Faults, TrackRoutingInOtherHosts)
 {
-    // Its objects have other IDs and its texts are packed; it has no version.
+    // Such a host has other interface IDs, 8-bit texts and no version.
     injectFaults("track routing, host without Unicode",
-                 routingIn(HostFamily::withoutUnicode("Cubase", "7.5.1"), addOutputNames),
+                 scenario<Routing>(HostFamily::withoutUnicode("Cubase", "7.5.1"), &addOutputNames),
                  hostKinds());
-    // Another product, whose version counts from 6.5 on.
-    injectFaults("track routing, other product", routingIn(HostFamily::nuendo("6.5.0"), addRack),
+    // Another product, which is a newer host from version 6.5 on.
+    injectFaults("track routing, other product",
+                 scenario<Routing>(HostFamily::nuendo("6.5.0"), &addRack),
                  {Kind::kHostAnswers, Kind::kHostThrows});
 }
 
 TEST(Faults, TrackRoutingInANewerHost)
 {
-    injectFaults("track routing, newer host", routingIn(HostFamily::cubase("7.5.1"), addRack));
+    injectFaults("track routing, newer host",
+                 scenario<Routing>(HostFamily::cubase("7.5.1"), &addRack));
 }
 
 TEST(Faults, TrackRoutingInAnOlderHost)
 {
     injectFaults("track routing, older host",
-                 routingIn(HostFamily::cubase("7.4.0"), addOutputNames));
+                 scenario<Routing>(HostFamily::cubase("7.4.0"), &addOutputNames));
 }
 
 } // namespace

@@ -22,10 +22,10 @@ constexpr unsigned kHangSeconds = 60;
 constexpr int kMaxBadRuns = 3;
 constexpr size_t kLongestText = 200;
 
-/** By kind: the faults that were tried in the scenario under way. */
+/** How many faults of each kind happened in the running scenario. */
 std::map<std::string, int> faultsOfScenario;
 
-/** Tells which fault ended the program, or made it hang. */
+/** The running scenario and fault, to be printed when the program crashes or hangs. */
 char underWay[200];
 
 void tellAndEnd(int signal)
@@ -43,7 +43,7 @@ void watch(const char* name, const Fault& fault)
     static const bool installed = [] {
         std::signal(SIGABRT, tellAndEnd);
         std::signal(SIGALRM, tellAndEnd);
-#ifndef VSTK2X_SANITIZED // which tells more
+#ifndef VSTK2X_SANITIZED // a sanitizer's own report says more
         std::signal(SIGSEGV, tellAndEnd);
 #endif
         return true;
@@ -52,7 +52,7 @@ void watch(const char* name, const Fault& fault)
     alarm(kHangSeconds);
 }
 
-/** What only the host could end, and did not. */
+/** Nothing is left at the host or the library but what a failed call of theirs kept. */
 void expectBalanced(World& world, const Fault& fault)
 {
     auto left = world.host.ledger();
@@ -67,13 +67,13 @@ void expectBalanced(World& world, const Fault& fault)
         mayRemain("component(");
     if (fault.hit("unregisterTimer"))
         mayRemain("timers: ");
-    // Without the update handler a dependent cannot be taken back.
+    // Without the update handler the plug-in cannot remove a dependent.
     if (fault.hit("IHostClasses") || fault.hit("IUpdateHandler") || fault.hit("removeDependent"))
         mayRemain("dependents of ");
     EXPECT_THAT(left, IsEmpty());
     auto complaints = world.library.complaints();
     if (fault.hit("removeObserver"))
-        complaints.clear(); // the library kept one that it was asked to let go
+        complaints.clear(); // the library failed to remove an observer
     EXPECT_THAT(complaints, IsEmpty());
 }
 
@@ -83,13 +83,13 @@ size_t openFiles()
     return static_cast<size_t>(std::distance(Iterator("/proc/self/fd"), Iterator()));
 }
 
-/** Before anybody counts objects. */
+/** These texts are made once, so they must exist before objects are counted. */
 void makeTextsOnce()
 {
     doubles::nonsenseText(doubles::Nonsense::kEmptyText);
 }
 
-/** Hundreds of folders are made and removed, for which a disk takes its time. */
+/** Hundreds of folders are made and removed, which is slow on a disk. */
 void keepFilesInMemory()
 {
     constexpr auto kFolder = "/dev/shm";
@@ -123,13 +123,14 @@ void runScenario(Scenario& scenario, Fault& fault)
     world.host.updates.forgetDependents();
 }
 
-/** The same, and nothing is left of it. @return whether there were so many calls */
+/** Runs a new scenario, which must leave no object and no open file.
+    @return whether there were as many calls as the fault's number */
 bool run(const char* name, const MakeScenario& make, Fault fault)
 {
     SCOPED_TRACE(std::string(kindName(fault.kind)) + " at call " + std::to_string(fault.call));
     watch(name, fault);
     const int failuresBefore = failures();
-    // So that their memory is not taken for the plug-in's.
+    // So that they allocate nothing while the plug-in's objects are counted.
     fault.text.reserve(kLongestText);
     fault.step.reserve(kLongestText);
     const long objects = SystemFaults::liveObjects();
@@ -140,14 +141,14 @@ bool run(const char* name, const MakeScenario& make, Fault fault)
     if (fault.happened)
         ++faultsOfScenario.at(kindName(fault.kind));
     if (failures() > failuresBefore)
-        return fault.reached; // the report of a failure takes memory too
+        return fault.reached; // the report of the failure is memory that stays
     EXPECT_EQ(openFiles(), files) << fault.text;
-    // What the first run leaves is made once. The SDK's timer is nobody's once its host refused it
-    // with an exception or did not take it back.
+    // A run without a fault is not checked, because the first one leaves what is made only once.
+    // The SDK's timer leaks when the host throws at it or does not unregister it.
     if (fault.happened && !fault.hit("egisterTimer(")) {
         EXPECT_EQ(left, 0) << "objects left in memory: " << fault.text;
     }
-    // What is kept for a timer that the host did not take out goes when the next one stops.
+    // What is kept of a timer that was not unregistered is deleted when the next timer stops.
     if (fault.hit("unregisterTimer"))
         run(name, make, Fault());
     return fault.reached;
@@ -156,7 +157,7 @@ bool run(const char* name, const MakeScenario& make, Fault fault)
 } // namespace
 } // namespace faults
 
-/** For the leak sanitizer: the SDK drops the timer that a host's run loop threw at. */
+/** For the leak sanitizer: the SDK leaks its timer when the host's run loop throws. */
 extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
 const char* __lsan_default_suppressions()
 {
@@ -170,7 +171,7 @@ void injectFaults(const char* name, const MakeScenario& make, const std::vector<
     makeTextsOnce();
     keepFilesInMemory();
     for (const Kind kind : kinds)
-        faultsOfScenario[kindName(kind)] = 0; // so that counting takes no memory
+        faultsOfScenario[kindName(kind)] = 0; // so that counting allocates nothing
     run(name, make, Fault());
     run(name, make, Fault());
     const Rehearsal rehearsal(make);

@@ -1,6 +1,6 @@
-// Scenario: something that a host, a user or the library does with the plug-in, and what is to come
-// of it. injectFaults runs it once for each call that crosses a boundary of the plug-in, with that
-// call failing, and once more in the same world with none.
+// Scenario: something that a host, a user or the library does with the plug-in, and its expected
+// results. injectFaults runs it once for each call between the plug-in and its host, library or
+// system. That call fails. Then it runs again in the same World without a fault.
 //
 //   class Playing : public Scenario { ... void act() override; void expectDone() override; };
 //   TEST(Faults, Playing) { injectFaults<Playing>("playing notes"); }
@@ -24,21 +24,21 @@ public:
     Scenario& operator=(const Scenario&) = delete;
     virtual ~Scenario() = default;
 
-    /** Without faults, before and after everything. */
+    /** Both run without faults. */
     virtual void setUp() { world.start(); }
     virtual void tearDown() { world.end(); }
 
-    /** Runs twice: with a fault, then without. */
+    /** Runs twice, with a fault and then without. */
     virtual void act() = 0;
 
-    /** What an act without fault, the last one, has brought about. */
+    /** Checks the results of the second act, which had no fault. */
     virtual void expectDone() = 0;
 
-    /** What holds after an act with that fault. */
+    /** Checks the results of an act in which a call failed. */
     virtual void expectStated(const Fault&) = 0;
-    /** The same when the fault was nonsense, which may well be believed. */
+    /** The same for an act in which a call answered nonsense, which the plug-in may believe. */
     virtual void expectBelieved(const Fault&) {}
-    /** And what at the very end. */
+    /** Checks what is left after tearDown. */
     virtual void expectEnded(const Fault&) {}
 
     World world;
@@ -46,15 +46,22 @@ public:
 
 using MakeScenario = std::function<std::unique_ptr<Scenario>()>;
 
-/** With faults of the kinds at every call that can have them. */
+/** Tries faults of these kinds at each call that can have them.
+    @param name for messages and for the figures of scripts/figures */
 void injectFaults(const char* name, const MakeScenario& make,
                   const std::vector<Kind>& kinds = allKinds());
+
+/** Makes scenarios of one class with these arguments. */
+template <class Tried, class... Arguments>
+MakeScenario scenario(const Arguments&... arguments)
+{
+    return [=] { return std::make_unique<Tried>(arguments...); };
+}
 
 template <class Tried>
 void injectFaults(const char* name, const std::vector<Kind>& kinds = allKinds())
 {
-    injectFaults(
-        name, [] { return std::make_unique<Tried>(); }, kinds);
+    injectFaults(name, scenario<Tried>(), kinds);
 }
 
 } // namespace faults

@@ -1,8 +1,6 @@
-// A host-side service that offers less than it should, with everything else failing too: the
-// library in the fixed place takes over.
+// A host-side service that lacks something, while other calls fail too: the plug-in uses the
+// library in the fixed place.
 #include "tests/faults/Scenario.h"
-
-#include <dlfcn.h>
 
 namespace faults {
 namespace {
@@ -13,7 +11,7 @@ using doubles::HostServiceDouble;
 using testing::AnyOf;
 using testing::IsEmpty;
 
-/** What is wrong with a service, and whether the library then stays as if it were the service's. */
+/** What a service lacks, and whether the library then stays loaded as if it were the service's. */
 struct Lack {
     const char* name;
     void (*apply)(HostServiceDouble&);
@@ -70,13 +68,13 @@ public:
         expectNothingElse();
     }
 
-    /** The host's failures change who ends the library, and never whether it works. */
+    /** After a fault of the host another side may end the library, but it always works. */
     void expectStated(const Fault& fault) override
     {
         EXPECT_EQ(world.initializeResult, kResultOk);
         EXPECT_EQ(world.terminateResult, kResultOk);
         if (fault.hit("IPluginBase") && !fault.is(Kind::kHostThrows)) {
-            // One that need not be started works as it is.
+            // A component that does not offer IPluginBase is used without being started.
             EXPECT_EQ(world.trace.count("library.start()") + offeredTrace.count("library.start()"),
                       1u);
             world.host.service.registered.clear();
@@ -99,14 +97,11 @@ public:
     {
         const bool isKept = world.file->closeAndAskWhetherStillLoaded();
         EXPECT_TRUE(isKept || !lack.keepsLibrary);
-        while (void* handle = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD)) {
-            dlclose(handle);
-            dlclose(handle); // what the plug-in left to a service that is none
-        }
+        doubles::LoadedLibrary::closeAll();
     }
 
 private:
-    /** Of the connection that was offered nothing is used. */
+    /** The connection that the service offered was not used. */
     void expectNothingElse()
     {
         EXPECT_THAT(offeredTrace.texts(),
@@ -119,7 +114,7 @@ private:
     doubles::ScriptedLibrary offered{offeredTrace};
 };
 
-TEST(Faults, ServicesThatLackSomething)
+TEST(Faults, InitializeWithAServiceThatLacksSomething)
 {
     for (const Lack& lack : kLacks)
         injectFaults(lack.name, [&] { return std::make_unique<LackingService>(lack); },

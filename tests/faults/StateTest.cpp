@@ -1,4 +1,5 @@
-// The project's state in both readings, and presets and user banks into the controller.
+// getState and setState of the processor, with a binary and a text state, and setState of the
+// controller with presets and user banks.
 #include "tests/doubles/NonsenseText.h"
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/faults/HostBlock.h"
@@ -33,16 +34,16 @@ public:
         results.assign(3, -1);
         HostStream saved(world.host);
         world.step("getState", [&] { results[0] = component.getState(&saved); });
-        bytes = saved.bytes;
+        bytes = saved.data;
         HostStream restored(world.host, le32(0) + le32(5) + "state");
         world.step("setState, binary", [&] { results[1] = component.setState(&restored); });
         HostStream text(world.host, std::string("H\0i\0", 4));
         world.library.stateFormat = 1;
         world.step("setState, text", [&] { results[2] = component.setState(&text); });
         world.library.stateFormat = 0;
-        EXPECT_EQ(saved.references, 1);
-        EXPECT_EQ(restored.references, 1);
-        EXPECT_EQ(text.references, 1);
+        EXPECT_EQ(saved.getReferences(), 1);
+        EXPECT_EQ(restored.getReferences(), 1);
+        EXPECT_EQ(text.getReferences(), 1);
     }
 
     void expectDone() override
@@ -53,7 +54,7 @@ public:
         EXPECT_THAT(world.library.stateTextsSet, ElementsAre(u"Hi"));
     }
 
-    /** What fails tells so, and hands the library nothing that is not a whole state. */
+    /** A call that fails answers kResultFalse, and the library gets whole states only. */
     void expectStated(const Fault& fault) override
     {
         const auto failures = 3 - std::count(results.begin(), results.end(), kResultOk);
@@ -80,7 +81,7 @@ public:
         expectOthersDone(fault);
     }
 
-    /** A format that is not text's is the binary one; a result that is not 0 is a failure. */
+    /** Any format but text is binary. Any result but 0 is a failure. */
     void expectBelieved(const Fault& fault) override
     {
         if (fault.hit("getStateFormat")) {
@@ -91,11 +92,11 @@ public:
         if (fault.hit("setStateText")) {
             EXPECT_EQ(results[2], kResultFalse);
         }
-        if (fault.hit("seek")) { // a text of a size that is none, or of zeros behind what is there
+        if (fault.hit("seek")) { // a negative size fails; of a huge one, missing bytes are zeros
             EXPECT_EQ(results[2], fault.is(Kind::kHostNonsense) ? kResultFalse : kResultOk);
             EXPECT_EQ(world.library.stateTextsSet.size(), fault.is(Kind::kHostNonsense) ? 0u : 1u);
         }
-        if (fault.hit("getStateChunk")) { // opaque bytes, or none
+        if (fault.hit("getStateChunk")) { // any bytes are stored
             const auto told = nonsenseOf(fault);
             EXPECT_EQ(bytes, le32(0) + le32(static_cast<int32>(told.size())) + told);
         }
@@ -117,22 +118,22 @@ private:
         return {};
     }
 
-    /** The reads say that all is well. What they did not move is the preset value of a number, and
-        zeros in a state or text. */
+    /** The stream reports success, so a number keeps its initial value and missing bytes of a state
+        or text are zeros. */
     void expectTransferred(const Fault& fault) const
     {
         if (!fault.in("setState, binary"))
             return;
         const auto& states = world.library.statesSet;
         if (results[1] != kResultOk || states.empty())
-            return; // a version that is not known, or a size of none
+            return; // the version was unknown or the size 0
         EXPECT_EQ(states.front().size(), kState.size());
         if (fault.is(Kind::kEmptyTransfer)) {
             EXPECT_EQ(states.front(), std::vector<char>(kState.size(), 0));
         }
     }
 
-    /** One call's failure is not another's. */
+    /** A fault in one call does not affect the others. */
     void expectOthersDone(const Fault& fault) const
     {
         if (!fault.in("getState") && !fault.is(Kind::kNoMoreMemory)) {
@@ -169,9 +170,9 @@ public:
         world.step("other", [&] { results[2] = controller.setState(&other); });
         HostStream saved(world.host);
         world.step("getState", [&] { results[3] = controller.getState(&saved); });
-        EXPECT_EQ(saved.bytes, "");
-        EXPECT_EQ(preset.references, 1);
-        EXPECT_EQ(userBank.references, 1);
+        EXPECT_EQ(saved.data, "");
+        EXPECT_EQ(preset.getReferences(), 1);
+        EXPECT_EQ(userBank.getReferences(), 1);
     }
 
     void expectDone() override
@@ -182,7 +183,7 @@ public:
         EXPECT_THAT(results, testing::Each(kResultOk));
     }
 
-    /** The host hears of no failure, and the other one is loaded all the same. */
+    /** The controller reports no failure, and a fault in one state does not affect the other. */
     void expectStated(const Fault& fault) override
     {
         EXPECT_THAT(results, testing::Each(kResultOk));
@@ -195,7 +196,7 @@ public:
             EXPECT_EQ(applied.back(), "library.applyUserBank(9, 4, 3 bytes)");
         }
         if (fault.isOutOfMemory()) {
-            EXPECT_EQ(applied.size(), 1u) << "bytes for which there was no memory";
+            EXPECT_EQ(applied.size(), 1u) << "applied without memory for its bytes";
         }
     }
 
@@ -205,12 +206,12 @@ private:
     std::vector<tresult> results;
 };
 
-TEST(Faults, ProjectState)
+TEST(Faults, GetStateAndSetStateOfTheProcessor)
 {
     injectFaults<State>("project state, both kinds");
 }
 
-TEST(Faults, PresetsAndUserBanks)
+TEST(Faults, SetStateOfTheController)
 {
     injectFaults<Presets>("presets and user banks");
 }

@@ -1,4 +1,4 @@
-// Without a library: the plug-in initializes as failed and stays inert, whatever else fails.
+// Without a library initialize fails, and the plug-in does nothing afterwards, whatever else fails.
 #include "hostapi/IExternalEffectUsingSKI.h"
 #include "pluginterfaces/gui/iplugview.h"
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
@@ -54,7 +54,7 @@ public:
         EXPECT_EQ(pressed, kResultFalse);
     }
 
-    /** Nothing more can be lost. */
+    /** A fault changes nothing more, but without memory there may be no component or no view. */
     void expectStated(const Fault& fault) override
     {
         if (!isMade) {
@@ -115,7 +115,7 @@ private:
     uint32 latency = 1;
 };
 
-TEST(Faults, Unbound)
+TEST(Faults, InitializeWithoutALibrary)
 {
     injectFaults<Unbound>("without a library");
 }

@@ -4,8 +4,6 @@
 #include "tests/faults/OwnCode.h"
 #include "tests/faults/SystemFaults.h"
 
-#include <dlfcn.h>
-
 namespace faults {
 
 using namespace Steinberg;
@@ -20,13 +18,13 @@ Module::Ptr loadPlugIn()
     std::string error;
     auto module = Module::create(BUNDLE_FOLDER, error);
     EXPECT_TRUE(module) << error;
-    // Never unloaded: the leak sanitizer names what was left by the code that stands there.
-    dlopen(MODULE_FILE, RTLD_LAZY);
+    // Never unloaded, so that the leak sanitizer can name the code that left something behind.
+    const tools::LibraryHandle kept(MODULE_FILE, RTLD_LAZY | RTLD_NODELETE);
     learnOwnCode(MODULE_FILE);
     return module;
 }
 
-/** Loaded for all tests. */
+/** Loaded once for all tests. */
 Module::Ptr& plugInModule()
 {
     static auto& module = *new Module::Ptr(loadPlugIn());
@@ -52,7 +50,7 @@ World::World(const doubles::HostFamily& family, Binding bound)
 , library(bound == Binding::kLibrary ? *file.emplace(trace) : inProcess.emplace(trace))
 {
     plugInModule();
-    // A range of one value has no texts to fetch; one parameter has some.
+    // Only one parameter has texts. The others have one value, so that no texts are fetched.
     library.defaultParameter = {0, 0, 0, 0, {}};
     library.setParameter(kVolume1, {2, 0, 4, 0, {}});
     if (inProcess)
@@ -70,7 +68,7 @@ bool World::hasFailed() const
 const VST3::Hosting::PluginFactory* World::loadAgain()
 {
     auto& module = plugInModule();
-    module = nullptr; // and with it the factory's last reference
+    module = nullptr; // the last reference to the factory
     std::string error;
     module = Module::create(BUNDLE_FOLDER, error);
     return module ? &module->getFactory() : nullptr;
@@ -97,8 +95,8 @@ void World::initialize()
         return;
     step("controller.initialize",
          [this] { initializeResult = controller->initialize(&host.context); });
-    if (initializeResult != kResultOk) { // after which a host may just let go
-        EXPECT_EQ(library.controller, nullptr) << "bound, and did not initialize";
+    if (initializeResult != kResultOk) { // a host may release it without terminate
+        EXPECT_EQ(library.controller, nullptr) << "initialize failed and left the library bound";
     }
     step("setComponentHandler", [this] { controller->setComponentHandler(&host.handler); });
 }
@@ -133,7 +131,7 @@ void World::release()
 {
     const auto letGo = [](auto& object) {
         if (auto* last = object.take()) {
-            EXPECT_EQ(last->release(), 0u) << "somebody else holds a component";
+            EXPECT_EQ(last->release(), 0u) << "a component has another reference";
         }
     };
     step("release", [&] { letGo(component); });

@@ -1,5 +1,5 @@
-// World: the loaded plug-in in a scripted host, with a scripted library that is bound in one of the
-// two ways. A scenario's steps are a host's, a user's or the library's calls.
+// World: the loaded plug-in in a scripted host, with a scripted library from the host's service or
+// from the fixed place.
 //
 //   World world(HostFamily::cubase("7.5.1"), Binding::kService);
 //   world.start();  world.library.turn(kVolume1, 3);  world.end();
@@ -22,7 +22,7 @@ enum class Binding { kService, kLibrary };
 
 constexpr unsigned kVolume1 = 37012000;
 
-/** What a track shows as its output that plays the instance "Synth 1". */
+/** The name of a track's output that plays the instance "Synth 1". */
 constexpr auto kRoutedHere = "Synth 1 - RDL3/RDL5 VST";
 
 class World {
@@ -35,7 +35,7 @@ public:
     const Binding binding;
     doubles::Trace trace;
     doubles::ScriptedHost host;
-    doubles::Trace fileTrace; ///< of the file in the fixed place while a service is to be bound
+    doubles::Trace fileTrace; ///< of the file in the fixed place when a service is to be bound
     std::optional<doubles::LoadedLibrary> file;
     std::optional<doubles::InProcessLibrary> inProcess;
     doubles::ScriptedLibrary& library; ///< the one that is to be bound
@@ -43,7 +43,7 @@ public:
     Steinberg::IPtr<Steinberg::Vst::IComponent> component;
     Steinberg::IPtr<Steinberg::Vst::IEditController> controller;
 
-    /** One call of the host's, the user's or the library's. No exception may come out of it. */
+    /** Makes a call of the host, a user or the library. Fails if the call throws. */
     template <typename Call>
     void step(const char* name, Call&& call)
     {
@@ -51,21 +51,21 @@ public:
         try {
             call();
         } catch (const std::exception& exception) {
-            ADD_FAILURE() << name << " let an exception out: " << exception.what();
+            ADD_FAILURE() << name << " threw an exception: " << exception.what();
         } catch (...) {
-            ADD_FAILURE() << name << " let something out";
+            ADD_FAILURE() << name << " threw something else";
         }
         if (!before && hasFailed())
             failedStep = name;
     }
 
-    std::string failedStep; ///< in which the fault came about; empty: in none yet
+    std::string failedStep; ///< the step in which the fault happened; empty: none yet
 
-    /** Lets go of the plug-in's factory, while no component is there, and asks for it again.
-        @return null when the plug-in has none to give; there is none then until the next time */
+    /** Releases the plug-in's factory and loads it again. There must be no component.
+        @return null if the plug-in gives no factory; then there is none until the next call */
     static const VST3::Hosting::PluginFactory* loadAgain();
 
-    // The life of both components, in parts. A part that failed does not keep a host from ending.
+    // Each of these may follow another one that failed.
     void create();
     void initialize();
     void connect();
@@ -73,7 +73,7 @@ public:
     void terminate();
     void release();
 
-    /** From nothing to connected, and back. */
+    /** create, initialize and connect; disconnect, terminate and release. */
     void start();
     void end();
 

@@ -1,4 +1,4 @@
-"""What scripts/figures makes of exit statuses and JUnit reports."""
+"""Tests how scripts/figures reads exit statuses and JUnit reports."""
 import contextlib
 import importlib.machinery
 import importlib.util
@@ -29,7 +29,7 @@ class FiguresTest(unittest.TestCase):
         self.table = figures.Table()
 
     def google_test(self, report, status):
-        """With a program that writes the report, unless it is None, and ends with the status."""
+        """The table after a program that wrote this report (None: no file) and ended with this status."""
         program = ("import sys; file = sys.argv[1].split('xml:')[1]\n"
                    f"if {report!r}: open(file, 'w').write({report!r})\nsys.exit({status})")
         with contextlib.redirect_stderr(io.StringIO()):

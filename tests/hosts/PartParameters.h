@@ -1,5 +1,5 @@
-// PartParameters: the parameters of a part as hosts are to see them, in order, and what the
-// simulator starts with.
+// PartParameters: the parameters of a part in the order in which hosts list them, with the values
+// that the simulator starts with.
 #pragma once
 
 #include "tests/doubles/Parameters.h"
@@ -10,13 +10,13 @@
 namespace hosts {
 
 struct PartParameter {
-    unsigned firstId;  ///< the first part's; the others' follow
-    const char* title; ///< N stands for the part's number
+    unsigned firstId;  ///< of part 1; part N has this plus N - 1
+    const char* title; ///< N is replaced by the part's number
     int value;         ///< editor value, 0 to 127
     const char* text;  ///< of this value
 };
 
-using doubles::kAutomatable; ///< before the edit flag, which is the last
+using doubles::kAutomatable; ///< all parameters but the last, the edit flag
 using doubles::kParameters;
 
 constexpr std::array<PartParameter, doubles::kParametersOfAPart> kPartParameters{
@@ -35,7 +35,7 @@ constexpr std::array<PartParameter, doubles::kParametersOfAPart> kPartParameters
      {37056000, "Assignable Knob 1", 64, "+0"},
      {37057000, "Assignable Knob 2", 64, "+0"}}};
 
-/** One of all parts' parameters: a host's index, 0 to kAutomatable - 1. */
+/** What a host shows for its parameter index 0 to kAutomatable - 1. */
 struct ExpectedParameter {
     unsigned id;
     std::string title;

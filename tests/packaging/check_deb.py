@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Packs a build for Debian and looks at the package: what is in it, with which modes, what it depends on.
+"""Packs a build for Debian and checks the package's files, their modes and its dependencies.
 
 check_deb.py SOURCES BUILD VERSION
 """
@@ -42,7 +42,7 @@ def files_below(folder):
 
 
 def expected_files(sources, build):
-    """Each path with its mode."""
+    """The mode of each path."""
     files = {f"{DOCUMENTS}/{name}": 0o644 for name in ("copyright", "changelog.gz", "changelog.Debian.gz")}
     for tool in TOOLS:
         name = f"rdl3-rdl5-{tool}"
@@ -60,7 +60,7 @@ def expected_files(sources, build):
 
 
 def members(package, part):
-    """What is in the package's control or file archive, by path without what comes before it."""
+    """The members of the package's control or file archive, by path without a leading "./"."""
     with tarfile.open(fileobj=io.BytesIO(run("dpkg-deb", part, package))) as archive:
         return {member.name.lstrip("./"): (member, archive.extractfile(member).read() if member.isfile() else None)
                 for member in archive}
@@ -76,7 +76,7 @@ def check_files(files, expected):
         elif member.isfile() and path in expected:
             mode = expected[path]
         else:
-            wrong.append(f"{path} does not belong into it")
+            wrong.append(f"{path} should not be in it")
             continue
         if member.mode != mode:
             wrong.append(f"{path} has mode {member.mode:o} and not {mode:o}")
@@ -107,7 +107,7 @@ def check_fields(package, version):
               "Architecture": run("dpkg", "--print-architecture", text=True).strip()}
     fields = {name: run("dpkg-deb", "--field", package, name, text=True).strip() for name in [*wanted, "Depends"]}
     wrong = [f"{name} is '{fields[name]}' and not '{value}'" for name, value in wanted.items() if fields[name] != value]
-    # Of the plug-in's run-time, and of the one library that play does not bring along.
+    # The plug-in's run-time, and the one library that play does not contain.
     wrong += [f"it depends on '{fields['Depends']}' and not on {library}"
               for library in ("libc6 (>= ", "libstdc++6 (>= ", "libsmf0 (>= ") if library not in fields["Depends"]]
     return wrong

@@ -1,7 +1,5 @@
 #include "tests/plugin/PlugInFixture.h"
 
-#include <dlfcn.h>
-
 namespace plugin {
 
 using namespace Steinberg;
@@ -89,33 +87,6 @@ PlugInFixture::Texts PlugInFixture::lifeCycle() const
             text.find("Observer") == std::string::npos)
             result.push_back(text);
     return result;
-}
-
-bool PlugInFixture::isLibraryLoaded()
-{
-    void* handle = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
-    if (handle)
-        dlclose(handle);
-    return handle != nullptr;
-}
-
-void PlugInFixture::closeLibrary()
-{
-    while (void* handle = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD)) {
-        dlclose(handle); // what was just opened
-        dlclose(handle);
-    }
-}
-
-SimulatorControl* PlugInFixture::simulator()
-{
-    void* file = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
-    if (!file)
-        return nullptr;
-    const auto get = reinterpret_cast<GetSimulatorControl>(dlsym(file, getSimulatorControlName));
-    auto* control = get ? get(-1) : nullptr;
-    dlclose(file);
-    return control;
 }
 
 } // namespace plugin

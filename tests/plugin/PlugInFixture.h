@@ -7,7 +7,6 @@
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "pluginterfaces/vst/ivstmessage.h"
 #include "public.sdk/source/vst/hosting/module.h"
-#include "simulator/SimulatorControl.h"
 #include "tests/doubles/LoadedLibrary.h"
 #include "tests/doubles/ScriptedHost.h"
 
@@ -32,7 +31,7 @@ protected:
 
     void SetUp() override;
 
-    /** Lets go of both components, which then are gone: ASSERTs that nobody else holds them. */
+    /** Releases both components, which must have no other reference, and unloads the module. */
     void releaseComponents();
 
     Steinberg::IPtr<Steinberg::Vst::IConnectionPoint> controllerPoint() const;
@@ -46,21 +45,10 @@ protected:
 
     Steinberg::tresult initialize() const { return controller->initialize(&host.context); }
 
-    /** The life-cycle calls into library, service and service component; parameter questions and
-        observers left out. */
+    /** Calls of library, service and its component, except about parameters and observers. */
     Texts lifeCycle() const;
 
-    /** Whether a file stands loaded in the editor library's place. */
-    static bool isLibraryLoaded();
-
-    /** Closes that file as often as it is open. */
-    static void closeLibrary();
-
-    /** The newest connection of that file where it is the simulator, else null. Valid while
-        something keeps it loaded. */
-    static Steinberg::Vst::SimulatorControl* simulator();
-
-    /** How the host's component factory is asked for the service, and gets it back. */
+    /** The recorded calls that take the service's component from the host and give it back. */
     static const std::string kCreate;
     static const std::string kGiveBack;
 };

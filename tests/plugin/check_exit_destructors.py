@@ -1,31 +1,31 @@
 #!/usr/bin/env python3
-"""Names what a module has destroyed at exit, and fails for what is not listed here.
+"""Lists the objects that a module destroys at exit, and fails for one that is not allowed here.
 
 usage: check_exit_destructors.py (MODULE SYMBOLS)...
        SYMBOLS is the file that has the module's symbols: of one that is not stripped the module itself
 
-A host may end its plug-ins in a static destructor of its own, when exit has destroyed the statics of
-every module that was loaded later. So nothing that an end or a late tick uses may be among these.
+A host may end its plug-ins in a static destructor of its own. By then exit has destroyed the statics of
+every module that was loaded later, so terminate and a late tick must not use any of them.
 Reads the x86-64 code that registers a destructor: its arguments are the destructor and the object.
 """
 import re
 import subprocess
 import sys
 
-# Objects of the interface and class IDs' type are many; this destructor does nothing.
+# There are many interface and class IDs. Their destructor does nothing.
 NOTHING_DONE = "Steinberg::FUID::~FUID()"
-# What else may be destroyed, and why that does no harm.
-CONVERSION = "the SDK's conversion of texts, which no end and no tick asks for"
+# What else may be destroyed, and why.
+CONVERSION = "the SDK's conversion of texts, which neither terminate nor a tick uses"
 HARMLESS = {
     "Steinberg::(anonymous namespace)::LinuxPlatformTimer::runLoop":
-        "a timer that runs holds a reference of its own",
+        "a running timer has its own reference",
     "Steinberg::Singleton::deleter": "nothing in the module is such a singleton",
     "Steinberg::(anonymous namespace)::converter()::instance": CONVERSION,
     "converter()::gConverter": CONVERSION,
     "converterFacet()::gFacet": CONVERSION,
     "Steinberg::Vst::platform::TimerPlatformFactory::getGraphicsDeviceFactory() const::none":
-        "has no data, and nobody draws",
-    "VSTGUI::gPlatformFactory": "only a timer that starts asks for it",
+        "has no data, and nothing is drawn",
+    "VSTGUI::gPlatformFactory": "used only when a timer starts",
 }
 CALL = re.compile(r"\t(?:call|jmp)\s.*<__cxa_atexit@plt>")
 LOAD = re.compile(r"\tlea\s.*\(%rip\),%(\w+)\s+# ([0-9a-f]+) <")
@@ -69,7 +69,7 @@ def main():
         unknown += why is None
         print(f"{name}: {why or f'NOT LISTED, destroyed by {destructor}'}")
     if unknown or not ids:
-        sys.exit(f"{unknown} not listed" if unknown else "found no registration: reads another code")
+        sys.exit(f"{unknown} not listed" if unknown else "found no registration: is this x86-64 code?")
 
 
 if __name__ == "__main__":

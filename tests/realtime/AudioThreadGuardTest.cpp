@@ -1,4 +1,4 @@
-// The guard of builds for finding faults: it lets a block do what it may and nothing else.
+// AudioThreadGuard, the debug preset's check of process(): what passes and what ends the program.
 #include "processor/AudioThreadGuard.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@ namespace {
 
 using Guard = Steinberg::Vst::AudioThreadGuard;
 
-TEST(AudioThreadGuardDeathTest, EndsABlockThatTakesMemoryOrALock)
+TEST(AudioThreadGuardDeathTest, CheckEndsTheProgramForMemoryOrALockInABlock)
 {
     const Guard guard(Guard::kInBlock);
     EXPECT_DEATH(Guard::check(Guard::kAllocate, "malloc"), "malloc on the audio thread");
@@ -17,7 +17,7 @@ TEST(AudioThreadGuardDeathTest, EndsABlockThatTakesMemoryOrALock)
     EXPECT_DEATH(Guard::check(Guard::kWait, "wait"), "wait on the audio thread");
 }
 
-TEST(AudioThreadGuardDeathTest, LetsTheQueuesLockBeTriedAndNotWaitedFor)
+TEST(AudioThreadGuardDeathTest, CheckLetsTheQueuesLockBeTriedOnly)
 {
     const Guard block(Guard::kInBlock);
     {
@@ -31,7 +31,7 @@ TEST(AudioThreadGuardDeathTest, LetsTheQueuesLockBeTriedAndNotWaitedFor)
     EXPECT_DEATH(Guard::check(Guard::kTryLock, "trylock"), "trylock");
 }
 
-TEST(AudioThreadGuardTest, LeavesTheLibrarysOwnWorkAlone)
+TEST(AudioThreadGuardTest, CheckLetsTheLibraryDoAnything)
 {
     Guard::check(Guard::kAllocate, "malloc");
     const Guard block(Guard::kInBlock);

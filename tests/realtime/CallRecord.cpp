@@ -18,7 +18,7 @@ void note(doubles::CallRecord::Kind kind, const void* object)
         current->add(kind, object);
 }
 
-/** The C library's own operation behind one of ours. */
+/** The C library's own operation, which ours calls. */
 template <typename Function>
 class Original {
 public:
@@ -29,7 +29,7 @@ public:
     template <typename... Arguments>
     auto operator()(Arguments... arguments)
     {
-        // Looking it up twice does no harm, and a static's guard would be a lock itself.
+        // Two threads may both look it up. A static variable would take a lock to prevent that.
         if (!function)
             function = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
         return function(arguments...);
@@ -99,7 +99,7 @@ NotRecorded::~NotRecorded()
 
 using doubles::CallRecord;
 
-// The allocator, which operator new asks as well ------------------------------
+// The allocator, which operator new calls too
 
 extern "C" {
 
@@ -152,19 +152,18 @@ int posix_memalign(void** out, std::size_t alignment, std::size_t size)
 
 void free(void* memory)
 {
-    // Nothing is freed by freeing nothing.
     if (memory)
         note(CallRecord::kFree, memory);
     __libc_free(memory);
 }
 
-// Locks -----------------------------------------------------------------------
+// Locks, and what waits
 
 int pthread_mutex_trylock(pthread_mutex_t* lock) noexcept
 {
     static Original<int(pthread_mutex_t*)> original("pthread_mutex_trylock");
     const int result = original(lock);
-    note(result == 0 ? CallRecord::kTryLock : CallRecord::kTryInVain, lock);
+    note(result == 0 ? CallRecord::kTryLock : CallRecord::kFailedTry, lock);
     return result;
 }
 
@@ -196,86 +195,35 @@ int pthread_mutex_clocklock(pthread_mutex_t* lock, clockid_t clock, const timesp
     return recordedWait(original(lock, clock, end), lock);
 }
 
-int pthread_mutex_unlock(pthread_mutex_t* lock) noexcept
-{
-    static Original<int(pthread_mutex_t*)> original("pthread_mutex_unlock");
-    note(CallRecord::kUnlock, lock);
-    return original(lock);
-}
+/** Defines an operation that is recorded before the C library does it. */
+#define RECORDED(operation, kind, object, parameters, arguments)                                   \
+    int operation parameters                                                                       \
+    {                                                                                              \
+        static Original<int parameters> original(#operation);                                      \
+        note(CallRecord::kind, object);                                                            \
+        return original arguments;                                                                 \
+    }                                                                                              \
+    static_assert(true)
 
-int pthread_rwlock_rdlock(pthread_rwlock_t* lock) noexcept
-{
-    static Original<int(pthread_rwlock_t*)> original("pthread_rwlock_rdlock");
-    note(CallRecord::kLock, lock);
-    return original(lock);
-}
-
-int pthread_rwlock_wrlock(pthread_rwlock_t* lock) noexcept
-{
-    static Original<int(pthread_rwlock_t*)> original("pthread_rwlock_wrlock");
-    note(CallRecord::kLock, lock);
-    return original(lock);
-}
-
-int pthread_rwlock_unlock(pthread_rwlock_t* lock) noexcept
-{
-    static Original<int(pthread_rwlock_t*)> original("pthread_rwlock_unlock");
-    note(CallRecord::kUnlock, lock);
-    return original(lock);
-}
-
-int pthread_spin_lock(pthread_spinlock_t* lock) noexcept
-{
-    static Original<int(pthread_spinlock_t*)> original("pthread_spin_lock");
-    note(CallRecord::kLock, const_cast<const int*>(lock));
-    return original(lock);
-}
-
-int pthread_spin_unlock(pthread_spinlock_t* lock) noexcept
-{
-    static Original<int(pthread_spinlock_t*)> original("pthread_spin_unlock");
-    note(CallRecord::kUnlock, const_cast<const int*>(lock));
-    return original(lock);
-}
-
-// What waits ------------------------------------------------------------------
-
-int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* lock)
-{
-    static Original<int(pthread_cond_t*, pthread_mutex_t*)> original("pthread_cond_wait");
-    note(CallRecord::kWait, condition);
-    return original(condition, lock);
-}
-
-int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* lock, const timespec* end)
-{
-    static Original<int(pthread_cond_t*, pthread_mutex_t*, const timespec*)> original(
-        "pthread_cond_timedwait");
-    note(CallRecord::kWait, condition);
-    return original(condition, lock, end);
-}
-
-int pthread_cond_clockwait(pthread_cond_t* condition, pthread_mutex_t* lock, clockid_t clock,
-                           const timespec* end)
-{
-    static Original<int(pthread_cond_t*, pthread_mutex_t*, clockid_t, const timespec*)> original(
-        "pthread_cond_clockwait");
-    note(CallRecord::kWait, condition);
-    return original(condition, lock, clock, end);
-}
-
-int pthread_join(pthread_t thread, void** result)
-{
-    static Original<int(pthread_t, void**)> original("pthread_join");
-    note(CallRecord::kWait, nullptr);
-    return original(thread, result);
-}
-
-int sem_wait(sem_t* semaphore)
-{
-    static Original<int(sem_t*)> original("sem_wait");
-    note(CallRecord::kWait, semaphore);
-    return original(semaphore);
-}
+// clang-format off
+RECORDED(pthread_mutex_unlock, kUnlock, lock, (pthread_mutex_t* lock) noexcept, (lock));
+RECORDED(pthread_rwlock_rdlock, kLock, lock, (pthread_rwlock_t* lock) noexcept, (lock));
+RECORDED(pthread_rwlock_wrlock, kLock, lock, (pthread_rwlock_t* lock) noexcept, (lock));
+RECORDED(pthread_rwlock_unlock, kUnlock, lock, (pthread_rwlock_t* lock) noexcept, (lock));
+RECORDED(pthread_spin_lock, kLock, const_cast<const int*>(lock),
+         (pthread_spinlock_t* lock) noexcept, (lock));
+RECORDED(pthread_spin_unlock, kUnlock, const_cast<const int*>(lock),
+         (pthread_spinlock_t* lock) noexcept, (lock));
+RECORDED(pthread_cond_wait, kWait, condition, (pthread_cond_t* condition, pthread_mutex_t* lock),
+         (condition, lock));
+RECORDED(pthread_cond_timedwait, kWait, condition,
+         (pthread_cond_t* condition, pthread_mutex_t* lock, const timespec* end),
+         (condition, lock, end));
+RECORDED(pthread_cond_clockwait, kWait, condition,
+         (pthread_cond_t* condition, pthread_mutex_t* lock, clockid_t clock, const timespec* end),
+         (condition, lock, clock, end));
+RECORDED(pthread_join, kWait, nullptr, (pthread_t thread, void** result), (thread, result));
+RECORDED(sem_wait, kWait, semaphore, (sem_t* semaphore), (semaphore));
+// clang-format on
 
 } // extern "C"

@@ -1,4 +1,4 @@
-// CallRecord: what one thread asks of the allocator and of the locks while it is recorded.
+// CallRecord: the calls of the allocator, of locks and of waiting functions that one thread makes.
 //
 //   CallRecord record;
 //   {
@@ -7,8 +7,9 @@
 //   }
 //   EXPECT_EQ(record.count(CallRecord::kAllocate), 0u);
 //
-// The program that this is linked into has the allocator's and the lock operations in the C
-// library's place, for itself and for every library that it loads. No sanitizer can be in it.
+// CallRecord.cpp replaces these functions of the C library in the program that it is linked into
+// and in every library that this program loads. A sanitizer replaces some of them too, so use one
+// or the other.
 #pragma once
 
 #include <array>
@@ -16,19 +17,19 @@
 
 namespace doubles {
 
-/** Takes no memory, so that it can be filled from inside the allocator. One thread fills it; it is
-    read when that thread has ended its Recording, or by that thread. */
+/** Takes no memory, because the allocator's functions fill it. One thread fills it. Other threads
+    may read it after that thread has ended its Recording. */
 class CallRecord {
 public:
     enum Kind {
         kAllocate,
         kFree,
-        kLock,      ///< taken, and waited for if it was somebody else's
-        kTryLock,   ///< taken at a try, which does not wait
-        kTryInVain, ///< tried, and somebody else's
-        kUnlock,    ///< given back
-        kBlocked,   ///< somebody else's: the thread waits for it
-        kWait       ///< for a condition, a semaphore or another thread
+        kLock,      ///< a lock taken by a call that may wait
+        kTryLock,   ///< a lock taken by a call that does not wait
+        kFailedTry, ///< such a call, while another thread holds the lock
+        kUnlock,
+        kBlocked, ///< waits for a lock that another thread holds
+        kWait     ///< waits for a condition, a semaphore or another thread
     };
     struct Entry {
         Kind kind;
@@ -36,8 +37,7 @@ public:
     };
     static constexpr std::size_t kMaxEntries = 8192;
 
-    /** Called at every entry, before the operation that it is about; may block, and is not
-        recorded itself. */
+    /** Called after each entry is made. It may block; what it calls is not recorded. */
     void (*onEntry)(void* context, const Entry& entry) = nullptr;
     void* context = nullptr;
 
@@ -50,7 +50,7 @@ public:
     const Entry* end() const { return entries.data() + used; }
     std::size_t count(Kind kind) const;
 
-    /** Locks that the thread holds now, of those that it took while it was recorded. */
+    /** How many of the locks that were taken during the recording the thread still holds. */
     std::size_t getHeld() const { return held; }
 
 private:
@@ -59,8 +59,7 @@ private:
     std::size_t held = 0;
 };
 
-/** Records the calling thread's calls for as long as it lives; an inner one in the outer's
-    place. */
+/** Records the calling thread's calls during its life. An inner Recording pauses an outer one. */
 class Recording {
 public:
     explicit Recording(CallRecord& record);
@@ -72,7 +71,7 @@ private:
     CallRecord* outer;
 };
 
-/** What the calling thread does meanwhile is not recorded: a test's own work. */
+/** Leaves out what the calling thread does during its life: the test's own work. */
 class NotRecorded {
 public:
     NotRecorded();

@@ -1,5 +1,4 @@
-// Whether the tests of the block can be believed: the records of allocator, locks and kernel see
-// what they are to see.
+// CallRecord and systemCallsOf find the calls whose absence other tests expect.
 #include "tests/realtime/CallRecord.h"
 #include "tests/realtime/SystemCalls.h"
 
@@ -18,7 +17,7 @@ using testing::ElementsAre;
 
 namespace {
 
-TEST(CallRecordTest, SeesMemoryLocksAndWaits)
+TEST(CallRecordTest, RecordingKeepsMemoryLocksAndWaitsInOrder)
 {
     CallRecord record;
     std::mutex lock;
@@ -43,7 +42,7 @@ TEST(CallRecordTest, SeesMemoryLocksAndWaits)
     EXPECT_EQ(record.getHeld(), 0u);
 }
 
-TEST(CallRecordTest, TellsATryInVainFromAWait)
+TEST(CallRecordTest, RecordingTellsAFailedTryFromAWait)
 {
     CallRecord record;
     std::timed_mutex lock;
@@ -55,12 +54,12 @@ TEST(CallRecordTest, TellsATryInVainFromAWait)
     }).join();
     lock.unlock();
     ASSERT_EQ(record.size(), 2u);
-    EXPECT_EQ(record[0].kind, CallRecord::kTryInVain);
+    EXPECT_EQ(record[0].kind, CallRecord::kFailedTry);
     EXPECT_EQ(record[1].kind, CallRecord::kBlocked);
     EXPECT_EQ(record.getHeld(), 0u);
 }
 
-TEST(CallRecordTest, LeavesOutOtherThreadsAndWhatIsNotRecorded)
+TEST(CallRecordTest, RecordingLeavesOutOtherThreadsAndNotRecorded)
 {
     CallRecord record;
     std::thread other;
@@ -74,7 +73,7 @@ TEST(CallRecordTest, LeavesOutOtherThreadsAndWhatIsNotRecorded)
     EXPECT_EQ(record.size(), 0u);
 }
 
-TEST(SystemCallsTest, AreCountedByTheKernel)
+TEST(SystemCallsTest, SystemCallsOfGivesEachCallInOrder)
 {
     const auto calls = systemCallsOf([] {
         syscall(SYS_gettid);

@@ -1,5 +1,4 @@
-// The order in which the plug-in takes its locks, from what each thread's procedures take while
-// they hold another: two threads that keep one order cannot wait for each other.
+// The plug-in's threads take its locks in one order, so that they cannot wait for each other.
 #include "processor/VstK2x.h"
 #include "tests/realtime/CallRecord.h"
 #include "tests/unit/BoundController.h"
@@ -18,10 +17,11 @@ using namespace doubles;
 
 namespace {
 
-using Order = std::map<const void*, std::set<const void*>>; ///< taken while the key was held
+/** For each lock the locks that were taken while it was held. */
+using Order = std::map<const void*, std::set<const void*>>;
 
-/** Adds what a record shows. A lock that is taken again by its holder is no order, nor is one that
-    is only tried, since nobody waits for it. */
+/** Adds what a thread did. Leaves out a lock that its holder takes again, and one that is only
+    tried, because no thread waits for them. */
 void addOrder(const CallRecord& record, Order& order)
 {
     std::vector<const void*> held;
@@ -39,6 +39,7 @@ void addOrder(const CallRecord& record, Order& order)
     }
 }
 
+/** Whether to was taken while from was held, directly or by way of other locks. */
 bool leadsTo(const Order& order, const void* from, const void* to, std::set<const void*>& seen)
 {
     const auto next = order.find(from);
@@ -103,11 +104,11 @@ INSTANTIATE_TEST_SUITE_P(DirectAndQueued, LockOrder, testing::Bool(), [](const a
     return tested.param ? "InAUnicodeHost" : "InAnyOtherHost";
 });
 
-TEST_P(LockOrder, IsOneForAllThreads)
+TEST_P(LockOrder, TheCallsOfAllThreadsTakeLocksInOneOrder)
 {
     auto& controller = *bound.controller;
     auto& toController = *bound.library.controller;
-    // A host that reads and writes parameters in the middle of being told of one.
+    // A host that reads and writes parameters while the plug-in tells it of an edit.
     bound.host.onCall = [&](const std::string& text) {
         int value = 0;
         if (text.rfind("host.performEdit", 0) == 0)
@@ -150,18 +151,17 @@ TEST_P(LockOrder, IsOneForAllThreads)
     EXPECT_FALSE(hasCircle(order));
 }
 
-/** "ParameterFlag" and then "GuiEventLocker", the first given back before: the other way round is
-    what the drain does. */
-TEST_P(LockOrder, LeavesTheParameterBeforeTheQueue)
+/** drainQueue takes "ParameterFlag" while it holds "GuiEventLocker". */
+TEST_P(LockOrder, EditorValueChangeReleasesParameterFlagBeforeItTakesGuiEventLocker)
 {
     if (GetParam())
-        return; // no queue there
+        return; // A Unicode host has no queue.
     CallRecord queue;
     {
         const Recording recording(queue);
         bound.controller->editorBeginEdit(1);
     }
-    // The host is asked what it is first; the queue's lock comes last.
+    // Other locks are taken first, to ask what the host is. The queue's lock is the last one.
     const void* guiEventLock = nullptr;
     for (const auto& entry : queue)
         if (entry.kind == CallRecord::kLock)
@@ -180,7 +180,7 @@ TEST_P(LockOrder, LeavesTheParameterBeforeTheQueue)
     EXPECT_TRUE(taken);
 }
 
-TEST(LockOrderTest, SeesACircleOfTwoThreads)
+TEST(LockOrderTest, HasCircleFindsTwoOppositeOrders)
 {
     std::mutex first;
     std::mutex second;

@@ -1,8 +1,9 @@
-// ProcessCalls: a processor whose calls of the allocator and of the locks are recorded while it
-// processes a block: the one in this program, or the one in the bundle that ships.
+// ProcessCalls: records which functions of the allocator and of the locks a processor calls in
+// process(): the processor that is linked into this program, or the one in the bundle that ships.
 #pragma once
 
 #include "processor/VstK2x.h"
+#include "tests/doubles/EventListDouble.h"
 #include "tests/doubles/ParameterChangesDouble.h"
 #include "tests/doubles/ScriptedLibrary.h"
 #include "tests/realtime/CallRecord.h"
@@ -19,80 +20,59 @@ namespace doubles {
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
-/** The host's list of events, which takes no memory and looks whether the caller holds a lock. */
-class FixedEventList final : public IEventList {
+/** Counts the calls that a thread makes while it holds a lock. */
+class LockWatch {
 public:
-    virtual ~FixedEventList() = default;
+    const CallRecord* calls = nullptr; ///< of that thread
+    int callsUnderLock = 0;
 
-    int32 PLUGIN_API getEventCount() override { return count; }
+protected:
+    void look() { callsUnderLock += calls && calls->getHeld() > 0 ? 1 : 0; }
+};
+
+class WatchedEventList final : public EventListDouble, public LockWatch {
+public:
     tresult PLUGIN_API getEvent(int32 index, Event& event) override
     {
         look();
-        event = events[static_cast<size_t>(index)];
-        return kResultOk;
+        return EventListDouble::getEvent(index, event);
     }
     tresult PLUGIN_API addEvent(Event& event) override
     {
         look();
-        events[static_cast<size_t>(count++)] = event;
+        const auto result = EventListDouble::addEvent(event);
         if (onAdd)
             onAdd();
-        return kResultOk;
+        return result;
     }
-    tresult PLUGIN_API queryInterface(const TUID, void** obj) override
-    {
-        *obj = nullptr;
-        return kNoInterface;
-    }
-    uint32 PLUGIN_API addRef() override { return 1; }
-    uint32 PLUGIN_API release() override { return 1; }
 
-    void look() { callsUnderLock += watched && watched->getHeld() > 0 ? 1 : 0; }
-
-    std::array<Event, 512> events = {};
-    int32 count = 0;
     std::function<void()> onAdd;
-    const CallRecord* watched = nullptr;
-    int callsUnderLock = 0;
 };
 
-/** The editor library on the audio thread: counts, and may answer. */
-class LiveLibrary final : public ScriptedLibrary {
+/** The editor library on the audio thread: counts what it is given and may send it back. */
+class LiveLibrary final : public ScriptedLibrary, public LockWatch {
 public:
     using ScriptedLibrary::ScriptedLibrary;
 
     void receiveHostMidi(const uint8* data, int32 length) override
     {
-        callsUnderLock += watched && watched->getHeld() > 0 ? 1 : 0;
+        look();
         ++received;
         if (answers)
             effect->writeMidi(data, length);
     }
     void hostParameterChanged(uint32 /*id*/, double /*value*/) override
     {
-        callsUnderLock += watched && watched->getHeld() > 0 ? 1 : 0;
+        look();
         ++changed;
     }
 
-    const CallRecord* watched = nullptr;
     bool answers = false;
-    int callsUnderLock = 0;
     int received = 0;
     int changed = 0;
 };
 
-inline Event note(uint16 type, int16 pitch)
-{
-    Event event = {};
-    event.type = type;
-    if (type == Event::kNoteOnEvent)
-        event.noteOn = {0, pitch, 0, 1, 0, -1};
-    else
-        event.noteOff = {0, pitch, 0, -1, 0};
-    return event;
-}
-
-/** The processor as linked into this program, or as the bundle's factory makes it. */
+/** Parameter: false for the processor in this program, true for the bundle's. */
 class ProcessCalls : public testing::TestWithParam<bool> {
 protected:
     void SetUp() override
@@ -110,7 +90,7 @@ protected:
         data.inputEvents = &in;
         data.outputEvents = &out;
         data.inputParameterChanges = &changes;
-        library.watched = in.watched = out.watched = &record;
+        library.calls = in.calls = out.calls = &record;
         midiLock = lockOfWriteMidi();
     }
 
@@ -143,7 +123,7 @@ protected:
         library.effect->writeMidi(bytes, sizeof(bytes));
     }
 
-    /** writeMidi tries the queue's lock and no other, which tells which one that is. */
+    /** The lock of the outgoing queue: the only one that writeMidi tries. */
     const void* lockOfWriteMidi()
     {
         const size_t before = preparing.size();
@@ -157,18 +137,18 @@ protected:
         }
         EXPECT_NE(lock, nullptr);
         ProcessData drain;
-        FixedEventList list;
+        WatchedEventList list;
         drain.outputEvents = &list;
         processor->process(drain);
-        EXPECT_EQ(list.count, 1);
+        EXPECT_EQ(list.events.size(), 1u);
         return lock;
     }
 
     void fillInput()
     {
         for (int16 pitch = 0; pitch < 128; ++pitch) {
-            in.events[static_cast<size_t>(in.count++)] = note(Event::kNoteOnEvent, pitch);
-            in.events[static_cast<size_t>(in.count++)] = note(Event::kNoteOffEvent, pitch);
+            in.add(noteOn(0, pitch, 1));
+            in.add(noteOff(0, pitch));
             changes.add(37012000u + static_cast<ParamID>(pitch), {{0, 0.25}, {63, 0.5}});
         }
     }
@@ -185,8 +165,8 @@ protected:
         EXPECT_EQ(processor->process(data), kResultOk);
     }
 
-    /** The block asked for nothing but the queue's lock, which it took at the first try and gave
-        back, again and again; gives how often. */
+    /** How often the block took the queue's lock. Fails if it did anything else, needed a second
+        try, or did not release the lock before it took it again. */
     size_t turnsOfTheLock() const
     {
         size_t turns = 0;
@@ -204,8 +184,8 @@ protected:
     std::vector<int> pitches() const
     {
         std::vector<int> result;
-        for (int32 index = 0; index < out.count; ++index)
-            result.push_back(out.events[static_cast<size_t>(index)].noteOn.pitch);
+        for (const Event& event : out.events)
+            result.push_back(event.noteOn.pitch);
         return result;
     }
 
@@ -222,8 +202,8 @@ protected:
     LiveLibrary library{trace};
     VST3::Hosting::Module::Ptr module;
     IPtr<IAudioProcessor> processor;
-    FixedEventList in;
-    FixedEventList out;
+    WatchedEventList in;
+    WatchedEventList out;
     ParameterChangesDouble changes;
     ProcessData data;
     const void* midiLock = nullptr;

@@ -1,5 +1,5 @@
-// What the processor's block asks of the allocator, of the locks and of the kernel: no memory, no
-// system call, and no lock but the outgoing queue's, which it does not wait for.
+// process() and writeMidi() take no memory and make no system call. The only lock that they take is
+// the outgoing queue's, and they try it without waiting.
 #include "tests/realtime/ProcessCalls.h"
 
 #include <thread>
@@ -12,7 +12,7 @@ namespace {
 
 INSTANTIATE_TEST_SUITE_P(Places, ProcessCalls, testing::Bool(), placeOf);
 
-TEST_P(ProcessCalls, AreNoneForNotesAndAutomation)
+TEST_P(ProcessCalls, ProcessTakesNoLockAndNoMemoryForNotesAndAutomation)
 {
     fillInput();
     process();
@@ -21,7 +21,7 @@ TEST_P(ProcessCalls, AreNoneForNotesAndAutomation)
     EXPECT_EQ(record.size(), 0u);
 }
 
-TEST_P(ProcessCalls, AreNoneAtAllWithoutAnOutputList)
+TEST_P(ProcessCalls, ProcessTakesNoLockAndNoMemoryWithoutAnOutputList)
 {
     fillInput();
     fillQueue();
@@ -31,16 +31,16 @@ TEST_P(ProcessCalls, AreNoneAtAllWithoutAnOutputList)
     EXPECT_EQ(record.size(), 0u);
 }
 
-TEST_P(ProcessCalls, TakeTheQueuesLockOnceForEachEvent)
+TEST_P(ProcessCalls, ProcessTakesTheQueuesLockOnceForEachEvent)
 {
     fillQueue();
     process();
-    EXPECT_EQ(out.count, 100);
+    EXPECT_EQ(out.events.size(), 100u);
     EXPECT_EQ(turnsOfTheLock(), 100u);
 }
 
-/** Round by round, so that the queue goes round in its memory. */
-TEST_P(ProcessCalls, LeaveTheAllocatorAloneOnBothSidesOfTheQueue)
+/** In twenty rounds the queue uses all of its ring buffer more than once. */
+TEST_P(ProcessCalls, WriteMidiAndProcessTakeNoMemory)
 {
     for (int round = 0; round < 20; ++round) {
         preparing.clear();
@@ -51,36 +51,36 @@ TEST_P(ProcessCalls, LeaveTheAllocatorAloneOnBothSidesOfTheQueue)
         EXPECT_EQ(preparing.count(CallRecord::kUnlock), 107u);
         EXPECT_EQ(preparing.size(), 214u);
         process();
-        EXPECT_EQ(out.count, 7);
+        EXPECT_EQ(out.events.size(), 7u);
         EXPECT_EQ(turnsOfTheLock(), 7u);
         record.clear();
-        out.count = 0;
+        out.events.clear();
     }
 }
 
-TEST_P(ProcessCalls, ReachHostAndLibraryWithNoLockHeld)
+TEST_P(ProcessCalls, ProcessCallsHostAndLibraryWithNoLockHeld)
 {
     fillInput();
     fillQueue();
     process();
-    EXPECT_EQ(out.count, 100);
+    EXPECT_EQ(out.events.size(), 100u);
     EXPECT_EQ(library.callsUnderLock, 0);
     EXPECT_EQ(in.callsUnderLock, 0);
     EXPECT_EQ(out.callsUnderLock, 0);
 }
 
-TEST_P(ProcessCalls, StayTheSameWhenTheLibraryAnswersFromInside)
+TEST_P(ProcessCalls, WriteMidiInsideProcessTakesNoMemory)
 {
     fillInput();
     library.answers = true;
     process();
-    // 256 answers into a queue that is emptied at each 101st: 56 are left.
-    EXPECT_EQ(out.count, 56);
+    // The queue drops all it holds at each 101st of the 256 answers: 56 are left.
+    EXPECT_EQ(out.events.size(), 56u);
     EXPECT_EQ(turnsOfTheLock(), 256u + 56u);
 }
 
-/** Writers that never stop would else have the lock again and again. */
-TEST_P(ProcessCalls, AreNotDisturbedByAWriterWhileTheQueueIsSent)
+/** Otherwise busy writers could keep the lock from the block. */
+TEST_P(ProcessCalls, WriteMidiDoesNotTryTheLockWhileProcessSends)
 {
     writeMidi(1);
     writeMidi(2);
@@ -100,21 +100,21 @@ TEST_P(ProcessCalls, AreNotDisturbedByAWriterWhileTheQueueIsSent)
     EXPECT_EQ(preparing.count(CallRecord::kTryLock), 1u);
 }
 
-TEST_P(ProcessCalls, EmptyTheQueueAloneWithoutALibrary)
+TEST_P(ProcessCalls, ProcessOnlySendsTheQueueWithoutALibrary)
 {
     writeMidi(60);
     connect(nullptr);
     fillInput();
     process();
     EXPECT_EQ(library.received, 0);
-    EXPECT_EQ(out.count, 1);
+    EXPECT_EQ(out.events.size(), 1u);
     EXPECT_EQ(turnsOfTheLock(), 1u);
     record.clear();
     process();
     EXPECT_EQ(record.size(), 0u);
 }
 
-TEST_P(ProcessCalls, MakeNoSystemCall)
+TEST_P(ProcessCalls, ProcessMakesNoSystemCall)
 {
     EXPECT_THAT(systemCalls(), IsEmpty());
     fillInput();

@@ -1,5 +1,5 @@
-// The processor's block while a thread of the library is stopped in the middle of writeMidi: the
-// block ends without the lock, and no event is lost or leaves out of order.
+// process() while a thread of the library is stopped in the middle of writeMidi: the block ends
+// without the lock, no event is lost, and none is sent out of order.
 #include "tests/realtime/ProcessCalls.h"
 
 #include <atomic>
@@ -12,7 +12,7 @@ using testing::IsEmpty;
 
 namespace {
 
-/** A thread of the library that stops at a given operation of the lock until it is let go on. */
+/** A thread of the library that stops at the first call of one kind, until letGo. */
 class StoppedWriter {
 public:
     StoppedWriter(VstIEffectInterface& effect, uint8 pitch, CallRecord::Kind where)
@@ -54,13 +54,13 @@ private:
     std::thread thread;
 };
 
-/** writeMidi was stopped with the lock in its hands, and goes on only after the block. */
+/** The writer holds the queue's lock and goes on only after the block. */
 class ProcessCallsBesideAStoppedWriter : public ProcessCalls {
 protected:
     void stopWriter(uint8 pitch)
     {
         writer.emplace(*library.effect, pitch, CallRecord::kUnlock);
-        // A thread that waits for the writer is to fail here and not to stay for ever.
+        // If a thread waits for the lock, the test is to fail and not to hang.
         record.context = preparing.context = &*writer;
         record.onEntry = preparing.onEntry = [](void* context, const CallRecord::Entry& entry) {
             if (entry.kind == CallRecord::kBlocked)
@@ -68,10 +68,10 @@ protected:
         };
     }
 
-    /** The block tried the lock more often than a moment's use of it takes, but not for long. */
+    /** Enough tries for a writer that holds the lock as usual, and not many more. */
     void expectABoundedNumberOfTries() const
     {
-        EXPECT_EQ(record.count(CallRecord::kTryInVain), record.size());
+        EXPECT_EQ(record.count(CallRecord::kFailedTry), record.size());
         EXPECT_GE(record.size(), 20u);
         EXPECT_LE(record.size(), 1000u);
     }
@@ -87,13 +87,13 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Places, ProcessCallsBesideAStoppedWriter, testing::Bool(), placeOf);
 
-TEST_P(ProcessCallsBesideAStoppedWriter, LeaveTheEventsInOrderToTheNextBlock)
+TEST_P(ProcessCallsBesideAStoppedWriter, ProcessLeavesTheEventsInOrderToTheNextBlock)
 {
     for (int number = 0; number < 3; ++number)
         writeMidi(number);
     stopWriter(3);
     process();
-    EXPECT_EQ(out.count, 0);
+    EXPECT_THAT(out.events, IsEmpty());
     expectABoundedNumberOfTries();
     letWriterGoOn();
     process();
@@ -101,7 +101,7 @@ TEST_P(ProcessCallsBesideAStoppedWriter, LeaveTheEventsInOrderToTheNextBlock)
     EXPECT_EQ(turnsOfTheLock(), 4u);
 }
 
-TEST_P(ProcessCallsBesideAStoppedWriter, MakeNoSystemCall)
+TEST_P(ProcessCallsBesideAStoppedWriter, ProcessMakesNoSystemCall)
 {
     writeMidi(0);
     fillInput();
@@ -110,50 +110,49 @@ TEST_P(ProcessCallsBesideAStoppedWriter, MakeNoSystemCall)
     EXPECT_THAT(systemCalls(), IsEmpty());
 }
 
-/** What the library answers from inside the block comes behind what is in the queue, and before
-    what any of its threads writes after the block. */
-TEST_P(ProcessCallsBesideAStoppedWriter, TakeAnswersFromInsideAllTheSame)
+/** What the library writes inside process is sent after what was in the queue before, and before
+    what its threads write after the block. */
+TEST_P(ProcessCallsBesideAStoppedWriter, WriteMidiInsideProcessStillAddsItsEvent)
 {
     writeMidi(0);
     stopWriter(1);
-    in.events[0] = note(Event::kNoteOnEvent, 2);
-    in.count = 1;
+    in.add(noteOn(0, 2, 1));
     library.answers = true;
     process();
-    EXPECT_EQ(out.count, 0);
+    EXPECT_THAT(out.events, IsEmpty());
     expectABoundedNumberOfTries();
     preparing.clear();
     std::thread([this] { writeMidi(3); }).join();
-    EXPECT_EQ(preparing.count(CallRecord::kTryInVain), 1u);
+    EXPECT_EQ(preparing.count(CallRecord::kFailedTry), 1u);
     EXPECT_EQ(preparing.size(), 1u);
     letWriterGoOn();
-    in.count = 0;
+    in.events.clear();
     process();
     EXPECT_THAT(pitches(), ElementsAre(0, 1, 2, 3));
 }
 
-/** The bound holds whether the lock could be had or not. */
-TEST_P(ProcessCallsBesideAStoppedWriter, KeepTheNewestOfAHundredAndOne)
+/** The queue holds a hundred events also while nobody can take its lock. */
+TEST_P(ProcessCallsBesideAStoppedWriter, WriteMidiKeepsTheNewestOfAHundredAndOne)
 {
     stopWriter(0);
     fillQueue();
     writeMidi(101);
     process();
-    EXPECT_EQ(out.count, 0);
+    EXPECT_THAT(out.events, IsEmpty());
     letWriterGoOn();
     process();
     EXPECT_THAT(pitches(), ElementsAre(99, 101));
 }
 
-TEST_P(ProcessCallsBesideAStoppedWriter, DoNotWaitForAnEventThatIsNotInTheQueueYet)
+TEST_P(ProcessCallsBesideAStoppedWriter, ProcessDoesNotWaitForAnEventThatIsNotInTheQueueYet)
 {
     StoppedWriter early(*library.effect, 60, CallRecord::kTryLock);
     process();
     EXPECT_EQ(record.size(), 0u);
-    EXPECT_EQ(out.count, 0);
+    EXPECT_THAT(out.events, IsEmpty());
     early.finish();
     process();
-    EXPECT_EQ(out.count, 1);
+    EXPECT_EQ(out.events.size(), 1u);
     EXPECT_EQ(early.record.count(CallRecord::kTryLock), 1u);
     EXPECT_EQ(early.record.count(CallRecord::kUnlock), 1u);
     EXPECT_EQ(early.record.size(), 2u);

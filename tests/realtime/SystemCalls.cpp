@@ -8,7 +8,7 @@
 
 namespace {
 
-/** A call that nobody makes otherwise stands before and after the operation. */
+/** The operation is between two calls with this argument, which nobody else passes. */
 constexpr long kMark = 0x5EED5EED;
 
 void mark()

@@ -1,4 +1,4 @@
-// The system calls that an operation makes, as the kernel counts them.
+// systemCallsOf: the system calls that an operation makes, as ptrace reports them.
 #pragma once
 
 #include <functional>
@@ -7,9 +7,9 @@
 
 namespace doubles {
 
-/** Runs the operation in a copy of this process that is traced, and gives the numbers of its system
-    calls in order; nothing when the copy could not be traced or did not come to its end. Nothing
-    that the operation does is seen here. */
+/** Runs the operation in a forked process, so that nothing it does changes this one.
+    @return the numbers of its system calls, in order; nullopt if the process could not be traced or
+    did not end normally */
 std::optional<std::vector<long>> systemCallsOf(const std::function<void()>& operation);
 
 } // namespace doubles

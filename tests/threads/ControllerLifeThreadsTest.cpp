@@ -1,7 +1,7 @@
-// Threads of the library that never stop calling back while the host takes the controller through
-// its life. What a callback meets is there as long as it needs it: the thread and the address
-// sanitizer show where it is not. And what is sent while a host listens comes. THREADS_SECONDS
-// makes each test a tenth of that long.
+// Two threads of the library call the controller's callbacks without a pause while the host
+// initializes, connects and terminates it. Whatever is sent while a host listens must reach it. The
+// thread and address sanitizers find a callback that uses an object too early or too late. Each
+// test lasts a tenth of THREADS_SECONDS at least.
 #include "tests/doubles/Sanitized.h"
 #include "tests/unit/BoundController.h"
 
@@ -27,7 +27,7 @@ constexpr unsigned kShared = kVolume16;
 #ifdef VSTK2X_SANITIZED
 constexpr size_t kRounds = 20;
 #else
-constexpr size_t kRounds = 5; // nobody looks where a callback reads what is gone
+constexpr size_t kRounds = 5; // More rounds find more with a sanitizer only.
 #endif
 constexpr size_t kCountedTurns = 10;
 constexpr size_t kEndless = std::numeric_limits<size_t>::max();
@@ -38,7 +38,7 @@ std::chrono::milliseconds shortestTime()
     return std::chrono::milliseconds(seconds ? std::atol(seconds) * 100 : 0);
 }
 
-// Relaxed: the counts must not put the threads in an order that they do not have without them.
+// Relaxed, so that counting does not synchronize the threads: that would hide data races.
 class Count {
 public:
     void add() { value.fetch_add(1, std::memory_order_relaxed); }
@@ -52,7 +52,7 @@ private:
     std::atomic<size_t> value{0};
 };
 
-/** What the host was told, and the handlers that it was told through. */
+/** How often the host was called, and how many of its handlers exist. */
 struct Told {
     Count begun;
     Count performed;
@@ -68,8 +68,8 @@ struct Told {
     }
 };
 
-/** Goes with its last reference, as a host's own handler may. In the middle of an edit it asks for
-    the parameter and its neighbours, on the thread that tells it. */
+/** A handler that its last release deletes, as a host's own may be. While it is told of an edit it
+    reads and writes parameters on the same thread. */
 class PassingHandler final : public IComponentHandler {
 public:
     PassingHandler(IEditController& asked, Told& counts)
@@ -143,11 +143,11 @@ protected:
         bound.end();
         EXPECT_EQ(told.handlers, 0) << "handlers that somebody still holds";
         RecordProperty("library threads: rounds", std::to_string(rounds)); // for scripts/figures
-        RecordProperty("library threads: edits sent and come", std::to_string(came));
+        RecordProperty("library threads: edits told to the host", std::to_string(came));
     }
 
-    /** Every callback that a library thread may make, once. Each value differs from the one before
-        and from what the library says, so that each is a change. */
+    /** Makes each callback that a library thread may make, once. The value always differs from the
+        one before and from the library's, so that each call is a change. */
     void turn(size_t hand)
     {
         auto* controller = bound.controller.get();
@@ -193,10 +193,10 @@ protected:
                 std::this_thread::sleep_for(std::chrono::microseconds(20));
     }
 
-    /** Until each hand has ended so many more turns: all but the first began meanwhile. */
+    /** Waits until each hand has ended so many more turns, of which one may be under way. */
     void awaitTurns(size_t more) const { await(turnsAfter(more)); }
 
-    /** Has the hands go on while the main thread is inside a call of the host or the library. */
+    /** In the calls named by stops, holds the main thread until each hand has turned twice. */
     void standAt(const std::string& call)
     {
         const auto isHere = [&](const char* place) { return call.rfind(place, 0) == 0; };
@@ -213,7 +213,7 @@ protected:
         EXPECT_EQ(bound.controller->setComponentHandler(handler), kResultOk);
     }
 
-    /** Runs act while no hand is in a turn. */
+    /** Runs act while no hand makes a callback. */
     void rested(const std::function<void()>& act)
     {
         setGoals({});
@@ -227,12 +227,12 @@ protected:
             goals[hand].store(wanted[hand], std::memory_order_relaxed);
     }
 
-    /** Has each hand do a number of turns, and counts what came of them. */
+    /** Lets each hand make a number of turns, and expects each of their edits at the host. */
     void expectThatAllComes()
     {
         Turns wanted = {};
         rested([&] {
-            bound.tick(); // what waited before
+            bound.tick(); // sends what was queued before
             told.clear();
             wanted = turnsAfter(kCountedTurns);
             setGoals(wanted);
@@ -251,7 +251,7 @@ protected:
 
     void expectThatNothingComes()
     {
-        awaitTurns(1); // who was on the way when it ended
+        awaitTurns(1); // ends callbacks that began before terminate
         const size_t before = told.all();
         awaitTurns(3);
         bound.tick();
@@ -288,16 +288,16 @@ private:
     std::vector<std::thread> hands;
     size_t stopped = 0;
     size_t rounds = 0;
-    size_t came = 0; ///< edits, of what was counted
+    size_t came = 0; ///< calls that reached the host, of those that were counted
 };
 
 INSTANTIATE_TEST_SUITE_P(DirectAndQueued, LifeThreads, testing::Bool(), [](const auto& tested) {
     return tested.param ? "InAUnicodeHost" : "InAnyOtherHost";
 });
 
-TEST_P(LifeThreads, MayCallBackWhileTheControllerInitializes)
+TEST_P(LifeThreads, InitializeTakesCallbacksOfLibraryThreads)
 {
-    stops = {"library.start()", "library.addObserver(370120"}; // of the sixteen parts
+    stops = {"library.start()", "library.addObserver(370120"}; // the latter once a part
     stopsOfARound = 17;
     terminate();
     startHands();
@@ -309,7 +309,7 @@ TEST_P(LifeThreads, MayCallBackWhileTheControllerInitializes)
     });
 }
 
-TEST_P(LifeThreads, MayCallBackWhileTheControllerConnects)
+TEST_P(LifeThreads, ConnectTakesCallbacksOfLibraryThreads)
 {
     stops = {"peer.notify(VST_CONNECT", "library.getParameterValue(370530",
              "library.parametersReady()"};
@@ -319,14 +319,14 @@ TEST_P(LifeThreads, MayCallBackWhileTheControllerConnects)
     repeat([this] {
         EXPECT_EQ(bound.controller->connect(&bound.host.peer), kResultOk);
         awaitTurns(1);
-        for (const unsigned id : kKnobs) // as a host does with all of them
+        for (const unsigned id : kKnobs) // as hosts do with every parameter
             bound.controller->setParamNormalized(id, bound.controller->getParamNormalized(id));
         expectThatAllComes();
         EXPECT_EQ(bound.controller->disconnect(&bound.host.peer), kResultOk);
     });
 }
 
-TEST_P(LifeThreads, MayCallBackWhileTheHostSetsItsHandler)
+TEST_P(LifeThreads, SetComponentHandlerTakesCallbacksOfLibraryThreads)
 {
     startHands();
     repeat([this] {
@@ -340,9 +340,9 @@ TEST_P(LifeThreads, MayCallBackWhileTheHostSetsItsHandler)
     });
 }
 
-TEST_P(LifeThreads, MayCallBackWhileTheControllerTerminates)
+TEST_P(LifeThreads, TerminateTakesCallbacksOfLibraryThreads)
 {
-    // The last is inside the base class's part, behind the end of the parameters.
+    // The base class makes the last of these calls, when the parameters have ended.
     stops = {"library.setControllerInterface(null)", "library.detachService()",
              "library.removeObserver(370120", "service.unregisterPlugin(", "peer.disconnect("};
     stopsOfARound = 20;

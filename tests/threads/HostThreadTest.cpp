@@ -1,5 +1,5 @@
-// The guard of builds for finding faults: what belongs on the host's main thread ends the program
-// on another one.
+// The check of the debug preset: an operation declared [host main thread] ends the program when
+// another thread calls it.
 #include "controller/VstK2xController.h"
 #include "processor/VstK2x.h"
 #include "view/VstK2xEditorView.h"
@@ -17,7 +17,7 @@ using namespace Steinberg::Vst;
 
 using Operations = std::map<std::string, std::function<void()>>;
 
-/** Calls each on this thread, then on another. */
+/** Each operation must work on this thread and end the program on another. */
 void expectTheHostThreadAlone(const Operations& operations)
 {
     for (const auto& [name, operation] : operations) {
@@ -74,7 +74,7 @@ TEST(HostThreadDeathTest, EndsAViewCallOnAnotherThread)
     });
 }
 
-TEST(HostThread, IsWhicheverInitializesTheObjectLast)
+TEST(HostThread, InitializeMakesTheCallingThreadTheHostThread)
 {
     const auto processor = owned(new VstK2x);
     processor->initialize(nullptr);
@@ -86,7 +86,7 @@ TEST(HostThread, IsWhicheverInitializesTheObjectLast)
     }).join();
 }
 
-TEST(HostThread, IsNotAskedForBeforeInitialize)
+TEST(HostThread, SetStateMayComeFromAnyThreadBeforeInitialize)
 {
     const auto processor = owned(new VstK2x);
     std::thread([&] { processor->setState(nullptr); }).join();

@@ -1,7 +1,7 @@
-// A whole session on all its threads at once: the host's audio thread, four threads of the library
-// that write MIDI, two on which a user's hands turn knobs, and the host's main thread with the
-// timer, the view and the project. It lasts a second under a sanitizer and a quarter of one
-// without, or THREADS_SECONDS.
+// A session with all its threads at once: the host's audio thread, four threads of the library that
+// write MIDI, two on which a user turns knobs, and the host's main thread, which uses the timer,
+// the view and the project. It lasts THREADS_SECONDS, by default a second under a sanitizer and a
+// quarter of a second without.
 #include "tests/doubles/Sanitized.h"
 #include "tests/unit/BoundController.h"
 #include "tests/unit/ProcessorFixture.h"
@@ -24,7 +24,7 @@ using testing::IsEmpty;
 namespace {
 
 constexpr size_t kWriters = 4;
-constexpr int kNotesWaiting = 24; ///< of each writer; all together stay below the queue's bound
+constexpr int kNotesWaiting = 24; ///< of each writer at most; the queue holds a hundred
 constexpr size_t kHands = 2;
 constexpr unsigned kKnobs[kHands] = {37012000, 37013005};
 
@@ -55,7 +55,7 @@ protected:
         EXPECT_EQ(processor->setActive(true), kResultOk);
         effect = bound.library.effect;
         EXPECT_NE(effect, nullptr);
-        bound.library.quiet = true; // its record of the audio path would grow without end
+        bound.library.quiet = true; // Its record of the audio path would only grow.
     }
 
     ~SessionThreads() override
@@ -67,7 +67,8 @@ protected:
         bound.end();
     }
 
-    /** One channel each, pitches in rising order. None is dropped, so each must arrive. */
+    /** Each writer has a channel of its own and sends rising pitches. The queue never overflows, so
+        every note must arrive. */
     void writeNotes(size_t writer)
     {
         for (size_t note = 0; !stop;) {
@@ -112,7 +113,7 @@ protected:
         }
     }
 
-    /** Each value differs from the one before, so that each reaches the host. */
+    /** Each value differs from the one before, because only a change is told to the host. */
     void turnKnob(size_t hand)
     {
         const auto* observer = bound.library.observer(kKnobs[hand]);
@@ -143,7 +144,7 @@ protected:
         ++rounds;
     }
 
-    /** As a controller that is connected once more: what the audio thread reads is written. */
+    /** Repeats the messages of connect, which write what the audio thread reads. */
     void repeatMessages()
     {
         VstIEditorConnect* editor = &bound.library;
@@ -176,7 +177,7 @@ protected:
         EXPECT_EQ(bound.controller->setState(&presetState), kResultOk);
     }
 
-    /** The trace is emptied now and then; texts that come in between are not lost by it. */
+    /** Counts the host's calls so far and empties the trace, without losing a call. */
     void collectEdits()
     {
         for (const auto& call : bound.trace.take()) {
@@ -193,7 +194,7 @@ protected:
                std::all_of(turned.begin(), turned.end(), some);
     }
 
-    /** What scripts/figures adds up. */
+    /** For scripts/figures, which adds them up. */
     void recordFigures(size_t gestures) const
     {
         const auto notes = std::accumulate(read.begin(), read.end(), size_t{0});
@@ -203,7 +204,7 @@ protected:
         RecordProperty("session: blocks", std::to_string(blocks));
         RecordProperty("session: notes in and out", std::to_string(notes));
         RecordProperty("session: gestures begun and ended", std::to_string(gestures));
-        RecordProperty("session: rounds of the host", std::to_string(rounds));
+        RecordProperty("session: rounds of the main thread", std::to_string(rounds));
     }
 
     void run()
@@ -230,7 +231,7 @@ protected:
     std::array<std::atomic<int>, kWriters> waiting = {}; ///< notes written and not read
     std::array<std::atomic<size_t>, kWriters> written = {};
     std::array<std::atomic<size_t>, kHands> turned = {};
-    // Each is one thread's own until all have ended.
+    // Each is used by one thread until all threads have ended.
     std::array<size_t, kWriters> read = {};
     size_t blocks = 0;
     size_t rounds = 0;
@@ -243,12 +244,12 @@ INSTANTIATE_TEST_SUITE_P(DirectAndQueued, SessionThreads, testing::Bool(), [](co
     return tested.param ? "InAUnicodeHost" : "InAnyOtherHost";
 });
 
-TEST_P(SessionThreads, LoseNoNoteAndNoGesture)
+TEST_P(SessionThreads, ProcessAndEditsLoseNoNoteAndNoGesture)
 {
     run();
     EventListDouble none;
     ParameterChangesDouble unchanged;
-    playBlock(none, unchanged); // what was written last
+    playBlock(none, unchanged); // sends what was written last
     bound.tick();
     collectEdits();
     for (size_t writer = 0; writer < kWriters; ++writer) {

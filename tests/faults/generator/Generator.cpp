@@ -1,5 +1,5 @@
-// The generator of the preset library as a file of its own, so that its calls to the system can be
-// told from the test program's. The plug-in itself has no call that writes all voices.
+// The preset generator as a library of its own, so that OwnCode can tell its calls of the system
+// from the test program's. The plug-in itself does not write all voices.
 #include "tests/faults/generator/Generator.h"
 
 using namespace Steinberg::Vst;

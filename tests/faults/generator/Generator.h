@@ -1,4 +1,4 @@
-// The entry of the generator's file.
+// The functions of the generator's library.
 #pragma once
 
 #include "presets/VstK2xPresetCreater.h"
@@ -7,13 +7,13 @@ using Voices = std::map<unsigned, std::map<unsigned, std::string>>;
 
 extern "C" {
 
-/** Writes all voices but the excluded into the user's folder; files that stand stay. */
+/** Writes all voices but the excluded into the user's folder. Existing files are kept. */
 __attribute__((visibility("default"))) void writeVoices(Steinberg::Vst::VstIEditorConnect& library,
                                                         Voices& voices,
                                                         const std::vector<const char*>& excluded);
 
-/** Writes the voice 5 of a bank as "Grand" into the folder, unless it stands there.
-    @return what the generator says of it */
+/** Writes voice 5 of a bank as "Grand" into the folder, unless that file exists.
+    @return createPresetFile's result */
 __attribute__((visibility("default"))) int writeVoice(Steinberg::Vst::VstIEditorConnect& library,
                                                       const std::string& folder, int bank);
 }

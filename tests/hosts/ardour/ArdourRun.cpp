@@ -12,7 +12,7 @@ namespace {
 
 const std::string kFact = "fact ";
 
-// Longer than a loaded machine needs; then it is stuck.
+// A loaded machine needs less than this; a command that takes longer hangs.
 const std::string kPatience = "timeout -k 5 120 ";
 
 std::string quoted(const std::string& text)
@@ -114,7 +114,7 @@ ArdourRun::ArdourRun()
     active = session("load.lua", "hosts");
 }
 
-// Its own start script sets the same, for the session but not for the scanner.
+// Ardour's own start script sets the same variables for sessions, but not for the scanner.
 doubles::CommandOutput ArdourRun::command(const std::string& words) const
 {
     const std::string home = quoted(folder.file("home"));

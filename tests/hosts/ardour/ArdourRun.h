@@ -11,7 +11,7 @@
 
 namespace hosts {
 
-/** What one of the scripts told, and what reached the simulator meanwhile. */
+/** What one script printed, and the simulator's report of that time. */
 struct ArdourSession {
     using Values = std::vector<std::string>;
 
@@ -19,9 +19,9 @@ struct ArdourSession {
     std::multimap<std::string, Values> facts; ///< by name, in order
     std::vector<std::string> report;          ///< lines, as InstrumentReport writes them
 
-    /** The values of every fact of a name. */
+    /** The values of each fact with this name. */
     std::vector<Values> all(const std::string& fact) const;
-    /** What else was printed. */
+    /** The printed lines that are no facts. */
     std::string messages() const;
     /** The value of the report's line "NAME VALUE"; empty unless there is exactly one. */
     std::string reported(const std::string& name) const;
@@ -30,14 +30,14 @@ struct ArdourSession {
     size_t count(const std::string& line) const;
 };
 
-/** All of it at once, in a home folder of its own, which goes with this object. */
+/** Runs all of it when constructed, in a home folder that is removed with this object. */
 class ArdourRun {
 public:
     ArdourRun();
 
     std::string version; ///< "Ardour 7.3.0~ds0"
     doubles::CommandOutput scan;
-    std::string cache;      ///< what the scan wrote down
+    std::string cache;      ///< what the scan wrote into Ardour's cache
     ArdourSession recorded; ///< record.lua
     ArdourSession inactive; ///< load.lua, of the session saved with the plug-in switched off
     ArdourSession active;   ///< load.lua, of the session saved with the plug-in running

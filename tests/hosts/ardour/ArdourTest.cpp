@@ -19,7 +19,7 @@ using Values = ArdourSession::Values;
 
 constexpr const char* kUniqueId = "13EEE3484D664261B90352CE35DD18B4";
 
-/** Runs everything once; the tests look at what it told. */
+/** Ardour runs once. Each test looks at one of its results. */
 class Ardour : public testing::Test {
 protected:
     static void SetUpTestSuite() { run = std::make_unique<ArdourRun>(); }
@@ -58,7 +58,8 @@ TEST_F(Ardour, MakesATrackWithTheInstrument)
     const Values instance{"RDL3/RDL5 VST", kUniqueId, "Tavrin Corporation"};
     EXPECT_THAT(run->recorded.all("instance"), ElementsAre(instance));
     EXPECT_THAT(run->recorded.all("streams"), ElementsAre(Values{"1", "1", "2"}));
-    EXPECT_EQ(run->recorded.reported("host-type"), "2"); // neither the family nor the maker's own
+    // A host of neither the Cubase family nor the maker.
+    EXPECT_EQ(run->recorded.reported("host-type"), "2");
 }
 
 TEST_F(Ardour, ShowsTheParameters)
@@ -90,8 +91,8 @@ TEST_F(Ardour, SendsNotesToTheLibrary)
     EXPECT_EQ(session.reported("other-midi"), "0");
 }
 
-// Full velocity is the plug-in's doing: they were played at 100. The end of a note comes out as a
-// note-on of velocity 0; without it a note would go on into the next one.
+// The notes are played at velocity 100, and the plug-in makes that 127. It ends a note with a
+// note-on of velocity 0. Without that, a recorded note would last into the next one.
 TEST_F(Ardour, RecordsWhatComesOutOfMidiOut)
 {
     tried("\"Midi Out\" recorded by a second track: every note with its end");
@@ -117,9 +118,9 @@ TEST_F(Ardour, AutomatesParameters)
     const auto& session = run->recorded;
     EXPECT_THAT(session.all("set"), ElementsAre(Values{"1", "1"}));
     EXPECT_GE(std::stoi("0" + session.reported("automation")), kAutomatable);
-    // The lane ends at three quarters: 95.25, which is 95.
+    // The lane ends at three quarters of 127: 95.25, rounded to 95.
     EXPECT_THAT(session.parameters(), Contains("parameter 37012000 95"));
-    // Each at its host's index modulo 128.
+    // Each is set to its index in the host, modulo 128.
     for (const int index : {1, doubles::kParametersOfAPart, kAutomatable - 2, kAutomatable - 1})
         EXPECT_THAT(session.parameters(),
                     Contains("parameter " + std::to_string(expectedParameter(index).id) + " " +
@@ -136,15 +137,15 @@ TEST_F(Ardour, RestoresTheSessionInANewProcess)
     const Values instance{"RDL3/RDL5 VST", kUniqueId, "Tavrin Corporation"};
     EXPECT_THAT(session.all("instance"), ElementsAre(instance)) << session.messages();
     EXPECT_THAT(session.all("active"), ElementsAre(Values{"false"}));
-    // Magic, version, voice, two counts; an ID and a value for each that can be automated.
+    // Six numbers (magic, version, voice, counts), then each ID and value that can be automated.
     EXPECT_EQ(session.count("call setStateChunk(" + std::to_string(6 * 4 + kAutomatable * 8) + ")"),
               1u);
     EXPECT_EQ(session.parameters(), run->recorded.parameters());
     hosts::found("all parameters as they were");
 }
 
-// The host takes the parameters from the controller once the state is loaded, and sends what
-// differs from its own to the processor. The controller has them from when it was connected.
+// When the state is loaded, Ardour reads the parameters from the controller, which still has those
+// of its connecting, and sends the processor those that differ from the state.
 TEST_F(Ardour, SendsTheControllersValuesAfterTheState)
 {
     tried("the same with the plug-in running");
@@ -166,7 +167,7 @@ TEST_F(Ardour, ClosesEverySession)
         EXPECT_EQ(session->count("begin 1"), 1u);
         EXPECT_EQ(session->count("end 1"), 1u);
         EXPECT_EQ(session->count("begin 2"), 0u);
-        // Before the process ended.
+        // The instance ended with the session, before the process did.
         EXPECT_THAT(session->all("ended when closed"), ElementsAre(Values{"1"}));
         EXPECT_EQ(session->count("call setEffectInterface(null)"), 1u);
         EXPECT_EQ(session->count("call setControllerInterface(null)"), 1u);

@@ -1,4 +1,4 @@
--- What the sessions share. They tell facts, one a line, which the test program judges:
+-- Functions for all sessions. They print facts, one a line, which the test program checks:
 --     fact NAME VALUE VALUE...        with tabs after the name and between the values
 
 FOLDER = os.getenv("HOSTS_FOLDER") -- of this run
@@ -14,13 +14,13 @@ function fact(...)
   io.flush()
 end
 
--- Waits until the condition holds. On a loaded machine everything is only later.
+-- Waits until the condition holds, half a minute at most.
 function wait_until(what, condition)
   for _ = 1, 3000 do
     if condition() then return end
     ARDOUR.LuaAPI.usleep(10000)
   end
-  error("in vain: " .. what)
+  error("waited in vain: " .. what)
 end
 
 function start_engine()
@@ -28,7 +28,7 @@ function start_engine()
   backend:set_device_name("Silence")
 end
 
--- How many lines of the simulator's report are this one.
+-- How often this line is in the simulator's report.
 function reported(line)
   local count = 0
   local file = io.open(os.getenv("SIMULATOR_REPORT"))
@@ -41,7 +41,7 @@ function reported(line)
   return count
 end
 
--- Closes the session after letting go of everything that a script could still hold of it.
+-- Releases what the script still holds of the session, and closes it.
 function close()
   collectgarbage()
   collectgarbage()

@@ -1,4 +1,4 @@
--- A saved session, in a process of its own.
+-- Loads the saved session in a process of its own.
 dofile(os.getenv("HOSTS_SCRIPTS") .. "/common.lua")
 
 local function run()

@@ -1,10 +1,10 @@
--- A new session: the plug-in as a track's instrument, its "Midi Out" recorded by a second track.
+-- Makes a session: the plug-in is a track's instrument, and a second track records its "Midi Out".
 dofile(os.getenv("HOSTS_SCRIPTS") .. "/common.lua")
 
 local MIDI = ARDOUR.DataType("midi")
 local AUDIO = ARDOUR.DataType("audio")
 local NO_GROUP = PBD.GroupControlDisposition.NoGroup
-local CYCLES = 4096 -- samples in which every event gets through
+local CYCLES = 4096 -- samples, enough for an event to get through
 
 local function find_plug_in()
   local found
@@ -76,7 +76,7 @@ local function play_notes(session)
   end
 end
 
--- Musical time as a number. It is written as "BEATS:TICKS".
+-- Ticks of a musical time, which is written as "BEATS:TICKS".
 local function ticks(time)
   local beats, rest = tostring(time):match("^(%d+):(%d+)$")
   return 1920 * beats + rest
@@ -97,7 +97,7 @@ local function record(session, synth, recorder)
   session:maybe_enable_record(false)
   session:request_roll(ARDOUR.TransportRequestSource.TRS_UI)
   wait_until("it records", function() return session:actively_recording() end)
-  -- A fader that fades in at the start would take some of the first notes' velocities.
+  -- The track fades in at the start, which would lower the velocities of the first notes.
   let_pass(session, 48000 // 2)
   play_notes(session)
   let_pass(session, 48000 // 4)
@@ -107,7 +107,7 @@ local function record(session, synth, recorder)
   tell_recorded(playlist)
 end
 
--- All but the one that has a lane.
+-- All parameters but the one with automation.
 local function set_parameters(processor)
   for index = 1, processor:to_insert():plugin(0):parameter_count() - 1 do
     assert(ARDOUR.LuaAPI.set_processor_param(processor, index, (index % 128) / 127))

@@ -1,16 +1,8 @@
 #include "tests/hosts/juce/JuceHost.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 namespace hosts {
-
-namespace {
-
-const char* const kLibraryFile = "/Library/Application Support/Tavrin/VST/RDL3_RDL5/"
-                                 "libvst_rdl3_rdl5_vstserver.1.dylib";
-
-} // namespace
 
 const std::string kJuceHost = juce::SystemStats::getJUCEVersion().replace(" v", " ").toStdString();
 
@@ -32,25 +24,6 @@ std::unique_ptr<juce::AudioPluginInstance> JuceHost::create()
     if (instance)
         instance->prepareToPlay(sampleRate, blockSize);
     return instance;
-}
-
-Steinberg::Vst::SimulatorControl* newestSimulator()
-{
-    void* library = dlopen(kLibraryFile, RTLD_LAZY | RTLD_NOLOAD);
-    if (!library)
-        return nullptr;
-    const auto get = reinterpret_cast<Steinberg::Vst::GetSimulatorControl>(
-        dlsym(library, Steinberg::Vst::getSimulatorControlName));
-    dlclose(library); // the plug-in holds it
-    return get ? get(-1) : nullptr;
-}
-
-bool isLibraryLoaded()
-{
-    void* library = dlopen(kLibraryFile, RTLD_LAZY | RTLD_NOLOAD);
-    if (library)
-        dlclose(library);
-    return library != nullptr;
 }
 
 } // namespace hosts

@@ -1,8 +1,6 @@
 // JuceHost: the built bundle in JUCE's plug-in host.
 #pragma once
 
-#include "simulator/SimulatorControl.h"
-
 #include <juce_audio_processors/juce_audio_processors.h>
 #include <memory>
 #include <string>
@@ -11,8 +9,8 @@ namespace hosts {
 
 extern const std::string kJuceHost; ///< its name in the table
 
-/** JUCE's message thread, which is the thread that makes this object, and its VST 3 format. One at
-    a time; every call but JuceInstance's process is that thread's. */
+/** JUCE's VST 3 host. The thread that makes this object becomes JUCE's message thread and makes all
+    calls but an instance's processBlock. One object at a time. */
 class JuceHost {
 public:
     static constexpr double sampleRate = 48000;
@@ -29,11 +27,5 @@ private:
     juce::ScopedJuceInitialiser_GUI messageThread;
     juce::VST3PluginFormat format;
 };
-
-/** The simulator behind the newest instance; null without one. */
-Steinberg::Vst::SimulatorControl* newestSimulator();
-
-/** Whether any instance still holds the editor library. */
-bool isLibraryLoaded();
 
 } // namespace hosts

@@ -2,6 +2,7 @@
 #include "tests/hosts/HostsTable.h"
 #include "tests/hosts/PartParameters.h"
 #include "tests/tools/ScratchFolder.h"
+#include "tools/common/LoadedSimulator.h"
 
 #include <algorithm>
 #include <array>
@@ -11,6 +12,8 @@
 namespace {
 
 using namespace hosts;
+using Steinberg::Vst::tools::findSimulator;
+using Steinberg::Vst::tools::LibraryHandle;
 using testing::ElementsAreArray;
 
 constexpr unsigned kPan1 = 37013000;
@@ -34,12 +37,12 @@ TEST_F(Juce, ScanListsTheInstrument)
     EXPECT_TRUE(plugIn.isInstrument);
     EXPECT_EQ(plugIn.numInputChannels, 0);
     EXPECT_EQ(plugIn.numOutputChannels, 4);
-    // The four words of the class ID, each added to 31 times what came before, in 32 bits.
+    // JUCE's hash of the class ID: each of its four words is added to 31 times the hash so far.
     unsigned unique = 0;
     for (const unsigned word : {0x13EEE348u, 0x4D664261u, 0xB90352CEu, 0x35DD18B4u})
         unique = unique * 31 + word;
     EXPECT_EQ(static_cast<unsigned>(plugIn.uniqueId), unique);
-    EXPECT_FALSE(isLibraryLoaded()); // the scan cleaned up after itself
+    EXPECT_FALSE(LibraryHandle::isLoaded()); // the scan ended what it made
     hosts::found("one instrument, right name, vendor, category, version and unique ID");
 }
 
@@ -102,7 +105,7 @@ TEST_F(Juce, ReadsValueTextsBack)
     EXPECT_EQ(parameters[10]->getText(1.f / 127, 128), "Arpeggio Hold");
 }
 
-/** A song's messages with their times in samples, and how many notes it has on each channel. */
+/** A song's messages with their times in samples, and its notes and their ends by channel. */
 struct Song {
     struct Message {
         juce::int64 sample;
@@ -148,7 +151,7 @@ std::string noteText(const juce::MidiMessage& note)
            (note.isNoteOn() ? " on" : " off");
 }
 
-/** Plays a song block by block, as fast as it goes. */
+/** Plays a song block by block, as fast as possible. */
 class Playback {
 public:
     explicit Playback(juce::AudioPluginInstance& newInstance)
@@ -205,7 +208,7 @@ TEST_F(Juce, PlaysASong)
         << "install the Debian package openttd-openmsx, which has " SONG_FILE;
     const auto instance = host.create();
     ASSERT_TRUE(instance);
-    auto* simulator = newestSimulator();
+    auto* simulator = findSimulator();
     ASSERT_TRUE(simulator);
     Playback playback(*instance);
     playback.play(song);
@@ -225,7 +228,7 @@ TEST_F(Juce, AutomatesParameters)
     tried(kJuceHost, "automation of all parameters");
     const auto instance = host.create();
     ASSERT_TRUE(instance);
-    auto* simulator = newestSimulator();
+    auto* simulator = findSimulator();
     ASSERT_TRUE(simulator);
     const auto& parameters = instance->getParameters();
     for (int index = 0; index < kAutomatable; ++index)
@@ -234,7 +237,7 @@ TEST_F(Juce, AutomatesParameters)
     juce::MidiBuffer midi;
     instance->processBlock(audio, midi);
     EXPECT_EQ(simulator->automationReceived(), uint64_t{kAutomatable});
-    // The second parameter of the first part, and the eleventh of the last.
+    // The second parameter of part 1, and the eleventh of part 16.
     EXPECT_EQ(simulator->parameterValue(kPan1), 1);
     EXPECT_EQ(simulator->parameterValue(19001015), 220 % 128);
 }
@@ -246,20 +249,20 @@ TEST_F(Juce, RestoresItsStateInANewInstance)
     {
         const auto instance = host.create();
         ASSERT_TRUE(instance);
-        auto* simulator = newestSimulator();
+        auto* simulator = findSimulator();
         ASSERT_TRUE(simulator);
         simulator->turnKnob(kPan1, 17);
         simulator->turnKnob(19001015, 5);
         instance->getStateInformation(saved);
     }
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
     const auto instance = host.create();
     ASSERT_TRUE(instance);
-    auto* simulator = newestSimulator();
+    auto* simulator = findSimulator();
     ASSERT_TRUE(simulator);
     EXPECT_EQ(simulator->parameterValue(kPan1), 64);
     instance->setStateInformation(saved.getData(), static_cast<int>(saved.getSize()));
-    // A host could send its own idea of the parameters with the next block.
+    // With the next block a host could send parameter values of its own.
     juce::AudioBuffer<float> audio(4, JuceHost::blockSize);
     juce::MidiBuffer midi;
     instance->processBlock(audio, midi);
@@ -283,14 +286,14 @@ TEST_F(Juce, CreatesAndDestroysFiftyInstances)
         juce::MidiBuffer midi(juce::MidiMessage::noteOn(1, 60, 0.5f));
         instance->processBlock(audio, midi);
         ASSERT_EQ(midi.getNumEvents(), 1);
-        ASSERT_EQ(newestSimulator()->noteOnsReceived(0), 1u);
+        ASSERT_EQ(findSimulator()->noteOnsReceived(0), 1u);
     }
     unsetenv("SIMULATOR_REPORT");
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
     const auto lines = juce::StringArray::fromLines(doubles::ScratchFolder::read(report));
     for (const auto* line : {"begin 1", "note-ons 0 1", "end 1"})
         EXPECT_EQ(std::count(lines.begin(), lines.end(), juce::String(line)), 50) << line;
-    // The scan before each made none that is left either.
+    // The scans before made no other instruments.
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
                             [](const auto& line) { return line.startsWith("begin"); }),
               50);

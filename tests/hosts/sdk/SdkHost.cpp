@@ -1,21 +1,14 @@
 #include "tests/hosts/sdk/SdkHost.h"
 
 #include "public.sdk/source/common/memorystream.h"
+#include "tools/common/LoadedSimulator.h"
 
 #include <array>
-#include <dlfcn.h>
 
 namespace hosts {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
-
-namespace {
-
-const char* const kLibraryFile = "/Library/Application Support/Tavrin/VST/RDL3_RDL5/"
-                                 "libvst_rdl3_rdl5_vstserver.1.dylib";
-
-} // namespace
 
 const std::string kSdkHost = "SDK's hosting classes " + std::string(kVstVersionString);
 
@@ -48,24 +41,8 @@ SdkInstance::SdkInstance(const SdkHost& host)
     component = provider->getComponentPtr();
     controller = provider->getControllerPtr();
     processor = FUnknownPtr<IAudioProcessor>(component);
-    findSimulator();
-}
-
-SdkInstance::~SdkInstance()
-{
-    simulator = nullptr;
-    if (library)
-        dlclose(library);
-}
-
-// The newest instrument is this instance's, since instances are made on one thread.
-void SdkInstance::findSimulator()
-{
-    library = dlopen(kLibraryFile, RTLD_LAZY | RTLD_NOLOAD);
-    if (!library)
-        return;
-    const auto get = reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
-    simulator = get ? get(-1) : nullptr;
+    // The newest instrument is this instance's, since instances are made on one thread.
+    simulator = tools::findSimulator();
 }
 
 void SdkInstance::start() const
@@ -124,33 +101,10 @@ tresult SdkInstance::restore(const std::vector<char>& bytes) const
 
 int liveInstruments()
 {
-    void* library = dlopen(kLibraryFile, RTLD_LAZY | RTLD_NOLOAD);
-    if (!library)
-        return 0;
-    const auto get = reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
     int count = 0;
-    while (get && get(count))
+    while (tools::findSimulator(editorLibraryPath(), count))
         ++count;
-    dlclose(library);
     return count;
-}
-
-Event noteEvent(int channel, int pitch, float velocity)
-{
-    Event event{};
-    if (velocity > 0) {
-        event.type = Event::kNoteOnEvent;
-        event.noteOn.channel = static_cast<int16>(channel);
-        event.noteOn.pitch = static_cast<int16>(pitch);
-        event.noteOn.velocity = velocity;
-        event.noteOn.noteId = -1;
-    } else {
-        event.type = Event::kNoteOffEvent;
-        event.noteOff.channel = static_cast<int16>(channel);
-        event.noteOff.pitch = static_cast<int16>(pitch);
-        event.noteOff.noteId = -1;
-    }
-    return event;
 }
 
 } // namespace hosts

@@ -1,6 +1,5 @@
-// SdkHost: the built bundle in the SDK's own hosting classes, which the validator uses too: the
-// plain host application, the proxies between the two components, the host's event and parameter
-// lists.
+// SdkHost: the built bundle in the SDK's own hosting classes, which the validator uses too: its
+// host application, its connection between the two components, its event and parameter lists.
 #pragma once
 
 #include "simulator/SimulatorControl.h"
@@ -19,7 +18,7 @@ namespace hosts {
 
 extern const std::string kSdkHost; ///< its name in the table
 
-/** The bundle, loaded, and a context for its instances. Declare it before them. */
+/** The loaded bundle and the context of its instances. Declare it before them. */
 class SdkHost {
 public:
     SdkHost();
@@ -36,15 +35,14 @@ private:
     VST3::Hosting::Module::Ptr module;
 };
 
-/** One initialised and connected instance, and the simulated instrument behind it. Every call is
-    the host main thread's, but process. */
+/** An initialised and connected instance, and the simulated instrument behind it. All calls but
+    process are [host main thread]. */
 class SdkInstance {
 public:
     static constexpr Steinberg::int32 blockSize = 64;
     static constexpr double sampleRate = 48000;
 
     explicit SdkInstance(const SdkHost& host);
-    ~SdkInstance();
     SdkInstance(const SdkInstance&) = delete;
     SdkInstance& operator=(const SdkInstance&) = delete;
 
@@ -72,15 +70,9 @@ public:
 
 private:
     Steinberg::IPtr<Steinberg::Vst::PlugProvider> provider;
-    void* library = nullptr;
-
-    void findSimulator();
 };
 
 /** Simulated instruments that have not ended. */
 int liveInstruments();
-
-/** A note-on (velocity above 0) or a note-off (0) for the start of a block. */
-Steinberg::Vst::Event noteEvent(int channel, int pitch, float velocity);
 
 } // namespace hosts

@@ -1,5 +1,6 @@
-// What the validator leaves out, in the same hosting classes.
+// What the SDK's validator does not test, in the same hosting classes.
 #include "tests/hosts/sdk/SdkHost.h"
+#include "tests/doubles/EventListDouble.h"
 #include "tests/doubles/Parameters.h"
 #include "tests/hosts/HostsTable.h"
 
@@ -34,8 +35,8 @@ protected:
     void SetUp() override { ASSERT_TRUE(plugIn); }
 };
 
-/** Sends four notes a block to one channel, each with its end, and looks at what comes back. Runs
-    until stop, and for kBlocks at the least. */
+/** Sends four notes a block to one channel, each with its note-off, and compares what comes back.
+    Runs until stop, for kBlocks at least. */
 class AudioThread {
 public:
     AudioThread(const SdkInstance& instance, int channel)
@@ -57,7 +58,7 @@ public:
     /** Notes sent until stop. */
     uint32 notes() const { return static_cast<uint32>(blocks * kNotesABlock); }
 
-    int wrongBlocks = 0; ///< whose output was not the notes that went in; after stop
+    int wrongBlocks = 0; ///< blocks whose output was not their input; valid after stop
 
 private:
     std::atomic<int> blocks{0};
@@ -73,16 +74,18 @@ private:
     void processBlock(const SdkInstance& instance, int channel, int block)
     {
         EventList input(kEventsABlock);
-        for (int note = 0; note < kNotesABlock; ++note)
-            for (const float velocity : {0.5f, 0.f}) {
-                auto event = noteEvent(channel, (block + note) % 128, velocity);
-                input.addEvent(event);
-            }
+        for (int note = 0; note < kNotesABlock; ++note) {
+            const auto pitch = static_cast<int16>((block + note) % 128);
+            auto on = doubles::noteOn(static_cast<int16>(channel), pitch, 0.5f);
+            auto off = doubles::noteOff(static_cast<int16>(channel), pitch);
+            input.addEvent(on);
+            input.addEvent(off);
+        }
         if (!isEcho(instance.process(&input), channel, block))
             ++wrongBlocks;
     }
 
-    // The simulator sends each note on: at full velocity, and its end as a note-on of velocity 0.
+    // Each event comes back as a note-on: at full velocity, or at 0 for a note-off.
     static bool isEcho(const std::vector<Event>& output, int channel, int block)
     {
         if (output.size() != kEventsABlock)
@@ -106,7 +109,7 @@ void expectAllNotes(const AudioThread& audio, const SdkInstance& instance, int c
     EXPECT_EQ(instance.simulator->noteOffsReceived(channel), audio.notes());
 }
 
-/** Everything that a host's window and project do while the audio runs. */
+/** What a host's main thread does with parameters and state while the audio runs. */
 void useMainThread(const SdkInstance& instance, int round)
 {
     String128 text{};
@@ -168,10 +171,10 @@ TEST_F(SdkHosting, TakesSetActiveAnyNumberOfTimes)
         EXPECT_EQ(plugIn.component->setActive(true), kResultOk);
     }
     EventList input;
-    auto note = noteEvent(0, 60, 1.f);
+    auto note = doubles::noteOn(0, 60, 1.f);
     input.addEvent(note);
     EXPECT_THAT(plugIn.process(&input), SizeIs(1));
-    // An inactive component takes nothing from the library that would wait for the next start.
+    // What the library sends to an inactive component is not kept for the next start.
     plugIn.component->setActive(false);
     EXPECT_THAT(plugIn.process(&input), SizeIs(0));
     plugIn.component->setActive(true);
@@ -226,7 +229,7 @@ TEST_F(SdkHosting, ProcessesWhileTheEditorIsOpen)
     tried(kSdkHost, "audio on a thread of its own while the editor view is open and used");
     auto view = owned(plugIn.controller->createView(ViewType::kEditor));
     ASSERT_TRUE(view);
-    // Only the simulator gets to see the window's handle, and it does not draw.
+    // Only the simulator gets the window's handle, and it does not draw.
     int window = 0;
     ASSERT_EQ(view->attached(&window, kPlatformTypeNSView), kResultOk);
     EXPECT_TRUE(plugIn.simulator->editorOpen());
@@ -285,8 +288,8 @@ TEST_F(SdkHosting, EndsEachInstance)
     EXPECT_EQ(liveInstruments(), 1);
 }
 
-// The one parameter at which the validator's own test ends.
-TEST_F(SdkHosting, HasAnEditFlagThatIsNoControl)
+// At this parameter the validator's own test ends.
+TEST_F(SdkHosting, GetParameterInfoShowsTheEditFlagAsNoControl)
 {
     tried(kSdkHost, "the parameter at which the validator stops: the edit flag");
     ASSERT_EQ(plugIn.controller->getParameterCount(), doubles::kParameters);

@@ -18,10 +18,9 @@ using testing::StartsWith;
 
 const std::string kHost = "SDK's validator " + std::string(kVstVersionString);
 
-// The edit flag has no title, so that hosts do not offer it among the controls: through it the
-// editor tells the host that the sound was changed, and it cannot be automated and belongs to no
-// unit. The test asks every parameter for a title and stops at the first error. The flag is the
-// last parameter, so all others have been through the test.
+// The edit flag has no title on purpose: through it the editor only tells the host that the sound
+// was changed, so hosts should not show it as a control. The validator's test fails at the first
+// parameter without a title. The flag is the last one, so all others have passed.
 const std::string kExpectedFailure = "General Tests / Scan Parameters";
 const auto kExpectedError = "ERROR: =>Parameter " + std::to_string(kAutomatable) +
                             " (id=" + std::to_string(doubles::kEditFlag) + "): has no title!!!";
@@ -29,7 +28,7 @@ const auto kExpectedError = "ERROR: =>Parameter " + std::to_string(kAutomatable)
 struct Report {
     std::vector<std::string> passed; ///< "SUITE / TEST", with the test's description
     std::vector<std::string> failed;
-    std::vector<std::string> errors; ///< lines, of whichever test
+    std::vector<std::string> errors; ///< lines of all tests
     std::string summary;             ///< "N tests passed, N tests failed"
 
     size_t passedOf(const std::string& suite) const
@@ -41,7 +40,7 @@ struct Report {
     }
 };
 
-/** @return what stands behind the beginning; null if the text begins in another way */
+/** @return the rest of the text after this beginning; null if it begins with something else */
 const char* behind(const std::string& text, const std::string& beginning)
 {
     return text.compare(0, beginning.size(), beginning) == 0 ? text.c_str() + beginning.size()
@@ -64,14 +63,14 @@ Report readReport(const std::string& text)
         else if (behind(line, "[XXX"))
             report.failed.push_back(test);
         else if (behind(line, "ERROR: ") || behind(line, "Failed to "))
-            report.errors.push_back(line); // set-up and tear-down are in no count
+            report.errors.push_back(line); // not counted if in set-up or tear-down
         else if (line.size() > 2 && line.front() == '[' && line.back() == ']')
             test = suite + " / " + line.substr(1, line.size() - 2);
     }
     return report;
 }
 
-/** One run, in which one test fails, and that with the one error that is expected. */
+/** Runs the validator. Only the expected test may fail, with the expected error. */
 class Validator : public testing::Test {
 protected:
     static void validate(const std::string& options, size_t testsEachPrecision)
@@ -84,7 +83,7 @@ protected:
         EXPECT_THAT(report.errors, ElementsAre(StartsWith(kExpectedError)));
         const auto passed = std::to_string(report.passed.size());
         EXPECT_THAT(report.summary, HasSubstr(passed + " tests passed, 1 tests failed"));
-        // Its way to say that a test failed; a signal gives another number.
+        // The validator's status when a test failed; a crash gives another one.
         EXPECT_EQ(output.status, 255);
         EXPECT_THAT(output.text, HasSubstr("cid = 13EEE3484D664261B90352CE35DD18B4"));
         EXPECT_THAT(output.text, HasSubstr("cid = 31DFD31BDBB84D128E0ABBC94E1BB134"));
@@ -96,7 +95,7 @@ protected:
     }
 
 private:
-    // It lists what it finds without a judgement.
+    // The validator lists the parameters but does not check them.
     static void expectAllParameters(const std::string& text)
     {
         EXPECT_THAT(text, HasSubstr("exports " + std::to_string(kParameters) + " parameter(s)"));

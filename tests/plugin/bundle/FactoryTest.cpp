@@ -1,15 +1,13 @@
-// The module's class factory, as the host reads it.
+// The module's class factory and moduleinfo.json.
 #include "tests/doubles/MacsCode.h"
 #include "tests/plugin/PlugInFixture.h"
 
 #include "public.sdk/source/vst/utility/stringconvert.h"
 
 #include <cstring>
-#include <dlfcn.h>
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
-#include <utility>
 
 namespace {
 
@@ -22,13 +20,9 @@ class Factory : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        handle = dlopen(MODULE_FILE, RTLD_LAZY);
-        ASSERT_NE(handle, nullptr) << dlerror();
-        entry = find<bool (*)(void*)>("ModuleEntry");
-        leave = find<bool (*)()>("ModuleExit");
-        get = find<IPluginFactory* (*)()>("GetPluginFactory");
+        ASSERT_TRUE(module) << module.refusal();
         ASSERT_TRUE(entry && leave && get);
-        ASSERT_TRUE(entry(handle));
+        ASSERT_TRUE(entry(module.get()));
         factory = owned(get());
         ASSERT_TRUE(factory);
     }
@@ -37,30 +31,22 @@ protected:
     {
         factory = nullptr;
         EXPECT_TRUE(!leave || leave());
-        if (handle)
-            dlclose(handle);
-    }
-
-    template <typename Function>
-    Function find(const char* name) const
-    {
-        return reinterpret_cast<Function>(dlsym(handle, name));
     }
 
     static std::string hex(const TUID id) { return VST3::UID::fromTUID(id).toString(); }
 
     void expectClass(int32 index, const ClassRow& row) const;
 
-    void* handle = nullptr;
-    bool (*entry)(void*) = nullptr;
-    bool (*leave)() = nullptr;
-    IPluginFactory* (*get)() = nullptr;
+    tools::LibraryHandle module{MODULE_FILE};
+    bool (*entry)(void*) = module.find<bool (*)(void*)>("ModuleEntry");
+    bool (*leave)() = module.find<bool (*)()>("ModuleExit");
+    IPluginFactory* (*get)() = module.find<IPluginFactory* (*)()>("GetPluginFactory");
     IPtr<IPluginFactory> factory;
 };
 
 class ModuleEntry : public Factory {};
 
-/** A host's context that can be asked for nothing. */
+/** A host's context whose queryInterface throws. */
 class ThrowingContext final : public FUnknown {
 public:
     tresult PLUGIN_API queryInterface(const TUID, void**) override { throw 1; }
@@ -68,7 +54,7 @@ public:
     uint32 PLUGIN_API release() override { return 1; }
 };
 
-/** Every byte of a fixed text field: the text, and zeros to its end. */
+/** The text in a field of fixed size, whose other bytes must be zeros. */
 template <size_t size>
 std::string field(const char (&bytes)[size])
 {
@@ -81,7 +67,7 @@ std::string field(const char (&bytes)[size])
     return text.substr(0, end);
 }
 
-/** In which the two classes differ; they are of the same version. */
+/** What differs between the two classes. */
 struct ClassRow {
     const char* id;
     const char* category;
@@ -210,7 +196,7 @@ TEST_F(Factory, SetHostContextLetsNoExceptionOfTheContextOut)
     const FUnknownPtr<IPluginFactory3> third(factory);
     ASSERT_TRUE(third);
     ThrowingContext context;
-    // The SDK takes a host's context for a Linux host's run loop, and nowhere else.
+    // Only on Linux the SDK asks the host's context, for a run loop.
     const auto expected = doubles::kIsMacsCode ? kNotImplemented : kResultFalse;
     EXPECT_NO_THROW(EXPECT_EQ(third->setHostContext(&context), expected));
     EXPECT_NO_THROW(third->setHostContext(nullptr));
@@ -220,24 +206,21 @@ TEST_F(ModuleEntry, AndExitTakeANullHandleAndAnyNumberOfCalls)
 {
     EXPECT_TRUE(entry(nullptr));
     for (int call = 0; call < 4; ++call)
-        EXPECT_TRUE(leave()); // two more than entries
-    EXPECT_TRUE(entry(handle));
-    EXPECT_TRUE(entry(handle));
+        EXPECT_TRUE(leave()); // two more exits than entries
+    EXPECT_TRUE(entry(module.get()));
+    EXPECT_TRUE(entry(module.get()));
     EXPECT_EQ(factory->countClasses(), 2);
 }
 
 TEST_F(ModuleEntry, AndExitLeaveTheModuleToBeUnloaded)
 {
-    EXPECT_TRUE(entry(handle));
+    EXPECT_TRUE(entry(module.get()));
     factory = nullptr;
     EXPECT_TRUE(leave());
     EXPECT_TRUE(leave());
-    dlclose(std::exchange(handle, nullptr));
+    module.close();
     leave = nullptr;
-    void* still = dlopen(MODULE_FILE, RTLD_LAZY | RTLD_NOLOAD);
-    EXPECT_EQ(still, nullptr) << "the module stays loaded";
-    if (still)
-        dlclose(still);
+    EXPECT_FALSE(tools::LibraryHandle::isLoaded(MODULE_FILE));
 }
 
 class ModuleInfo : public Factory {

@@ -1,4 +1,4 @@
-// Bound by a host-side service, while a library stands in the fixed place that must stay untouched.
+// The plug-in uses the library of a host-side service and does not load the one in the fixed place.
 #include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
 
@@ -6,14 +6,13 @@
 #include "hostapi/IHostClasses.h"
 #include "tests/doubles/InProcessLibrary.h"
 
-#include <dlfcn.h>
-
 namespace {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using tools::LibraryHandle;
 
 class ServiceBinding : public plugin::PlugInFixture {
 protected:
@@ -62,9 +61,9 @@ TEST_F(ServiceBinding, InitializeAndTerminateCallLibraryAndServiceInOrder)
 TEST_F(ServiceBinding, InitializeLoadsNoLibraryFile)
 {
     ASSERT_EQ(initialize(), kResultOk);
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
     controller->terminate();
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
 }
 
 TEST_F(ServiceBinding, TerminateDoesNotCloseTheServicesLibrary)
@@ -72,27 +71,24 @@ TEST_F(ServiceBinding, TerminateDoesNotCloseTheServicesLibrary)
     doubles::Trace fileTrace;
     doubles::LoadedLibrary file(fileTrace, VSTK2X_SCRIPTED_LIBRARY);
     ASSERT_TRUE(file);
-    void* second = dlopen(VSTK2X_SCRIPTED_LIBRARY, RTLD_LAZY);
+    LibraryHandle second(VSTK2X_SCRIPTED_LIBRARY);
     host.service.offer(&*file, file.handle());
     ASSERT_EQ(initialize(), kResultOk);
     controller->terminate();
     releaseComponents();
 
-    // Two handles are open; had the plug-in closed one, closing the other would unload the file.
-    dlclose(second);
-    second = dlopen(VSTK2X_SCRIPTED_LIBRARY, RTLD_LAZY | RTLD_NOLOAD);
-    EXPECT_NE(second, nullptr);
+    // The file is open twice. If the plug-in had closed it once, this would unload it.
+    second.close();
+    EXPECT_TRUE(LibraryHandle::isLoaded(VSTK2X_SCRIPTED_LIBRARY));
     EXPECT_EQ(fileTrace.count("library.destroy()"), 0u);
     EXPECT_THAT(file->complaints(), IsEmpty());
-    if (second)
-        dlclose(second);
     EXPECT_FALSE(file.closeAndAskWhetherStillLoaded()) << "the plug-in opened it once more";
 }
 
 TEST_F(ServiceBinding, InitializeStartsAndStopsAComponentThatOffersIt)
 {
     host.service.offersPluginBase = true;
-    host.service.terminateResult = kResultFalse; // forced all the same
+    host.service.terminateResult = kResultFalse; // is ignored
     ASSERT_EQ(initialize(), kResultOk);
     EXPECT_THAT(lifeCycle(),
                 ElementsAre(kCreate, "component(1).initialize(context)",
@@ -107,10 +103,10 @@ TEST_F(ServiceBinding, InitializeTakesTheLibraryFileWithoutAComponentFactory)
 {
     host.hide(IComponentFactory::iid);
     ASSERT_EQ(initialize(), kResultOk); // by the library in the fixed place
-    EXPECT_TRUE(isLibraryLoaded());
+    EXPECT_TRUE(LibraryHandle::isLoaded());
     EXPECT_THAT(lifeCycle(), IsEmpty());
     controller->terminate();
-    EXPECT_FALSE(isLibraryLoaded());
+    EXPECT_FALSE(LibraryHandle::isLoaded());
 }
 
 } // namespace

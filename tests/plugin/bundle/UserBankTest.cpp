@@ -1,4 +1,4 @@
-// A user bank of the instrument: stored by the plug-in as a preset file, and loaded by a host.
+// The plug-in stores a user bank of the instrument as a preset file, which a host loads.
 #include "tests/plugin/PlugInFixture.h"
 
 #include "public.sdk/source/common/memorystream.h"
@@ -6,6 +6,7 @@
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/doubles/PresetXml.h"
 #include "tests/doubles/TemporaryHome.h"
+#include "tools/common/LoadedSimulator.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ std::string awkwardBytes()
     return bytes + "VST3ListCompContInfo" + le32(1) + le32(2) + le32(-1);
 }
 
-/** Number 0 of user bank 8, as a controller state has it. */
+/** The controller state of number 0 of user bank 8. */
 std::string bankState(const std::string& data)
 {
     return le32(2) + le32(8) + le32(0) + le32(static_cast<int32>(data.size())) + data;
@@ -36,7 +37,7 @@ protected:
     {
     }
 
-    /** Gives the instrument other bytes for the bank, as a host does that restores them. */
+    /** Restores a controller state, which gives the instrument bytes for the bank. */
     void setControllerState(std::string state) const
     {
         MemoryStream stream(state.data(), static_cast<TSize>(state.size()));
@@ -58,13 +59,13 @@ TEST_F(UserBank, StoreAndLoadPresetGiveTheInstrumentTheSameBytes)
     const std::string file = "My Kit Shelf.vstpreset"; // the bank's name
     ASSERT_EQ(initialize(), kResultOk);
     startProcessor();
-    SimulatorControl* user = simulator();
+    SimulatorControl* user = tools::findSimulator();
     ASSERT_TRUE(user);
 
     const auto data = awkwardBytes();
     setControllerState(bankState(data));
     EXPECT_TRUE(user->storeBank(VoiceBank::kUser1, 0));
-    // The drums' default record: in user banks the "Kit" of the name chooses no other.
+    // The default category of drums: for user banks the word "Kit" in the name is not looked at.
     EXPECT_EQ(home.content(file),
               doubles::presetFileBytes(bankState(data),
                                        doubles::presetXml("Drum&amp;Perc", "Other", "")));

@@ -1,13 +1,12 @@
 // late-host [own | lent | refusing]: a host that ends its plug-in after main, in the destructor of
-// a static object, when the statics of the module and of the editor library are gone already. The
-// factory gets a run loop that
+// a static object, when the statics of module and editor library have been destroyed. It gives the
+// factory a run loop that
 //   own        the host keeps
-//   lent       the host lets go of in main, so that it lives by the plug-in's references
-//   refusing   the host keeps, and that takes no timer out
-// or none. The user turns a knob before, which the controller hears of at a tick. Prints what
-// happens.
-#include "simulator/SimulatorControl.h"
-#include "tests/doubles/LoadedLibrary.h"
+//   lent       the host releases in main, so that only the plug-in's references keep it alive
+//   refusing   the host keeps, and that does not unregister timers
+// or, without an argument, none. In main the user turns a knob, which the controller finds at the
+// next tick. Prints what happens.
+#include "tools/common/LoadedSimulator.h"
 
 #include "pluginterfaces/base/funknownimpl.h"
 #include "pluginterfaces/gui/iplugview.h"
@@ -20,7 +19,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <dlfcn.h>
 #include <string>
 #include <vector>
 
@@ -31,7 +29,7 @@ using namespace Steinberg::Vst;
 
 constexpr ParamID kVolume1 = 37012000;
 
-/** Holds a reference to each timer, until it takes it out. */
+/** Holds a reference to each timer until the timer is unregistered. */
 class RunLoop final : public U::Implements<U::Directly<Linux::IRunLoop>> {
 public:
     explicit RunLoop(bool refusesToStop)
@@ -74,7 +72,7 @@ private:
     std::vector<IPtr<Linux::ITimerHandler>> timers;
 };
 
-/** Tells of edits. */
+/** Prints the edit of the knob. */
 class Handler final : public U::Implements<U::Directly<IComponentHandler>> {
 public:
     tresult PLUGIN_API beginEdit(ParamID) override { return kResultOk; }
@@ -87,17 +85,6 @@ public:
     tresult PLUGIN_API endEdit(ParamID) override { return kResultOk; }
     tresult PLUGIN_API restartComponent(int32) override { return kResultOk; }
 };
-
-SimulatorControl* simulator()
-{
-    void* library = dlopen(doubles::LoadedLibrary::kPath, RTLD_LAZY | RTLD_NOLOAD);
-    if (!library)
-        return nullptr;
-    const auto get = reinterpret_cast<GetSimulatorControl>(dlsym(library, getSimulatorControlName));
-    SimulatorControl* control = get ? get(-1) : nullptr;
-    dlclose(library);
-    return control;
-}
 
 class Host {
 public:
@@ -132,7 +119,7 @@ public:
             ->connect(FUnknownPtr<IConnectionPoint>(component));
         if (itsLoop == "lent")
             loop = nullptr;
-        SimulatorControl* user = simulator();
+        SimulatorControl* user = tools::findSimulator();
         return user && user->turnKnob(kVolume1, 1);
     }
 
@@ -175,9 +162,9 @@ private:
 
 int main(int count, char** arguments)
 {
-    // Made before the module is loaded, so that it is destroyed after the module's statics.
+    // Constructed before the module is loaded, so that it is destroyed after the module's statics.
     static Host host;
-    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // so that a crash leaves what came before it
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // so that a crash loses no line
     const bool started = host.start(count > 1 ? arguments[1] : "");
     std::puts(started ? "main ends" : "did not start");
     return started ? 0 : 1;

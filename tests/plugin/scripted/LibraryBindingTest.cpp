@@ -1,4 +1,4 @@
-// Bound to the library file in its fixed place: the scripted library, which records every call.
+// The plug-in loads the scripted library from the fixed place. It records every call.
 #include "tests/doubles/MacsCode.h"
 #include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
@@ -20,7 +20,7 @@ protected:
         PlugInFixture::SetUp();
     }
 
-    /** Ends the components and looks whether the plug-in has the file loaded still. */
+    /** Releases the components. @return whether the plug-in still has the file loaded */
     bool isLeftLoaded()
     {
         releaseComponents();
@@ -139,7 +139,7 @@ TEST_F(RefusingService, InitializeWithANullHandleLoadsTheFileAndTerminateLeavesI
                             "library.start()", kGiveBack, "library.setControllerInterface(null)",
                             "library.detachService()", "service.unregisterPlugin(object)"));
     EXPECT_TRUE(isLeftLoaded());
-    closeLibrary();
+    doubles::LoadedLibrary::closeAll();
 }
 
 TEST_F(RefusingService, InitializeForgetsAfterTerminateWhoseLibraryItWas)
@@ -160,7 +160,7 @@ TEST_F(RefusingService, InitializeForgetsAfterTerminateWhoseLibraryItWas)
     EXPECT_EQ(trace.count("library.detachService()"), 1u);
     EXPECT_EQ(trace.count("library.destroy()"), 0u);
     EXPECT_TRUE(isLeftLoaded());
-    closeLibrary();
+    doubles::LoadedLibrary::closeAll();
 }
 
 TEST_F(RefusingService, InitializeChoosesServiceOrFileAnewAfterTerminate)

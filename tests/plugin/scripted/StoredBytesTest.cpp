@@ -1,5 +1,4 @@
-// What the built plug-in stores and takes from projects and preset files, byte by byte as in
-// tests/golden/: the same bytes whatever system it is built for.
+// The built plug-in reads and writes projects and preset files byte by byte as in tests/golden/.
 #include "tests/doubles/GoldenBytes.h"
 #include "tests/doubles/StreamDouble.h"
 #include "tests/doubles/TemporaryHome.h"
@@ -56,7 +55,7 @@ protected:
         return component->setState(&stream);
     }
 
-    /** As a host loads a preset file. */
+    /** Loads a preset file as a host does. */
     bool load(const std::string& name)
     {
         doubles::StreamDouble stream(goldenBytes(name));
@@ -67,13 +66,13 @@ protected:
     std::vector<std::string> applied() const { return trace.textsOf({"library.apply"}); }
 };
 
-TEST_F(StoredBytes, AreTheStateAsItAlwaysWas)
+TEST_F(StoredBytes, GetStateWritesTheBytesThatItAlwaysWrote)
 {
     EXPECT_EQ(savedState(kState), goldenBytes("state"));
     EXPECT_EQ(savedState({}), goldenBytes("state-empty"));
 }
 
-TEST_F(StoredBytes, ReachTheLibraryFromAState)
+TEST_F(StoredBytes, SetStateGivesTheLibraryTheStoredBytes)
 {
     EXPECT_EQ(setState("state"), kResultOk);
     EXPECT_THAT(library->statesSet, ElementsAre(kState));
@@ -85,7 +84,7 @@ TEST_F(StoredBytes, ReachTheLibraryFromAState)
     EXPECT_THAT(library->stateTextsSet, ElementsAre(u"Grand \u266A"));
 }
 
-TEST_F(StoredBytes, AreAUserBanksFileAsItAlwaysWas)
+TEST_F(StoredBytes, StoreUserBankWritesTheFileThatItAlwaysWrote)
 {
     library->voiceData = [](int, int) { return BufferAnswer{"0:Grand Suite", 0}; };
     library->categoryName = [](int) { return BufferAnswer{"Acoustic Piano", 0}; };
@@ -96,7 +95,7 @@ TEST_F(StoredBytes, AreAUserBanksFileAsItAlwaysWas)
     EXPECT_EQ(home.content("Grand Suite.vstpreset"), goldenBytes("user-bank"));
 }
 
-TEST_F(StoredBytes, ReachTheLibraryFromAPresetFile)
+TEST_F(StoredBytes, LoadPresetGivesTheLibraryTheStoredBytes)
 {
     for (const char* name : {"voice", "voice-bare"}) {
         trace.clear();

@@ -1,8 +1,8 @@
-// No library can be bound: there is no file, it lacks its entry point, or it stores null.
+// There is no usable library: no file, one without the entry point, or one that gives null. Each of
+// the three has a program of its own.
+#include "tests/doubles/InProcessLibrary.h"
 #include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
-
-#include <dlfcn.h>
 
 namespace {
 
@@ -14,9 +14,9 @@ using testing::IsEmpty;
 
 class Unbound : public plugin::PlugInFixture {
 protected:
-    doubles::LoadedLibrary library{trace}; ///< false where there is no file
+    doubles::LoadedLibrary library{trace}; ///< false in the program without a file
 
-    /** Whatever the library holds, nothing but its entry point was called. */
+    /** Nothing of the library but its entry point was called. */
     void expectNothingCalled() const
     {
         EXPECT_THAT(trace.textsOf({"library.", "observer("}),
@@ -98,13 +98,11 @@ TEST_F(Unbound, InitializeForgetsARefusingServicesConnection)
 TEST_F(Unbound, InitializeStillBindsAService)
 {
     doubles::Trace serviceTrace;
-    doubles::ScriptedLibrary serviceLibrary(serviceTrace);
-    void* program = dlopen(nullptr, RTLD_LAZY);
-    host.service.offer(&serviceLibrary, program);
+    doubles::InProcessLibrary serviceLibrary(serviceTrace);
+    host.service.offer(&serviceLibrary, serviceLibrary.handle());
     EXPECT_EQ(initialize(), kResultOk);
     EXPECT_EQ(serviceTrace.count("library.start()"), 1u);
     EXPECT_EQ(controller->terminate(), kResultOk);
-    dlclose(program);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The library has no entry point for observers: parameters exist, nobody watches them.
+// The library has no entry point for observers: there are parameters without observers.
 #include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
 
@@ -14,7 +14,7 @@ protected:
     doubles::LoadedLibrary library{trace};
 };
 
-TEST_F(WithoutObserver, BindsAllTheSame)
+TEST_F(WithoutObserver, InitializeBindsTheLibrary)
 {
     ASSERT_TRUE(library);
     ASSERT_EQ(initialize(), kResultOk);

@@ -1,4 +1,4 @@
-// What the module shows to the loader: three functions, and four libraries that it needs.
+// The module's ELF file: what it exports, which libraries it needs, where it looks for them.
 #include "tests/doubles/Sanitized.h"
 
 #include <array>
@@ -35,7 +35,7 @@ TEST(ModuleFile, ExportsTheFactoryAndTheEntryPointsOnly)
 TEST(ModuleFile, NeedsTheCAndCppRuntimesOnly)
 {
 #ifdef VSTK2X_SANITIZED
-    GTEST_SKIP() << "a sanitizer's runtime library is needed beside them in this build";
+    GTEST_SKIP() << "in this build the module also needs a sanitizer's runtime";
 #endif
     const std::vector<std::string> allowed = {"libstdc++.so.6", "libc.so.6", "libm.so.6",
                                               "libgcc_s.so.1"};

@@ -1,5 +1,5 @@
-// A host that ends its plug-in after main, when the statics of the module and of the editor library
-// have been destroyed. The address sanitizer sees what of them is still used.
+// A host ends its plug-in after main, when the statics of module and editor library have been
+// destroyed. The address sanitizer finds a use of them.
 #include "tests/simulator/CommandOutput.h"
 
 #include <cstdlib>
@@ -10,7 +10,7 @@
 
 namespace {
 
-/** What late-host prints, and what the instrument reports that it played. */
+/** Checks what late-host prints and what the simulator reports. */
 class LateEnd : public testing::Test {
 protected:
     ~LateEnd() override { std::filesystem::remove(report); }
@@ -18,7 +18,7 @@ protected:
     /** @param runLoop late-host's argument */
     void expect(const std::string& runLoop, const std::string& printed) const
     {
-        // What was freed is overwritten, so that its use shows without a sanitizer too.
+        // Freed memory is overwritten, so that its use is found without a sanitizer too.
         const auto output = doubles::runCommand("MALLOC_PERTURB_=165 SIMULATOR_REPORT='" +
                                                 report.string() + "' " LATE_HOST " " + runLoop);
         EXPECT_EQ(output.status, 0);
@@ -32,7 +32,7 @@ protected:
         std::filesystem::temp_directory_path() / ("late-end." + std::to_string(getpid()));
 };
 
-TEST_F(LateEnd, OfAnInstanceWithoutTicksEndsTheInstrumentToo)
+TEST_F(LateEnd, TerminateWithoutARunLoopEndsTheInstrumentToo)
 {
     expect("", "main ends\nending\nended\n");
 }
@@ -47,7 +47,7 @@ TEST_F(LateEnd, FindsTheRunLoopThatTheHostLetGoOf)
     expect("lent", "main ends\nending\ntimer taken out\nrun loop deleted\nended\n");
 }
 
-TEST_F(LateEnd, IsNotDisturbedByTicksThatComeStill)
+TEST_F(LateEnd, TicksAfterTerminateDoNothing)
 {
     expect("refusing", "main ends\nknob turned\nending\nended\nrun loop deleted\n");
 }
