@@ -1,6 +1,8 @@
 // Finding: one thing that check-library looked at, and what came of it.
 #pragma once
 
+#include "tools/check-library/Remedies.h"
+
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -30,6 +32,14 @@ struct Section {
     std::vector<Finding> findings;
 };
 using Findings = std::vector<Section>;
+
+/** What is as it should be. */
+Finding good(std::string check, std::string text, nlohmann::ordered_json facts = {});
+/** What works, although its user may notice it, and nothing is to be done. */
+Finding remark(std::string check, std::string text, nlohmann::ordered_json facts = {});
+/** What the plug-in needs to be otherwise. */
+Finding bad(std::string check, std::string text, std::string remedy = kTellMaker,
+            nlohmann::ordered_json facts = {});
 
 nlohmann::ordered_json jsonOf(const Finding& finding);
 /** The way back, for what another process found. @throws nlohmann::json::exception */

@@ -1,6 +1,5 @@
 // The step that lives many lives in one process and looks at what they leave behind.
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 #include "tools/common/platform/ProcessLoad.h"
 
@@ -62,12 +61,10 @@ bool tellMore(Journal& journal, size_t before, size_t after, size_t allowed, con
     const auto each = static_cast<double>(after - before) / kCounted;
     char number[32];
     std::snprintf(number, sizeof(number), "%.3g", each);
-    journal.say(
-        {Verdict::bad,
-         "lives",
-         std::string("Each life leaves something behind, on average ") + number + " " + what + ".",
-         kTellMaker,
-         {{"what", what}, {"average", each}}});
+    journal.say(bad("lives",
+                    std::string("Each life leaves something behind, on average ") + number + " " +
+                        what + ".",
+                    kTellMaker, {{"what", what}, {"average", each}}));
     return true;
 }
 
@@ -88,11 +85,9 @@ void tryLives(const Options& options, Journal& journal)
     const bool memory =
         tellMore(journal, early.memory, late.memory, kCounted * kBytesOfALife, "bytes of memory");
     if (!files && !threads && !memory)
-        journal.say({Verdict::good,
-                     "lives",
-                     std::to_string(kLives) + " lives leave no file, thread or memory behind.",
-                     "",
-                     {{"lives", kLives}}});
+        journal.say(good("lives",
+                         std::to_string(kLives) + " lives leave no file, thread or memory behind.",
+                         {{"lives", kLives}}));
 }
 
 } // namespace checklibrary

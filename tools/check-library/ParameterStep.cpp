@@ -1,7 +1,6 @@
 // The step that asks the library for what the plug-in mirrors as VST parameters.
 #include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 #include "tools/check-library/Tally.h"
 #include "tools/check-library/TextRules.h"
@@ -110,18 +109,19 @@ private:
         const nlohmann::ordered_json facts = {
             {"parameters", count}, {"withRange", count - rangeless.size()}, {"texts", texts}};
         if (rangeless.size() == count)
-            return journal.say({Verdict::bad, "parameters",
-                                "None of the " + std::to_string(count) +
-                                    " parameters has more than one value: the host can automate "
-                                    "nothing.",
-                                "Install the editor that belongs to this instrument and to this "
-                                "version of the plug-in.",
-                                facts});
-        journal.say({Verdict::good, "parameters",
-                     "It knows " + std::to_string(count - rangeless.size()) + " of " +
-                         std::to_string(count) + " parameters: 16 parts and the edit flag, with " +
-                         std::to_string(texts) + " texts for their values.",
-                     "", facts});
+            return journal.say(bad("parameters",
+                                   "None of the " + std::to_string(count) +
+                                       " parameters has more than one value: the host can automate "
+                                       "nothing.",
+                                   "Install the editor that belongs to this instrument and to this "
+                                   "version of the plug-in.",
+                                   facts));
+        journal.say(good("parameters",
+                         "It knows " + std::to_string(count - rangeless.size()) + " of " +
+                             std::to_string(count) +
+                             " parameters: 16 parts and the edit flag, with " +
+                             std::to_string(texts) + " texts for their values.",
+                         facts));
     }
 
     Journal& journal;

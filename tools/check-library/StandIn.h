@@ -6,6 +6,7 @@
 #include "tools/common/SilentController.h"
 
 #include <atomic>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <set>
@@ -87,8 +88,11 @@ private:
     };
     enum class OnAudioThread { mayBe, mustNotBe };
 
+    /** Judges a callback of a known parameter. Called under the mutex. */
+    using Judge = std::function<void(StandIn& standIn, Parameter& parameter)>;
+    /** Notes what is wrong with any callback, and has judge look at the rest. */
+    static void callBack(void* context, unsigned id, const char* callback, const Judge& judge);
     static StandIn* find(void* context, const char* callback);
-    Parameter* findForCallback(const char* callback, unsigned id);
     void noteFault(const std::string& kind, const std::string& words);
     void noteUse(const char* operation, OnAudioThread where);
     void noteAudioThread(const char* operation);

@@ -266,11 +266,8 @@ private:
 
     void add(const char* kind, const std::string& predicate)
     {
-        journal.findings.push_back({Verdict::bad,
-                                    step.name,
-                                    step.subject + predicate + lastWords(),
-                                    step.remedy,
-                                    {{"ended", kind}, {"call", journal.call()}}});
+        journal.findings.push_back(bad(step.name, step.subject + predicate + lastWords(),
+                                       step.remedy, {{"ended", kind}, {"call", journal.call()}}));
     }
 
     /** The last line that it printed, which is often the system's loader's. */
@@ -315,7 +312,7 @@ void takeStep(const Options& options)
     try {
         step.run(options, journal);
     } catch (const tools::Failure& failure) {
-        journal.say({Verdict::bad, step.name, failure.what(), step.remedy, {}});
+        journal.say(bad(step.name, failure.what(), step.remedy));
     }
     journal.done();
 }

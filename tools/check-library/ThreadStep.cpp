@@ -2,7 +2,6 @@
 // does.
 #include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 #include "tools/common/Failure.h"
 
@@ -27,12 +26,10 @@ Lives makeInstances(const Options& options, Journal& journal)
         while (lives.size() < kInstances)
             lives.push_back(std::make_unique<Life>(options.library, journal));
     } catch (const tools::Failure& failure) {
-        journal.say({Verdict::bad,
-                     "instances",
-                     "There cannot be " + std::to_string(lives.size() + 1) +
-                         " instances at once: " + failure.what(),
-                     kTellMaker,
-                     {{"instances", lives.size()}}});
+        journal.say(bad("instances",
+                        "There cannot be " + std::to_string(lives.size() + 1) +
+                            " instances at once: " + failure.what(),
+                        kTellMaker, {{"instances", lives.size()}}));
     }
     return lives;
 }
@@ -70,12 +67,9 @@ void tryThreads(const Options& options, Journal& journal)
 {
     auto lives = makeInstances(options, journal);
     if (!areApart(lives))
-        return journal.say({Verdict::bad,
-                            "instances",
-                            "It gives two instances of the plug-in the same connection: the first "
-                            "that ends takes it from the other.",
-                            kTellMaker,
-                            {}});
+        return journal.say(
+            bad("instances", "It gives two instances of the plug-in the same connection: the first "
+                             "that ends takes it from the other."));
     for (const auto& life : lives) {
         life->observeAll();
         life->giveEffect();
@@ -87,12 +81,10 @@ void tryThreads(const Options& options, Journal& journal)
         life->tick(3);
     for (auto& thread : threads)
         thread.join();
-    journal.say({Verdict::good,
-                 "threads",
-                 std::to_string(lives.size()) + " instances took " + std::to_string(2 * kNotes) +
-                     " messages each at the same time.",
-                 "",
-                 {{"instances", lives.size()}}});
+    journal.say(good("threads",
+                     std::to_string(lives.size()) + " instances took " +
+                         std::to_string(2 * kNotes) + " messages each at the same time.",
+                     {{"instances", lives.size()}}));
 }
 
 } // namespace checklibrary
