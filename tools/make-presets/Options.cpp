@@ -3,6 +3,7 @@
 #include "editorlib/EditorLibraryNames.h"
 #include "tools/common/CommandLine.h"
 #include "tools/common/ToolName.h"
+#include "tools/common/VoiceWalk.h"
 
 #include <CLI/CLI.hpp>
 #include <set>
@@ -20,14 +21,6 @@ constexpr const char* kDescription =
 constexpr const char* kStatuses = "Exit status: 0 all went well, 1 some voice failed or nothing "
                                   "could be done, 2 the command line "
                                   "is wrong, 130 interrupted.";
-
-std::vector<int> allBanks()
-{
-    std::vector<int> banks;
-    for (int bank = VoiceBank::kFirst; bank <= VoiceBank::kLast; ++bank)
-        banks.push_back(bank);
-    return banks;
-}
 
 } // namespace
 
@@ -62,7 +55,8 @@ Options parseOptions(int argc, const char* const* argv)
     if (system)
         options.folder = VstK2xPresetCreater::kSystemFolder;
     const std::set<int> sorted(banks.begin(), banks.end());
-    options.banks = sorted.empty() ? allBanks() : std::vector<int>(sorted.begin(), sorted.end());
+    options.banks =
+        sorted.empty() ? tools::allBanks() : std::vector<int>(sorted.begin(), sorted.end());
     return options;
 }
 
