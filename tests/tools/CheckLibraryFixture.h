@@ -13,7 +13,7 @@
 
 namespace doubles {
 
-/** Runs with a home of its own, so that nothing of this machine's user is looked at. */
+/** Runs with a temporary home, so that the user's own files are not looked at. */
 class CheckLibrary : public testing::Test {
 protected:
     static Outcome check(Words words)
@@ -31,7 +31,7 @@ protected:
         return run(all);
     }
 
-    /** The report in JSON; its exit status must be what its verdicts say. */
+    /** The report in JSON, whose verdicts must agree with the exit status. */
     static nlohmann::json reportOf(const Outcome& outcome)
     {
         EXPECT_EQ(outcome.err, "");

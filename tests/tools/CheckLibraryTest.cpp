@@ -106,7 +106,7 @@ TEST_F(CheckLibrary, TellsOfSeveralInstalledCopies)
 TEST_F(CheckLibrary, TellsWhyAFileIsNoLibrary)
 {
     const auto path = folder.file("deep/down/libvst_rdl3_rdl5_vstserver.1.dylib");
-    expectBadFile(path, "Already the folder \"" + folder.file("deep") + "\" is missing.");
+    expectBadFile(path, "Even the folder \"" + folder.file("deep") + "\" is missing.");
     fs::create_directories(folder.file("deep/down"));
     expectBadFile(path, "There is no editor library at");
     folder.write("deep/down/libvst_rdl3_rdl5_vstserver.2.dylib", "of another generation");
@@ -264,7 +264,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"no-observers", "parameters", "bad", "no observer for Volume 1 and 224 others",
             "observers"},
         Row{"no-ranges", "parameters", "bad", "None of the 225 parameters"},
-        Row{"one-without-range", "parameters", "remark", "but one value for Volume 1,", "ranges"},
+        Row{"one-without-range", "parameters", "remark", "only one value for Volume 1,", "ranges"},
         Row{"reversed-range", "parameters", "remark", "below the smallest for Volume 1:", "ranges"},
         Row{"crash-range", "parameters", "bad", "crashes in getParameterMin(37012000)"},
         Row{"throw-text", "parameters", "bad",
@@ -340,7 +340,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"hang-two-notes", "threads", "bad",
             "it hangs in receiveHostMidi on one of four audio threads"},
         Row{"leak-files", "lives", "bad", "on average 1 open files"},
-        Row{"nothing", "lives", "good", "leave no file, thread or memory behind"}),
+        Row{"nothing", "lives", "good", "100 uses leave no file, thread or memory behind"}),
     nameOf);
 
 #if !defined(VSTK2X_SANITIZED) // whose allocator counts otherwise, and whose threads leave more

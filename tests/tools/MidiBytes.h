@@ -1,5 +1,4 @@
-// MidiBytes: MIDI files put together byte by byte, without the library that play reads and writes
-// them with.
+// MidiBytes: MIDI files put together byte by byte, without the library that play uses for them.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The files that play writes, read back: MIDI files byte by byte and as songs, audio by its samples.
+// The files that play writes: MIDI files, compared byte by byte and read as songs, and audio.
 #include "tests/doubles/PresetFileBytes.h"
 #include "tests/tools/MidiBytes.h"
 #include "tests/tools/ScratchFolder.h"
@@ -31,7 +31,7 @@ std::string le16(int value)
     return le32(value).substr(0, 2);
 }
 
-/** With its length before it. */
+/** A RIFF chunk: its name, the length of its data, and the data. */
 std::string chunk(const std::string& name, const std::string& data)
 {
     return name + le32(static_cast<int>(data.size())) + data;

@@ -30,7 +30,7 @@ protected:
     TemporaryHome home;
 };
 
-/** ID, title and unit, with which the line of a parameter begins. */
+/** How the line of a parameter begins: with its ID, title and unit. */
 std::string columns(unsigned id, const std::string& title, int unit)
 {
     auto line = std::to_string(id);

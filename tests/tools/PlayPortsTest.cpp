@@ -115,8 +115,7 @@ TEST(PlayPorts, ConnectTheMidiOutputByID)
     Texts connected;
     for (const auto& view : report["views"])
         connected.push_back(view["midiOutput"]);
-    // A proxy and a hidden port can be chosen although they are not listed; a virtual port and an
-    // input cannot.
+    // Unlisted proxies and hidden ports can be chosen; virtual ports and inputs cannot.
     EXPECT_THAT(connected,
                 ElementsAre("", "organ", "network", "", "attic", "", "out-1", "", "out-1", ""));
 }

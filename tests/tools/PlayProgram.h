@@ -40,8 +40,8 @@ nlohmann::json playReport(Words arguments, Outcome (*program)(const Words&) = ru
     other than 0, one line on the error stream and nothing on the standard output. */
 void expectSentence(const Outcome& outcome, const std::string& words);
 
-/** Has a song of twelve seconds: at the start a program change and a note on channel 1 and a note on
-    channel 10, at the end their note-offs, one of them as a note-on of velocity 0. */
+/** Has a song of twelve seconds: at the start a program change on channel 1 and notes on channels 1
+    and 10, at the end their note-offs, the second one as a note-on of velocity 0. */
 class PlayTest : public testing::Test {
 protected:
     PlayTest();

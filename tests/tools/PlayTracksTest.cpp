@@ -1,5 +1,4 @@
-// The selected track and the editor's part, following each other through the built program and
-// plug-in.
+// The selected track and the editor's part follow each other, in the built program and plug-in.
 #include "tests/tools/PlayProgram.h"
 
 #include <gmock/gmock.h>
@@ -37,7 +36,7 @@ Numbers numbers(const Json& list, const char* key)
     return result;
 }
 
-/** Parts whose picking made the host select a track. */
+/** The parts that made the host select a track when they were picked. */
 Numbers followedParts(const Json& report)
 {
     Numbers result;
@@ -55,8 +54,7 @@ const Words kOlder{"--host", "cubase:7.4.0"};
 TEST(PlayTracks, NewerHostIsFollowedThroughItsRack)
 {
     const auto report = demo(kNewer);
-    // Track 4 plays through another plug-in, the rack feeds track 6 from nowhere, and 7 and 8 have
-    // no MIDI.
+    // Track 4 plays through another plug-in, no rack entry feeds 6, and 7 and 8 have no MIDI.
     EXPECT_THAT(numbers(report["selections"], "track"), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9));
     EXPECT_THAT(numbers(report["selections"], "toldChannel"),
                 ElementsAre(10, 2, 4, kNothing, 5, kNothing, kNothing, kNothing, 2));
@@ -76,7 +74,7 @@ TEST(PlayTracks, OlderHostIsFollowedThroughTheTextsOfItsOutputs)
 
 TEST(PlayTracks, FollowThePartThatTheEditorShows)
 {
-    // From track 3 on: of the two tracks on channel 2 the first.
+    // Track 3 is selected first. Of the two tracks on channel 2 the first one follows.
     const auto newer = demo(kNewer, {"--select", "3"});
     EXPECT_THAT(numbers(newer["choices"], "part"),
                 ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16));
@@ -113,7 +111,7 @@ TEST(PlayTracks, GenerationGoesByTheHostsNameAndVersion)
 
 TEST(PlayTracks, HostWithoutUnicodeIsAnOlderOneAndIsFollowedAsSuch)
 {
-    // Its version is packed into units that hold no digit.
+    // Its version text is packed two bytes to a unit, so that no unit is a digit.
     for (const Words& host :
          {Words{"--host", "nuendo:6.5.0", "--no-unicode"}, Words{"--host", "older"}}) {
         const auto report = demo(host);
@@ -127,7 +125,7 @@ TEST(PlayTracks, HostWithoutUnicodeIsAnOlderOneAndIsFollowedAsSuch)
 TEST(PlayTracks, AreReadFromAFile)
 {
     const doubles::ScratchFolder folder;
-    // The first rack entry that feeds a track and has a plug-in decides.
+    // Of the rack entries that feed a track the first one with a plug-in decides.
     const auto file = folder.write("project.json", R"({
         "tracks": [{"type": "instrument", "name": "Fl\u00f6te", "channel": 16},
                    {"type": "midi", "name": "Oboe", "channel": 8}],

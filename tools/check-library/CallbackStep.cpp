@@ -13,7 +13,7 @@ namespace checklibrary {
 namespace {
 
 constexpr int kTicks = 10;
-/** Long enough for a thread of the library's that goes on where it should not. */
+/** Long enough to notice a thread of the library's that goes on calling. */
 constexpr std::chrono::milliseconds kSilence{200};
 
 /** Does what makes a library call back: another voice, automation, notes and the state again. */

@@ -15,7 +15,7 @@ enum class Verdict {
     good,
     remark,  ///< works, and its user may notice
     bad,     ///< the plug-in needs it otherwise
-    untried, ///< something before it was bad
+    untried, ///< because something before it was bad
 };
 
 struct Finding {
@@ -42,7 +42,7 @@ Finding bad(std::string check, std::string text, std::string remedy = kTellMaker
             nlohmann::ordered_json facts = {});
 
 nlohmann::ordered_json jsonOf(const Finding& finding);
-/** The way back, for what another process found. @throws nlohmann::json::exception */
+/** Reads what jsonOf made in another process. @throws nlohmann::json::exception */
 Finding findingOf(const nlohmann::ordered_json& json);
 
 /** Whether anything is bad. */

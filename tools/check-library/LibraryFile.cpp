@@ -21,15 +21,15 @@ using Format = LibraryFile::Format;
 using Place = LibraryFile::Place;
 
 constexpr size_t kHeaderBytes = 4096;
-constexpr std::uint32_t kMostSlices = 32; ///< as many machines as one file is believed to serve
+constexpr std::uint32_t kMostSlices = 32; ///< more than a real file has code for
 
 struct Machine {
     std::uint32_t code;
     const char* name;
 };
 
-// The numbers that the two formats give to processors; which they are is in their public headers,
-// <elf.h> and <mach/machine.h>, of which each system has but one.
+// The processors' numbers in the two formats, as in <elf.h> and <mach/machine.h>, of which each
+// system has only one.
 constexpr Machine kElfMachines[] = {{3, "i386"},    {40, "arm"},    {62, "x86_64"},
                                     {183, "arm64"}, {243, "riscv"}, {21, "ppc64"}};
 constexpr Machine kMachOMachines[] = {
@@ -49,7 +49,7 @@ std::string nameOf(const Machine (&machines)[count], std::uint32_t code)
     return found == std::end(machines) ? "machine " + std::to_string(code) : found->name;
 }
 
-/** An unsigned number of width bytes; 0 where the bytes end before it does. */
+/** An unsigned number of width bytes; 0 where the bytes end too early. */
 std::uint32_t number(const std::string& bytes, size_t at, size_t width, bool bigEndian)
 {
     if (at + width > bytes.size())
@@ -143,7 +143,7 @@ Finding missingFinding(const LibraryFile& file)
 {
     auto text = "There is no editor library at " + quoted(file.path) + ".";
     if (file.firstMissing != file.path)
-        text += " Already the folder " + quoted(file.firstMissing) + " is missing.";
+        text += " Even the folder " + quoted(file.firstMissing) + " is missing.";
     if (file.likeness.empty())
         return badFile(text,
                        "Install the editor of your instrument: it puts the library there, and "

@@ -1,4 +1,4 @@
-// The steps that get the library into memory and to work, as the plug-in's controller does first.
+// The steps that load and start the library, as the plug-in's controller does first.
 #include "editorlib/EditorLibraryNames.h"
 #include "tools/check-library/Life.h"
 #include "tools/check-library/Steps.h"
@@ -19,7 +19,8 @@ std::string shortened(const std::string& words, const std::string& file)
                                                                : words;
 }
 
-/** Says what is missing when each function that the library names has to be there at once. */
+/** Loads the file so that every function that it calls is looked up at once, and says which one is
+    missing. */
 void loadCompletely(const Options& options, Journal& journal)
 {
     const WatchedFile whole(options.library, journal, RTLD_NOW);

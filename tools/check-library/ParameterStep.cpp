@@ -13,7 +13,7 @@ namespace checklibrary {
 
 namespace {
 
-/** Values of one parameter whose texts the plug-in asks for at most. */
+/** The plug-in asks for the texts of at most so many values of one parameter. */
 constexpr int64 kMostTexts = 1 << 20;
 
 class ParameterCheck {
@@ -52,7 +52,7 @@ public:
         sayIf(journal, unwatched, Verdict::bad, "observers", "The library gives no observer for ",
               ": what is turned there does not reach the host.");
         if (rangeless.size() < count)
-            sayIf(journal, rangeless, Verdict::remark, "ranges", "There is but one value for ",
+            sayIf(journal, rangeless, Verdict::remark, "ranges", "There is only one value for ",
                   ", which the host cannot move.");
         sayIf(journal, reversed, serious, "ranges", "The largest value is below the smallest for ",
               ": the host moves it the wrong way, without texts.");

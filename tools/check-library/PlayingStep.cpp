@@ -1,4 +1,4 @@
-// The step that does what a host's play button does, and asks the questions around it.
+// The step that plays a note and asks for the latency, the editor's size and the ports.
 #include "basics/CallGuard.h"
 #include "controller/PortNames.h"
 #include "tools/check-library/Life.h"

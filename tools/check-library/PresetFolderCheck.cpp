@@ -37,7 +37,7 @@ public:
     TrialFile(const TrialFile&) = delete;
     TrialFile& operator=(const TrialFile&) = delete;
 
-    /** Writes and makes sure of it. @return whether the disk took it; errno says why not */
+    /** Writes through to the disk. @return whether that worked; errno says why not */
     bool take(const std::string& bytes) const
     {
         if (descriptor < 0)
@@ -53,7 +53,7 @@ private:
     const int descriptor;
 };
 
-/** The folder itself, or the lowest one above it that stands. */
+/** The folder itself, or the lowest folder above it that exists. */
 std::string standingPartOf(const std::string& folder)
 {
     fs::path standing = folder;

@@ -12,7 +12,7 @@ namespace {
 
 thread_local bool isAudioThread = false;
 
-/** Contexts come back from the library as bare addresses, of which this tells ours. */
+/** All objects there are: the context of a callback is an address that need not be of one. */
 struct LiveStandIns {
     std::mutex mutex;
     std::set<void*> objects;

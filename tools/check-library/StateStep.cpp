@@ -84,14 +84,14 @@ int32 valueOf(Life& life, unsigned id)
     return guarded<int32>(0, [&] { return life.library().getParameterValue(id); });
 }
 
-/** From here on the plug-in has the values that the library has. */
+/** Gives the plug-in the library's present values. */
 void refresh(Life& life)
 {
     for (const auto& parameter : mirroredParameters())
         life.plugIn().refresh(parameter.id, valueOf(life, parameter.id));
 }
 
-/** Whether the plug-in has learned of every value that has changed since. */
+/** Says whether the plug-in has learned of every value that has changed since refresh. */
 void tellWhatWasTold(Life& life, bool changed, Journal& journal)
 {
     Tally untold;

@@ -1,5 +1,4 @@
-// The step that plays notes on several instances at once, as a host with several audio threads
-// does.
+// The step that plays notes on several instances at once, each on an audio thread.
 #include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
 #include "tools/check-library/Steps.h"
@@ -34,7 +33,8 @@ Lives makeInstances(const Options& options, Journal& journal)
     return lives;
 }
 
-/** Whether an instance has a connection of its own; those that have none leave it to the first. */
+/** Whether each instance has its own connection. One that shares the first one leaves its end to
+    that. */
 bool areApart(Lives& lives)
 {
     bool apart = true;
@@ -46,7 +46,7 @@ bool areApart(Lives& lives)
     return apart;
 }
 
-/** What an audio thread does with its instance, as fast as it can: without the journal between. */
+/** Plays notes on an audio thread as fast as it can: the journal is not told of each. */
 void playMany(Life& life, Journal& journal)
 {
     const AudioThreadMark mark;

@@ -26,12 +26,13 @@ constexpr int kMostVoices = 16384;
 /** The numbers of all banks, ascending. */
 std::vector<int> allBanks();
 
-/** The banks' voices in order. A bank ends where the library has no text any more; so does the walk
-    when mustStop, asked before each voice, says so. @throws Failure for a bank that never ends */
+/** The banks' voices in order. A bank ends where the library has no text any more. The walk ends
+    early when mustStop, asked before each voice, is true. @throws Failure for a bank that never
+    ends */
 std::vector<Voice> collectVoices(VstK2xPresetCreater& creater, const std::vector<int>& banks,
                                  bool (*mustStop)());
 
-/** text with "?" for what a terminal would act on. */
+/** The text with "?" in place of control characters, which a terminal would act on. */
 std::string printable(std::string text);
 
 } // namespace tools

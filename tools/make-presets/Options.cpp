@@ -47,7 +47,7 @@ Options parseOptions(int argc, const char* const* argv)
     app.add_option("--exclude", options.excludedFile,
                    "A text file of names to leave out: one a line, as the preset file would be "
                    "called, without folder and extension");
-    app.add_flag("--no-overwrite", keep, "Leave files that stand already as they are");
+    app.add_flag("--no-overwrite", keep, "Leave existing files as they are");
     app.add_flag("--dry-run", options.dryRun, "Say what would be written and write nothing");
     app.add_flag("--verbose", options.verbose, "Name every file");
     tools::readCommandLine(app, argc, argv);
