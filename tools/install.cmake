@@ -1,6 +1,6 @@
 # cmake --install puts the tools where Linux users expect programs, with manual pages made of their help
-# texts, and with completion. Other programs have names like "play" there, so that these get a prefix,
-# which they know (tools/common/ToolName.h).
+# texts, and with completion. Other programs there have names like "play", so these get a prefix, which
+# they know (tools/common/ToolName.h).
 include(GNUInstallDirs)
 set(prefix rdl3-rdl5-)
 set(programs check-library make-presets play)
@@ -23,7 +23,7 @@ install(FILES "${CMAKE_CURRENT_LIST_DIR}/completion/_rdl3_rdl5_tools"
 install(DIRECTORY "${PROJECT_BINARY_DIR}/staging/Library" DESTINATION lib/rdl3-rdl5-vst/staging
   COMPONENT tools)
 
-# help2man runs the programs, which instrumented ones do not deserve.
+# help2man runs the programs, which takes long with instrumented ones.
 find_program(VSTK2X_HELP2MAN help2man)
 if(NOT VSTK2X_HELP2MAN OR VSTK2X_SANITIZE OR VSTK2X_COVERAGE OR CMAKE_CROSSCOMPILING)
   return()

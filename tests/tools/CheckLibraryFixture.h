@@ -13,14 +13,9 @@
 
 namespace doubles {
 
-/** Runs with a home of its own, so that nothing of this machine's user is looked at. */
+/** Runs with a temporary home, so that the user's own files are not looked at. */
 class CheckLibrary : public testing::Test {
 protected:
-    static std::string pathOf(const ScratchFolder& scratch)
-    {
-        return std::filesystem::path(scratch.file("any")).parent_path().string();
-    }
-
     static Outcome check(Words words)
     {
         words.insert(words.begin(), CHECK_LIBRARY_PROGRAM);
@@ -36,7 +31,7 @@ protected:
         return run(all);
     }
 
-    /** The report in JSON; its exit status must be what its verdicts say. */
+    /** The report in JSON, whose verdicts must agree with the exit status. */
     static nlohmann::json reportOf(const Outcome& outcome)
     {
         EXPECT_EQ(outcome.err, "");
@@ -58,16 +53,27 @@ protected:
         return found;
     }
 
-    /** Looks at one file with nothing else, and expects one thing to be wrong with it. */
-    static void expectBadFile(const std::string& file, const std::string& words)
+    /** Expects one thing to be wrong, with these words in its sentence. */
+    static void expectOneBad(const nlohmann::json& report, const std::string& check,
+                             const std::string& words)
     {
-        const auto report =
-            reportOf(check({"--library", file, "--plugin", BUNDLE_FOLDER, "--json"}));
         const auto bad = of(report, "bad");
         ASSERT_EQ(bad.size(), 1u) << report;
-        EXPECT_EQ(bad[0]["check"], "library-file");
+        EXPECT_EQ(bad[0]["check"], check);
         EXPECT_THAT(bad[0]["text"], testing::HasSubstr(words));
         EXPECT_NE(bad[0]["remedy"], "");
+    }
+
+    static Outcome checkFile(const std::string& file)
+    {
+        return check({"--library", file, "--plugin", BUNDLE_FOLDER, "--json"});
+    }
+
+    /** Expects that the file itself is wrong, and that its content is then not tried. */
+    static void expectBadFile(const std::string& file, const std::string& words)
+    {
+        const auto report = reportOf(checkFile(file));
+        expectOneBad(report, "library-file", words);
         EXPECT_EQ(of(report, "untried").size(), 2u) << report;
     }
 

@@ -1,4 +1,4 @@
-// Parameters as play lists, automates and turns them.
+// The parameters that play lists and automates, and the edits that it sums up.
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
 #include "tools/common/Failure.h"
@@ -12,6 +12,9 @@
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 using namespace Steinberg::Vst::play;
+using testing::_;
+using testing::ElementsAre;
+using testing::FieldsAre;
 using testing::HasSubstr;
 using Kind = ComponentHandler::Kind;
 
@@ -32,31 +35,29 @@ public:
     ~SmallController() override { terminate(); }
 };
 
+class ControllerTest : public testing::Test {
+protected:
+    IPtr<SmallController> controller = owned(new SmallController);
+};
+using ParameterListTest = ControllerTest;
+using AutomationTest = ControllerTest;
+
 } // namespace
 
-TEST(ParameterList, HoldsWhatTheControllerTells)
+TEST_F(ParameterListTest, HoldsWhatTheControllerTells)
 {
-    auto controller = owned(new SmallController);
     const ParameterList list(*controller);
-    ASSERT_EQ(list.parameters().size(), 2U);
-    const auto& volume = list.parameters()[0];
-    EXPECT_EQ(volume.id, 100U);
-    EXPECT_EQ(volume.title, "Volume 1");
-    EXPECT_EQ(volume.unit, 2);
-    EXPECT_EQ(volume.steps, 127);
-    EXPECT_DOUBLE_EQ(volume.normalizedDefault, 0.5);
-    EXPECT_TRUE(volume.canAutomate());
+    EXPECT_THAT(list.parameters(), ElementsAre(FieldsAre(100U, "Volume 1", 2,
+                                                         ParameterInfo::kCanAutomate, 127, 0.5, _),
+                                               FieldsAre(200U, "", -1, 0, 0, 0.0, _)));
+    EXPECT_TRUE(list.parameters()[0].canAutomate());
     EXPECT_FALSE(list.parameters()[1].canAutomate());
-    ASSERT_EQ(list.units().size(), 2U);
-    EXPECT_EQ(list.units()[1].id, 2);
-    EXPECT_EQ(list.units()[1].name, "Part1");
-    EXPECT_EQ(list.units()[1].parent, 1);
-    EXPECT_EQ(list.units()[1].programList, 7);
+    EXPECT_THAT(list.units(),
+                ElementsAre(FieldsAre(1, "Common", 0, -1), FieldsAre(2, "Part1", 1, 7)));
 }
 
-TEST(ParameterList, FindsATitle)
+TEST_F(ParameterListTest, FindAndTitleOfKnowTitlesAndIDs)
 {
-    auto controller = owned(new SmallController);
     const ParameterList list(*controller);
     EXPECT_EQ(list.find("Volume 1").id, 100U);
     EXPECT_THROW(list.find("volume 1"), tools::Failure);
@@ -66,9 +67,8 @@ TEST(ParameterList, FindsATitle)
     EXPECT_EQ(list.titleOf(300), "300");
 }
 
-TEST(ParameterList, PrintsATableWithARowEach)
+TEST_F(ParameterListTest, PrintWritesATableWithARowForEach)
 {
-    auto controller = owned(new SmallController);
     std::ostringstream stream;
     ParameterList(*controller).print(stream);
     EXPECT_THAT(stream.str(), HasSubstr("100        Volume 1                    2     automate  "
@@ -78,19 +78,15 @@ TEST(ParameterList, PrintsATableWithARowEach)
     EXPECT_THAT(stream.str(), HasSubstr("2 units\n"));
 }
 
-TEST(Automation, RampsUpAndDownOverTheSong)
+TEST(Automation, ValueAtRampsUpAndDownOverTheSong)
 {
-    EXPECT_DOUBLE_EQ(Automation::valueAt(0), 0);
-    EXPECT_DOUBLE_EQ(Automation::valueAt(0.25), 0.5);
-    EXPECT_DOUBLE_EQ(Automation::valueAt(0.5), 1);
-    EXPECT_DOUBLE_EQ(Automation::valueAt(0.75), 0.5);
-    EXPECT_DOUBLE_EQ(Automation::valueAt(1), 0);
-    EXPECT_DOUBLE_EQ(Automation::valueAt(2), 0);
+    const double values[] = {0, 0.5, 1, 0.5, 0, 0}; // at each quarter, and beyond the end
+    for (size_t quarter = 0; quarter < std::size(values); ++quarter)
+        EXPECT_DOUBLE_EQ(Automation::valueAt(0.25 * static_cast<double>(quarter)), values[quarter]);
 }
 
-TEST(Automation, RemembersACurveOfAFewThousandPoints)
+TEST_F(AutomationTest, CurveKeepsTwoThousandOfAnyNumberOfPoints)
 {
-    auto controller = owned(new SmallController);
     Automation automation(*controller, 100);
     constexpr int64 length = 1000000;
     for (int64 position = 0; position < length; position += 10) {
@@ -99,13 +95,11 @@ TEST(Automation, RemembersACurveOfAFewThousandPoints)
     }
     EXPECT_EQ(automation.points(), 100000);
     ASSERT_EQ(automation.curve().size(), 2000U); // one each 500 samples
-    EXPECT_EQ(automation.curve()[500].sample, 250000);
-    EXPECT_DOUBLE_EQ(automation.curve()[500].value, 0.5);
+    EXPECT_THAT(automation.curve()[500], FieldsAre(250000, 0.5));
 }
 
-TEST(Automation, TellsProcessorAndControllerTheSame)
+TEST_F(AutomationTest, PlayTellsProcessorAndControllerTheSame)
 {
-    auto controller = owned(new SmallController);
     Automation automation(*controller, 100);
     ParameterChanges changes;
     automation.play(1000, 4000, changes);
@@ -122,24 +116,20 @@ TEST(Automation, TellsProcessorAndControllerTheSame)
     EXPECT_EQ(automation.points(), 1);
 }
 
-TEST(EditSummary, CountsGesturesInOrder)
+TEST(EditSummary, SummarizeEditsCountsTheGesturesOfOneParameter)
 {
     auto handler = owned(new ComponentHandler);
     for (int i = 0; i < 2; ++i) {
         handler->beginEdit(5);
-        handler->beginEdit(6); // another parameter's, in between
+        handler->beginEdit(6); // of another parameter, in between
         handler->performEdit(5, 0.5);
         handler->endEdit(5);
     }
-    const auto summary = summarizeEdits(handler->edits(), 5);
-    EXPECT_EQ(summary.begins, 2);
-    EXPECT_EQ(summary.performs, 2);
-    EXPECT_EQ(summary.ends, 2);
-    EXPECT_TRUE(summary.inOrder);
+    EXPECT_THAT(summarizeEdits(handler->edits(), 5), FieldsAre("", 0, 2, 2, 2, true));
     EXPECT_FALSE(summarizeEdits(handler->edits(), 6).inOrder); // never ended
 }
 
-TEST(EditSummary, SeesEveryDisorder)
+TEST(EditSummary, SummarizeEditsSeesEveryDisorder)
 {
     const auto inOrder = [](const std::vector<Kind>& kinds) {
         std::vector<ComponentHandler::Edit> edits;

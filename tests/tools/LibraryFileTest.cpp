@@ -10,13 +10,23 @@ using testing::IsEmpty;
 
 namespace {
 
+/** What readHeader makes of a file with these bytes. */
 LibraryFile header(const std::string& bytes)
+{
+    LibraryFile file;
+    readHeader(bytes, file);
+    return file;
+}
+
+/** A file of this system's format with code for these machines. */
+LibraryFile fileFor(const std::vector<std::string>& machines)
 {
     LibraryFile file;
     file.path = "/somewhere/library";
     file.place = LibraryFile::Place::file;
-    file.size = bytes.size();
-    readHeader(bytes, file);
+    file.size = 1000;
+    file.format = ownFormat();
+    file.machines = machines;
     return file;
 }
 
@@ -36,7 +46,7 @@ constexpr unsigned kArm = 0x0100000C;
 
 } // namespace
 
-TEST(LibraryFile, KnowsTheMachinesOfAUniversalFile)
+TEST(LibraryFile, ReadHeaderKnowsTheMachinesOfAUniversalFile)
 {
     const auto slice = [](unsigned machine) { return words({machine, 0, 4096, 1000, 12}); };
     const auto both = header(words({kUniversal, 2}) + slice(kIntel) + slice(kArm));
@@ -48,7 +58,7 @@ TEST(LibraryFile, KnowsTheMachinesOfAUniversalFile)
         << "however many it claims";
 }
 
-TEST(LibraryFile, KnowsTheMachineOfAFileForOne)
+TEST(LibraryFile, ReadHeaderKnowsTheMachineOfAFileForOne)
 {
     EXPECT_THAT(header(words({0xCFFAEDFE, 0x0C000001})).machines, ElementsAre("arm64"));
     EXPECT_THAT(header(words({0xFEEDFACE, 18})).machines, ElementsAre("ppc"));
@@ -63,24 +73,18 @@ TEST(LibraryFile, KnowsTheMachineOfAFileForOne)
     EXPECT_THAT(header("ELF").machines, IsEmpty());
 }
 
-TEST(LibraryFile, TellsWhoeverHasAnotherMachineWhatToDo)
+TEST(LibraryFile, FindingOfNamesTheMachinesOfAFileForOthers)
 {
-    auto file = header("");
-    file.size = 1000;
-    file.format = ownFormat();
-    file.machines = {"m68k", "vax"};
+    auto file = fileFor({"m68k", "vax"});
     EXPECT_EQ(findingOf(file).verdict, Verdict::bad);
     EXPECT_THAT(findingOf(file).text, HasSubstr("is made for m68k and vax, and this is "));
     file.machines.emplace_back(ownMachine());
     EXPECT_EQ(findingOf(file).verdict, Verdict::good);
 }
 
-TEST(LibraryFile, TellsOfQuarantineHowToEndIt)
+TEST(LibraryFile, FindingOfTellsHowToEndAQuarantine)
 {
-    auto file = header("");
-    file.size = 1000;
-    file.format = ownFormat();
-    file.machines = {ownMachine()};
+    auto file = fileFor({ownMachine()});
     file.quarantined = true;
     EXPECT_EQ(findingOf(file).verdict, Verdict::bad);
     EXPECT_THAT(findingOf(file).text, HasSubstr("quarantine"));

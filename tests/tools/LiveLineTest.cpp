@@ -18,7 +18,7 @@ SimulatorControl::MidiPort openPort(Steinberg::uint32 waiting)
 
 } // namespace
 
-TEST(LiveLine, ShowsTimePartsThatSoundAndEventsOnTheirWay)
+TEST(LiveLine, LineShowsTheTimeThePartsThatSoundAndTheEventsThatWait)
 {
     EXPECT_EQ(LiveLine::line(12, 246, std::bitset<16>(0b1000000011), openPort(3)),
               "0:12 of 4:06, parts 1 2 10, 3 events on their way");
@@ -28,12 +28,12 @@ TEST(LiveLine, ShowsTimePartsThatSoundAndEventsOnTheirWay)
               "0:12 of 4:06, silent, 0 events on their way");
 }
 
-TEST(LiveLine, ShowsTheTimeAloneWithoutASong)
+TEST(LiveLine, LineShowsNoLengthWithoutASong)
 {
     EXPECT_EQ(LiveLine::line(72, 0, {}, openPort(0)), "1:12, silent, 0 events on their way");
 }
 
-TEST(LiveLine, SaysWhenThePortIsGone)
+TEST(LiveLine, LineSaysWhenThePortIsGone)
 {
     auto port = openPort(0);
     port.state = SimulatorControl::MidiPort::State::away;
@@ -42,7 +42,7 @@ TEST(LiveLine, SaysWhenThePortIsGone)
               "0:00 of 1:00, silent, 0 events on their way, no port: it is gone");
 }
 
-TEST(LiveLine, DoesNotHurryTheTerminal)
+TEST(LiveLine, ShowWritesAtMostTenTimesASecond)
 {
     std::ostringstream terminal;
     LiveLine line(&terminal);

@@ -1,11 +1,11 @@
-// MidiBytes: MIDI files put together byte by byte, so that the tests owe nothing to a library.
+// MidiBytes: MIDI files put together byte by byte, without the library that play uses for them.
 #pragma once
 
 #include <string>
 
 namespace doubles {
 
-/** One track. Events are given with the pulses since the one before. */
+/** One track. delta: pulses since the event before. */
 class MidiTrack {
 public:
     MidiTrack& event(unsigned delta, const std::string& bytes);
@@ -14,14 +14,15 @@ public:
     MidiTrack& program(unsigned delta, int channel, int number);
     MidiTrack& tempo(unsigned delta, unsigned microsecondsPerQuarterNote);
 
-    /** The chunk, ended after delta pulses. */
+    /** The track's chunk, with its end delta pulses after the last event. */
     std::string chunk(unsigned delta = 0) const;
 
 private:
     std::string data;
 };
 
-/** The header chunk. division is the two bytes as a number. */
+/** The header chunk.
+    @param division its two bytes as a number: pulses in a quarter note, or film frames */
 std::string midiHeader(int format, int tracks, int division);
 
 /** A format 0 file with one track. */

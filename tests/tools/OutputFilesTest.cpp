@@ -1,4 +1,5 @@
-// What play writes is read back: MIDI files byte by byte and as songs, audio by its samples.
+// The files that play writes: MIDI files, compared byte by byte and read as songs, and audio.
+#include "tests/doubles/PresetFileBytes.h"
 #include "tests/tools/MidiBytes.h"
 #include "tests/tools/ScratchFolder.h"
 #include "tools/common/Failure.h"
@@ -6,26 +7,34 @@
 #include "tools/play/output/AudioRenderer.h"
 #include "tools/play/output/MidiFileWriter.h"
 
-#include <cmath>
 #include <filesystem>
 #include <gmock/gmock.h>
 
 using namespace Steinberg;
 using namespace Steinberg::Vst::play;
+using doubles::le32;
+using doubles::midiHeader;
+using doubles::MidiTrack;
 using doubles::ScratchFolder;
 using Steinberg::Vst::tools::Failure;
+using testing::_;
+using testing::ElementsAre;
+using testing::FieldsAre;
 using testing::HasSubstr;
 
 namespace {
 
 constexpr const char* kSoundFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
 
-std::string littleEndian(unsigned value, int width)
+std::string le16(int value)
 {
-    std::string bytes;
-    for (int i = 0; i < width; ++i)
-        bytes += static_cast<char>(value >> (8 * i));
-    return bytes;
+    return le32(value).substr(0, 2);
+}
+
+/** A RIFF chunk: its name, the length of its data, and the data. */
+std::string chunk(const std::string& name, const std::string& data)
+{
+    return name + le32(static_cast<int>(data.size())) + data;
 }
 
 /** A WAVE file of 16-bit samples. */
@@ -33,16 +42,13 @@ std::string wavFile(int sampleRate, int channels, const std::vector<int>& sample
 {
     std::string data;
     for (const auto sample : samples)
-        data += littleEndian(static_cast<unsigned>(sample), 2);
-    const auto rate = static_cast<unsigned>(sampleRate);
-    const auto frame = static_cast<unsigned>(2 * channels);
-    const auto format = littleEndian(1, 2) + littleEndian(static_cast<unsigned>(channels), 2) +
-                        littleEndian(rate, 4) + littleEndian(rate * frame, 4) +
-                        littleEndian(frame, 2) + littleEndian(16, 2);
-    const auto body = "WAVEfmt " + littleEndian(16, 4) + format + "LIST" + littleEndian(3, 4) +
-                      std::string("abc\0", 4) + "data" +
-                      littleEndian(static_cast<unsigned>(data.size()), 4) + data;
-    return "RIFF" + littleEndian(static_cast<unsigned>(body.size()), 4) + body;
+        data += le16(sample);
+    const int frame = 2 * channels;
+    const auto format = le16(1) + le16(channels) + le32(sampleRate) + le32(sampleRate * frame) +
+                        le16(frame) + le16(16);
+    const std::string padding(1, '\0'); // behind a chunk of odd length
+    return chunk("RIFF", "WAVE" + chunk("fmt ", format) + chunk("LIST", "abc") + padding +
+                             chunk("data", data));
 }
 
 template <typename Action>
@@ -56,87 +62,83 @@ std::string sentenceOf(Action&& action)
     }
 }
 
+class OutputFile : public testing::Test {
+protected:
+    doubles::ScratchFolder folder;
+};
+using MidiFileWriterTest = OutputFile;
+using WavFileTest = OutputFile;
+using AudioRendererTest = OutputFile;
+
 } // namespace
 
-TEST(MidiFileWriter, MakesOnePulseOneSample)
+TEST_F(MidiFileWriterTest, MakesOnePulseOneSample)
 {
     // 22,050 pulses a quarter note of half a second are 44,100 a second.
-    const ScratchFolder folder;
     MidiFileWriter writer(44100);
     writer.add({{0, 0, 60, 127}, {44100, 0, 60, 0}});
     writer.write(folder.file("o.mid"));
-    const std::string expected = doubles::midiHeader(0, 1, 22050) + doubles::MidiTrack()
-                                                                        .tempo(0, 500000)
-                                                                        .noteOn(0, 0, 60, 127)
-                                                                        .noteOff(44100, 0, 60, 0)
-                                                                        .chunk(66150);
-    EXPECT_EQ(ScratchFolder::read(folder.file("o.mid")), expected);
+    EXPECT_EQ(ScratchFolder::read(folder.file("o.mid")),
+              midiHeader(0, 1, 22050) + MidiTrack()
+                                            .tempo(0, 500000)
+                                            .noteOn(0, 0, 60, 127)
+                                            .noteOff(44100, 0, 60, 0)
+                                            .chunk(66150));
 }
 
-TEST(MidiFileWriter, KeepsEverySampleAtEveryRate)
+TEST_F(MidiFileWriterTest, KeepsEverySampleAtEveryRate)
 {
-    const ScratchFolder folder;
     for (const int32 rate : {44100, 48000, 88200, 96000, 192000}) {
         MidiFileWriter writer(rate);
         writer.add({{0, 0, 60, 127}, {1, 15, 61, 1}, {12345, 0, 60, 0}, {1234567, 9, 36, 127}});
         writer.write(folder.file("o.mid"));
         const Song song(folder.file("o.mid"));
-        ASSERT_EQ(song.notes().size(), 4U);
-        EXPECT_EQ(song.tempo().sampleAt(song.notes()[1].pulse, rate), 1);
-        EXPECT_EQ(song.tempo().sampleAt(song.notes()[2].pulse, rate), 12345);
-        EXPECT_EQ(song.tempo().sampleAt(song.notes()[3].pulse, rate), 1234567);
-        EXPECT_EQ(song.notes()[1].channel, 15);
-        EXPECT_EQ(song.notes()[1].velocity, 1);
-        EXPECT_FALSE(song.notes()[2].on);
+        std::vector<int64> samples;
+        for (const auto& note : song.notes())
+            samples.push_back(song.tempo().sampleAt(note.pulse, rate));
+        EXPECT_THAT(samples, ElementsAre(0, 1, 12345, 1234567)) << rate;
+        EXPECT_THAT(song.notes(),
+                    ElementsAre(FieldsAre(_, 0, 60, 127, true), FieldsAre(_, 15, 61, 1, true),
+                                FieldsAre(_, 0, 60, 0, false), FieldsAre(_, 9, 36, 127, true)));
     }
 }
 
-TEST(MidiFileWriter, PutsProgramChangesBeforeTheNotesOfTheirSample)
+TEST_F(MidiFileWriterTest, PutsProgramChangesBeforeTheNotesOfTheirSample)
 {
-    const ScratchFolder folder;
     MidiFileWriter writer(48000);
     writer.add({{24000, 3, 60, 127}});
     writer.add({{480, 3, 40}}, TempoMap(480)); // half a second: sample 24,000
     writer.write(folder.file("o.mid"));
-    EXPECT_EQ(ScratchFolder::read(folder.file("o.mid")),
-              doubles::midiHeader(0, 1, 24000) + doubles::MidiTrack()
-                                                     .tempo(0, 500000)
-                                                     .program(24000, 3, 40)
-                                                     .noteOn(0, 3, 60, 127)
-                                                     .chunk(72000));
+    EXPECT_EQ(
+        ScratchFolder::read(folder.file("o.mid")),
+        midiHeader(0, 1, 24000) +
+            MidiTrack().tempo(0, 500000).program(24000, 3, 40).noteOn(0, 3, 60, 127).chunk(72000));
 }
 
-TEST(MidiFileWriter, SaysWhenItCannotWrite)
+TEST_F(MidiFileWriterTest, SaysWhenItCannotWrite)
 {
-    const ScratchFolder folder;
     const MidiFileWriter writer(44100);
     EXPECT_THAT(sentenceOf([&] { writer.write(folder.file("none/o.mid")); }),
                 HasSubstr("cannot be written."));
 }
 
-TEST(WavFile, MeasuresPeakAverageAndLength)
+TEST_F(WavFileTest, MeasuresPeakAverageAndLength)
 {
-    const ScratchFolder folder;
     const auto measures =
         measureWavFile(folder.write("a.wav", wavFile(2, 2, {16384, -16384, 16384, -16384})));
-    EXPECT_EQ(measures.sampleRate, 2);
-    EXPECT_EQ(measures.channels, 2);
-    EXPECT_DOUBLE_EQ(measures.seconds, 1);
-    EXPECT_DOUBLE_EQ(measures.peak, 0.5);
-    EXPECT_DOUBLE_EQ(measures.rms, 0.5);
+    // Sample rate, channels, seconds, peak and average, all of them exact.
+    EXPECT_THAT(measures, FieldsAre(2, 2, 1.0, 0.5, 0.5));
     EXPECT_FALSE(measures.isSilent());
 }
 
-TEST(WavFile, TellsSilence)
+TEST_F(WavFileTest, TellsSilence)
 {
-    const ScratchFolder folder;
     EXPECT_TRUE(measureWavFile(folder.write("a.wav", wavFile(44100, 2, {0, 0, 0, 0}))).isSilent());
     EXPECT_TRUE(measureWavFile(folder.write("b.wav", wavFile(44100, 2, {}))).isSilent());
 }
 
-TEST(WavFile, RefusesWhatIsNone)
+TEST_F(WavFileTest, RefusesWhatIsNone)
 {
-    const ScratchFolder folder;
     const auto whole = wavFile(44100, 1, {1, 2, 3});
     for (size_t size = 0; size < 36; ++size)
         EXPECT_NE(sentenceOf([&] { measureWavFile(folder.write("a.wav", whole.substr(0, size))); }),
@@ -145,18 +147,17 @@ TEST(WavFile, RefusesWhatIsNone)
     EXPECT_NE(sentenceOf([&] { measureWavFile(folder.file("none.wav")); }), "");
 }
 
-TEST(WavFile, SaysLoudnessInDecibels)
+TEST(Decibels, AreTheLoudnessOfAnAmplitude)
 {
     EXPECT_EQ(decibels(1), "0.0 dB");
     EXPECT_EQ(decibels(0.5), "-6.0 dB");
     EXPECT_EQ(decibels(0), "silence");
 }
 
-TEST(AudioRenderer, RendersAudioThatIsNotSilent)
+TEST_F(AudioRendererTest, RendersAudioThatIsNotSilent)
 {
     if (!std::filesystem::exists(kSoundFont))
         GTEST_SKIP() << "no soundfont on this machine";
-    const ScratchFolder folder;
     MidiFileWriter writer(48000);
     writer.add({{0, 0, 60, 127}, {48000, 0, 60, 0}});
     writer.write(folder.file("o.mid"));
@@ -168,9 +169,8 @@ TEST(AudioRenderer, RendersAudioThatIsNotSilent)
     EXPECT_GT(measures.rms, 0.001);
 }
 
-TEST(AudioRenderer, SaysThatTheSoundFontIsMissingOrNone)
+TEST_F(AudioRendererTest, RefusesASoundFontThatIsMissingOrNone)
 {
-    const ScratchFolder folder;
     EXPECT_THAT(sentenceOf([&] { const AudioRenderer renderer(folder.file("none.sf2")); }),
                 HasSubstr("There is no soundfont"));
     const auto noFont = folder.write("a.sf2", "just a text that is no font");
@@ -178,40 +178,22 @@ TEST(AudioRenderer, SaysThatTheSoundFontIsMissingOrNone)
                 HasSubstr("is not a soundfont."));
 }
 
-TEST(AudioRenderer, SaysThatTheProgramIsMissingOrFails)
+TEST_F(AudioRendererTest, RenderSaysWhatWentWrong)
 {
-    const ScratchFolder folder;
     const auto font = folder.write("a.sf2", "RIFF....sfbk");
-    EXPECT_THAT(
-        sentenceOf([&] {
-            AudioRenderer(font, "no-such-renderer").render("a.mid", folder.file("o.wav"), 1);
-        }),
-        HasSubstr("is not installed"));
-    EXPECT_THAT(
-        sentenceOf([&] { AudioRenderer(font, "false").render("a.mid", folder.file("o.wav"), 1); }),
-        HasSubstr("could not render"));
-}
-
-TEST(AudioRenderer, NeverTakesAnOldFileForTheNewOne)
-{
-    const ScratchFolder folder;
-    const auto font = folder.write("a.sf2", "RIFF....sfbk");
-    const auto old = folder.write("o.wav", wavFile(44100, 2, {1000, 1000}));
-    EXPECT_THAT(sentenceOf([&] { AudioRenderer(font, "true").render("a.mid", old, 44100); }),
-                HasSubstr("left no audio file"));
-}
-
-TEST(AudioRenderer, DoesNotTakeSilenceForMusic)
-{
-    // A renderer that copies a silent file to the place behind -F.
-    const ScratchFolder folder;
-    const auto font = folder.write("a.sf2", "RIFF....sfbk");
+    const auto render = [&](const std::string& program) {
+        // An old file must not be taken for the new one.
+        const auto file = folder.write("o.wav", wavFile(44100, 2, {1000, 1000}));
+        return sentenceOf([&] { AudioRenderer(font, program).render("a.mid", file, 44100); });
+    };
+    EXPECT_THAT(render("no-such-renderer"), HasSubstr("is not installed"));
+    EXPECT_THAT(render("false"), HasSubstr("could not render"));
+    EXPECT_THAT(render("true"), HasSubstr("left no audio file"));
+    // A renderer that copies a silent file to the place that follows -F.
     const auto silent = folder.write("silent.wav", wavFile(44100, 2, {0, 0}));
     const auto program =
         folder.write("renderer", "#!/bin/sh\nwhile [ \"$1\" != -F ]; do shift; done\ncp '" +
                                      silent + "' \"$2\"\n");
     std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-    EXPECT_THAT(
-        sentenceOf([&] { AudioRenderer(font, program).render("a.mid", folder.file("o.wav"), 1); }),
-        HasSubstr("is silent."));
+    EXPECT_THAT(render(program), HasSubstr("is silent."));
 }

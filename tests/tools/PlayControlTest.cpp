@@ -1,114 +1,89 @@
-// Parameters, presets and the simulated user, through the built program and plug-in.
-#include "basics/PlugInInfo.h"
-#include "presets/VstK2xPreset.h"
-#include "presets/VstK2xUserBank.h"
-#include "tests/tools/MidiBytes.h"
+// Parameters, presets, user banks and the simulated user, through the built program and plug-in.
+#include "tests/doubles/PresetFileBytes.h"
+#include "tests/doubles/PresetXml.h"
+#include "tests/doubles/TemporaryHome.h"
+#include "tests/hosts/PartParameters.h"
 #include "tests/tools/PlayProgram.h"
 
+#include <cstdio>
 #include <gmock/gmock.h>
-#include <nlohmann/json.hpp>
 #include <sstream>
 
-using namespace Steinberg;
-using namespace Steinberg::Vst;
-using doubles::midiFile;
-using doubles::MidiTrack;
+using doubles::expectSentence;
+using doubles::le32;
+using doubles::presetFileBytes;
+using doubles::presetXml;
 using doubles::runPlay;
+using doubles::TemporaryHome;
 using doubles::Words;
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::StartsWith;
 
 namespace {
 
-using Json = nlohmann::json;
+using PlayControl = doubles::PlayTest;
 
-class PlayControl : public testing::Test {
+class PlayBank : public doubles::PlayTest {
 protected:
-    Json report(Words arguments)
-    {
-        arguments.insert(arguments.begin(), song);
-        return doubles::playReport(arguments);
-    }
-
-    doubles::ScratchFolder folder;
-    /** Six seconds. */
-    std::string song = folder.write(
-        "song.mid", midiFile(480, MidiTrack().noteOn(0, 0, 60, 1).noteOff(5760, 0, 60, 0)));
+    TemporaryHome home;
 };
 
-/** The ID, title and unit of each parameter of a part, in order, as the instrument numbers them. */
-struct ParameterLine {
-    int block;
-    int number;
-    const char* title; ///< "%" stands for the part's number
-};
-
-const ParameterLine kPartRows[] = {{37, 12, "Volume %"},
-                                   {37, 13, "Pan %"},
-                                   {37, 53, "Cutoff %"},
-                                   {37, 54, "Resonance %"},
-                                   {37, 44, "AEG Attack Time %"},
-                                   {37, 45, "AEG Decay Time %"},
-                                   {37, 46, "AEG Sustain Level %"},
-                                   {37, 47, "AEG Release Time %"},
-                                   {37, 16, "Chorus Send %"},
-                                   {37, 15, "Reverb Send %"},
-                                   {19, 1, "Assignable Function %-1"},
-                                   {19, 2, "Assignable Function %-2"},
-                                   {37, 56, "Assignable Knob 1"},
-                                   {37, 57, "Assignable Knob 2"}};
-
-std::string columns(const std::string& id, const std::string& title, int unit)
+/** How the line of a parameter begins: with its ID, title and unit. */
+std::string columns(unsigned id, const std::string& title, int unit)
 {
-    auto line = id;
+    auto line = std::to_string(id);
     line.resize(11, ' ');
     line += title;
     line.resize(39, ' ');
     return line + std::to_string(unit);
 }
 
-/** How the line of a parameter begins: ID, title and unit in their columns. */
-std::string beginning(const ParameterLine& row, int part)
+/** The chunk of a user bank. */
+std::string userBank(int bank, int number, const std::string& data)
 {
-    std::string title = row.title;
-    const auto mark = title.find('%');
-    if (mark != std::string::npos)
-        title.replace(mark, 1, std::to_string(part + 1));
-    return columns(std::to_string(row.block * 1000000 + row.number * 1000 + part), title, part + 2);
+    return le32(2) + le32(bank) + le32(number) + le32(static_cast<int32_t>(data.size())) + data;
+}
+
+/** What the simulated instrument's bank holds until something is loaded into it. */
+std::string factoryBytes(int bank, int number)
+{
+    std::string data = "UB";
+    data += static_cast<char>(bank);
+    data += static_cast<char>(number);
+    for (int index = 0; index < 512; ++index)
+        data += static_cast<char>((index * 7 + bank * 16 + number) % 256);
+    return data;
 }
 
 } // namespace
 
-TEST(PlayParameters, ListsAll225RowByRow)
+TEST(PlayParameters, ListsAllParametersAndUnits)
 {
     const auto outcome = runPlay({"--list-parameters"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     std::istringstream lines(outcome.out);
     std::string line;
     std::getline(lines, line); // the table's head
-    for (int part = 0; part < 16; ++part)
-        for (const auto& row : kPartRows) {
-            ASSERT_TRUE(std::getline(lines, line));
-            EXPECT_THAT(line, StartsWith(beginning(row, part)));
-            EXPECT_EQ(line.substr(45, 8), "automate");
-        }
+    for (int index = 0; index < hosts::kAutomatable; ++index) {
+        const auto expected = hosts::expectedParameter(index);
+        ASSERT_TRUE(std::getline(lines, line));
+        EXPECT_THAT(line, StartsWith(columns(expected.id, expected.title, expected.unit)));
+        EXPECT_EQ(line.substr(45, 8), "automate");
+    }
     ASSERT_TRUE(std::getline(lines, line));
-    EXPECT_THAT(line, StartsWith(columns("201005000", "", -1)));
+    EXPECT_THAT(line, StartsWith(columns(201005000, "", -1)));
     EXPECT_EQ(line.substr(45, 2), "- ");
     ASSERT_TRUE(std::getline(lines, line));
     EXPECT_EQ(line, "225 parameters, 224 automatable");
+    EXPECT_THAT(outcome.out, HasSubstr("\n1     Common            0       1\n"
+                                       "2     Part1 / Voice     0       2\n"
+                                       "3     Part2             0       3\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("\n17    Part16            0       17\n17 units\n"));
 }
 
-TEST(PlayParameters, ListsTheSeventeenUnits)
-{
-    const auto text = runPlay({"--list-parameters"}).out;
-    EXPECT_THAT(text, HasSubstr("\n1     Common            0       1\n"
-                                "2     Part1 / Voice     0       2\n"
-                                "3     Part2             0       3\n"));
-    EXPECT_THAT(text, HasSubstr("\n17    Part16            0       17\n17 units\n"));
-}
-
-TEST_F(PlayControl, AutomatesAParameterOncePerBlock)
+TEST_F(PlayControl, AutomateSendsAPointInEachBlock)
 {
     const auto read = report({"--automate", "Cutoff 1"});
     ASSERT_EQ(read["automation"].size(), 1U);
@@ -116,79 +91,111 @@ TEST_F(PlayControl, AutomatesAParameterOncePerBlock)
     EXPECT_EQ(read["automation"][0]["points"], read["process"]["blocks"]);
 }
 
-TEST_F(PlayControl, LetsTheAutomationReachTheEditor)
+TEST_F(PlayControl, AutomateReachesTheEditor)
 {
     const auto text =
         runPlay({song, "--rate", "48000", "--block", "480", "--automate", "Cutoff 1"}).out;
-    // 6.5 s in blocks of 10 ms.
-    EXPECT_THAT(text, HasSubstr("\"Cutoff 1\", 650 points, one a block; the editor got 650\n"));
+    // 12.5 s in blocks of 10 ms.
+    EXPECT_THAT(text, HasSubstr("\"Cutoff 1\", 1,250 points, one a block; the editor got 1,250\n"));
 }
 
-TEST_F(PlayControl, ShowsEachGestureOnceInOrderInEveryKindOfHost)
+TEST_F(PlayControl, UserTurnsAreSeenOnceAndInOrderByEveryKindOfHost)
 {
-    // The user turns after 1, 3 and 5 of 6.5 seconds.
+    // The user turns after 1, 3, 5, 7, 9 and 11 of 12.5 seconds.
     for (const Words& host : {Words{"--host", "cubase:7.5.1"}, Words{"--host", "plain"},
                               Words{"--host", "older"}, Words{"--no-unicode"}}) {
-        auto arguments = host;
-        arguments.insert(arguments.end(), {"--user-turns", "Volume 3"});
-        const auto read = report(arguments);
-        ASSERT_EQ(read["userTurns"].size(), 1U);
-        const auto& turn = read["userTurns"][0];
-        EXPECT_EQ(turn["title"], "Volume 3");
-        EXPECT_EQ(turn["gestures"], 3) << host.back();
-        EXPECT_EQ(turn["begin"], 3) << host.back();
-        EXPECT_EQ(turn["perform"], 3) << host.back();
-        EXPECT_EQ(turn["end"], 3) << host.back();
-        EXPECT_TRUE(turn["inOrder"]) << host.back();
+        auto options = host;
+        options.insert(options.end(), {"--user-turns", "Volume 3"});
+        EXPECT_EQ(report(options)["userTurns"], nlohmann::json::parse(R"([
+            {"title": "Volume 3", "gestures": 6, "begin": 6, "perform": 6, "end": 6,
+             "inOrder": true}])"))
+            << host.back();
     }
 }
 
-TEST_F(PlayControl, LoadsAPresetIntoTheEditor)
+TEST_F(PlayControl, RefusesParametersThatThePlugInDoesNotHave)
 {
-    const auto file = folder.file("voice.vstpreset");
-    {
-        const auto stream = owned(FileStream::open(file.c_str(), "wb"));
-        ASSERT_TRUE(VstK2xPreset::savePreset(stream, kProcessorUID, 3, 17, nullptr, -1));
-    }
+    for (const char* option : {"--automate", "--user-turns"})
+        expectSentence(runPlay({song, option, "Loudness"}), "no parameter \"Loudness\"");
+}
+
+TEST_F(PlayControl, PresetReachesTheEditor)
+{
+    const auto file =
+        folder.write("voice.vstpreset", presetFileBytes(le32(1) + le32(3) + le32(17)));
     EXPECT_EQ(report({"--preset", file})["preset"]["reached"], "voice 17 of bank 3");
 }
 
-TEST_F(PlayControl, LoadsAUserBankIntoTheEditor)
+TEST_F(PlayControl, PresetIsRefusedThatIsMissingForeignOrNone)
 {
-    const auto file = folder.file("bank.vstpreset");
-    char data[] = {1, 2, 3, 4, 5};
-    {
-        const auto stream = owned(FileStream::open(file.c_str(), "wb"));
-        ASSERT_TRUE(
-            VstK2xUserBank::saveUserBank(stream, kProcessorUID, 8, 2, 5, data, nullptr, -1));
-    }
-    EXPECT_EQ(report({"--preset", file})["preset"]["reached"], "user bank 8, number 2, 5 bytes");
-}
-
-TEST_F(PlayControl, RefusesPresetsThatAreNone)
-{
-    const auto foreign = folder.file("foreign.vstpreset");
-    {
-        const auto stream = owned(FileStream::open(foreign.c_str(), "wb"));
-        VstK2xPreset::savePreset(stream, kControllerUID, 3, 17, nullptr, -1);
-    }
-    const auto sentence = [&](const std::string& file) {
-        const auto outcome = runPlay({song, "--preset", file});
-        EXPECT_TRUE(outcome.isOneSentence()) << outcome.out << outcome.err;
-        return outcome.err;
+    constexpr size_t classID = 8; // its 32 digits come after "VST3" and a number
+    auto foreign = presetFileBytes(le32(1) + le32(3) + le32(17));
+    foreign.replace(classID, 32, 32, '0');
+    const auto refuse = [&](const std::string& file, const char* words) {
+        expectSentence(runPlay({song, "--preset", file}), words);
     };
-    EXPECT_THAT(sentence(foreign), HasSubstr("is a preset of another plug-in."));
-    EXPECT_THAT(sentence(folder.file("none.vstpreset")), HasSubstr("There is no preset file"));
-    EXPECT_THAT(sentence(folder.write("text.vstpreset", "a text")),
-                HasSubstr("not a VST 3 preset."));
-    EXPECT_THAT(sentence(folder.write("empty.vstpreset", "")), HasSubstr("not a VST 3 preset."));
+    refuse(folder.write("foreign.vstpreset", foreign), "is a preset of another plug-in.");
+    refuse(folder.file("none.vstpreset"), "There is no preset file");
+    refuse(folder.write("text.vstpreset", "a text"), "not a VST 3 preset.");
+    refuse(folder.write("empty.vstpreset", ""), "not a VST 3 preset.");
 }
 
-TEST_F(PlayControl, RefusesParametersThatItCannotMove)
+TEST_F(PlayBank, StoreBankWritesAFileBelowHomeThatPresetLoads)
 {
-    for (const char* option : {"--automate", "--user-turns"}) {
-        const auto outcome = runPlay({song, option, "Loudness"});
-        EXPECT_TRUE(outcome.isOneSentence()) << outcome.out << outcome.err;
-        EXPECT_THAT(outcome.err, HasSubstr("no parameter \"Loudness\""));
+    const auto file = home.presetFolder() + "/Gig Bank Studio.vstpreset";
+    const auto stored = report({"--store-bank", "9:2"})["storedBanks"];
+    ASSERT_EQ(stored.size(), 1U);
+    EXPECT_EQ(stored[0], nlohmann::json({{"bank", 9}, {"number", 2}, {"file", file}}));
+    EXPECT_THAT(home.files(), ElementsAre("Gig Bank Studio.vstpreset"));
+    const auto data = factoryBytes(9, 2);
+    EXPECT_EQ(home.content("Gig Bank Studio.vstpreset"),
+              presetFileBytes(userBank(9, 2, data), presetXml("Bass", "Synth Bass", "")));
+
+    const auto preset = report({"--preset", file})["preset"];
+    EXPECT_EQ(preset["reached"], "user bank 9, number 2, 516 bytes");
+    std::string hex;
+    for (const char byte : data) {
+        char digits[3];
+        std::snprintf(digits, sizeof(digits), "%02x", static_cast<unsigned char>(byte));
+        hex += digits;
     }
+    EXPECT_EQ(preset["data"], hex);
+}
+
+TEST_F(PlayBank, StoreBankWritesWhatAPresetBroughtBefore)
+{
+    const auto data = std::string("\x00\xFF\x10List", 7);
+    const auto brought = folder.write("brought.vstpreset", presetFileBytes(userBank(14, 3, data)));
+    const auto read = report({"--preset", brought, "--store-bank", "14:3"});
+    EXPECT_EQ(read["preset"]["data"], "00ff104c697374");
+    EXPECT_EQ(home.content("Whole Desk Four.vstpreset"),
+              presetFileBytes(userBank(14, 3, data), presetXml("Other", "Other", "")));
+}
+
+TEST_F(PlayBank, StoreBankStoresSeveralAndSaysWhere)
+{
+    const auto outcome =
+        runPlay({song, "--store-bank", "8:0", "--store-bank", "10:1", "--store-bank", "8:0"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    const auto line = [this](const std::string& place, const std::string& name) {
+        return "Bank stored   user bank " + place + ", as " + home.presetFolder() + "/" + name +
+               ".vstpreset\n";
+    };
+    EXPECT_THAT(outcome.out, HasSubstr(line("8, number 0", "My Kit Shelf") +
+                                       line("10, number 1", "Sketches Harp") +
+                                       line("8, number 0", "My Kit Shelf")));
+    EXPECT_THAT(home.files(), ElementsAre("My Kit Shelf.vstpreset", "Sketches Harp.vstpreset"));
+}
+
+TEST_F(PlayBank, StoreBankSaysWhatItCannotStore)
+{
+    for (const char* words : {"9", "9:", ":2", "9:2:1", "9:x", " 9:2", "9: 2", "99999999999:0"})
+        expectSentence(runPlay({song, "--store-bank", words}), "is no user bank");
+    // A bank of voices, one without this number, and two numbers that no bank has.
+    for (const char* words : {"0:0", "9:4", "15:0", "-1:0"})
+        expectSentence(runPlay({song, "--store-bank", words}),
+                       "The plug-in wrote no file for bank");
+    EXPECT_THAT(home.files(), IsEmpty());
+    TemporaryHome::set("");
+    expectSentence(runPlay({song, "--store-bank", "9:2"}), "HOME names no folder");
 }

@@ -1,12 +1,8 @@
 // The host's ports, chosen in the simulated editor, through the built program and plug-in.
-#include "tests/tools/MidiBytes.h"
 #include "tests/tools/PlayProgram.h"
 
 #include <gmock/gmock.h>
-#include <nlohmann/json.hpp>
 
-using doubles::midiFile;
-using doubles::MidiTrack;
 using doubles::runPlay;
 using doubles::Words;
 using testing::ElementsAre;
@@ -50,7 +46,7 @@ Texts texts(const Json& list)
 
 } // namespace
 
-TEST(PlayPorts, ListsWhatTheEditorSees)
+TEST(PlayPorts, ListsWhatTheEditorAndTheHostShow)
 {
     const auto report = ports({"--host", "cubase:7.5.1"});
     EXPECT_EQ(report["ready"], true);
@@ -59,23 +55,18 @@ TEST(PlayPorts, ListsWhatTheEditorSees)
     // Not the hidden input, and no output.
     EXPECT_THAT(ids(view["editorAudio"]), ElementsAre("main-l", "main-r", "sub-l", "sub-r", "mic"));
     EXPECT_EQ(view["editorAudio"][0]["name"], "Tavrin RDL3/RDL5 Main L");
-    // Neither inputs, hidden ports, virtual ones nor proxies.
+    // No inputs, hidden ports, virtual ports or proxies.
     EXPECT_THAT(ids(view["editorMidi"]), ElementsAre("out-1", "organ"));
     EXPECT_THAT(hidden(view), ElementsAre("talkback", "attic"));
     EXPECT_EQ(view["holdsAudio"], false);
     EXPECT_THAT(texts(view["audioInputs"]), ElementsAre("", "", "", ""));
     EXPECT_EQ(view["midiOutput"], "");
     EXPECT_EQ(ids(report["secondEditorAudio"]), ids(view["editorAudio"]));
-}
-
-TEST(PlayPorts, TakeTheInstrumentsFourthMidiPortOutOfAllMidiInputs)
-{
     Texts heard;
-    const auto report = ports({});
-    for (const auto& port : report["views"][0]["host"])
+    for (const auto& port : view["host"])
         if (port["inAllMidiInputs"])
             heard.push_back(port["id"]);
-    EXPECT_THAT(heard, ElementsAre("in-1", "keys"));
+    EXPECT_THAT(heard, ElementsAre("in-1", "keys")) << "not the instrument's fourth port";
 }
 
 TEST(PlayPorts, StayInTheEditorsListWhileThePlugInHoldsThem)
@@ -85,7 +76,7 @@ TEST(PlayPorts, StayInTheEditorsListWhileThePlugInHoldsThem)
     const auto& view = report["views"][1];
     EXPECT_THAT(hidden(view), ElementsAre("main-l", "main-r", "talkback", "attic"));
     EXPECT_THAT(ids(view["editorAudio"]), ElementsAre("main-l", "main-r", "sub-l", "sub-r", "mic"));
-    // Somebody else hid the talkback microphone, so it is not to be had.
+    // The host's user hid the talkback microphone, so the plug-in does not get it.
     EXPECT_THAT(texts(view["audioInputs"]), ElementsAre("main-l", "main-r", "", ""));
     EXPECT_EQ(view["holdsAudio"], true);
     EXPECT_THAT(ids(report["secondEditorAudio"]), ElementsAre("sub-l", "sub-r", "mic"));
@@ -116,17 +107,15 @@ TEST(PlayPorts, FeedTwoChannelsOnlyWhenTheyWereHeldBefore)
 
 TEST(PlayPorts, ConnectTheMidiOutputByID)
 {
-    const Words words{"organ", "network", "loop", "attic", "keys", "out-1", "nobody", "out-1", ""};
     Words arguments;
-    for (const auto& id : words)
+    for (const char* id :
+         {"organ", "network", "loop", "attic", "keys", "out-1", "nobody", "out-1", ""})
         arguments.insert(arguments.end(), {"--connect-midi", id});
     const auto report = ports(arguments);
-    ASSERT_EQ(report["views"].size(), 10U);
     Texts connected;
     for (const auto& view : report["views"])
         connected.push_back(view["midiOutput"]);
-    // A proxy and a hidden port can be chosen although they are not listed; a virtual port and an
-    // input cannot.
+    // Unlisted proxies and hidden ports can be chosen; virtual ports and inputs cannot.
     EXPECT_THAT(connected,
                 ElementsAre("", "organ", "network", "", "attic", "", "out-1", "", "out-1", ""));
 }
@@ -191,18 +180,15 @@ TEST(PlayPorts, AreATableForPeople)
                                        "sub-l, sub-r, mic\n"));
 }
 
-TEST(PlayPorts, GoBeforeASongInOneReport)
+using PlayPortsAndSong = doubles::PlayTest;
+
+TEST_F(PlayPortsAndSong, GoBeforeTheSongInOneReport)
 {
-    const doubles::ScratchFolder folder;
-    const auto song = folder.write(
-        "song.mid", midiFile(480, MidiTrack().noteOn(0, 0, 60, 1).noteOff(480, 0, 60, 0)));
-    const auto outcome = runPlay({song, "--ports", "--tracks", "demo", "--json"});
-    ASSERT_EQ(outcome.status, 0) << outcome.err;
-    const auto report = Json::parse(outcome.out, nullptr, false);
-    EXPECT_EQ(report["song"], "song.mid");
-    EXPECT_EQ(report["ports"]["views"].size(), 1U);
-    EXPECT_EQ(report["tracks"]["selections"].size(), 9U);
-    const auto alone = Json::parse(runPlay({song, "--json"}).out, nullptr, false);
+    const auto both = report({"--ports", "--tracks", "demo"});
+    EXPECT_EQ(both["song"], "song.mid");
+    EXPECT_EQ(both["ports"]["views"].size(), 1U);
+    EXPECT_EQ(both["tracks"]["selections"].size(), 9U);
+    const auto alone = report({});
     EXPECT_FALSE(alone.contains("ports"));
     EXPECT_FALSE(alone.contains("tracks"));
     const auto text = runPlay({song, "--ports"}).out;
@@ -212,9 +198,7 @@ TEST(PlayPorts, GoBeforeASongInOneReport)
 
 TEST(PlayPorts, RefuseAListThatDoesNotNameFour)
 {
-    for (const char* list : {"", "main-l", "main-l,main-r", "a,b,c", "a,b,c,d,e", ",,,,"}) {
-        const auto outcome = runPlay({"--connect-audio", list});
-        EXPECT_TRUE(outcome.isOneSentence()) << outcome.status << outcome.out << outcome.err;
-        EXPECT_THAT(outcome.err, HasSubstr("\"" + std::string(list) + "\" does not name four"));
-    }
+    for (const std::string list : {"", "main-l", "main-l,main-r", "a,b,c", "a,b,c,d,e", ",,,,"})
+        doubles::expectSentence(runPlay({"--connect-audio", list}),
+                                "\"" + list + "\" does not name four");
 }

@@ -1,8 +1,9 @@
 #include "tests/tools/PlayProgram.h"
 
-#include <algorithm>
+#include "tests/tools/MidiBytes.h"
+
 #include <fcntl.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -54,12 +55,6 @@ Outcome run(const Words& words)
             ScratchFolder::read(folder.file("err"))};
 }
 
-bool Outcome::isOneSentence() const
-{
-    return status > 0 && out.empty() && !err.empty() && err.back() == '\n' &&
-           std::count(err.begin(), err.end(), '\n') == 1;
-}
-
 Outcome runPlay(const Words& arguments)
 {
     return run({WITH_SIMULATOR, PLAY_PROGRAM}, arguments);
@@ -87,6 +82,30 @@ nlohmann::json playReport(Words arguments, Outcome (*program)(const Words&))
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_EQ(outcome.err, "");
     return nlohmann::json::parse(outcome.out, nullptr, false);
+}
+
+void expectSentence(const Outcome& outcome, const std::string& words)
+{
+    EXPECT_GT(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err.find('\n') + 1, outcome.err.size()) << outcome.err;
+    EXPECT_THAT(outcome.err, testing::HasSubstr(words));
+}
+
+PlayTest::PlayTest()
+: song(folder.write("song.mid", midiFile(480, MidiTrack()
+                                                  .program(0, 0, 40)
+                                                  .noteOn(0, 0, 60, 1)
+                                                  .noteOn(0, 9, 36, 127)
+                                                  .noteOff(24 * 480, 0, 60, 64)
+                                                  .noteOn(0, 9, 36, 0))))
+{
+}
+
+nlohmann::json PlayTest::report(Words options) const
+{
+    options.insert(options.begin(), song);
+    return playReport(std::move(options));
 }
 
 } // namespace doubles

@@ -5,7 +5,7 @@
 
 using Steinberg::Vst::tools::ProgressBar;
 
-TEST(ProgressBar, ShowsHowMuchIsDone)
+TEST(ProgressBar, LineShowsHowMuchIsDone)
 {
     EXPECT_EQ(ProgressBar::line(0, 60), "[" + std::string(40, ' ') + "]   0 %");
     EXPECT_EQ(ProgressBar::line(30, 60),
@@ -16,7 +16,7 @@ TEST(ProgressBar, ShowsHowMuchIsDone)
               "[" + std::string(40, ' ') + "]   0 %  0:00 of 1:00");
 }
 
-TEST(ProgressBar, WritesOnlyWhatChangedAndWipesItsLine)
+TEST(ProgressBar, ShowWritesOnlyWhatChangedAndTheEndWipesTheLine)
 {
     std::ostringstream stream;
     {
@@ -33,7 +33,7 @@ TEST(ProgressBar, WritesOnlyWhatChangedAndWipesItsLine)
     EXPECT_EQ(text.substr(text.size() - 2), " \r");
 }
 
-TEST(ProgressBar, BlanksOutWhatALongerTextLeaves)
+TEST(ProgressBar, ShowTextBlanksOutTheRestOfALongerText)
 {
     std::ostringstream stream;
     ProgressBar bar(&stream);
@@ -42,7 +42,7 @@ TEST(ProgressBar, BlanksOutWhatALongerTextLeaves)
     EXPECT_EQ(stream.str(), "\ra long text\rshort      ");
 }
 
-TEST(ProgressBar, MakesRoomForATextAndComesBack)
+TEST(ProgressBar, WipeTakesTheLineAwayUntilTheNextShow)
 {
     std::ostringstream stream;
     ProgressBar bar(&stream);
@@ -57,7 +57,7 @@ TEST(ProgressBar, MakesRoomForATextAndComesBack)
     EXPECT_EQ(stream.str(), wiped + once);
 }
 
-TEST(ProgressBar, DrawsNothingWithoutATerminal)
+TEST(ProgressBar, ShowDrawsNothingWithoutATerminal)
 {
     ProgressBar bar(nullptr);
     bar.show(1, 2);

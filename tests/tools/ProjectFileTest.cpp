@@ -9,6 +9,10 @@ using namespace Steinberg::Vst::play;
 using Steinberg::Vst::tools::Failure;
 using testing::ElementsAre;
 using testing::EndsWith;
+using testing::Eq;
+using testing::FieldsAre;
+using testing::IsEmpty;
+using testing::Optional;
 using testing::StartsWith;
 
 namespace {
@@ -39,14 +43,9 @@ protected:
     doubles::ScratchFolder folder;
 };
 
-std::string oneTrack(const std::string& track)
-{
-    return "{\"tracks\": [" + track + "]}";
-}
-
 } // namespace
 
-TEST_F(ProjectFileTest, ReadsTracksAndRack)
+TEST_F(ProjectFileTest, ReadProjectReadsTracksAndRack)
 {
     const auto project = read(R"({
         "rack": [{"name": "RDL 1", "plugIn": "RDL3/RDL5 VST", "feeds": ["Lead", "Drums"]},
@@ -55,31 +54,22 @@ TEST_F(ProjectFileTest, ReadsTracksAndRack)
                    {"type": "instrument", "name": "Lead", "channel": 1},
                    {"type": "audio", "name": "Vocals"},
                    {"type": "group", "name": ""}]})");
-    ASSERT_EQ(project.tracks.size(), 4U);
-    EXPECT_EQ(project.tracks[0].type, Project::TrackType::midi);
-    EXPECT_EQ(project.tracks[0].name, "Drums");
-    EXPECT_EQ(project.tracks[0].output, "RDL 1 - X");
-    EXPECT_EQ(project.tracks[0].channel, 15);
-    EXPECT_EQ(project.tracks[1].type, Project::TrackType::instrument);
-    EXPECT_EQ(project.tracks[1].output, "");
-    EXPECT_EQ(project.tracks[1].channel, 0);
-    EXPECT_EQ(project.tracks[2].type, Project::TrackType::audio);
-    EXPECT_EQ(project.tracks[2].channel, 0);
-    EXPECT_EQ(project.tracks[3].type, Project::TrackType::group);
-    ASSERT_EQ(project.rack.size(), 2U);
-    EXPECT_EQ(project.rack[0].name, "RDL 1");
-    EXPECT_EQ(project.rack[0].effectType, "RDL3/RDL5 VST");
-    EXPECT_THAT(project.rack[0].feeds, ElementsAre(1U, 0U));
-    EXPECT_FALSE(project.rack[1].effectType);
-    EXPECT_TRUE(project.rack[1].feeds.empty());
+    using Type = Project::TrackType;
+    EXPECT_THAT(project.tracks, ElementsAre(FieldsAre(Type::midi, "Drums", "RDL 1 - X", 15),
+                                            FieldsAre(Type::instrument, "Lead", "", 0),
+                                            FieldsAre(Type::audio, "Vocals", "", 0),
+                                            FieldsAre(Type::group, "", "", 0)));
+    EXPECT_THAT(project.rack, ElementsAre(FieldsAre("RDL 1", Optional(std::string("RDL3/RDL5 VST")),
+                                                    ElementsAre(1U, 0U)),
+                                          FieldsAre("Empty", Eq(std::nullopt), IsEmpty())));
 }
 
-TEST_F(ProjectFileTest, ReadsAProjectWithoutTracks)
+TEST_F(ProjectFileTest, ReadProjectReadsAProjectWithoutTracks)
 {
     EXPECT_TRUE(read(R"({"tracks": []})").tracks.empty());
 }
 
-TEST_F(ProjectFileTest, HasADemoWithEveryTypeOfTrack)
+TEST_F(ProjectFileTest, DemoProjectHasEveryTypeOfTrack)
 {
     const auto project = demoProject();
     EXPECT_EQ(project.tracks.size(), 9U);
@@ -87,7 +77,7 @@ TEST_F(ProjectFileTest, HasADemoWithEveryTypeOfTrack)
     EXPECT_EQ(project.rack.size(), 2U);
 }
 
-TEST_F(ProjectFileTest, SaysWhereAFileIsNoJson)
+TEST_F(ProjectFileTest, ReadProjectSaysWhereAFileIsNoJson)
 {
     EXPECT_EQ(complaint(""), " is not JSON; the fault shows in line 1.");
     EXPECT_EQ(complaint("{\"tracks\": [\n\n}"), " is not JSON; the fault shows in line 3.");
@@ -96,7 +86,7 @@ TEST_F(ProjectFileTest, SaysWhereAFileIsNoJson)
     EXPECT_EQ(complaint(std::string(100000, '[')), " is not JSON; the fault shows in line 1.");
 }
 
-TEST_F(ProjectFileTest, RefusesAProjectOfAnotherShape)
+TEST_F(ProjectFileTest, ReadProjectSaysWhatIsWrongInAProject)
 {
     EXPECT_EQ(complaint("[]"), " is not an object in braces.");
     EXPECT_EQ(complaint("{}"), " has no \"tracks\".");
@@ -107,36 +97,33 @@ TEST_F(ProjectFileTest, RefusesAProjectOfAnotherShape)
               " has an entry \"tempo\", which means nothing here.");
 }
 
-TEST_F(ProjectFileTest, RefusesATrackThatIsNone)
+TEST_F(ProjectFileTest, ReadProjectSaysWhatIsWrongWithATrack)
 {
-    EXPECT_EQ(complaint(oneTrack("7")), ": track 1 is not an object in braces.");
-    EXPECT_EQ(complaint(oneTrack(R"({"name": "A"})")), ": track 1 has no \"type\".");
-    EXPECT_EQ(complaint(oneTrack(R"({"type": "midi"})")), ": track 1 has no \"name\".");
-    EXPECT_EQ(complaint(oneTrack(R"({"type": "drum", "name": "A"})")),
+    const auto track = [&](const std::string& tracks) {
+        return complaint("{\"tracks\": [" + tracks + "]}");
+    };
+    EXPECT_EQ(track("7"), ": track 1 is not an object in braces.");
+    EXPECT_EQ(track(R"({"name": "A"})"), ": track 1 has no \"type\".");
+    EXPECT_EQ(track(R"({"type": "midi"})"), ": track 1 has no \"name\".");
+    EXPECT_EQ(track(R"({"type": "drum", "name": "A"})"),
               ": track 1 has the type \"drum\"; a type is \"midi\", \"instrument\", \"audio\" or "
               "\"group\".");
-    EXPECT_EQ(complaint(oneTrack(R"({"type": 1, "name": "A"})")),
+    EXPECT_EQ(track(R"({"type": 1, "name": "A"})"),
               ": track 1 has a \"type\" that is not a text in quotes.");
-    EXPECT_EQ(complaint(oneTrack(R"({"type": "midi", "name": "A", "output": null})")),
+    EXPECT_EQ(track(R"({"type": "midi", "name": "A", "output": null})"),
               ": track 1 has a \"output\" that is not a text in quotes.");
-    EXPECT_EQ(complaint(oneTrack(R"({"type": "midi", "name": "A", "chanel": 1})")),
+    EXPECT_EQ(track(R"({"type": "midi", "name": "A", "chanel": 1})"),
               ": track 1 has an entry \"chanel\", which means nothing here.");
-    EXPECT_EQ(
-        complaint(oneTrack(R"({"type": "midi", "name": "A"}, {"type": "audio", "name": "A"})")),
-        ": track 2 has the name of another track, \"A\".");
-}
-
-TEST_F(ProjectFileTest, RefusesAChannelThatIsNone)
-{
-    for (const char* channel :
+    EXPECT_EQ(track(R"({"type": "midi", "name": "A"}, {"type": "audio", "name": "A"})"),
+              ": track 2 has the name of another track, \"A\".");
+    for (const std::string channel :
          {"0", "17", "-1", "1.5", "\"1\"", "null", "4294967297", "18446744073709551615", "1e3"})
-        EXPECT_EQ(complaint(oneTrack(R"({"type": "midi", "name": "A", "channel": )" +
-                                     std::string(channel) + "}")),
+        EXPECT_EQ(track(R"({"type": "midi", "name": "A", "channel": )" + channel + "}"),
                   ": track 1 has a \"channel\" that is not a whole number from 1 to 16.")
             << channel;
 }
 
-TEST_F(ProjectFileTest, RefusesARackThatFeedsNoTrack)
+TEST_F(ProjectFileTest, ReadProjectSaysWhatIsWrongInTheRack)
 {
     const auto rack = [&](const std::string& entry) {
         return complaint(R"({"tracks": [{"type": "midi", "name": "A"}], "rack": [)" + entry + "]}");
@@ -151,7 +138,7 @@ TEST_F(ProjectFileTest, RefusesARackThatFeedsNoTrack)
               ": rack entry 1 has \"feeds\" that are not a list in brackets.");
 }
 
-TEST_F(ProjectFileTest, NamesAFileThatIsMissingOrNone)
+TEST_F(ProjectFileTest, ReadProjectRefusesAFileThatIsMissingOrNone)
 {
     EXPECT_THROW(readProject(folder.file("none.json")), Failure);
     EXPECT_THROW(readProject(folder.file("")), Failure);

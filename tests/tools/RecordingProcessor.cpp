@@ -10,8 +10,6 @@ using namespace Steinberg::Vst;
 
 namespace {
 
-constexpr size_t kQueue = 100;
-
 Event answerTo(const Event& event)
 {
     Event answer{};
@@ -40,19 +38,15 @@ tresult PLUGIN_API RecordingProcessor::process(ProcessData& data)
 
 void RecordingProcessor::takeEvents(const ProcessData& data)
 {
-    std::vector<Event> queue;
     for (int32 i = 0; i < data.inputEvents->getEventCount(); ++i) {
         Event event{};
         data.inputEvents->getEvent(i, event);
         if (event.sampleOffset < 0 || event.sampleOffset >= data.numSamples)
             everyOffsetInsideItsBlock = false;
         events.push_back({position + event.sampleOffset, event});
-        if (queue.size() >= kQueue)
-            queue.clear();
-        queue.push_back(answerTo(event));
+        auto answer = answerTo(event);
+        data.outputEvents->addEvent(answer);
     }
-    for (auto& event : queue)
-        data.outputEvents->addEvent(event);
 }
 
 void RecordingProcessor::takePoints(const ProcessData& data)

@@ -1,4 +1,4 @@
-// RecordingProcessor: a processor that notes what a host sends it.
+// RecordingProcessor: a processor that records what a host sends it.
 #pragma once
 
 #include "pluginterfaces/base/funknownimpl.h"
@@ -10,8 +10,8 @@
 
 namespace doubles {
 
-/** Sends every note that it gets back to the host as the plug-in does: as a note-on at sample 0,
-    with velocity 0 for a note-off, and at most 100 a block. */
+/** Sends every note back to the host as the plug-in does: as a note-on at the block's first sample,
+    with velocity 0 for a note-off. */
 class RecordingProcessor final
 : public Steinberg::U::Implements<Steinberg::U::Directly<Steinberg::Vst::IAudioProcessor>> {
 public:
@@ -27,7 +27,7 @@ public:
 
     std::vector<Received> events;
     std::vector<Point> points;
-    std::vector<Steinberg::int64> blockStarts; ///< as the process context told
+    std::vector<Steinberg::int64> blockStarts; ///< as the process contexts told them
     std::vector<Steinberg::int32> blockSizes;
     bool everyOffsetInsideItsBlock = true;
     double secondsInTheFirstBlock = 0; ///< how long process takes there at least

@@ -37,7 +37,7 @@ Report smallReport()
 
 } // namespace
 
-TEST(Report, SaysInWordsWhatHappened)
+TEST(Report, TextOfSaysWhatHappened)
 {
     const auto text = textOf(smallReport());
     EXPECT_THAT(text, HasSubstr("song.mid, 1:05\n"));
@@ -50,9 +50,12 @@ TEST(Report, SaysInWordsWhatHappened)
     EXPECT_THAT(text, HasSubstr("1,234 bytes; a second instance restored them and saved the same"));
     EXPECT_THAT(text, HasSubstr("at most 0.125 ms of the 11.6 ms"));
     EXPECT_THAT(text, Not(HasSubstr("editor got")));
+    auto report = smallReport();
+    report.stateCameBack = false;
+    EXPECT_THAT(textOf(report), HasSubstr("restored them but saved others"));
 }
 
-TEST(Report, AddsWhatTheEditorLibraryTells)
+TEST(Report, TextOfAddsWhatTheEditorLibraryTells)
 {
     auto report = smallReport();
     report.library = Report::LibrarySide{1, report.played.sent, 0};
@@ -61,7 +64,7 @@ TEST(Report, AddsWhatTheEditorLibraryTells)
     EXPECT_THAT(text, HasSubstr("10                       3/2           3/2           1/0"));
 }
 
-TEST(Report, OfLiveMusicTellsWhatLeftAtTheInstrumentsPort)
+TEST(Report, TextOfAndJsonOfLiveMusicTellWhatLeftAtTheInstrumentsPort)
 {
     auto report = smallReport();
     SimulatorControl::MidiPort port;
@@ -87,14 +90,7 @@ TEST(Report, OfLiveMusicTellsWhatLeftAtTheInstrumentsPort)
     EXPECT_THAT(textOf(report), HasSubstr("MIDI port     none: it is gone; "));
 }
 
-TEST(Report, SaysWhenTheStateDidNotComeBack)
-{
-    auto report = smallReport();
-    report.stateCameBack = false;
-    EXPECT_THAT(textOf(report), HasSubstr("restored them but saved others"));
-}
-
-TEST(Report, IsOneJsonObjectForMachines)
+TEST(Report, JsonOfIsOneObject)
 {
     auto report = smallReport();
     report.library = Report::LibrarySide{0, report.played.sent, 7};
@@ -113,14 +109,14 @@ TEST(Report, IsOneJsonObjectForMachines)
     EXPECT_FALSE(json.contains("audio"));
 }
 
-TEST(Report, StaysJsonWithNamesThatAreNoText)
+TEST(Report, JsonOfStaysJsonWithNamesThatAreNotUtf8)
 {
     auto report = smallReport();
     report.song = "\xFF\xFE.mid";
     EXPECT_FALSE(nlohmann::json::parse(jsonOf(report))["song"].get<std::string>().empty());
 }
 
-TEST(Report, GroupsThousands)
+TEST(Report, GroupedPutsACommaAtEachThousand)
 {
     EXPECT_EQ(grouped(0), "0");
     EXPECT_EQ(grouped(999), "999");

@@ -1,4 +1,4 @@
-// ScratchFolder: a folder of its own for one test.
+// ScratchFolder: a temporary folder for one test.
 #pragma once
 
 #include <filesystem>
@@ -6,7 +6,7 @@
 
 namespace doubles {
 
-/** Made by the constructor, removed with all that is in it by the destructor. */
+/** Made by the constructor and removed, with all that is in it, by the destructor. */
 class ScratchFolder {
 public:
     ScratchFolder();
@@ -14,10 +14,10 @@ public:
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-    /** The path of a file in it, which need not exist. */
+    /** The path of a file in it, whether or not there is one. */
     std::string file(const std::string& name) const { return (folder / name).string(); }
 
-    /** Writes a file and gives its path. */
+    /** Writes a file. @return its path */
     std::string write(const std::string& name, const std::string& bytes) const;
 
     /** A file's bytes; empty when there is none. */

@@ -4,33 +4,22 @@
 
 using Steinberg::Vst::play::TempoMap;
 
-TEST(TempoMap, CountsAtHundredAndTwentyQuartersAMinuteWithoutATempo)
+TEST(TempoMap, SampleAtGivesTheNearestSampleAtATempoOf120UntilItChanges)
 {
-    // 480 pulses last half a second.
+    // 480 pulses last half a second. One lasts 45.9375 samples at 44.1 kHz and 50 at 48 kHz.
     const TempoMap map(480);
     EXPECT_EQ(map.sampleAt(0, 44100), 0);
+    EXPECT_EQ(map.sampleAt(1, 44100), 46);
+    EXPECT_EQ(map.sampleAt(7, 44100), 322); // 321.5625
+    EXPECT_EQ(map.sampleAt(8, 44100), 368); // 367.5: a half is rounded up
     EXPECT_EQ(map.sampleAt(480, 44100), 22050);
+    EXPECT_EQ(map.sampleAt(1, 48000), 50);
     EXPECT_EQ(map.sampleAt(480, 48000), 24000);
+    EXPECT_EQ(map.sampleAt(1, 96000), 100);
     EXPECT_EQ(map.sampleAt(480, 96000), 48000);
 }
 
-TEST(TempoMap, GivesTheNearestSample)
-{
-    // One pulse is 500,000 / 480 microseconds: 45.9375 samples at 44.1 kHz, 50 at 48 kHz.
-    const TempoMap map(480);
-    EXPECT_EQ(map.sampleAt(1, 44100), 46);
-    EXPECT_EQ(map.sampleAt(7, 44100), 322); // 321.5625
-    EXPECT_EQ(map.sampleAt(1, 48000), 50);
-    EXPECT_EQ(map.sampleAt(1, 96000), 100);
-}
-
-TEST(TempoMap, RoundsAHalfSampleUp)
-{
-    const TempoMap map(480);
-    EXPECT_EQ(map.sampleAt(8, 44100), 368); // 367.5
-}
-
-TEST(TempoMap, FollowsTempoChangesToTheSample)
+TEST(TempoMap, ChangeCountsFromItsPulseOn)
 {
     // 0.5 s to pulse 480, 0.6 s to pulse 960, then 333,333 / 480 microseconds a pulse.
     TempoMap map(480);
@@ -47,7 +36,7 @@ TEST(TempoMap, FollowsTempoChangesToTheSample)
     EXPECT_EQ(map.secondsAt(479), 0);
 }
 
-TEST(TempoMap, DoesNotDriftOverManyTempoChanges)
+TEST(TempoMap, SampleAtDoesNotDriftOverManyTempoChanges)
 {
     // 960 pulses of 333,333 / 96 and 333,334 / 96 microseconds in turn: 3.333335 s together.
     TempoMap map(96);
@@ -57,7 +46,7 @@ TEST(TempoMap, DoesNotDriftOverManyTempoChanges)
     EXPECT_EQ(map.sampleAt(960, 192000), 640000); // 640,000.32
 }
 
-TEST(TempoMap, LetsTheLaterOfTwoChangesAtOnePulseHold)
+TEST(TempoMap, ChangeReplacesAnEarlierOneAtTheSamePulse)
 {
     TempoMap map(480);
     map.change(0, 1000000);
@@ -65,7 +54,7 @@ TEST(TempoMap, LetsTheLaterOfTwoChangesAtOnePulseHold)
     EXPECT_EQ(map.sampleAt(480, 48000), 12000);
 }
 
-TEST(TempoMap, StaysExactAtTheLongestAndSlowest)
+TEST(TempoMap, SampleAtStaysExactInTheLongestAndSlowestSong)
 {
     // One quarter note of 32,767 pulses lasts 16.777215 s, 60,000 of them 1,006,632.9 s.
     TempoMap map(32767);

@@ -6,23 +6,24 @@
 
 using namespace Steinberg;
 using namespace Steinberg::Vst::play;
+using testing::ElementsAre;
+using testing::FieldsAre;
 using testing::SizeIs;
 
-TEST(Timeline, HasASpanForEachBlockOfAShortSong)
+TEST(Timeline, AddFillsASpanForEachBlockOfAShortSong)
 {
     Timeline timeline(3);
     timeline.add({0.001, 5, 4});
     timeline.add({0.003, 0, 1});
     timeline.add({0.002, 7, 7});
-    ASSERT_THAT(timeline.spans(), SizeIs(3));
     EXPECT_EQ(timeline.blocksInASpan(), 1);
-    EXPECT_EQ(timeline.spans()[1].blocks, 1);
-    EXPECT_EQ(timeline.spans()[1].longest, 0.003);
-    EXPECT_EQ(timeline.spans()[2].sent, 7);
+    EXPECT_THAT(timeline.spans(), ElementsAre(FieldsAre(1, 0.001, 0.001, 5, 4, 5, 4),
+                                              FieldsAre(1, 0.003, 0.003, 0, 1, 0, 1),
+                                              FieldsAre(1, 0.002, 0.002, 7, 7, 7, 7)));
     EXPECT_EQ(timeline.longestQueue(), 7);
 }
 
-TEST(Timeline, PutsTheBlocksOfALongSongTogether)
+TEST(Timeline, AddPutsTheBlocksOfALongSongTogether)
 {
     // 10,001 blocks need three to a span: 3,333 spans of three and one of two.
     Timeline timeline(10001);
@@ -30,19 +31,13 @@ TEST(Timeline, PutsTheBlocksOfALongSongTogether)
         timeline.add({i == 4 ? 0.5 : 0.25, 1, i == 3 ? 9 : 2});
     EXPECT_EQ(timeline.blocksInASpan(), 3);
     ASSERT_THAT(timeline.spans(), SizeIs(3334));
-    const auto& second = timeline.spans()[1];
-    EXPECT_EQ(second.blocks, 3);
-    EXPECT_EQ(second.seconds, 1.0);
-    EXPECT_EQ(second.longest, 0.5);
-    EXPECT_EQ(second.sent, 3);
-    EXPECT_EQ(second.mostSent, 1);
-    EXPECT_EQ(second.left, 13);
-    EXPECT_EQ(second.mostLeft, 9);
+    // Three blocks of 1 s together and 0.5 s at the most, with 3 events in and 13 out.
+    EXPECT_THAT(timeline.spans()[1], FieldsAre(3, 1.0, 0.5, 3, 13, 1, 9));
     EXPECT_EQ(timeline.spans().back().blocks, 2);
     EXPECT_EQ(timeline.longestQueue(), 9);
 }
 
-TEST(Timeline, CountsABlockTooManyToTheLastSpan)
+TEST(Timeline, AddCountsABlockTooManyToTheLastSpan)
 {
     Timeline timeline(1);
     timeline.add({0.1, 1, 1});
@@ -54,7 +49,7 @@ TEST(Timeline, CountsABlockTooManyToTheLastSpan)
     EXPECT_EQ(nothing.longestQueue(), 0);
 }
 
-TEST(BlockTimes, TellsTheTimeThatAPartOfTheBlocksStayedWithin)
+TEST(BlockTimes, WithinTellsTheTimeThatAPartOfTheBlocksStayedWithin)
 {
     BlockTimes times;
     for (int i = 0; i < 98; ++i)
@@ -75,7 +70,7 @@ TEST(BlockTimes, TellsTheTimeThatAPartOfTheBlocksStayedWithin)
     EXPECT_LE(times.within(1), times.longest());
 }
 
-TEST(BlockTimes, TakesTimesOfAnyLength)
+TEST(BlockTimes, AddTakesTimesOfAnyLength)
 {
     BlockTimes times;
     times.add(0);

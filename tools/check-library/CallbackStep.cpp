@@ -1,7 +1,6 @@
 // The step that watches what the library calls, on which thread and for how long.
 #include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 
 #include <chrono>
@@ -14,7 +13,7 @@ namespace checklibrary {
 namespace {
 
 constexpr int kTicks = 10;
-/** Long enough for a thread of the library's that goes on where it should not. */
+/** Long enough to notice a thread of the library's that goes on calling. */
 constexpr std::chrono::milliseconds kSilence{200};
 
 /** Does what makes a library call back: another voice, automation, notes and the state again. */
@@ -58,21 +57,19 @@ void tryCallbacks(const Options& options, Journal& journal)
     const auto& plugIn = life.plugIn();
     const auto faults = plugIn.faults();
     for (const auto& fault : faults)
-        journal.say({Verdict::bad, "callbacks", "The library " + fault + ".", kTellMaker, {}});
+        journal.say(bad("callbacks", "The library " + fault + "."));
     if (!faults.empty())
         return;
     const auto others = plugIn.otherThreads();
     journal.say(
-        {Verdict::good,
-         "callbacks",
-         "Its callbacks (" + std::to_string(plugIn.valuesChanged()) +
-             " values) come as they should, from " +
-             (others == 0 ? "the host's thread alone"
-                          : std::to_string(others) + (others == 1 ? " thread" : " threads") +
-                                " of its own as well") +
-             ", and none came after its end.",
-         "",
-         {{"values", plugIn.valuesChanged()}, {"ownThreads", others}}});
+        good("callbacks",
+             "Its callbacks (" + std::to_string(plugIn.valuesChanged()) +
+                 " values) come as they should, from " +
+                 (others == 0 ? "the host's thread alone"
+                              : std::to_string(others) + (others == 1 ? " thread" : " threads") +
+                                    " of its own as well") +
+                 ", and none came after its end.",
+             {{"values", plugIn.valuesChanged()}, {"ownThreads", others}}));
 }
 
 } // namespace checklibrary

@@ -13,7 +13,7 @@ namespace checklibrary {
 
 namespace {
 
-/** Whether it leaves nothing to ask the library for. */
+/** Whether nothing can be asked of the library after this. */
 bool isObstacle(const Finding& finding)
 {
     return finding.verdict == Verdict::bad && finding.check.rfind("library-", 0) == 0;

@@ -21,6 +21,21 @@ constexpr std::array<std::pair<Verdict, const char*>, 4> kVerdicts = {{
 
 } // namespace
 
+Finding good(std::string check, std::string text, Json facts)
+{
+    return {Verdict::good, std::move(check), std::move(text), "", std::move(facts)};
+}
+
+Finding remark(std::string check, std::string text, Json facts)
+{
+    return {Verdict::remark, std::move(check), std::move(text), "", std::move(facts)};
+}
+
+Finding bad(std::string check, std::string text, std::string remedy, Json facts)
+{
+    return {Verdict::bad, std::move(check), std::move(text), std::move(remedy), std::move(facts)};
+}
+
 Json jsonOf(const Finding& finding)
 {
     Json json;

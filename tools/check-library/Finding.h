@@ -1,6 +1,8 @@
 // Finding: one thing that check-library looked at, and what came of it.
 #pragma once
 
+#include "tools/check-library/Remedies.h"
+
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -13,7 +15,7 @@ enum class Verdict {
     good,
     remark,  ///< works, and its user may notice
     bad,     ///< the plug-in needs it otherwise
-    untried, ///< something before it was bad
+    untried, ///< because something before it was bad
 };
 
 struct Finding {
@@ -31,8 +33,16 @@ struct Section {
 };
 using Findings = std::vector<Section>;
 
+/** What is as it should be. */
+Finding good(std::string check, std::string text, nlohmann::ordered_json facts = {});
+/** What works, although its user may notice it, and nothing is to be done. */
+Finding remark(std::string check, std::string text, nlohmann::ordered_json facts = {});
+/** What the plug-in needs to be otherwise. */
+Finding bad(std::string check, std::string text, std::string remedy = kTellMaker,
+            nlohmann::ordered_json facts = {});
+
 nlohmann::ordered_json jsonOf(const Finding& finding);
-/** The way back, for what another process found. @throws nlohmann::json::exception */
+/** Reads what jsonOf made in another process. @throws nlohmann::json::exception */
 Finding findingOf(const nlohmann::ordered_json& json);
 
 /** Whether anything is bad. */

@@ -1,7 +1,6 @@
 #include "tools/check-library/LibraryFile.h"
 
 #include "editorlib/EditorLibraryNames.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/common/platform/Quarantine.h"
 
 #include <algorithm>
@@ -22,15 +21,15 @@ using Format = LibraryFile::Format;
 using Place = LibraryFile::Place;
 
 constexpr size_t kHeaderBytes = 4096;
-constexpr std::uint32_t kMostSlices = 32; ///< as many machines as one file is believed to serve
+constexpr std::uint32_t kMostSlices = 32; ///< more than a real file has code for
 
 struct Machine {
     std::uint32_t code;
     const char* name;
 };
 
-// The numbers that the two formats give to processors; which they are is in their public headers,
-// <elf.h> and <mach/machine.h>, of which each system has but one.
+// The processors' numbers in the two formats, as in <elf.h> and <mach/machine.h>, of which each
+// system has only one.
 constexpr Machine kElfMachines[] = {{3, "i386"},    {40, "arm"},    {62, "x86_64"},
                                     {183, "arm64"}, {243, "riscv"}, {21, "ppc64"}};
 constexpr Machine kMachOMachines[] = {
@@ -50,7 +49,7 @@ std::string nameOf(const Machine (&machines)[count], std::uint32_t code)
     return found == std::end(machines) ? "machine " + std::to_string(code) : found->name;
 }
 
-/** An unsigned number of width bytes; 0 where the bytes end before it does. */
+/** An unsigned number of width bytes; 0 where the bytes end too early. */
 std::uint32_t number(const std::string& bytes, size_t at, size_t width, bool bigEndian)
 {
     if (at + width > bytes.size())
@@ -135,22 +134,23 @@ void readFile(LibraryFile& file)
     readHeader(bytes, file);
 }
 
-Finding bad(const std::string& text, const std::string& remedy)
+Finding badFile(const std::string& text, const std::string& remedy = kInstallEditor)
 {
-    return {Verdict::bad, "library-file", text, remedy, {}};
+    return bad("library-file", text, remedy);
 }
 
 Finding missingFinding(const LibraryFile& file)
 {
     auto text = "There is no editor library at " + quoted(file.path) + ".";
     if (file.firstMissing != file.path)
-        text += " Already the folder " + quoted(file.firstMissing) + " is missing.";
+        text += " Even the folder " + quoted(file.firstMissing) + " is missing.";
     if (file.likeness.empty())
-        return bad(text, "Install the editor of your instrument: it puts the library there, and "
-                         "without it the plug-in stays empty.");
-    return bad(text + " In its folder lies " + joined(file.likeness) +
-                   ", which the plug-in does not look for.",
-               "Install the version of the editor that belongs to this plug-in.");
+        return badFile(text,
+                       "Install the editor of your instrument: it puts the library there, and "
+                       "without it the plug-in stays empty.");
+    return badFile(text + " In its folder lies " + joined(file.likeness) +
+                       ", which the plug-in does not look for.",
+                   "Install the version of the editor that belongs to this plug-in.");
 }
 
 Finding otherMachineFinding(const LibraryFile& file)
@@ -158,37 +158,34 @@ Finding otherMachineFinding(const LibraryFile& file)
     const auto text = "The editor library is made for " + joined(file.machines) + ", and this is " +
                       ownMachine() + ".";
     if (ownFormat() == Format::machO)
-        return bad(text, "Install a version of the editor for " + std::string(ownMachine()) +
-                             "; until there is one, open your host \"using Rosetta\" (Finder, "
-                             "Get Info), which runs it as x86_64.");
-    return bad(text, kInstallEditor);
+        return badFile(text, "Install a version of the editor for " + std::string(ownMachine()) +
+                                 "; until there is one, open your host \"using Rosetta\" (Finder, "
+                                 "Get Info), which runs it as x86_64.");
+    return badFile(text);
 }
 
 Finding contentFinding(const LibraryFile& file)
 {
     if (file.size == 0)
-        return bad("The editor library at " + quoted(file.path) + " is an empty file.",
-                   kInstallEditor);
+        return badFile("The editor library at " + quoted(file.path) + " is an empty file.");
     if (file.format == Format::none)
-        return bad(quoted(file.path) + " is no dynamic library.", kInstallEditor);
+        return badFile(quoted(file.path) + " is no dynamic library.");
     if (file.format != ownFormat())
-        return bad("The editor library is made for " +
+        return badFile("The editor library is made for " +
                        std::string(file.format == Format::elf ? "Linux" : "macOS") + " (" +
-                       joined(file.machines) + "), and this is another system.",
-                   kInstallEditor);
+                       joined(file.machines) + "), and this is another system.");
     if (std::find(file.machines.begin(), file.machines.end(), ownMachine()) == file.machines.end())
         return otherMachineFinding(file);
     if (file.quarantined)
-        return bad("macOS keeps the editor library in quarantine, because it came from the "
-                   "network: hosts may not be allowed to load it.",
-                   "Install the editor with its own installer. If you trust where the file comes "
-                   "from: xattr -d com.apple.quarantine '" +
-                       file.path + "'");
-    return {Verdict::good,
-            "library-file",
-            quoted(file.path) + " is there, made for " + joined(file.machines) + ".",
-            "",
-            {{"path", file.path}, {"machines", file.machines}, {"bytes", file.size}}};
+        return badFile(
+            "macOS keeps the editor library in quarantine, because it came from the "
+            "network: hosts may not be allowed to load it.",
+            "Install the editor with its own installer. If you trust where the file comes "
+            "from: xattr -d com.apple.quarantine '" +
+                file.path + "'");
+    return good("library-file",
+                quoted(file.path) + " is there, made for " + joined(file.machines) + ".",
+                {{"path", file.path}, {"machines", file.machines}, {"bytes", file.size}});
 }
 
 } // namespace
@@ -269,16 +266,16 @@ Finding findingOf(const LibraryFile& file)
     case Place::missing:
         return missingFinding(file);
     case Place::deadLink:
-        return bad(quoted(file.path) + " is a link to a file that is not there.", kInstallEditor);
+        return badFile(quoted(file.path) + " is a link to a file that is not there.");
     case Place::folder:
-        return bad(quoted(file.path) + " is a folder and no file.",
-                   "Remove that folder and install the editor of your instrument again.");
+        return badFile(quoted(file.path) + " is a folder and no file.",
+                       "Remove that folder and install the editor of your instrument again.");
     case Place::device:
-        return bad(quoted(file.path) + " is no file.", kInstallEditor);
+        return badFile(quoted(file.path) + " is no file.");
     case Place::locked:
-        return bad(quoted(file.path) + " cannot be read: " + file.reason + ".",
-                   "Make the file and the folders above it readable for every user, or install "
-                   "the editor again.");
+        return badFile(quoted(file.path) + " cannot be read: " + file.reason + ".",
+                       "Make the file and the folders above it readable for every user, or install "
+                       "the editor again.");
     case Place::file:
         break;
     }

@@ -1,4 +1,4 @@
-// LibraryFile: the editor library's file, looked at from outside.
+// LibraryFile: the editor library's file, looked at without loading it.
 #pragma once
 
 #include "tools/check-library/Finding.h"
@@ -37,13 +37,12 @@ struct LibraryFile {
     bool quarantined = false;
 };
 
-/** Looks without loading anything. */
 LibraryFile lookAt(const std::string& path);
 
 /** What kind of file begins with these bytes, and for which machines it is. */
 void readHeader(const std::string& bytes, LibraryFile& file);
 
-/** The same for people. Bad unless this program could load it. */
+/** What was seen of the file, for people. Bad unless this program could load it. */
 Finding findingOf(const LibraryFile& file);
 
 /** What this program was compiled for. */

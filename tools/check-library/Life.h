@@ -1,4 +1,4 @@
-// Life: one life of the editor library, as the plug-in leads it.
+// Life: one use of the editor library, from loading to destroy(), as by an instance of the plug-in.
 #pragma once
 
 #include "tools/check-library/MirroredParameters.h"
@@ -16,7 +16,7 @@ namespace Steinberg {
 namespace Vst {
 namespace checklibrary {
 
-/** The file, with the journal told of its own start and end; empty when it does not load. */
+/** The loaded file; empty when it does not load. The journal names its loading and unloading. */
 class WatchedFile {
 public:
     /** @param mode of dlopen */
@@ -30,7 +30,7 @@ public:
 
 private:
     Journal& journal;
-    std::optional<tools::LibraryHandle> file; ///< until the end, which the journal names
+    std::optional<tools::LibraryHandle> file; ///< made while the journal names its loading
 };
 
 /** Exceptions of the library end only the call that they came from, as in the plug-in; the journal
@@ -55,9 +55,10 @@ public:
     /** What the plug-in's timer does, several times. */
     void tick(int times = 1);
 
-    /** What the plug-in's processor does in a block, on a thread of its own that ends with the
-        call: a parameter's new value, 0 to 1, and a note with its end. */
+    /** Sends a parameter's new value, 0 to 1, as the plug-in's processor does: on an audio thread,
+        which ends with the call. */
     void automate(unsigned id, double value);
+    /** Sends a note-on and its note-off in the same way. */
     void playNote(uint8 pitch);
 
     void giveEffect();
@@ -65,7 +66,7 @@ public:
     void takeBack();
     /** Ends the connection, after takeBack. The library stays loaded for this object's life. */
     void destroy();
-    /** Forgets a connection that is another life's as well, which ends it. */
+    /** Forgets a connection that another life has too and will end. */
     void leaveToOther();
 
 private:

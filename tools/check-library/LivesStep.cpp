@@ -1,6 +1,5 @@
-// The step that lives many lives in one process and looks at what they leave behind.
+// The step that starts and ends the library many times in one process, and looks at what it leaves.
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 #include "tools/common/platform/ProcessLoad.h"
 
@@ -16,9 +15,9 @@ namespace checklibrary {
 namespace {
 
 constexpr int kLives = 100;
-constexpr int kWarmUp = 20; ///< of them, in which a library may fill what it keeps
+constexpr int kWarmUp = 20; ///< of them, not counted: a library may fill its caches
 constexpr size_t kCounted = kLives - kWarmUp;
-constexpr size_t kBytesOfALife = 256; ///< which may look lost without being it
+constexpr size_t kBytesOfALife = 256; ///< allowed: some memory looks lost and is not
 
 struct Load {
     size_t files;
@@ -36,7 +35,7 @@ size_t openFiles()
     return count;
 }
 
-/** A thread that was told to end may take a moment. */
+/** Waits first for threads that are about to end. */
 Load loadNow(size_t usualThreads, Journal& journal)
 {
     const Entered waiting(journal, "no call of ours, in a wait for its threads to end");
@@ -62,12 +61,10 @@ bool tellMore(Journal& journal, size_t before, size_t after, size_t allowed, con
     const auto each = static_cast<double>(after - before) / kCounted;
     char number[32];
     std::snprintf(number, sizeof(number), "%.3g", each);
-    journal.say(
-        {Verdict::bad,
-         "lives",
-         std::string("Each life leaves something behind, on average ") + number + " " + what + ".",
-         kTellMaker,
-         {{"what", what}, {"average", each}}});
+    journal.say(bad("lives",
+                    std::string("Each use leaves something behind, on average ") + number + " " +
+                        what + ".",
+                    kTellMaker, {{"what", what}, {"average", each}}));
     return true;
 }
 
@@ -88,11 +85,9 @@ void tryLives(const Options& options, Journal& journal)
     const bool memory =
         tellMore(journal, early.memory, late.memory, kCounted * kBytesOfALife, "bytes of memory");
     if (!files && !threads && !memory)
-        journal.say({Verdict::good,
-                     "lives",
-                     std::to_string(kLives) + " lives leave no file, thread or memory behind.",
-                     "",
-                     {{"lives", kLives}}});
+        journal.say(good("lives",
+                         std::to_string(kLives) + " uses leave no file, thread or memory behind.",
+                         {{"lives", kLives}}));
 }
 
 } // namespace checklibrary

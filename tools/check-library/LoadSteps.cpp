@@ -1,7 +1,6 @@
-// The steps that get the library into memory and to work, as the plug-in's controller does first.
+// The steps that load and start the library, as the plug-in's controller does first.
 #include "editorlib/EditorLibraryNames.h"
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 #include "tools/common/Failure.h"
 
@@ -20,38 +19,31 @@ std::string shortened(const std::string& words, const std::string& file)
                                                                : words;
 }
 
-/** Says what is missing when each function that the library names has to be there at once. */
+/** Loads the file so that every function that it calls is looked up at once, and says which one is
+    missing. */
 void loadCompletely(const Options& options, Journal& journal)
 {
     const WatchedFile whole(options.library, journal, RTLD_NOW);
     if (*whole)
         return;
-    journal.say({Verdict::bad,
-                 "complete",
-                 "The editor library calls a function that is nowhere (" +
-                     shortened(whole->refusal(), options.library) +
-                     "): the host ends when it comes to that call.",
-                 kTellMaker,
-                 {}});
+    journal.say(bad("complete", "The editor library calls a function that is nowhere (" +
+                                    shortened(whole->refusal(), options.library) +
+                                    "): the host ends when it comes to that call."));
 }
 
 void sayEntries(const tools::LibraryHandle& library, Journal& journal)
 {
     if (!library.connectEntry())
-        return journal.say({Verdict::bad,
-                            "library-entries",
-                            std::string("It has no \"") + connectFuncName +
-                                "\": it is no editor library, or one of another generation.",
-                            kInstallEditor,
-                            {{"missing", connectFuncName}}});
+        return journal.say(bad("library-entries",
+                               std::string("It has no \"") + connectFuncName +
+                                   "\": it is no editor library, or one of another generation.",
+                               kInstallEditor, {{"missing", connectFuncName}}));
     if (!library.observerEntry())
-        return journal.say({Verdict::bad,
-                            "observers",
-                            std::string("It has no \"") + observerFuncName +
-                                "\": what is turned in its editor would not reach the host.",
-                            kInstallEditor,
-                            {{"missing", observerFuncName}}});
-    journal.say({Verdict::good, "library-entries", "It has both of its entry points.", "", {}});
+        return journal.say(bad("observers",
+                               std::string("It has no \"") + observerFuncName +
+                                   "\": what is turned in its editor would not reach the host.",
+                               kInstallEditor, {{"missing", observerFuncName}}));
+    journal.say(good("library-entries", "It has both of its entry points."));
 }
 
 } // namespace
@@ -62,14 +54,13 @@ void loadFile(const Options& options, Journal& journal)
         loadCompletely(options, journal);
     const WatchedFile library(options.library, journal, RTLD_LAZY);
     if (!*library)
-        return journal.say(
-            {Verdict::bad,
-             "library-load",
-             "The system does not load it: " + shortened(library->refusal(), options.library) + ".",
-             std::string(kInstallEditor) +
-                 " If it names another file that it does not find, install that.",
-             {{"refusal", library->refusal()}}});
-    journal.say({Verdict::good, "library-load", "The system loads it.", "", {}});
+        return journal.say(bad(
+            "library-load",
+            "The system does not load it: " + shortened(library->refusal(), options.library) + ".",
+            std::string(kInstallEditor) +
+                " If it names another file that it does not find, install that.",
+            {{"refusal", library->refusal()}}));
+    journal.say(good("library-load", "The system loads it."));
     sayEntries(*library, journal);
 }
 
@@ -78,15 +69,13 @@ void startLibrary(const Options& options, Journal& journal)
     try {
         const Life life(options.library, journal);
     } catch (const tools::Failure& failure) {
-        return journal.say({Verdict::bad,
-                            "library-connection",
-                            std::string("The library does not connect: ") + failure.what(),
-                            "Switch the instrument on, connect it, end every other program that "
-                            "uses it, and try again. If that does not help: " +
-                                std::string(kInstallEditor),
-                            {}});
+        return journal.say(bad("library-connection",
+                               std::string("The library does not connect: ") + failure.what(),
+                               "Switch the instrument on, connect it, end every other program that "
+                               "uses it, and try again. If that does not help: " +
+                                   std::string(kInstallEditor)));
     }
-    journal.say({Verdict::good, "library-connection", "It connects, starts and ends.", "", {}});
+    journal.say(good("library-connection", "It connects, starts and ends."));
 }
 
 } // namespace checklibrary

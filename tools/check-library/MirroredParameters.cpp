@@ -10,7 +10,7 @@ namespace checklibrary {
 
 namespace {
 
-/** The knobs have no part number in their titles, which would leave people guessing. */
+/** Adds the part where the title lacks it: the knobs of all parts have the same titles. */
 std::string titleOf(const PartParameter& row, int part)
 {
     const auto number = std::to_string(part + 1);

@@ -1,5 +1,4 @@
-// MirroredParameters: the editor parameters that the plug-in shows its host, as the library sees
-// it.
+// MirroredParameters: the editor's parameters that the plug-in shows its host.
 #pragma once
 
 #include "editorlib/VstIObserver.h"

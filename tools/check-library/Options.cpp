@@ -16,10 +16,10 @@ namespace checklibrary {
 namespace {
 
 constexpr const char* kDescription =
-    "Walks what the RDL3/RDL5 VST plug-in does with its editor library and tells what it met: the "
-    "plug-in stays empty, and silent about it, where that library cannot be used. Each part of the "
-    "library is tried in a process of its own. Plays one short note on part 1; restores the "
-    "instrument's present sound. The preset folder gets a file that goes away at once.";
+    "Does with the editor library what the RDL3/RDL5 VST plug-in does with it, and tells what went "
+    "wrong: where that library cannot be used, the plug-in stays empty and says nothing. Each part "
+    "of the library is tried in a process of its own. Plays one short note on part 1; restores the "
+    "instrument's present sound. Writes a file into the preset folder and removes it at once.";
 
 constexpr const char* kStatuses =
     "Exit status: 0 everything that the plug-in needs is there, 1 something is not, 2 the command "

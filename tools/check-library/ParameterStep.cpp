@@ -1,7 +1,6 @@
 // The step that asks the library for what the plug-in mirrors as VST parameters.
 #include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 #include "tools/check-library/Tally.h"
 #include "tools/check-library/TextRules.h"
@@ -14,7 +13,7 @@ namespace checklibrary {
 
 namespace {
 
-/** Values of one parameter whose texts the plug-in asks for at most. */
+/** The plug-in asks for the texts of at most so many values of one parameter. */
 constexpr int64 kMostTexts = 1 << 20;
 
 class ParameterCheck {
@@ -53,7 +52,7 @@ public:
         sayIf(journal, unwatched, Verdict::bad, "observers", "The library gives no observer for ",
               ": what is turned there does not reach the host.");
         if (rangeless.size() < count)
-            sayIf(journal, rangeless, Verdict::remark, "ranges", "There is but one value for ",
+            sayIf(journal, rangeless, Verdict::remark, "ranges", "There is only one value for ",
                   ", which the host cannot move.");
         sayIf(journal, reversed, serious, "ranges", "The largest value is below the smallest for ",
               ": the host moves it the wrong way, without texts.");
@@ -110,18 +109,19 @@ private:
         const nlohmann::ordered_json facts = {
             {"parameters", count}, {"withRange", count - rangeless.size()}, {"texts", texts}};
         if (rangeless.size() == count)
-            return journal.say({Verdict::bad, "parameters",
-                                "None of the " + std::to_string(count) +
-                                    " parameters has more than one value: the host can automate "
-                                    "nothing.",
-                                "Install the editor that belongs to this instrument and to this "
-                                "version of the plug-in.",
-                                facts});
-        journal.say({Verdict::good, "parameters",
-                     "It knows " + std::to_string(count - rangeless.size()) + " of " +
-                         std::to_string(count) + " parameters: 16 parts and the edit flag, with " +
-                         std::to_string(texts) + " texts for their values.",
-                     "", facts});
+            return journal.say(bad("parameters",
+                                   "None of the " + std::to_string(count) +
+                                       " parameters has more than one value: the host can automate "
+                                       "nothing.",
+                                   "Install the editor that belongs to this instrument and to this "
+                                   "version of the plug-in.",
+                                   facts));
+        journal.say(good("parameters",
+                         "It knows " + std::to_string(count - rangeless.size()) + " of " +
+                             std::to_string(count) +
+                             " parameters: 16 parts and the edit flag, with " +
+                             std::to_string(texts) + " texts for their values.",
+                         facts));
     }
 
     Journal& journal;

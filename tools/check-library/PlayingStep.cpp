@@ -1,8 +1,7 @@
-// The step that does what a host's play button does, and asks the questions around it.
+// The step that plays a note and asks for the latency, the editor's size and the ports.
 #include "basics/CallGuard.h"
 #include "controller/PortNames.h"
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 
 #include <algorithm>
@@ -25,19 +24,17 @@ void tellNotes(Life& life, Journal& journal)
     life.automate(volume, life.plugIn().normalized(volume)); // stays where it is
     life.tick(kTicksToAnswer);
     const auto back = life.plugIn().midiMessages();
-    journal.say({Verdict::good,
-                 "notes",
-                 "A note on part 1 reached it; " + std::to_string(back) +
-                     (back == 1 ? " message came" : " messages came") + " back for \"Midi Out\".",
-                 "",
-                 {{"midiOut", back}}});
+    journal.say(good("notes",
+                     "A note on part 1 reached it; " + std::to_string(back) +
+                         (back == 1 ? " message came" : " messages came") +
+                         " back for \"Midi Out\".",
+                     {{"midiOut", back}}));
     if (const auto dropped = life.plugIn().droppedMessages())
-        journal.say({Verdict::remark,
-                     "notes",
-                     "Messages of another length than three bytes do not get through: it sent " +
-                         std::to_string(dropped) + ".",
-                     "",
-                     {{"dropped", dropped}}});
+        journal.say(
+            remark("notes",
+                   "Messages of another length than three bytes do not get through: it sent " +
+                       std::to_string(dropped) + ".",
+                   {{"dropped", dropped}}));
 }
 
 void tellLatency(VstIEditorConnect& library, Journal& journal)
@@ -50,7 +47,7 @@ void tellLatency(VstIEditorConnect& library, Journal& journal)
         text += "5 ms in hosts of the Cubase family, none in others.";
     else
         text += "no latency is reported.";
-    journal.say({Verdict::good, "latency", text, "", {{"mode", mode}}});
+    journal.say(good("latency", text, {{"mode", mode}}));
 }
 
 void tellEditor(VstIEditorConnect& library, Journal& journal)
@@ -61,22 +58,14 @@ void tellEditor(VstIEditorConnect& library, Journal& journal)
     const auto height = static_cast<int64>(rect.bottom) - rect.top;
     const auto size = std::to_string(width) + " x " + std::to_string(height);
     if (answer != 0)
-        return journal.say({Verdict::remark,
-                            "editor",
-                            "It has no editor to show: the plug-in's window stays empty.",
-                            "",
-                            {}});
+        return journal.say(
+            remark("editor", "It has no editor to show: the plug-in's window stays empty."));
     if (width <= 0 || height <= 0)
-        return journal.say({Verdict::bad,
-                            "editor",
-                            "Its editor has no size (" + size + "): nobody can see it.",
-                            kTellMaker,
-                            {{"width", width}, {"height", height}}});
-    journal.say({Verdict::good,
-                 "editor",
-                 "Its editor is " + size + " pixels; it was not opened here.",
-                 "",
-                 {{"width", width}, {"height", height}}});
+        return journal.say(bad("editor",
+                               "Its editor has no size (" + size + "): nobody can see it.",
+                               kTellMaker, {{"width", width}, {"height", height}}));
+    journal.say(good("editor", "Its editor is " + size + " pixels; it was not opened here.",
+                     {{"width", width}, {"height", height}}));
 }
 
 bool isTakenForOwn(VstIEditorConnect& library, const char* port)
@@ -107,14 +96,10 @@ void tellPorts(VstIEditorConnect& library, bool isStrict, Journal& journal)
                                 {}});
     const auto known = std::count_if(own.begin(), own.end(), takes);
     if (known == static_cast<std::ptrdiff_t>(own.size()))
-        return journal.say(
-            {Verdict::good, "ports", "It knows the instrument's MIDI ports by name.", "", {}});
-    journal.say({Verdict::remark,
-                 "ports",
-                 "It does not know the instrument's MIDI ports by name: in hosts of the Cubase "
-                 "family the fourth one stays among \"All MIDI Inputs\".",
-                 "",
-                 {}});
+        return journal.say(good("ports", "It knows the instrument's MIDI ports by name."));
+    journal.say(remark(
+        "ports", "It does not know the instrument's MIDI ports by name: in hosts of the Cubase "
+                 "family the fourth one stays among \"All MIDI Inputs\"."));
 }
 
 } // namespace

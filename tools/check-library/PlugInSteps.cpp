@@ -1,7 +1,6 @@
 // The steps with the plug-in's bundle: alone, and with the installed library.
 #include "pluginterfaces/base/funknownimpl.h"
 #include "public.sdk/source/vst/hosting/hostclasses.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Instance.h"
@@ -38,14 +37,12 @@ void loadBundle(const Options& options, Journal& journal)
     try {
         const tools::PlugIn plugIn(options.plugIn, host);
         const auto version = plugIn.instrument().version();
-        journal.say(
-            {Verdict::good,
-             "plug-in-bundle",
-             "\"" + options.plugIn + "\" is " + plugIn.instrument().name() + " " + version + ".",
-             "",
-             {{"path", options.plugIn}, {"version", version}}});
+        journal.say(good("plug-in-bundle",
+                         "\"" + options.plugIn + "\" is " + plugIn.instrument().name() + " " +
+                             version + ".",
+                         {{"path", options.plugIn}, {"version", version}}));
     } catch (const tools::Failure& failure) {
-        journal.say({Verdict::bad, "plug-in-bundle", failure.what(), kInstallPlugIn, {}});
+        journal.say(bad("plug-in-bundle", failure.what(), kInstallPlugIn));
     }
     const auto installed = tools::installedPlugIns();
     if (installed.size() < 2)
@@ -80,12 +77,10 @@ void usePlugIn(const Options& options, Journal& journal)
     });
     step("saving a project", [&] { bytes = instance->state().size(); });
     step("the end of an instance", [&] { instance.reset(); });
-    journal.say({Verdict::good,
-                 "plug-in",
-                 "An instance of the plug-in starts with it, shows the host " +
-                     std::to_string(parameters) + " parameters, plays and saves.",
-                 "",
-                 {{"parameters", parameters}, {"projectBytes", bytes}}});
+    journal.say(good("plug-in",
+                     "An instance of the plug-in starts with it, shows the host " +
+                         std::to_string(parameters) + " parameters, plays and saves.",
+                     {{"parameters", parameters}, {"projectBytes", bytes}}));
 }
 
 } // namespace checklibrary

@@ -37,7 +37,7 @@ public:
     TrialFile(const TrialFile&) = delete;
     TrialFile& operator=(const TrialFile&) = delete;
 
-    /** Writes and makes sure of it. @return whether the disk took it; errno says why not */
+    /** Writes through to the disk. @return whether that worked; errno says why not */
     bool take(const std::string& bytes) const
     {
         if (descriptor < 0)
@@ -53,7 +53,7 @@ private:
     const int descriptor;
 };
 
-/** The folder itself, or the lowest one above it that stands. */
+/** The folder itself, or the lowest folder above it that exists. */
 std::string standingPartOf(const std::string& folder)
 {
     fs::path standing = folder;
@@ -61,11 +61,6 @@ std::string standingPartOf(const std::string& folder)
     while (standing.has_relative_path() && !fs::exists(standing, error))
         standing = standing.parent_path();
     return standing.string();
-}
-
-Finding badFolder(const std::string& text, const std::string& remedy)
-{
-    return {Verdict::bad, "preset-folder", text, remedy, {}};
 }
 
 std::string remedyOf(int error)
@@ -86,28 +81,28 @@ Finding checkPresetFolder()
     try {
         folder = tools::presetFolder(VstK2xPresetCreater::kUserFolder);
     } catch (const tools::Failure& failure) {
-        return badFolder(failure.what(), "Set HOME to your home folder.");
+        return bad("preset-folder", failure.what(), "Set HOME to your home folder.");
     }
     const auto standing = standingPartOf(folder);
     std::error_code error;
     if (!fs::is_directory(standing, error) || standing == "/")
-        return badFolder("The preset folder \"" + folder +
-                             "\" cannot be made: " + tools::obstacleTo(folder),
-                         "Move away what is in its place.");
+        return bad("preset-folder",
+                   "The preset folder \"" + folder +
+                       "\" cannot be made: " + tools::obstacleTo(folder),
+                   "Move away what is in its place.");
     const TrialFile file(standing);
     if (!file.take(std::string(kBankFile, '\0'))) {
         const int reason = errno;
-        return badFolder("Nothing can be stored in the preset folder \"" + folder + "\": \"" +
-                             standing + "\" cannot be written to: " + std::strerror(reason) + ".",
-                         remedyOf(reason));
+        return bad("preset-folder",
+                   "Nothing can be stored in the preset folder \"" + folder + "\": \"" + standing +
+                       "\" cannot be written to: " + std::strerror(reason) + ".",
+                   remedyOf(reason));
     }
     const bool stands = standing == folder;
-    return {Verdict::good,
-            "preset-folder",
-            "The preset folder \"" + folder + "\" " +
-                (stands ? "can be written to." : "will be made when it is needed."),
-            "",
-            {{"path", folder}, {"exists", stands}}};
+    return good("preset-folder",
+                "The preset folder \"" + folder + "\" " +
+                    (stands ? "can be written to." : "will be made when it is needed."),
+                {{"path", folder}, {"exists", stands}});
 }
 
 } // namespace checklibrary

@@ -12,7 +12,7 @@ namespace {
 
 thread_local bool isAudioThread = false;
 
-/** Contexts come back from the library as bare addresses, of which this tells ours. */
+/** All objects there are: the context of a callback is an address that need not be of one. */
 struct LiveStandIns {
     std::mutex mutex;
     std::set<void*> objects;
@@ -159,64 +159,55 @@ StandIn* StandIn::find(void* context, const char* callback)
     return nullptr;
 }
 
-/** Parameters stay where they are; their ranges never change, the rest belongs to the mutex. */
-StandIn::Parameter* StandIn::findForCallback(const char* callback, unsigned id)
+void StandIn::callBack(void* context, unsigned id, const char* callback, const Judge& judge)
 {
-    if (observersAreAway)
-        noteFault("observers away", std::string("calls back (") + callback +
-                                        ") after its observers were removed and destroyed");
-    noteAudioThread(callback);
-    {
-        const std::lock_guard<std::mutex> guard(mutex);
-        callbackThreads.insert(std::this_thread::get_id());
-        const auto found = parameters.find(id);
-        if (found != parameters.end())
-            return &found->second;
-    }
-    noteFault("unknown parameter", std::string("calls back (") + callback + ") for " + nameOf(id) +
-                                       ", of which it has no observer");
-    return nullptr;
+    auto* standIn = find(context, callback);
+    if (!standIn)
+        return;
+    if (standIn->observersAreAway)
+        standIn->noteFault("observers away",
+                           std::string("calls back (") + callback +
+                               ") after its observers were removed and destroyed");
+    standIn->noteAudioThread(callback);
+    const std::lock_guard<std::mutex> guard(standIn->mutex);
+    standIn->callbackThreads.insert(std::this_thread::get_id());
+    const auto found = standIn->parameters.find(id);
+    if (found == standIn->parameters.end())
+        standIn->faultsByKind.emplace("unknown parameter", std::string("calls back (") + callback +
+                                                               ") for " + nameOf(id) +
+                                                               ", of which it has no observer");
+    else
+        judge(*standIn, found->second);
 }
 
 void StandIn::valueChanged(void* context, unsigned id, int value)
 {
-    auto* standIn = find(context, "valueChanged");
-    auto* parameter = standIn ? standIn->findForCallback("valueChanged", id) : nullptr;
-    if (!parameter)
-        return;
-    ++standIn->values;
-    if (value < parameter->minimum || value > parameter->maximum)
-        standIn->noteFault("value outside", "changes " + nameOf(id) + " to " +
-                                                std::to_string(value) +
-                                                ", which is outside its range");
-    standIn->refresh(id, value);
+    callBack(context, id, "valueChanged", [&](StandIn& standIn, Parameter& parameter) {
+        ++standIn.values;
+        if (value < parameter.minimum || value > parameter.maximum)
+            standIn.faultsByKind.emplace("value outside", "changes " + nameOf(id) + " to " +
+                                                              std::to_string(value) +
+                                                              ", which is outside its range");
+        parameter.value = value;
+    });
 }
 
 void StandIn::beginEdit(void* context, unsigned id)
 {
-    auto* standIn = find(context, "beginEdit");
-    auto* parameter = standIn ? standIn->findForCallback("beginEdit", id) : nullptr;
-    if (!parameter)
-        return;
-    std::unique_lock<std::mutex> guard(standIn->mutex);
-    const bool again = std::exchange(parameter->isBeingEdited, true);
-    guard.unlock();
-    if (again)
-        standIn->noteFault("begun twice",
-                           "begins an edit of " + nameOf(id) + " while another one of it is open");
+    callBack(context, id, "beginEdit", [&](StandIn& standIn, Parameter& parameter) {
+        if (std::exchange(parameter.isBeingEdited, true))
+            standIn.faultsByKind.emplace("begun twice", "begins an edit of " + nameOf(id) +
+                                                            " while another one of it is open");
+    });
 }
 
 void StandIn::endEdit(void* context, unsigned id)
 {
-    auto* standIn = find(context, "endEdit");
-    auto* parameter = standIn ? standIn->findForCallback("endEdit", id) : nullptr;
-    if (!parameter)
-        return;
-    std::unique_lock<std::mutex> guard(standIn->mutex);
-    const bool open = std::exchange(parameter->isBeingEdited, false);
-    guard.unlock();
-    if (!open)
-        standIn->noteFault("not begun", "ends an edit of " + nameOf(id) + " that it never began");
+    callBack(context, id, "endEdit", [&](StandIn& standIn, Parameter& parameter) {
+        if (!std::exchange(parameter.isBeingEdited, false))
+            standIn.faultsByKind.emplace("not begun",
+                                         "ends an edit of " + nameOf(id) + " that it never began");
+    });
 }
 
 // VstIControllerInterface --------------------------------------------------------------------

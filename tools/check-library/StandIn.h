@@ -1,4 +1,4 @@
-// StandIn: the plug-in's side of the boundary, which watches what the library does there.
+// StandIn: stands in the plug-in's place and watches what the library calls.
 #pragma once
 
 #include "editorlib/VstIEffectInterface.h"
@@ -6,6 +6,7 @@
 #include "tools/common/SilentController.h"
 
 #include <atomic>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <set>
@@ -37,13 +38,13 @@ public:
 
     /** A parameter that the library watches from now on. */
     void mirror(unsigned id, int32 minimum, int32 maximum, int32 value);
-    /** Takes the value over without a word of the library's. */
+    /** Sets the value as the plug-in does when it has asked the library for it. */
     void refresh(unsigned id, int32 value);
-    /** The value that the plug-in would have now, and the host's form of it, 0 to 1. */
+    /** The value that the plug-in would have now, and the same from 0 to 1 as hosts have it. */
     int32 mirrored(unsigned id) const;
     double normalized(unsigned id) const;
 
-    /** What the library has been told to forget, and must not use any more. */
+    /** From now on the library must use neither of these, nor call the callbacks. */
     void takeBackController() { controllerIsAway = true; }
     void takeBackEffect() { effectIsAway = true; }
     void takeBackObservers() { observersAreAway = true; }
@@ -54,7 +55,8 @@ public:
     size_t valuesChanged() const { return values; }
     /** Threads other than the one that made this object on which callbacks came. */
     size_t otherThreads() const;
-    /** What the contract forbids and the library did, each kind once: "a reason, in words". */
+    /** What the library did although the contract forbids it, each kind once, without its subject:
+        "calls writeMidi after ...". */
     std::vector<std::string> faults() const;
 
     // The callbacks of an observer; context is a StandIn.
@@ -87,8 +89,11 @@ private:
     };
     enum class OnAudioThread { mayBe, mustNotBe };
 
+    /** Judges a callback of a known parameter. Called under the mutex. */
+    using Judge = std::function<void(StandIn& standIn, Parameter& parameter)>;
+    /** Notes what is wrong with any callback, and has judge look at the rest. */
+    static void callBack(void* context, unsigned id, const char* callback, const Judge& judge);
     static StandIn* find(void* context, const char* callback);
-    Parameter* findForCallback(const char* callback, unsigned id);
     void noteFault(const std::string& kind, const std::string& words);
     void noteUse(const char* operation, OnAudioThread where);
     void noteAudioThread(const char* operation);

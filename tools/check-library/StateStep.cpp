@@ -5,7 +5,6 @@
 #include "public.sdk/source/common/memorystream.h"
 #include "public.sdk/source/vst/hosting/hostclasses.h"
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 #include "tools/check-library/Tally.h"
 
@@ -85,14 +84,14 @@ int32 valueOf(Life& life, unsigned id)
     return guarded<int32>(0, [&] { return life.library().getParameterValue(id); });
 }
 
-/** From here on the plug-in has the values that the library has. */
+/** Gives the plug-in the library's present values. */
 void refresh(Life& life)
 {
     for (const auto& parameter : mirroredParameters())
         life.plugIn().refresh(parameter.id, valueOf(life, parameter.id));
 }
 
-/** Whether the plug-in has learned of every value that has changed since. */
+/** Says whether the plug-in has learned of every value that has changed since refresh. */
 void tellWhatWasTold(Life& life, bool changed, Journal& journal)
 {
     Tally untold;
@@ -114,11 +113,6 @@ void tellWhatWasTold(Life& life, bool changed, Journal& journal)
                  {}});
 }
 
-Finding bad(const std::string& text)
-{
-    return {Verdict::bad, "state", text, kTellMaker, {}};
-}
-
 } // namespace
 
 void saveState(const Options& options, Journal& journal)
@@ -131,26 +125,27 @@ void saveState(const Options& options, Journal& journal)
     const nlohmann::ordered_json facts = {
         {"bytes", first.size() > header ? first.size() - header : 0}};
     if (first.empty())
-        return journal.say(bad("Its state cannot be saved: projects remember nothing."));
+        return journal.say(bad("state", "Its state cannot be saved: projects remember nothing."));
     if (first.size() == header)
-        return journal.say({Verdict::remark, "state",
-                            "It has no state to save: projects remember nothing of the sound.", "",
-                            facts});
+        return journal.say(remark(
+            "state", "It has no state to save: projects remember nothing of the sound.", facts));
     const MovedParameter moved(life);
     const bool changed = project.save() != first;
     refresh(life);
     if (!project.load(first))
-        return journal.say(bad("It refuses the state that it gave: projects do not open with "
+        return journal.say(bad("state",
+                               "It refuses the state that it gave: projects do not open with "
                                "their sound."));
     life.tick(kTicksToTell);
     if (project.save() != first)
-        return journal.say(bad("Its state is another one after it was restored: projects do not "
+        return journal.say(bad("state",
+                               "Its state is another one after it was restored: projects do not "
                                "bring their sound back."));
-    journal.say({Verdict::good, "state",
-                 "Its state of " + facts["bytes"].dump() + " bytes " +
-                     (changed ? "comes back as it was, after it was changed."
-                              : "is the same after it was restored."),
-                 "", facts});
+    journal.say(good("state",
+                     "Its state of " + facts["bytes"].dump() + " bytes " +
+                         (changed ? "comes back as it was, after it was changed."
+                                  : "is the same after it was restored."),
+                     facts));
     if (options.strict)
         tellWhatWasTold(life, changed, journal);
 }

@@ -35,7 +35,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 
-constexpr double kCallsAStep = 10; ///< time limits of a whole step
+constexpr double kCallsAStep = 10; ///< as many time limits as a whole step may take
 
 /** A pipe whose ends other processes do not inherit. */
 class Pipe {
@@ -62,7 +62,7 @@ public:
     void closeReading() { closeEnd(ends[0]); }
     void closeWriting() { closeEnd(ends[1]); }
 
-    /** Adds what has come to text. @return whether anything had */
+    /** Appends what the other process has written. @return whether that is anything */
     bool readInto(std::string& text)
     {
         std::array<char, 4096> buffer{};
@@ -84,7 +84,7 @@ private:
     std::array<int, 2> ends{-1, -1};
 };
 
-/** The other end of a Journal. */
+/** Reads what a Journal wrote. */
 class JournalReader {
 public:
     void read(std::string& text)
@@ -100,7 +100,7 @@ public:
     std::vector<Finding> findings;
     bool isDone = false;
 
-    /** "in start()", with all calls that are under way. */
+    /** Where the process is, with all calls that are under way: "in start()". */
     std::string place() const
     {
         std::string text;
@@ -203,7 +203,7 @@ private:
         prints.closeWriting();
     }
 
-    /** Reads until the process closes its report, or takes too long for a call or for all. */
+    /** Reads until the process closes its report, or takes too long for one call or in all. */
     void follow()
     {
         const auto call = std::chrono::duration_cast<Clock::duration>(Seconds(options.timeLimit));
@@ -233,7 +233,8 @@ private:
         }
     }
 
-    /** Of a process that closed its report and lives on, too. @return waitpid's status */
+    /** Waits for the end of the process, and ends one that goes on after it closed its report.
+        @return waitpid's status */
     int wait()
     {
         if (process <= 0)
@@ -266,14 +267,11 @@ private:
 
     void add(const char* kind, const std::string& predicate)
     {
-        journal.findings.push_back({Verdict::bad,
-                                    step.name,
-                                    step.subject + predicate + lastWords(),
-                                    step.remedy,
-                                    {{"ended", kind}, {"call", journal.call()}}});
+        journal.findings.push_back(bad(step.name, step.subject + predicate + lastWords(),
+                                       step.remedy, {{"ended", kind}, {"call", journal.call()}}));
     }
 
-    /** The last line that it printed, which is often the system's loader's. */
+    /** The last line that it printed, which often comes from the system's loader. */
     std::string lastWords() const
     {
         const auto end = printed.find_last_not_of("\n ");
@@ -307,7 +305,7 @@ void takeStep(const Options& options)
     dup2(STDERR_FILENO, STDOUT_FILENO);
     const rlimit noCore = {0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
-    // Whatever became of the process that waits for this one, it does not stay for good.
+    // Ends this process even when the one that waits for it is gone.
     alarm(static_cast<unsigned>(std::ceil(options.timeLimit * (kCallsAStep + 2))));
 
     const auto& step = stepNamed(options.step);
@@ -315,7 +313,7 @@ void takeStep(const Options& options)
     try {
         step.run(options, journal);
     } catch (const tools::Failure& failure) {
-        journal.say({Verdict::bad, step.name, failure.what(), step.remedy, {}});
+        journal.say(bad(step.name, failure.what(), step.remedy));
     }
     journal.done();
 }

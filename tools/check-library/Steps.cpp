@@ -1,6 +1,5 @@
 #include "tools/check-library/Steps.h"
 
-#include "tools/check-library/Remedies.h"
 #include "tools/common/Failure.h"
 
 #include <algorithm>

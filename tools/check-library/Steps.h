@@ -11,7 +11,7 @@ namespace Steinberg {
 namespace Vst {
 namespace checklibrary {
 
-/** A step says what it finds; whatever it throws is told as a fault of its subject. */
+/** Tells the journal what it finds. A Failure that it throws becomes a bad finding, too. */
 using StepFunction = void (*)(const Options& options, Journal& journal);
 
 struct Step {
@@ -29,12 +29,12 @@ void askVoices(const Options& options, Journal& journal);
 void playNote(const Options& options, Journal& journal);
 void saveState(const Options& options, Journal& journal);
 void usePlugIn(const Options& options, Journal& journal);
-// Of strict runs alone:
+// In strict runs only:
 void tryCallbacks(const Options& options, Journal& journal);
 void tryThreads(const Options& options, Journal& journal);
 void tryLives(const Options& options, Journal& journal);
 
-/** Of all steps, in the order in which they are taken. */
+/** The names of all steps, in the order in which they are taken. */
 std::vector<std::string> stepNames();
 /** @throws Failure for a name that is no step's */
 const Step& stepNamed(const std::string& name);

@@ -1,7 +1,5 @@
 #include "tools/check-library/Tally.h"
 
-#include "tools/check-library/Remedies.h"
-
 namespace Steinberg {
 namespace Vst {
 namespace checklibrary {

@@ -27,8 +27,8 @@ private:
     std::string first;
 };
 
-/** Says what was met, if anything was: before, the tally's text, behind. The remedy of what is bad
-    is to tell the library's maker. */
+/** If anything was met, says so: before, then the tally's text, then behind. The remedy for what is
+    bad is to tell the library's maker. */
 void sayIf(Journal& journal, const Tally& tally, Verdict verdict, const char* check,
            const char* before, const char* behind);
 

@@ -1,8 +1,6 @@
-// The step that plays notes on several instances at once, as a host with several audio threads
-// does.
+// The step that plays notes on several instances at once, each on an audio thread.
 #include "basics/CallGuard.h"
 #include "tools/check-library/Life.h"
-#include "tools/check-library/Remedies.h"
 #include "tools/check-library/Steps.h"
 #include "tools/common/Failure.h"
 
@@ -27,17 +25,16 @@ Lives makeInstances(const Options& options, Journal& journal)
         while (lives.size() < kInstances)
             lives.push_back(std::make_unique<Life>(options.library, journal));
     } catch (const tools::Failure& failure) {
-        journal.say({Verdict::bad,
-                     "instances",
-                     "There cannot be " + std::to_string(lives.size() + 1) +
-                         " instances at once: " + failure.what(),
-                     kTellMaker,
-                     {{"instances", lives.size()}}});
+        journal.say(bad("instances",
+                        "There cannot be " + std::to_string(lives.size() + 1) +
+                            " instances at once: " + failure.what(),
+                        kTellMaker, {{"instances", lives.size()}}));
     }
     return lives;
 }
 
-/** Whether an instance has a connection of its own; those that have none leave it to the first. */
+/** Whether each instance has its own connection. One that shares the first one leaves its end to
+    that. */
 bool areApart(Lives& lives)
 {
     bool apart = true;
@@ -49,7 +46,7 @@ bool areApart(Lives& lives)
     return apart;
 }
 
-/** What an audio thread does with its instance, as fast as it can: without the journal between. */
+/** Plays notes on an audio thread as fast as it can: the journal is not told of each. */
 void playMany(Life& life, Journal& journal)
 {
     const AudioThreadMark mark;
@@ -70,12 +67,9 @@ void tryThreads(const Options& options, Journal& journal)
 {
     auto lives = makeInstances(options, journal);
     if (!areApart(lives))
-        return journal.say({Verdict::bad,
-                            "instances",
-                            "It gives two instances of the plug-in the same connection: the first "
-                            "that ends takes it from the other.",
-                            kTellMaker,
-                            {}});
+        return journal.say(
+            bad("instances", "It gives two instances of the plug-in the same connection: the first "
+                             "that ends takes it from the other."));
     for (const auto& life : lives) {
         life->observeAll();
         life->giveEffect();
@@ -87,12 +81,10 @@ void tryThreads(const Options& options, Journal& journal)
         life->tick(3);
     for (auto& thread : threads)
         thread.join();
-    journal.say({Verdict::good,
-                 "threads",
-                 std::to_string(lives.size()) + " instances took " + std::to_string(2 * kNotes) +
-                     " messages each at the same time.",
-                 "",
-                 {{"instances", lives.size()}}});
+    journal.say(good("threads",
+                     std::to_string(lives.size()) + " instances took " +
+                         std::to_string(2 * kNotes) + " messages each at the same time.",
+                     {{"instances", lives.size()}}));
 }
 
 } // namespace checklibrary

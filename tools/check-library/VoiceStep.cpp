@@ -16,14 +16,6 @@ namespace {
 
 using tools::Voice;
 
-std::vector<int> allBanks()
-{
-    std::vector<int> banks;
-    for (int bank = VoiceBank::kFirst; bank <= VoiceBank::kLast; ++bank)
-        banks.push_back(bank);
-    return banks;
-}
-
 bool isUserBank(VoiceBank::Bank bank)
 {
     return (VstK2xPresetCreater::bankToPresetType(bank) & VstK2xPresetCreater::kAllUserBanks) != 0;
@@ -41,7 +33,7 @@ public:
 
     void run()
     {
-        const auto voices = tools::collectVoices(creater, allBanks(), [] { return false; });
+        const auto voices = tools::collectVoices(creater, tools::allBanks(), [] { return false; });
         for (const auto& voice : voices)
             look(voice);
         tellVoices();
@@ -90,48 +82,43 @@ private:
 
     void tellVoices()
     {
-        nlohmann::ordered_json counts;
         size_t all = 0;
         std::string list;
         for (const auto& [bank, count] : banks) {
-            counts[std::to_string(bank)] = count;
             all += count;
             list += (list.empty() ? "" : ", ") + std::to_string(count) + " in bank " +
                     std::to_string(bank);
         }
         if (all == 0)
-            return journal.say({Verdict::remark,
-                                "voices",
-                                "It lists no voices: make-presets would write no files.",
-                                "",
-                                {{"voices", 0}}});
-        journal.say({Verdict::good,
-                     "voices",
-                     "It lists " + std::to_string(all) + " voices: " + list + ".",
-                     "",
-                     {{"voices", all}, {"banks", counts}}});
+            return journal.say(remark("voices",
+                                      "It lists no voices: make-presets would write no files.",
+                                      {{"voices", 0}}));
+        journal.say(good("voices", "It lists " + std::to_string(all) + " voices: " + list + ".",
+                         {{"voices", all}, {"banks", factsOf(banks)}}));
     }
 
     void tellUserBanks()
     {
-        nlohmann::ordered_json counts;
         size_t all = 0;
-        for (const auto& [bank, count] : userBanks) {
-            counts[std::to_string(bank)] = count;
-            all += count;
-        }
+        for (const auto& bank : userBanks)
+            all += bank.second;
         if (all == 0)
-            return journal.say({Verdict::remark,
-                                "user-banks",
-                                "It has no user banks to store.",
-                                "",
-                                {{"userBanks", 0}}});
-        journal.say({Verdict::good,
-                     "user-banks",
-                     "It has " + std::to_string(all) + " user banks, " + std::to_string(bankBytes) +
-                         " bytes in all.",
-                     "",
-                     {{"userBanks", all}, {"banks", counts}, {"bytes", bankBytes}}});
+            return journal.say(
+                remark("user-banks", "It has no user banks to store.", {{"userBanks", 0}}));
+        journal.say(
+            good("user-banks",
+                 "It has " + std::to_string(all) + " user banks, " + std::to_string(bankBytes) +
+                     " bytes in all.",
+                 {{"userBanks", all}, {"banks", factsOf(userBanks)}, {"bytes", bankBytes}}));
+    }
+
+    /** Counts by bank, for programs. */
+    static nlohmann::ordered_json factsOf(const std::map<int, size_t>& counts)
+    {
+        nlohmann::ordered_json facts;
+        for (const auto& [bank, count] : counts)
+            facts[std::to_string(bank)] = count;
+        return facts;
     }
 
     void tellFaults()

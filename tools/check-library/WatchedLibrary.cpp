@@ -1,7 +1,6 @@
 #include "tools/check-library/WatchedLibrary.h"
 
 #include "presets/VoiceText.h"
-#include "tools/check-library/Remedies.h"
 
 #include <algorithm>
 #include <array>
@@ -27,12 +26,10 @@ int32 WatchedLibrary::fill(const char* operation, char* buffer, Call&& call)
     const bool untouched = std::all_of(room.begin() + LibraryText::kSize, room.end(),
                                        [](char byte) { return byte == kUntouched; });
     if (!untouched && isFirst(operation + std::string(" writes")))
-        journal.say({Verdict::bad,
-                     "buffers",
-                     operation + std::string(" writes behind the 30 bytes that it is given, which "
-                                             "destroys what the plug-in keeps there."),
-                     kTellMaker,
-                     {}});
+        journal.say(
+            bad("buffers",
+                operation + std::string(" writes behind the 30 bytes that it is given, which "
+                                        "destroys what the plug-in keeps there.")));
     return result;
 }
 
@@ -46,12 +43,10 @@ void WatchedLibrary::sayThrown(const char* operation, const std::string& call,
                                const std::string& what)
 {
     if (isFirst(operation + std::string(" throws")))
-        journal.say({Verdict::bad,
-                     "exceptions",
-                     call + " throws an exception" + what +
-                         ". For the plug-in it is as if it had done nothing.",
-                     kTellMaker,
-                     {{"call", call}}});
+        journal.say(bad("exceptions",
+                        call + " throws an exception" + what +
+                            ". For the plug-in it is as if it had done nothing.",
+                        kTellMaker, {{"call", call}}));
 }
 
 int32 WatchedLibrary::getCategoryName(int32 mainCategory, char* buffer)

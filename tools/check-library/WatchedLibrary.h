@@ -16,8 +16,8 @@ namespace Steinberg {
 namespace Vst {
 namespace checklibrary {
 
-/** An argument as the journal shows it; nothing of what a call fills, and of a pointer only whether
-    there is an object. */
+/** An argument as the journal shows it: empty for what the call fills in, and for a pointer only
+    whether it is null. */
 template <typename Argument>
 std::string shownArgument(const Argument& argument)
 {
@@ -45,8 +45,8 @@ std::string watchedCallText(const std::string& name, const Arguments&... argumen
     return name + "(" + list + ")";
 }
 
-/** Passes every call on and says what went wrong inside: an exception, which goes on to the caller,
-    and bytes written behind a buffer's end, of each operation once. [any thread] */
+/** Passes every call on. Tells the journal, once for each operation, of an exception, which goes on
+    to the caller, and of bytes written behind a buffer's end. [any thread] */
 class WatchedLibrary : public ReservedSlots<VstIEditorConnect> {
 public:
     /** @param watched, newJournal outlive this object */
@@ -61,7 +61,7 @@ public:
 
     using Api = VstIEditorConnect;
 
-    /** For what must not wait for the journal. */
+    /** The library itself, for calls that must not wait for the journal. */
     VstIEditorConnect& unwatched() { return library; }
 
     void destroy() override { pass("destroy", &Api::destroy); }
@@ -198,7 +198,8 @@ public:
     int32 getStateFormat() override { return pass("getStateFormat", &Api::getStateFormat); }
 
 private:
-    /** @param call of the operation, with its arguments in text */
+    /** @param text the call with its arguments, for the journal
+        @param call makes it */
     template <typename Call>
     auto watch(const char* name, const std::string& text, Call&& call)
     {
@@ -222,7 +223,7 @@ private:
                      [&] { return (library.*operation)(arguments...); });
     }
 
-    /** Gives the library room with marked bytes behind it, and buffer what was written to it. */
+    /** Has call fill a buffer with marked bytes behind its end, and copies the text to buffer. */
     template <typename Call>
     int32 fill(const char* name, char* buffer, Call&& call);
     void sayThrown(const char* name, const std::string& call, const std::string& what);

@@ -1,4 +1,4 @@
-// check-library: tells why the plug-in stays empty, or that it need not.
+// check-library: tries what the plug-in needs of its editor library, and tells why it stays empty.
 #include "tools/check-library/Checkup.h"
 #include "tools/check-library/Report.h"
 #include "tools/check-library/StepProcess.h"

@@ -16,14 +16,14 @@ namespace Steinberg {
 namespace Vst {
 namespace tools {
 
-/** What keeps the plug-in's controller from initializing. */
+/** The plug-in's controller does not initialize. */
 class NoEditorLibrary : public Failure {
 public:
     using Failure::Failure;
 };
 
-/** Goes through a host's life with a plug-in: both parts are made, initialized and connected by the
-    constructor, and taken down in the reverse order by the destructor.
+/** Makes, initializes and connects both parts, as a host does, in the constructor, and takes them
+    down in the reverse order in the destructor.
 
     [host main thread] */
 class Instance {

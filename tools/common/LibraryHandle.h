@@ -1,5 +1,4 @@
-// LibraryHandle: a library's file, held loaded. Every tool and every test loads the editor library
-// here.
+// LibraryHandle: a loaded library, with which every tool and every test loads the editor library.
 #pragma once
 
 #include "editorlib/EditorLibraryNames.h"

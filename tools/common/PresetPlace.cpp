@@ -32,7 +32,7 @@ std::string obstacleTo(const std::string& folder)
     }
     if (!fs::is_directory(standing, error))
         return "'" + standing.string() + "' is not a folder.";
-    // The top folder is the machine's to make, not ours.
+    // A folder at the top of the file system is not ours to make.
     if (!standing.has_relative_path())
         return "there is no folder '" + missing.string() + "'.";
     if (access(standing.c_str(), W_OK) != 0)

@@ -12,8 +12,8 @@ namespace tools {
 /** The folder of preset files, which need not exist. @throws Failure for a user without a home */
 std::string presetFolder(VstK2xPresetCreater::OutputDir dir);
 
-/** What keeps a missing folder from being made, as far as it can be seen from outside: one clause
-    with a full stop. */
+/** Why a missing folder cannot be made, as far as the folders above it show: a clause with a full
+    stop. */
 std::string obstacleTo(const std::string& folder);
 
 } // namespace tools

@@ -11,8 +11,7 @@ namespace tools {
 
 namespace {
 
-/** Says it under the tool's full name, and where there is no memory for that, under its short one.
- */
+/** Names the tool in full or, where there is no memory for that, by its short name. */
 void complain(const char* name, const char* reason) noexcept
 {
     try {

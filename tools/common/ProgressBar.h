@@ -20,12 +20,12 @@ public:
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    /** @param done, all in any one unit; with nothing to do it is all done
+    /** @param done, all in the same unit; the bar is full when all is 0
         @param remark shown behind the bar */
     void show(double done, double all, const std::string& remark = {});
-    /** The line for what has no end to be measured by. */
+    /** Shows a text in place of the bar, for what has no known length. */
     void showText(std::string text);
-    /** Takes the line away until the next show, for a text of somebody else's. */
+    /** Takes the line away until the next show, so that other text can be printed. */
     void wipe();
 
     /** The line for a state: "[#####     ]  50 %  and a remark". */

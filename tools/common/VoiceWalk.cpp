@@ -3,6 +3,8 @@
 #include "presets/VoiceText.h"
 #include "tools/common/Failure.h"
 
+#include <numeric>
+
 namespace Steinberg {
 namespace Vst {
 namespace tools {
@@ -11,6 +13,13 @@ std::string Voice::label() const
 {
     return "bank " + std::to_string(bank) + ", voice " + std::to_string(number) + ", \"" +
            printable(voiceNameOf(text)) + "\"";
+}
+
+std::vector<int> allBanks()
+{
+    std::vector<int> banks(VoiceBank::kLast - VoiceBank::kFirst + 1);
+    std::iota(banks.begin(), banks.end(), int{VoiceBank::kFirst});
+    return banks;
 }
 
 std::vector<Voice> collectVoices(VstK2xPresetCreater& creater, const std::vector<int>& banks,

@@ -19,16 +19,20 @@ struct Voice {
     std::string label() const;
 };
 
-/** How many voices of one bank are believed. A library that has an answer for every number would
-    otherwise never let us go. */
+/** The most voices of one bank: with a library that answers for every number the walk would not
+    end. */
 constexpr int kMostVoices = 16384;
 
-/** The banks' voices in order. A bank ends where the library has no text any more; so does the walk
-    when mustStop, asked before each voice, says so. @throws Failure for a bank that never ends */
+/** The numbers of all banks, ascending. */
+std::vector<int> allBanks();
+
+/** The banks' voices in order. A bank ends where the library has no text any more. The walk ends
+    early when mustStop, asked before each voice, is true. @throws Failure for a bank that never
+    ends */
 std::vector<Voice> collectVoices(VstK2xPresetCreater& creater, const std::vector<int>& banks,
                                  bool (*mustStop)());
 
-/** text with "?" for what a terminal would act on. */
+/** The text with "?" in place of control characters, which a terminal would act on. */
 std::string printable(std::string text);
 
 } // namespace tools

@@ -37,7 +37,7 @@ private:
     const HostFamily family;
 };
 
-/** What an older host offers instead: only that it is there. */
+/** What an older host offers in its place: an interface without operations. */
 class OlderHostMark final : public U::Implements<U::Directly<IHostApplicationA>> {};
 
 /** queryInterface on the first object that was offered under iid. */

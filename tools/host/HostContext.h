@@ -40,7 +40,7 @@ class HostContext final : public HostApplication {
 public:
     HostContext(const HostFamily& family, const IPtr<RunLoop>& runLoop);
 
-    /** Adds the extension objects with the editor service among them. */
+    /** Offers the extension objects, the editor service among them. */
     void offerExtension(const IPtr<HostClasses>& hostClasses);
 
     tresult PLUGIN_API getName(String128 name) override;

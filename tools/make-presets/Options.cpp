@@ -3,6 +3,7 @@
 #include "editorlib/EditorLibraryNames.h"
 #include "tools/common/CommandLine.h"
 #include "tools/common/ToolName.h"
+#include "tools/common/VoiceWalk.h"
 
 #include <CLI/CLI.hpp>
 #include <set>
@@ -20,14 +21,6 @@ constexpr const char* kDescription =
 constexpr const char* kStatuses = "Exit status: 0 all went well, 1 some voice failed or nothing "
                                   "could be done, 2 the command line "
                                   "is wrong, 130 interrupted.";
-
-std::vector<int> allBanks()
-{
-    std::vector<int> banks;
-    for (int bank = VoiceBank::kFirst; bank <= VoiceBank::kLast; ++bank)
-        banks.push_back(bank);
-    return banks;
-}
 
 } // namespace
 
@@ -54,7 +47,7 @@ Options parseOptions(int argc, const char* const* argv)
     app.add_option("--exclude", options.excludedFile,
                    "A text file of names to leave out: one a line, as the preset file would be "
                    "called, without folder and extension");
-    app.add_flag("--no-overwrite", keep, "Leave files that stand already as they are");
+    app.add_flag("--no-overwrite", keep, "Leave existing files as they are");
     app.add_flag("--dry-run", options.dryRun, "Say what would be written and write nothing");
     app.add_flag("--verbose", options.verbose, "Name every file");
     tools::readCommandLine(app, argc, argv);
@@ -62,7 +55,8 @@ Options parseOptions(int argc, const char* const* argv)
     if (system)
         options.folder = VstK2xPresetCreater::kSystemFolder;
     const std::set<int> sorted(banks.begin(), banks.end());
-    options.banks = sorted.empty() ? allBanks() : std::vector<int>(sorted.begin(), sorted.end());
+    options.banks =
+        sorted.empty() ? tools::allBanks() : std::vector<int>(sorted.begin(), sorted.end());
     return options;
 }
 

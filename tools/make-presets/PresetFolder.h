@@ -1,4 +1,4 @@
-// PresetFolder: the folder of preset files, and the hidden one beside them for those under way.
+// PresetFolder: the folder of preset files, and a hidden folder in it for unfinished ones.
 #pragma once
 
 #include "presets/VstK2xPresetCreater.h"
@@ -9,8 +9,8 @@ namespace Steinberg {
 namespace Vst {
 namespace makepresets {
 
-/** A file is written under a name that nothing lists and gets its own when it is whole, so that
-    whatever ends the program leaves no half preset behind. */
+/** A file is written into the hidden folder, and moved when it is whole: whatever ends the program
+    leaves no half preset behind. */
 class PresetFolder {
 public:
     /** @param make false to only look, for a run that writes nothing
@@ -24,12 +24,12 @@ public:
     /** Where files are written first. */
     const std::string& staging() const { return stagingFolder; }
 
-    /** Whether something stands under the final name. fileName has no folder and no extension. */
+    /** Whether there is something under the final name. fileName has no folder and no extension. */
     bool has(const std::string& fileName) const;
-    /** Whether the staged file is a preset file to its end: a full disk may only show at
-        closing. */
+    /** Whether the staged file is a preset file to its end: a full disk may show only when the file
+        is closed. */
     bool isWhole(const std::string& fileName) const;
-    /** Gives the staged file its final name, over what stands there. @return 0, or an errno
+    /** Gives the staged file its final name, over a file that is there. @return 0, or an errno
         value */
     int publish(const std::string& fileName) const;
     void discard(const std::string& fileName) const;

@@ -1,4 +1,4 @@
-// PresetWriter: one voice after the other into the preset folder.
+// PresetWriter: writes voices into the preset folder.
 #pragma once
 
 #include "tools/common/VoiceWalk.h"
@@ -23,7 +23,7 @@ enum class Outcome {
 
 struct Result {
     Outcome outcome;
-    std::string fileName;  ///< without folder and extension; of any outcome
+    std::string fileName;  ///< without folder and extension
     std::string reason;    ///< of a failure, without a full stop
     bool replaced = false; ///< written over an earlier voice of this run
     bool hopeless = false; ///< a failure that every other file would meet too

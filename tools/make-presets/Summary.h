@@ -14,12 +14,12 @@ class Summary {
 public:
     void add(const tools::Voice& voice, const Result& result);
 
-    /** Lines for a terminal, one a count, and what a count needs to be understood.
-        @param untried voices that were not come to
+    /** Lines for a terminal, one for each count.
+        @param untried voices that were not reached
         @param dryRun whether nothing was written */
     std::string text(const std::string& folder, size_t untried, bool dryRun) const;
 
-    /** One sentence a failure, and one a voice that took an earlier voice's file. */
+    /** One sentence for each failure and for each voice that replaced an earlier voice's file. */
     const std::vector<std::string>& remarks() const { return sentences; }
     bool hasFailures() const { return failed > 0; }
 

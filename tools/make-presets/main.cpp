@@ -19,7 +19,7 @@ using namespace Steinberg::Vst::makepresets;
 constexpr int kInterruptedStatus = 130;
 
 /** Writes the voices in order until the end, an interruption, or a failure that would meet all that
-    follow. @return how many it came to */
+    follow. @return how many it tried */
 size_t writeAll(const std::vector<tools::Voice>& voices, PresetWriter& writer,
                 const Options& options, Summary& summary)
 {

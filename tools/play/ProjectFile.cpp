@@ -16,7 +16,7 @@ namespace play {
 
 namespace {
 
-using Json = nlohmann::json;
+using Json = nlohmann::ordered_json; // as the reports have it
 
 /** Track 3 is an instrument track. Track 5 plays through the plug-in by the rack only, and track 6
     by the text of its output only. Tracks 2 and 9 share a channel. */

@@ -1,7 +1,7 @@
 // ProjectFile: reads the host's project from a small JSON file.
 //
-//   {"tracks": [{"type": "midi", "name": "Drums", "output": "RDL 1 - RDL3/RDL5 VST", "channel":
-//   10},
+//   {"tracks": [{"type": "midi", "name": "Drums", "output": "RDL 1 - RDL3/RDL5 VST",
+//                "channel": 10},
 //               {"type": "audio", "name": "Vocals"}],
 //    "rack": [{"name": "RDL 1", "plugIn": "RDL3/RDL5 VST", "feeds": ["Drums"]}]}
 #pragma once
@@ -17,7 +17,7 @@ namespace play {
 /** Types are "midi", "instrument", "audio" and "group". Names of tracks are unique, as the rack
     refers to tracks by them. A track's output is empty and its channel (1 to 16) is 1 unless they
     are given; "rack", an instrument's "plugIn" and its "feeds" may be left out. Entries that are
-   not listed here are refused.
+    not listed here are refused.
     @throws Failure for a file that is missing, no JSON or not such a project */
 Project readProject(const std::string& path);
 

@@ -47,8 +47,8 @@ private:
     void playSong(const Song& song, Report& report, std::ostream* terminal);
     void waitForPort();
     void waitUntilAllLeft();
-    /** Has the synthesizer choose the song's sounds of a block, which no plug-in gets from its
-     * host. */
+    /** Has the synthesizer choose the sounds of the song's next block: a host sends the plug-in no
+        program changes. */
     void choosePrograms(const Song& song, int64 position);
     void describe(Report& report);
     void addControl(Report& report);

@@ -16,11 +16,11 @@ using Steinberg::Vst::tools::toolName;
 int playAsAsked(int argc, char** argv)
 {
     const auto options = parseOptions(argc, argv);
-    std::optional<Song> song; // first of all: a wrong name should not cost the rest
+    std::optional<Song> song; // first, so that a wrong name is told before the plug-in is loaded
     if (!options.song.empty())
         song.emplace(options.song);
     else if (options.live)
-        song.emplace(); // a keyboard's player has none
+        song.emplace(); // an empty one: only the keyboard plays
     Session session(options);
     if (options.listParameters)
         session.parameters().print(std::cout);

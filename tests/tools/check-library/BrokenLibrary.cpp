@@ -1,5 +1,4 @@
-// An editor library that is the simulator's but for one thing, which the environment variable
-// BROKEN names: for check-library, which has to tell it.
+// The simulator with one fault, named by the variable BROKEN, for check-library to find.
 #include "editorlib/EntryPoints.h"
 #include "editorlib/VstIControllerInterface.h"
 #include "editorlib/VstIEffectInterface.h"
@@ -38,7 +37,8 @@ bool is(const char* fault)
         std::this_thread::sleep_for(1h);
 }
 
-/** "crashes in X", "hangs in X", "throws in X", "ends the program in X" by the fault's name. */
+/** Crashes, hangs, throws or ends the program if the fault is "crash-PLACE", "hang-PLACE",
+    "throw-PLACE" or "exit-PLACE". */
 void happen(const std::string& place)
 {
     if (is(("crash-" + place).c_str()))
@@ -75,7 +75,7 @@ private:
 
 const Simulator simulator;
 
-/** The volume's observer, for callbacks that nobody asked for. */
+/** Those of the volume's observer, to be called when they should not be. */
 struct Callbacks {
     void* owner;
     ValueChangedCallback valueChanged;
@@ -85,7 +85,7 @@ struct Callbacks {
 
 std::atomic<int> notesUnderWay{0};
 
-/** One note at a time; two at once are what it cannot stand. */
+/** Takes one note at a time: of two at once the second crashes or hangs it. */
 void takeNoteAlone(const char* crash, const char* deadlock)
 {
     if (!is(crash) && !is(deadlock))
@@ -277,7 +277,7 @@ private:
         return is("no-ranges") || (is("one-without-range") && id == kVolume);
     }
 
-    /** On a thread of the library's own, which the contract lets it do. */
+    /** Calls back in a wrong way, on a thread of its own, which the contract allows. */
     void misuseCallbacks()
     {
         const char* broken = std::getenv("BROKEN");

@@ -1,4 +1,4 @@
-// An editor library that calls a function which nobody has, as one does whose neighbour is missing.
+// An editor library that calls a function that does not exist, as if another library were missing.
 #include "editorlib/EntryPoints.h"
 
 extern "C" void aFunctionThatIsNowhere();

@@ -1,5 +1,4 @@
-// check-library on libraries that are broken in Linux's format of programs, and in its loader's
-// words.
+// check-library on libraries that are broken in Linux's file format, or that its loader refuses.
 #include "tests/tools/CheckLibraryFixture.h"
 
 using doubles::Words;

@@ -26,13 +26,13 @@ public:
 
 } // namespace
 
-TEST(RunLoop, IsOfferedByTheHost)
+TEST(RunLoop, HostContextOffersIt)
 {
     HostContext context(parseHostFamily("plain", true), owned(new RunLoop));
     EXPECT_TRUE(FUnknownPtr<Linux::IRunLoop>(&context));
 }
 
-TEST(RunLoop, FiresOncePerPassedPeriod)
+TEST(RunLoop, AdvanceFiresOncePerPassedPeriod)
 {
     auto loop = owned(new RunLoop);
     CountingTimer timer;
@@ -46,7 +46,7 @@ TEST(RunLoop, FiresOncePerPassedPeriod)
     EXPECT_EQ(loop->ticks(), 11);
 }
 
-TEST(RunLoop, DoesNotLoseTicksToShortBlocks)
+TEST(RunLoop, AdvanceLosesNoTicksInShortSteps)
 {
     // 44,100 blocks of one sample are one second: 20 periods of 50 ms.
     auto loop = owned(new RunLoop);
@@ -57,7 +57,7 @@ TEST(RunLoop, DoesNotLoseTicksToShortBlocks)
     EXPECT_EQ(timer.ticks, 20);
 }
 
-TEST(RunLoop, LetsATimerEndItselfFromItsOwnTick)
+TEST(RunLoop, UnregisterTimerWorksFromInsideTheTimersTick)
 {
     auto loop = owned(new RunLoop);
     CountingTimer timer;
@@ -69,7 +69,7 @@ TEST(RunLoop, LetsATimerEndItselfFromItsOwnTick)
     EXPECT_NE(loop->unregisterTimer(&timer), kResultOk);
 }
 
-TEST(RunLoop, RefusesNoHandlerAndNoPeriod)
+TEST(RunLoop, RegisterTimerRefusesNoHandlerAndNoPeriod)
 {
     auto loop = owned(new RunLoop);
     CountingTimer timer;

@@ -86,11 +86,6 @@ leaves-excluded-names-out)
   expect "fails without the list" [ $status -eq 1 ]
   expect "says why" complains "names '$root/none' cannot be read: No such file or directory."
   ;;
-tells-its-version)
-  make_presets --version
-  expect "succeeds" [ $status -eq 0 ]
-  expect "the plug-in's" says_line "make-presets (RDL3/RDL5 VST) 1.6.6"
-  ;;
 only-tries-in-a-dry-run)
   make_presets --dry-run --verbose
   expect "succeeds" [ $status -eq 0 ]

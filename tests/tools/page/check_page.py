@@ -42,7 +42,8 @@ def note(part, pitch, start, length):
 
 def crowded_song():
     """Sixty notes on part 1. After a second 101 note-ons in one block on part 4, of which the plug-in's queue
-    drops a hundred; their note-offs come one by one. On part 10 the same the other way round, after six."""
+    drops a hundred; their note-offs come one by one. On part 10 the note-ons come one by one, and after six
+    seconds 101 note-offs in one block."""
     events = []
     for i in range(60):
         events += note(0, 60 + i % 12, i * 120 + 40, 60)
@@ -156,7 +157,7 @@ class Page(unittest.TestCase):
             return found;""", canvas, colour)
 
     def x_of(self, seconds):
-        """Where a time stands in the pictures of the song."""
+        """The x of a time in the pictures of the song."""
         return self.script("const { canvas, figure } = pictures.all[0];"
                            "return new Plot(canvas.getContext('2d'), figure.clientWidth, 100, {})"
                            ".x(arguments[0])", seconds)
@@ -235,11 +236,9 @@ class Page(unittest.TestCase):
         self.assertEqual(self.script("return document.scripts.length"), 2)
         self.show(PHONE)
         self.assertLessEqual(self.script("return document.documentElement.scrollWidth"), PHONE)
-
-    def test_stays_whole_with_a_name_that_opens_a_comment_and_a_script(self):
-        name = "<!--<script>.mid"
-        self.play(self.file(name, midi_file(note(0, 60, 0, 480))))
-        self.assertEqual(self.text("h1"), name)
+        opening = "<!--<script>.mid"  # a comment and a script
+        self.play(self.file(opening, midi_file(note(0, 60, 0, 480))))
+        self.assertEqual(self.text("h1"), opening)
 
     def test_fits_a_phone(self):
         self.show(PHONE)

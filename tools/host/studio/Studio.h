@@ -18,7 +18,7 @@ public:
         @param isUnicode whether the host's texts are, which also decides the IDs of its devices */
     Studio(const Project& project, const std::vector<PortDescription>& ports, bool isUnicode);
 
-    /** Offers all of it but the port handler, which is the component handler's to offer. */
+    /** Offers all objects but the port handler, which the component handler offers. */
     void offerThrough(HostClasses& hostClasses);
 
     const PortRegistry& ports() const { return *registry; }

@@ -14,7 +14,7 @@ namespace play {
 class Keyboard {
 public:
     /** @param which a MIDI port of the machine's, as SIMULATOR_MIDI_PORT names one; "own" for a
-       port that keyboards can be connected to
+        port that keyboards can be connected to
         @throws Failure when it cannot be opened, or play was built without RtMidi */
     explicit Keyboard(const std::string& which);
     ~Keyboard();

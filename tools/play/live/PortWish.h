@@ -8,7 +8,7 @@ namespace Vst {
 namespace play {
 
 /** Sets SIMULATOR_MIDI_PORT for the one instrument that is to have the port: each looks there when
-   it is made. */
+    it is made. */
 class PortWish {
 public:
     /** @param isLive else nothing is changed
@@ -20,7 +20,7 @@ public:
     PortWish& operator=(const PortWish&) = delete;
 
     /** Instruments that are made from now on have no port: a second one would send its values to
-       the same synthesizer. */
+        the same synthesizer. */
     void end();
 
 private:

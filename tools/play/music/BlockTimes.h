@@ -10,7 +10,7 @@ namespace Vst {
 namespace play {
 
 /** Counts times in steps that grow with them, fifty to each factor of ten, so that any number of
-   blocks needs the same memory. add allocates nothing. */
+    blocks needs the same memory. add allocates nothing. */
 class BlockTimes {
 public:
     static constexpr int kStepsToATenfold = 50;
@@ -30,7 +30,7 @@ public:
     double sum() const { return sumOfTimes; }
 
     /** The time that this part of the blocks (0 to 1) stayed within, at most 5 % too long; 0
-       without blocks. */
+        without blocks. */
     double within(double part) const;
 
 private:

@@ -82,8 +82,7 @@ private:
     std::vector<bool> asked;
 };
 
-/** Puts note-ons and note-offs together; of several that sound with one key the oldest ends first.
- */
+/** Joins note-ons and note-offs. Of several notes of one key the oldest ends first. */
 class NoteCollector {
 public:
     explicit NoteCollector(int64 lengthInSamples)

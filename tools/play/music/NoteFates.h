@@ -19,8 +19,7 @@ struct NoteFate {
     bool begins;    ///< false for a note-off that belongs to no note-on
     bool ends;      ///< false for a note-on that no note-off follows
     int64 start;
-    int64 end; ///< where the song ends, for a note that does not end; start, for one without
-               ///< beginning
+    int64 end; ///< of the song, for a note that does not end; start, for one without beginning
     int64 startBack = kNever; ///< when its note-on left
     int64 endBack = kNever;   ///< when its note-off left
 
@@ -36,9 +35,9 @@ struct NoteFates {
     int64 lostEnds() const;
 };
 
-/** Finds for each event that was sent the one of the same channel, key and kind that left for it.
-   As the plug-in keeps their order and drops the oldest, one that left belongs to the latest of its
-   kind that had been sent when its block was over, and that no later one belongs to. */
+/** Finds for each event that was sent the one that left for it: of the same channel and key, and a
+    note-on or note-off as it is. The plug-in keeps their order and drops the oldest: the last one
+    that left belongs to the last one sent before its block's end, and so on backwards. */
 NoteFates fatesOf(const PlayResult& played, int32 blockSize);
 
 } // namespace play

@@ -108,7 +108,7 @@ PlayResult Player::run(const BetweenBlocks& betweenBlocks)
     return result;
 }
 
-/** All memory now, so that taking it does not disturb what is measured. */
+/** Reserves all memory now, so that allocating it does not disturb what is measured. */
 void Player::prepareResult(int64 length)
 {
     result = {};

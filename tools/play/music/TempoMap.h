@@ -13,8 +13,8 @@ namespace play {
     position is rounded once, however many tempo changes lie before it. */
 class TempoMap {
 public:
-    /** @param pulsesPerQuarterNote from 1 to 32,767; the tempo is 120 until a change says otherwise
-     */
+    /** The tempo is 120 until it is changed.
+        @param pulsesPerQuarterNote from 1 to 32,767 */
     explicit TempoMap(int32 pulsesPerQuarterNote);
 
     /** Sets the tempo from pulse on; changes come in ascending order of their pulses.

@@ -10,7 +10,7 @@ namespace Vst {
 namespace play {
 
 /** Puts neighbouring blocks together, so that a song of any length and block size has at most
-   kSpans spans. All memory is taken at the beginning. */
+    kSpans spans. All memory is allocated in the constructor. */
 class Timeline {
 public:
     static constexpr int64 kSpans = 4000;
@@ -35,7 +35,7 @@ public:
     /** @param blocks how many there will be, 0 and above */
     explicit Timeline(int64 blocks);
 
-    /** Adds the next block; one more than were announced counts to the last span. */
+    /** Adds the next block. Blocks beyond those that were announced count to the last span. */
     void add(const Block& block);
 
     /** All but the last one have blocksInASpan() blocks. */

@@ -24,7 +24,7 @@ namespace {
 
 constexpr size_t kSoundFontHeader = 12;
 
-/** The standard streams of a program that is to be neither heard nor asked. */
+/** /dev/null in place of a program's standard streams. */
 class SilentStreams {
 public:
     SilentStreams()

@@ -20,11 +20,6 @@ std::string decimals(double number, int places)
     return text;
 }
 
-std::string left(const std::string& text, size_t width)
-{
-    return text + std::string(width > text.size() ? width - text.size() : 0, ' ');
-}
-
 std::string right(const std::string& text, size_t width)
 {
     return std::string(width > text.size() ? width - text.size() : 0, ' ') + text;
@@ -34,7 +29,7 @@ std::string linesOf(const std::vector<Fact>& facts)
 {
     std::string lines;
     for (const auto& fact : facts)
-        lines += left(fact.subject, kSubjectWidth) + fact.text + "\n";
+        lines += padded(fact.subject, kSubjectWidth) + fact.text + "\n";
     return lines;
 }
 
@@ -77,7 +72,7 @@ std::string missingText(int64 missing)
 std::string notesTable(const Report& report)
 {
     const auto& played = report.played;
-    auto table = left("MIDI channel", kSubjectWidth) + right("notes sent", kColumnWidth) +
+    auto table = padded("MIDI channel", kSubjectWidth) + right("notes sent", kColumnWidth) +
                  (report.library ? right("editor got", kColumnWidth) : "") +
                  right("\"Midi Out\"", kColumnWidth) + "   (note-ons/note-offs)\n";
     const auto pair = [](const NoteCounts& counts, size_t i) {
@@ -86,7 +81,7 @@ std::string notesTable(const Report& report)
     };
     for (size_t i = 0; i < played.sent.ons.size(); ++i)
         if (played.sent.ons[i] + played.sent.offs[i] + played.left.ons[i] + played.left.offs[i] > 0)
-            table += left(std::to_string(i + 1), kSubjectWidth) + pair(played.sent, i) +
+            table += padded(std::to_string(i + 1), kSubjectWidth) + pair(played.sent, i) +
                      (report.library ? pair(report.library->received, i) : "") +
                      pair(played.left, i) + "\n";
     return table;

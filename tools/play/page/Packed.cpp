@@ -1,5 +1,8 @@
 #include "tools/play/page/Packed.h"
 
+#include <glib.h>
+#include <memory>
+
 namespace Steinberg {
 namespace Vst {
 namespace play {
@@ -21,18 +24,9 @@ void Packed::addSigned(int64 number)
 
 std::string Packed::text() const
 {
-    constexpr const char* digits =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    for (size_t i = 0; i < bytes.size(); i += 3) {
-        const auto byteAt = [&](size_t at) { return at < bytes.size() ? uint32{bytes[at]} : 0U; };
-        const auto three = byteAt(i) << 16U | byteAt(i + 1) << 8U | byteAt(i + 2);
-        text += digits[three >> 18U];
-        text += digits[three >> 12U & 0x3FU];
-        text += i + 1 < bytes.size() ? digits[three >> 6U & 0x3FU] : '=';
-        text += i + 2 < bytes.size() ? digits[three & 0x3FU] : '=';
-    }
-    return text;
+    const std::unique_ptr<gchar, void (*)(gpointer)> text(
+        g_base64_encode(bytes.data(), bytes.size()), g_free);
+    return text.get();
 }
 
 } // namespace play

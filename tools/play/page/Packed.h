@@ -11,7 +11,7 @@ namespace Vst {
 namespace play {
 
 /** Numbers one after the other, small ones in few bytes: seven bits a byte, the lowest first, with
-   the highest bit set in all but the last byte. */
+    the highest bit set in all but the last byte. */
 class Packed {
 public:
     /** @param number 0 to 2^53 - 1, which is what a script's numbers hold */

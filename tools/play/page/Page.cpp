@@ -126,7 +126,7 @@ Json dataOf(const Report& report)
             {"curves", curvesOf(report)}};
 }
 
-/** No name in it can end the element that it stands in: every < is written as an escape. */
+/** JSON for a script element, which no name in it can end: each < is written as an escape. */
 std::string insideScript(const Json& json)
 {
     std::string text;

@@ -10,11 +10,11 @@ namespace Vst {
 namespace play {
 
 /** The page: HTML in UTF-8 that needs no other file and no network. It holds the object of jsonOf,
-   what its pictures are drawn from, and the script that draws them. */
+    what its pictures are drawn from, and the script that draws them. */
 std::string pageOf(const Report& report);
 
 /** Writes the page to report.pageFile.
-    @throws Failure when that does not succeed */
+    @throws Failure when it cannot be written */
 void writePage(const Report& report);
 
 } // namespace play

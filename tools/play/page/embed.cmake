@@ -13,7 +13,7 @@ insert(DATA_SCRIPT data.js)
 insert(CHARTS_SCRIPT charts.js)
 insert(PAGE_SCRIPT page.js)
 
-# Compilers need not take literals without end, so it is many short ones.
+# Compilers limit the length of a literal, so the page becomes many short ones.
 string(LENGTH "${page}" length)
 set(pieces)
 set(at 0)

@@ -1,7 +1,7 @@
 #include "tools/play/user/BankStore.h"
 
-#include "presets/VstK2xPresetCreater.h"
 #include "tools/common/Failure.h"
+#include "tools/common/PresetPlace.h"
 
 #include <charconv>
 #include <chrono>
@@ -69,10 +69,7 @@ BankPlace bankPlaceOf(const std::string& words)
 
 Report::StoredBank storeBank(SimulatorControl& simulator, BankPlace place)
 {
-    std::string folder;
-    if (VstK2xPresetCreater::outputPath(folder, VstK2xPresetCreater::kUserFolder) != 0)
-        throw tools::Failure(
-            "The environment variable HOME names no folder to hold the user's presets.");
+    const auto folder = tools::presetFolder(VstK2xPresetCreater::kUserFolder);
     std::this_thread::sleep_for(kClockStep);
     const auto before = listingOf(folder);
     simulator.storeBank(static_cast<VoiceBank::Bank>(place.bank), place.number);

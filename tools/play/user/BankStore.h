@@ -16,12 +16,12 @@ struct BankPlace {
     int32 number;
 };
 
-/** Reads "BANK:NUMBER". Whether there is such a bank is the plug-in's to say.
+/** Reads "BANK:NUMBER". Whether the bank exists is left to the plug-in.
     @throws Failure for another text */
 BankPlace bankPlaceOf(const std::string& words);
 
 /** Has the user store the bank and finds the file that the plug-in wrote for it in the preset
-   folder below HOME. [host main thread]
+    folder below HOME. [host main thread]
     @throws Failure when no file was written there, since the plug-in itself stays silent */
 Report::StoredBank storeBank(SimulatorControl& simulator, BankPlace place);
 
