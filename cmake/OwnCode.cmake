@@ -16,10 +16,14 @@ function(vstk2x_own_code target)
 endfunction()
 
 # vstk2x_test_code(target): own code that only tries other code. It runs once for each time it is
-# compiled, so it is compiled fast, unless a fuzzer runs it for hours; undefined behaviour is looked
-# for in what ships.
+# compiled, so it is compiled and linked fast, unless a fuzzer runs it for hours; undefined behaviour is
+# looked for in what ships.
+find_program(VSTK2X_LLD ld.lld)
 function(vstk2x_test_code target)
   vstk2x_own_code(${target})
+  if(VSTK2X_LLD AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VSTK2X_MACHO_BUNDLE)
+    target_link_options(${target} PRIVATE -fuse-ld=lld)
+  endif()
   target_compile_options(${target} PRIVATE $<IF:$<BOOL:${VSTK2X_FUZZ}>,-O1,-O0> -g1)
   if(VSTK2X_SANITIZE MATCHES undefined)
     target_compile_options(${target} PRIVATE -fno-sanitize=undefined)
@@ -55,6 +59,12 @@ endfunction()
 # vstk2x_compile_tests_together(target): and with gmock precompiled, once for all test programs, which have
 # the same options.
 function(vstk2x_compile_tests_together target)
+  vstk2x_compile_together(${target})
+  vstk2x_with_gmock(${target})
+endfunction()
+
+# vstk2x_with_gmock(target): a test program that is compiled file by file, with the same.
+function(vstk2x_with_gmock target)
   if(NOT TARGET precompiled-gmock)
     file(WRITE "${CMAKE_BINARY_DIR}/precompiled-gmock.cpp" "int main() {}\n")
     add_executable(precompiled-gmock EXCLUDE_FROM_ALL "${CMAKE_BINARY_DIR}/precompiled-gmock.cpp")
@@ -62,7 +72,6 @@ function(vstk2x_compile_tests_together target)
     target_link_libraries(precompiled-gmock PRIVATE GTest::gmock)
     vstk2x_precompile(precompiled-gmock PRIVATE <gmock/gmock.h>)
   endif()
-  vstk2x_compile_together(${target})
   vstk2x_precompile(${target} REUSE_FROM precompiled-gmock)
 endfunction()
 

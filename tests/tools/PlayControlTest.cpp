@@ -76,7 +76,8 @@ TEST(PlayParameters, ListsAllParametersAndUnits)
     EXPECT_THAT(line, StartsWith(columns(201005000, "", -1)));
     EXPECT_EQ(line.substr(45, 2), "- ");
     ASSERT_TRUE(std::getline(lines, line));
-    EXPECT_EQ(line, "225 parameters, 224 automatable");
+    EXPECT_EQ(line, std::to_string(hosts::kParameters) + " parameters, " +
+                        std::to_string(hosts::kAutomatable) + " automatable");
     EXPECT_THAT(outcome.out, HasSubstr("\n1     Common            0       1\n"
                                        "2     Part1 / Voice     0       2\n"
                                        "3     Part2             0       3\n"));

@@ -1,6 +1,7 @@
 // What the plug-in's Mac code asks of macOS, in a scripted host with a scripted library: timers,
 // the application's current event, and Core Foundation's objects.
 #include "tests/doubles/MacsCode.h"
+#include "tests/doubles/Parameters.h"
 #include "tests/plugin/PlugInFixture.h"
 
 #include "pluginterfaces/gui/iplugview.h"
@@ -11,10 +12,10 @@ namespace {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
+using doubles::kVolume1;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr unsigned kVolume1 = 37012000;
 constexpr unsigned kScrollEvent = 11; // kEventMouseScroll of Carbon's CarbonEvents.h
 
 class MacsCode : public plugin::PlugInFixture {
@@ -163,7 +164,7 @@ TEST_F(MacsCode, ModuleIsLoadedAgainAfterItWasUnloaded)
     TearDown();
     EXPECT_EQ(doubles::macSystem(), nullptr);
     SetUp();
-    EXPECT_EQ(controller->getParameterCount(), 225);
+    EXPECT_EQ(controller->getParameterCount(), doubles::kParameters);
 }
 
 } // namespace
