@@ -429,15 +429,15 @@ TEST(PresetFileOfAUserBank, LoadHonoursALargeSizeWithFourBytesBehindIt)
                             [](char byte) { return byte == '\0'; }));
 }
 
+// A sanitizer ends the program where memory runs out.
+#ifndef VSTK2X_SANITIZED
 TEST(PresetFileOfAUserBank, LoadRefusesASizeThatMemoryCannotHold)
 {
-#ifdef VSTK2X_SANITIZED
-    GTEST_SKIP() << "a sanitizer ends the program where memory runs out";
-#endif
     StreamDouble stream(le32(2) + le32(8) + le32(0) + le32(kMaxInt32) + "abcd");
     const unit::LittleMemory little;
     EXPECT_FALSE(UserBankKind::load(&stream).result);
     EXPECT_EQ(stream.getReferences(), 1);
 }
+#endif
 
 } // namespace
