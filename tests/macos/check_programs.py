@@ -2,8 +2,9 @@
 """Compiles the simulator, the tools and the test programs for macOS in builds that configure-darwin made,
 each in a folder that is named after its architecture:
 
-check_programs.py read SOURCES BUILD    The compiler checks the sources with all warnings and generates
-    no code, which takes half the time. The plug-in's own sources are compiled with the bundle.
+check_programs.py read SOURCES BUILD COMPILED    The compiler checks the sources with all warnings and
+    generates no code, which takes half the time. The plug-in's own sources are compiled with the bundle,
+    and COMPILED is another build for a Mac, if there is one: what that compiles is not read again.
 check_programs.py link SOURCES BUILD... Everything is compiled and linked. libc++, Apple's frameworks,
     GoogleTest, libsmf and pugixml are not here, so the linker leaves unknown symbols open. Each open
     symbol must belong to one of these libraries.
@@ -90,9 +91,16 @@ def together(file):
     return [pathlib.Path(name) for name in re.findall(r'^#include "(.*)"$', file.read_text(), re.MULTILINE)]
 
 
-def read(build, sources):
+def commands(build):
+    """CMake's compile commands; none where there is no such build."""
+    file = build / "compile_commands.json"
+    return json.loads(file.read_text()) if file.exists() else []
+
+
+def read(build, sources, compiled):
     ninja(build, "build.ninja")  # sources that came or went
-    entries = json.loads((build / "compile_commands.json").read_text())
+    entries = commands(build)
+    known = {source for entry in commands(compiled) for source in together(pathlib.Path(entry["file"]))}
     # A ninja file of its own, so that only changed sources are read again.
     lines = ["builddir = read", "rule read",
              "  command = cd $folder && $words -MD -MF $out.d -MT $out && touch $out",
@@ -102,6 +110,8 @@ def read(build, sources):
         file = pathlib.Path(entry["file"])
         source = together(file)[0]
         own = source.is_relative_to(sources) and source.relative_to(sources).parts[0] in FOLDERS
+        if known.issuperset(together(file)):
+            continue
         if own or source.suffix == ".mm":  # the SDK's sources for a Mac, too
             entry_of.setdefault(file, entry)  # once, even if several programs have it
     precompiled = [compilation(entry)[1] for entry in entries if "cmake_pch" in entry["file"]]
@@ -125,8 +135,7 @@ def main():
     what = sys.argv[1]
     sources, *builds = (pathlib.Path(word).resolve() for word in sys.argv[2:])
     if what == "read":
-        for build in builds:
-            read(build, sources)
+        read(builds[0], sources, builds[1])
         return
     wrong = [line for build in builds for line in link(build)]
     if wrong:
