@@ -16,15 +16,19 @@ function(vstk2x_own_code target)
 endfunction()
 
 # vstk2x_test_code(target): own code that only tries other code. It runs once for each time it is
-# compiled, so it is compiled and linked fast, unless a fuzzer runs it for hours; undefined behaviour is
-# looked for in what ships.
+# compiled, so it is compiled and linked fast, in a release build without line numbers, unless a fuzzer
+# runs it for hours; undefined behaviour is looked for in what ships.
 find_program(VSTK2X_LLD ld.lld)
 function(vstk2x_test_code target)
   vstk2x_own_code(${target})
   if(VSTK2X_LLD AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VSTK2X_MACHO_BUNDLE)
     target_link_options(${target} PRIVATE -fuse-ld=lld)
   endif()
-  target_compile_options(${target} PRIVATE $<IF:$<BOOL:${VSTK2X_FUZZ}>,-O1,-O0> -g1)
+  if(VSTK2X_FUZZ)
+    target_compile_options(${target} PRIVATE -O1 -g1)
+  else()
+    target_compile_options(${target} PRIVATE -O0 $<IF:$<CONFIG:Release>,-g0,-g1>)
+  endif()
   if(VSTK2X_SANITIZE MATCHES undefined)
     target_compile_options(${target} PRIVATE -fno-sanitize=undefined)
   endif()
