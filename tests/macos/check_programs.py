@@ -6,7 +6,7 @@ check_programs.py read SOURCES BUILD COMPILED    The compiler checks the sources
     generates no code, which takes half the time. The plug-in's own sources are compiled with the bundle,
     and COMPILED is another build for a Mac, if there is one: what that compiles is not read again.
 check_programs.py link SOURCES BUILD... Everything is compiled and linked. libc++, Apple's frameworks,
-    GoogleTest, libsmf and pugixml are not here, so the linker leaves unknown symbols open. Each open
+    GoogleTest, libsmf, GLib and pugixml are not here, so the linker leaves unknown symbols open. Each open
     symbol must belong to one of these libraries.
 """
 import json
@@ -23,7 +23,7 @@ THEIRS = re.compile(r"""_(
   | _Z(TI[a-z]$|TVN10__cxxabiv1)                                # types of the C++ run-time
   | _Z(n[aw]|d[al])                                             # operator new and delete
   | __cxa_ | __gxx_ | __dynamic_cast
-  | smf_ | g_log_                                               # libsmf, and GLib below it
+  | smf_ | g_[a-z]                                              # libsmf, and GLib, which it brings
   | main$                                                       # GoogleTest's
   | (CF|kCF|NS|OBJC_CLASS_\$_NS|objc_|__CFConstantString)       # Core Foundation, AppKit, Objective-C
   | Audio                                                       # Core Audio's clock
