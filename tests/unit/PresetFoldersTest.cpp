@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
 #include <thread>
 
 using namespace Steinberg::Vst;
@@ -89,6 +90,15 @@ TEST(PresetFolders, CreatePresetDirectoryMacMakesAndFindsFolders)
     EXPECT_EQ(VstK2xPresetCreater::createPresetDirectoryMac(path, &ref), 0);
     EXPECT_EQ(ref.path, path);
 #endif
+}
+
+TEST(PresetFolders, CreatePresetDirectoryMacLeavesPermissionsToTheUmask)
+{
+    const TemporaryHome home;
+    const auto before = umask(0002);
+    EXPECT_EQ(create(home.home() + "/a"), 0);
+    umask(before);
+    EXPECT_EQ(files::status(home.home() + "/a").permissions(), files::perms(0775));
 }
 
 TEST(PresetFolders, CreatePresetDirectoryMacTakesWhateverHasTheNameForFound)

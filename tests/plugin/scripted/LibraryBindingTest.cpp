@@ -142,6 +142,15 @@ TEST_F(RefusingService, InitializeWithANullHandleLoadsTheFileAndTerminateLeavesI
     doubles::LoadedLibrary::closeAll();
 }
 
+TEST_F(RefusingService, InitializeClosesAFileWhoseEntryPointThrows)
+{
+    host.service.libraryHandle = nullptr;
+    library->throwAt("getVSTEditorConnectObject");
+    EXPECT_EQ(initialize(), kResultFalse);
+    EXPECT_EQ(controller->terminate(), kResultOk);
+    EXPECT_FALSE(isLeftLoaded());
+}
+
 TEST_F(RefusingService, InitializeForgetsAfterTerminateWhoseLibraryItWas)
 {
     doubles::ScriptedLibrary first(trace); // the one that ends
