@@ -145,7 +145,14 @@ std::u16string utf8ToUtf16(std::string_view text)
 
 void utf8ToString128(std::string_view text, char16* buffer) noexcept
 {
+    // Nearly all texts are all ASCII, which needs no conversion.
+    const size_t most = std::min(text.size(), kString128Units - 1);
     size_t used = 0;
+    while (used < most && text[used] != 0 && isAscii(static_cast<unsigned char>(text[used]))) {
+        buffer[used] = text[used];
+        ++used;
+    }
+    text.remove_prefix(used);
     while (!text.empty() && text.front() != 0) {
         const Units units = toUnits(takeCharacter(text));
         if (used + units.count >= kString128Units)
