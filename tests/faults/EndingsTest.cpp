@@ -309,7 +309,9 @@ TEST(FaultsAtTheEnd, ViewCallsAfterTerminate)
 
 TEST(FaultsAtTheEnd, TerminateWithAPortAndATrack)
 {
-    injectFaults<InTheMiddle>("ended with ports and a track", hostKinds());
+    auto kinds = hostKinds();
+    kinds.push_back(Kind::kNoMemory);
+    injectFaults<InTheMiddle>("ended with ports and a track", kinds);
 }
 
 TEST(FaultsAtTheEnd, InitializeWithoutAHostContext)
