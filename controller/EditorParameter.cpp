@@ -61,7 +61,7 @@ void EditorParameter::fetchValueTexts(const EditorParameter* similar)
         return;
     const int64 count =
         std::min(static_cast<int64>(maximum) - static_cast<int64>(minimum) + 1, kMaxValueTexts);
-    const IPtr<ValueTexts> own = owned(new ValueTexts);
+    const IPtr<ValueTexts> own = owned(new ValueTexts); // untaken: new-throws
     own->reserve(static_cast<size_t>(count));
     std::string text;
     for (int64 index = 0; index < count; ++index) {

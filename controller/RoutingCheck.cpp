@@ -112,7 +112,7 @@ bool RoutingCheck::walkOn(IDevice& rack)
         return true;
     }
     return false;
-}
+} // untaken: compiler
 
 IDevice* RoutingCheck::instrumentFolder()
 {

@@ -26,7 +26,7 @@ public:
     void release() const noexcept
     {
         if (--references == 0)
-            delete this;
+            delete this; // untaken: compiler
     }
 
     /** Allocates memory for count texts of usual length. */

@@ -28,7 +28,7 @@ bool PresetChunkFile::writeBack(const char* xml, int32 xmlSize)
 void PresetChunkFile::writeEmptyComponentState()
 {
     Entry entry = {};
-    if (stream && beginChunk(entry, kComponentState))
+    if (stream && beginChunk(entry, kComponentState)) // untaken: few-chunks
         endChunk(entry);
 }
 

@@ -48,7 +48,7 @@ std::string presetMetaInfo(const std::string& category, const std::string& subCa
     }
     xml += "</MetaInfo>";
     return xml;
-}
+} // untaken: compiler
 
 } // namespace Vst
 } // namespace Steinberg
