@@ -145,7 +145,7 @@ std::u16string utf8ToUtf16(std::string_view text)
 
 void utf8ToString128(std::string_view text, char16* buffer) noexcept
 {
-    // Nearly all texts are all ASCII, which needs no conversion.
+    // Most texts are ASCII, which needs no conversion.
     const size_t most = std::min(text.size(), kString128Units - 1);
     size_t used = 0;
     while (used < most && text[used] != 0 && isAscii(static_cast<unsigned char>(text[used]))) {

@@ -46,7 +46,7 @@ VST3::UID classID(const std::string& digits)
 template <typename Face>
 IPtr<Face> createInstance(const std::string& digits)
 {
-    void* created = &plugInModule();
+    void* created = &plugInModule(); // any address but null
     const auto id = classID(digits);
     if (plugIn().get()->createInstance(id.data(), Face::iid, &created) == kResultOk)
         return owned(static_cast<Face*>(created));

@@ -23,7 +23,7 @@ THEIRS = re.compile(r"""_(
   | _Z(TI[a-z]$|TVN10__cxxabiv1)                                # types of the C++ run-time
   | _Z(n[aw]|d[al])                                             # operator new and delete
   | __cxa_ | __gxx_ | __dynamic_cast
-  | smf_ | g_[a-z]                                              # libsmf, and GLib, which it brings
+  | smf_ | g_[a-z]                                              # libsmf and GLib
   | main$                                                       # GoogleTest's
   | (CF|kCF|NS|OBJC_CLASS_\$_NS|objc_|__CFConstantString)       # Core Foundation, AppKit, Objective-C
   | Audio                                                       # Core Audio's clock
